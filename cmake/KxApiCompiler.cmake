@@ -1,0 +1,58 @@
+# SPDX-License-Identifier: Apache-2.0
+# How everything of ours is compiled: language, places of the results, warnings, sanitizers.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# One bin and one lib folder for the whole tree: programs find our libraries and producers there as they would find
+# them in an installation.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(KXAPI_PRODUCER_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/kxapi/producers")
+
+# Relative, so that both the build tree and an installation can be moved as a whole.
+set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+# Line tables cost nothing at run time and make stack traces of users' reports readable.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1 -DNDEBUG")
+
+if(KXAPI_FUZZ)
+    # Every object reports its coverage to libFuzzer, and every fault found has to stop the program.
+    set(KXAPI_SANITIZE address undefined)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(KXAPI_SANITIZE)
+    list(JOIN KXAPI_SANITIZE "," KXAPI_SANITIZE_LIST)
+    add_compile_options(-fsanitize=${KXAPI_SANITIZE_LIST} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${KXAPI_SANITIZE_LIST})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # The instrumentation confuses this flow analysis of GCC 12; the plain builds keep it as an error.
+        add_compile_options(-Wno-error=maybe-uninitialized)
+    endif()
+endif()
+
+set(KXAPI_WARNINGS
+    -Wall
+    -Wextra
+    -Wpedantic
+    -Wshadow
+    -Wconversion
+    -Wsign-conversion
+    -Wnon-virtual-dtor
+    -Woverloaded-virtual
+    -Werror)
+
+# Applies to our own targets only; dependencies' headers come as system headers.
+function(kxapi_target_warnings target)
+    target_compile_options(${target} PRIVATE ${KXAPI_WARNINGS})
+endfunction()
