@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Takes floor 0 from another installation of the standard's GenApi interface at KXAPI_GENAPI_ROOT. File names of such
 # libraries carry compiler and version in ways that differ, so they are found by the part that never does.
+# Used by our own build, and as component GenApi of a package that was built this way.
 
 function(kxapi_import_genapi_library target header stem)
     find_path(KXAPI_${stem}_INCLUDE_DIR ${header}
@@ -18,6 +19,9 @@ function(kxapi_import_genapi_library target header stem)
         INTERFACE_INCLUDE_DIRECTORIES "${KXAPI_${stem}_INCLUDE_DIR}")
 endfunction()
 
+if(TARGET KxApi::GenApi)
+    return()
+endif()
 kxapi_import_genapi_library(KxApi::GCBase Base/GCString.h GCBase)
 kxapi_import_genapi_library(KxApi::GenApi GenApi/GenApi.h GenApi)
 set_property(TARGET KxApi::GenApi APPEND PROPERTY INTERFACE_LINK_LIBRARIES KxApi::GCBase)

@@ -1,0 +1,58 @@
+# SPDX-License-Identifier: Apache-2.0
+# Sourced by the scripts beside it: strict mode, the root of the tree as working folder, and what they share.
+# shellcheck shell=bash
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+say() { printf '== %s\n' "$*"; }
+
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+# usage TEXT ARGUMENT...: answers --help.
+usage() {
+    local text=$1
+    shift
+    case "${1:-}" in
+    -h | --help)
+        printf '%s\n' "$text"
+        exit 0
+        ;;
+    esac
+}
+
+# build PRESET [CMAKE-OPTION...]: configures and builds build/PRESET.
+build() {
+    local preset=$1 messages
+    shift
+    say "configuring build/$preset"
+    messages=$(cmake --preset "$preset" "$@" 2>&1) || {
+        printf '%s\n' "$messages" >&2
+        fail "cmake could not configure the preset '$preset'"
+    }
+    say "building build/$preset"
+    cmake --build --preset "$preset" || fail "the preset '$preset' does not build"
+}
+
+# run_ctest PRESET [CTEST-OPTION...]
+run_ctest() {
+    local preset=$1
+    shift
+    say "testing build/$preset"
+    ctest --preset "$preset" --parallel "$(nproc)" "$@"
+}
+
+# tracked PATTERN...: the files under version control that match; the whole folder where there is no git checkout.
+tracked() {
+    if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
+        git ls-files --cached --others --exclude-standard -- "$@"
+    else
+        local pattern
+        for pattern in "$@"; do
+            find . -path ./build -prune -o -type f -name "${pattern##*/}" -printf '%P\n'
+        done
+    fi
+}
