@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+// A feature that is on or off.
+#pragma once
+
+#include <GenApi/IValue.h>
+
+namespace GenApi
+{
+
+/// A switch. Any thread; calls take the lock of the node map.
+struct GENAPI_DECL_ABSTRACT IBoolean : virtual public IValue
+{
+    /// Writes the value.
+    /// @param Verify checks the access mode: AccessException.
+    virtual void SetValue(bool Value, bool Verify = true) = 0;
+    virtual IBoolean& operator=(bool Value) = 0;
+
+    /// Reads the value; LogicalErrorException if the device holds neither the on nor the off value.
+    /// @param IgnoreCache reads the device even if the value is cached.
+    virtual bool GetValue(bool Verify = false, bool IgnoreCache = false) const = 0;
+    virtual bool operator()() const = 0;
+    virtual bool operator*() const = 0;
+};
+
+} // namespace GenApi

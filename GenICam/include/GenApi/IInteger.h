@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+// An integer feature.
+#pragma once
+
+#include <GenApi/Autovector.h>
+#include <GenApi/IValue.h>
+
+namespace GenApi
+{
+
+struct IFloat;
+
+/// A 64-bit integer with limits. Any thread; calls take the lock of the node map.
+struct GENAPI_DECL_ABSTRACT IInteger : virtual public IValue
+{
+    /// Writes the value.
+    /// @param Verify checks access mode, limits and increment: AccessException, OutOfRangeException.
+    virtual void SetValue(int64_t Value, bool Verify = true) = 0;
+    virtual IInteger& operator=(int64_t Value) = 0;
+
+    /// Reads the value.
+    /// @param Verify checks what was read against the limits.
+    /// @param IgnoreCache reads the device even if the value is cached.
+    virtual int64_t GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
+    virtual int64_t operator()() = 0;
+    virtual int64_t operator*() = 0;
+
+    /// Smallest value at present.
+    virtual int64_t GetMin() = 0;
+    /// Largest value at present.
+    virtual int64_t GetMax() = 0;
+    /// Kind of increment.
+    virtual EIncMode GetIncMode() = 0;
+    /// Distance between two valid values, counted from the minimum.
+    virtual int64_t GetInc() = 0;
+    /// The valid values, if they are a list; empty otherwise.
+    /// @param bounded leaves out those outside the present limits.
+    virtual int64_autovector_t GetListOfValidValues(bool bounded = true) = 0;
+
+    /// How the number wants to be shown.
+    virtual ERepresentation GetRepresentation() = 0;
+    /// Physical unit; empty if none.
+    virtual GenICam::gcstring GetUnit() const = 0;
+
+    /// The same value as a floating-point node; null if there is none.
+    virtual IFloat* GetFloatAlias() = 0;
+
+    /// Makes the reported minimum larger.
+    virtual void ImposeMin(int64_t Value) = 0;
+    /// Makes the reported maximum smaller.
+    virtual void ImposeMax(int64_t Value) = 0;
+};
+
+} // namespace GenApi

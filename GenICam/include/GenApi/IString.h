@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+// A text feature.
+#pragma once
+
+#include <GenApi/IValue.h>
+
+namespace GenApi
+{
+
+/// A text. Any thread; calls take the lock of the node map.
+struct GENAPI_DECL_ABSTRACT IString : virtual public IValue
+{
+    virtual IString& operator=(const GenICam::gcstring& Value) = 0;
+
+    /// Writes the text; OutOfRangeException if it is longer than GetMaxLength().
+    /// @param Verify checks the access mode: AccessException.
+    virtual void SetValue(const GenICam::gcstring& Value, bool Verify = true) = 0;
+
+    /// Reads the text.
+    /// @param IgnoreCache reads the device even if the value is cached.
+    virtual GenICam::gcstring GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
+    virtual GenICam::gcstring operator()() = 0;
+    virtual GenICam::gcstring operator*() = 0;
+
+    /// Longest text in bytes.
+    virtual int64_t GetMaxLength() = 0;
+};
+
+} // namespace GenApi

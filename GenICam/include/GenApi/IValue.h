@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+// A node that has a value, as text.
+#pragma once
+
+#include <Base/GCString.h>
+#include <GenApi/IBase.h>
+
+namespace GenApi
+{
+
+struct INode;
+
+/// Value of any node that has one. Any thread; calls take the lock of the node map.
+struct GENAPI_DECL_ABSTRACT IValue : virtual public IBase
+{
+    /// The node of this value; never null, owned by the node map.
+    virtual INode* GetNode() = 0;
+
+    /// The value as text in the node's own representation.
+    /// @param Verify also checks what was read against the limits.
+    /// @param IgnoreCache reads the device even if the value is cached.
+    /// Raises AccessException if it is not readable, and what the reading raises.
+    virtual GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) = 0;
+
+    /// Writes the value given as text.
+    /// @param Verify checks access mode and limits.
+    /// Raises InvalidArgumentException for text that is no value of this node, and what the writing raises.
+    virtual void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) = 0;
+
+    /// Whether the next read is answered from the cache.
+    virtual bool IsValueCacheValid() const = 0;
+};
+
+} // namespace GenApi
