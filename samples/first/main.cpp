@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+// Opens the description of a camera and changes a feature. Plain memory stands for the camera.
+#include <GenApi/GenApi.h>
+
+#include <cstring>
+#include <iostream>
+
+struct Memory : GenApi::IPort
+{
+    char bytes[4096] = {};
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
+    void Read(void* to, int64_t at, int64_t size) override { std::memcpy(to, bytes + at, size_t(size)); }
+    void Write(const void* from, int64_t at, int64_t size) override
+    {
+        std::memcpy(bytes + at, from, size_t(size));
+    }
+};
+
+int main(int, char** argv)
+{
+    Memory camera;
+    GenApi::CNodeMapRef map;
+    map._LoadXMLFromFile(argv[1]); // samples/descriptions/SampleCamera.xml
+    map._Connect(&camera);
+    GenApi::CIntegerPtr width = map._GetNode("Width");
+    GenApi::CIntegerPtr payload = map._GetNode("PayloadSize");
+    width->SetValue(640);
+    std::cout << "width " << width->GetValue() << ", bytes of an image " << payload->GetValue() << "\n";
+}

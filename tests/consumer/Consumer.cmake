@@ -1,0 +1,73 @@
+# SPDX-License-Identifier: Apache-2.0
+# cmake -DSTEP=step -DBUILD_DIR=... -P Consumer.cmake: one step of the consumer tests, see the CMakeLists.txt beside it.
+
+if(DEFINED ENV{TMPDIR})
+    set(work "$ENV{TMPDIR}/kxapi-consumer-${ID}")
+else()
+    set(work "/tmp/kxapi-consumer-${ID}")
+endif()
+set(prefix "${work}/moved")
+set(expected "width 640, bytes of an image 768000\n")
+set(description "${SOURCE_DIR}/samples/descriptions/SampleCamera.xml")
+if(SANITIZE)
+    set(flags -fsanitize=${SANITIZE})
+endif()
+
+function(run)
+    execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+function(expect_output)
+    execute_process(COMMAND ${ARGV} "${description}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT output STREQUAL expected)
+        message(FATAL_ERROR "the consumer printed \"${output}\" instead of \"${expected}\"")
+    endif()
+endfunction()
+
+if(STEP STREQUAL "install")
+    file(REMOVE_RECURSE "${work}")
+    run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${work}/installed")
+    file(RENAME "${work}/installed" "${prefix}")
+    file(COPY "${SOURCE_DIR}/samples/first" DESTINATION "${work}")
+
+elseif(STEP STREQUAL "cmake-package")
+    run(${CMAKE_COMMAND} -S "${work}/first" -B "${work}/by-cmake" -G Ninja
+        -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
+    run(${CMAKE_COMMAND} --build "${work}/by-cmake")
+    expect_output("${work}/by-cmake/first")
+
+elseif(STEP STREQUAL "unknown-component")
+    file(WRITE "${work}/unknown/CMakeLists.txt"
+        "cmake_minimum_required(VERSION 3.25)\nproject(Unknown LANGUAGES NONE)\n"
+        "find_package(KxApi REQUIRED COMPONENTS GenApi Teleportation)\n")
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} -S "${work}/unknown" -B "${work}/unknown/build" -DCMAKE_PREFIX_PATH=${prefix}
+        RESULT_VARIABLE result ERROR_VARIABLE errors OUTPUT_QUIET)
+    if(result EQUAL 0 OR NOT errors MATCHES "KxApi has no component \"Teleportation\"; this[ \n]+installation[ \n]+has:[ \n]+GenApi")
+        message(FATAL_ERROR "an unknown component ended with ${result} and said: ${errors}")
+    endif()
+
+elseif(STEP STREQUAL "pkg-config")
+    set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIB_DIR}/pkgconfig")
+    execute_process(COMMAND pkg-config --cflags --libs kxgenapi
+        OUTPUT_VARIABLE options OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(options UNIX_COMMAND "${options}")
+    run(${CXX} -std=c++17 ${flags} "${work}/first/main.cpp" -o "${work}/by-pkg-config" ${options})
+    set(ENV{LD_LIBRARY_PATH} "${prefix}/${LIB_DIR}")
+    expect_output("${work}/by-pkg-config")
+
+elseif(STEP STREQUAL "clean-up")
+    file(REMOVE_RECURSE "${work}")
+
+elseif(STEP STREQUAL "readme-program")
+    # The program that the README shows is the one that the other steps build.
+    file(READ "${SOURCE_DIR}/README.md" readme)
+    file(READ "${SOURCE_DIR}/samples/first/main.cpp" program)
+    string(FIND "${readme}" "```cpp\n${program}```" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "README.md does not show samples/first/main.cpp as it is")
+    endif()
+
+else()
+    message(FATAL_ERROR "unknown step \"${STEP}\"")
+endif()
