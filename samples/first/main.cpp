@@ -9,11 +9,8 @@ struct Memory : GenApi::IPort
 {
     char bytes[4096] = {};
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
-    void Read(void* to, int64_t at, int64_t size) override { std::memcpy(to, bytes + at, size_t(size)); }
-    void Write(const void* from, int64_t at, int64_t size) override
-    {
-        std::memcpy(bytes + at, from, size_t(size));
-    }
+    void Read(void* to, int64_t at, int64_t n) override { std::memcpy(to, bytes + at, size_t(n)); }
+    void Write(const void* from, int64_t at, int64_t n) override { std::memcpy(bytes + at, from, size_t(n)); }
 };
 
 int main(int, char** argv)
