@@ -11,6 +11,7 @@
 #include <Base/GCTypes.h>
 
 #include <memory>
+#include <type_traits>
 
 namespace GenICam
 {
@@ -122,8 +123,14 @@ E ExceptionReporter<E>::Report(const char* format, ...) const
     __builtin_va_start(arguments, format);
     Detail::FormatDescription(description, format, arguments);
     __builtin_va_end(arguments);
-    if (m_entryPoint || m_errorContext)
-        return E(description, m_sourceFileName, m_sourceLine, m_entryPoint, m_errorContext, m_exceptionType);
+    // Exception classes outside the family's core need not know of calls and nodes.
+    if constexpr (std::is_constructible_v<E, const char*, const char*, int, const char*, const char*,
+                                          const char*>)
+    {
+        if (m_entryPoint || m_errorContext)
+            return E(description, m_sourceFileName, m_sourceLine, m_entryPoint, m_errorContext,
+                     m_exceptionType);
+    }
     return E(description, m_sourceFileName, m_sourceLine, m_exceptionType);
 }
 } // namespace GenICam
