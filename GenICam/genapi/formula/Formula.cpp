@@ -14,9 +14,9 @@ namespace KxGenApi
 namespace
 {
 
-std::size_t PlaceOf(std::size_t instructionOffset)
+std::size_t PlaceOf(std::size_t stepOffset)
 {
-    return instructionOffset == Instruction::kNoOffset ? FormulaError::kNowhere : instructionOffset;
+    return stepOffset == Step<double>::kNoOffset ? FormulaError::kNowhere : stepOffset;
 }
 
 } // namespace
@@ -32,10 +32,9 @@ void ThrowBitOperandOutOfRange(double value, std::size_t offset)
 }
 
 template <typename Number>
-Formula<Number>::Formula(std::vector<Instruction> program, std::vector<Number> constants, Operand result)
+Formula<Number>::Formula(std::vector<Step<Number>> program, std::vector<Number> constants)
     : m_program(std::move(program))
     , m_constants(std::move(constants))
-    , m_result(result)
 {}
 
 template <typename Number>
@@ -45,29 +44,17 @@ Formula<Number> Formula<Number>::Compile(std::string_view text, const FormulaNam
     FormulaCompiler<Number> compiler(names, dialect);
     const FormulaValue<Number> value = compiler.Compile(text);
     FormulaBuilder<Number>& builder = compiler.Builder();
-    const Operand result = builder.PlaceOf(value);
-    return Formula(builder.TakeProgram(), builder.TakeConstants(), result);
+    builder.End(value);
+    return Formula(builder.Program(), builder.Constants());
 }
 
 template <typename Number>
 Number Formula<Number>::Evaluate(const Number* values) const
 {
-    // Left uninitialised: an instruction reads only results of earlier ones.
-    Number results[FormulaLimits::kInstructions];
+    // Left uninitialised: a step reads only results of earlier ones.
+    Number results[FormulaLimits::kSteps];
     const Number* const sources[] = {values, m_constants.data(), results};
-    const auto load = [&sources](Operand operand) {
-        return sources[static_cast<std::size_t>(operand.Source())][operand.Index()];
-    };
-
-    Number* next = results;
-    for (const Instruction& instruction : m_program) {
-        const Number first = load(instruction.first);
-        const Number second = load(instruction.second);
-        *next++ = instruction.opcode == Opcode::Select
-                      ? (first != Number() ? second : load(instruction.third))
-                      : Arithmetic<Number>::Apply(instruction.opcode, first, second, instruction.offset);
-    }
-    return load(m_result);
+    return m_program.front().run(m_program.data(), sources, results);
 }
 
 template <typename Number>
@@ -76,10 +63,9 @@ bool Formula<Number>::Uses(std::size_t variable) const
     if (variable >= FormulaLimits::kVariables)
         return false;
     const Operand place(OperandSource::Variable, variable);
-    return m_result == place ||
-           std::any_of(m_program.begin(), m_program.end(), [place](const Instruction& i) {
-               return i.first == place || i.second == place || i.third == place;
-           });
+    return std::any_of(m_program.begin(), m_program.end(), [place](const Step<Number>& step) {
+        return step.first == place || step.second == place || step.third == place;
+    });
 }
 
 template class Formula<std::int64_t>;

@@ -52,14 +52,13 @@ public:
     bool Uses(std::size_t variable) const;
 
     /// Operations per evaluation, after constants have been folded.
-    std::size_t InstructionCount() const { return m_program.size(); }
+    std::size_t StepCount() const { return m_program.size() - 1; }
 
 private:
-    Formula(std::vector<Instruction> program, std::vector<Number> constants, Operand result);
+    Formula(std::vector<Step<Number>> program, std::vector<Number> constants);
 
-    std::vector<Instruction> m_program;
+    std::vector<Step<Number>> m_program; ///< the last step ends it
     std::vector<Number> m_constants;
-    Operand m_result;
 };
 
 extern template class Formula<std::int64_t>;

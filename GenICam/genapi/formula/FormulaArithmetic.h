@@ -29,6 +29,8 @@ inline std::int64_t RoundedToInteger(double value)
     return std::isnan(rounded) ? 0 : static_cast<std::int64_t>(rounded);
 }
 
+/// Apply is always inlined, because each step of a program applies one operation known at compile time: of
+/// the switch nothing is left but that.
 template <typename Number>
 struct Arithmetic;
 
@@ -66,7 +68,7 @@ struct Arithmetic<std::int64_t>
         return b == -1 ? 0 : a % b;
     }
 
-    static Number Apply(Opcode opcode, Number a, Number b, std::size_t offset)
+    [[gnu::always_inline]] static inline Number Apply(Opcode opcode, Number a, Number b, std::size_t offset)
     {
         // clang-format off
         switch (opcode) {
@@ -135,7 +137,7 @@ struct Arithmetic<double>
                                      : value; // so many digits leave the value alone
     }
 
-    static Number Apply(Opcode opcode, Number a, Number b, std::size_t offset)
+    [[gnu::always_inline]] static inline Number Apply(Opcode opcode, Number a, Number b, std::size_t offset)
     {
         // clang-format off
         switch (opcode) {

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Puts the instructions of a formula together and computes what is constant at once.
+// Puts the steps of a formula together and computes what is constant at once.
 #pragma once
 
 #include "formula/FormulaArithmetic.h"
 #include "formula/FormulaError.h"
 #include "formula/FormulaProgram.h"
+#include "formula/FormulaSteps.h"
 
 #include <string>
 #include <utility>
@@ -50,23 +51,35 @@ public:
             try {
                 return Value::Known(Arithmetic<Number>::Apply(opcode, first.Value(), second.Value(), offset));
             } catch (const FormulaError&) {
-                // "1/0" is an error of each evaluation and none of the formula: the instruction stays and
+                // "1/0" is an error of each evaluation and none of the formula: the step stays and
                 // raises it.
             }
         }
         const Operand left = PlaceOf(first);
-        return Append({opcode, left, &first == &second ? left : PlaceOf(second), left, offset});
+        const Operand right = &first == &second ? left : PlaceOf(second);
+        return Append({RunOf<Number>(opcode), left, right, left, offset});
     }
 
     Value Select(const Value& condition, const Value& whenTrue, const Value& whenFalse)
     {
         if (condition.IsKnown() && whenTrue.IsKnown() && whenFalse.IsKnown())
             return condition.Value() != Number() ? whenTrue : whenFalse;
-        return Append({Opcode::Select, PlaceOf(condition), PlaceOf(whenTrue), PlaceOf(whenFalse),
-                       Instruction::kNoOffset});
+        return Append({RunOf<Number>(Opcode::Select), PlaceOf(condition), PlaceOf(whenTrue),
+                       PlaceOf(whenFalse), Step<Number>::kNoOffset});
     }
 
-    /// The place where the finished program finds the value.
+    /// Ends the program with that value as its result.
+    void End(const Value& value)
+    {
+        const Operand place = PlaceOf(value);
+        m_program.push_back({RunOfEnd<Number>(), place, place, place, Step<Number>::kNoOffset});
+    }
+
+    /// Copies without spare capacity: compiled formulas stay for as long as their node map.
+    std::vector<Step<Number>> Program() const { return {m_program.begin(), m_program.end()}; }
+    std::vector<Number> Constants() const { return {m_constants.begin(), m_constants.end()}; }
+
+private:
     Operand PlaceOf(const Value& value)
     {
         if (!value.IsKnown())
@@ -75,19 +88,15 @@ public:
         return {OperandSource::Constant, m_constants.size() - 1};
     }
 
-    std::vector<Instruction> TakeProgram() { return {m_program.begin(), m_program.end()}; }
-    std::vector<Number> TakeConstants() { return {m_constants.begin(), m_constants.end()}; }
-
-private:
-    Value Append(const Instruction& instruction)
+    Value Append(const Step<Number>& step)
     {
-        if (m_program.size() == FormulaLimits::kInstructions)
-            throw FormulaError("more than " + std::to_string(FormulaLimits::kInstructions) + " operations");
-        m_program.push_back(instruction);
+        if (m_program.size() == FormulaLimits::kSteps)
+            throw FormulaError("more than " + std::to_string(FormulaLimits::kSteps) + " operations");
+        m_program.push_back(step);
         return Value::At({OperandSource::Result, m_program.size() - 1});
     }
 
-    std::vector<Instruction> m_program;
+    std::vector<Step<Number>> m_program;
     std::vector<Number> m_constants;
 };
 

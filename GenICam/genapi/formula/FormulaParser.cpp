@@ -187,7 +187,7 @@ void FormulaParser<Number>::TakeClose(const Token& token)
                                std::to_string(arguments) + " arguments",
                            item.offset);
     const Value last = PopOperand();
-    const std::uint16_t offset = InstructionOffset(item.offset);
+    const std::uint16_t offset = StepOffset(item.offset);
     PushOperand(arguments == 1 ? m_builder.Operation(function->opcode, last, last, offset)
                                : m_builder.Operation(function->opcode, PopOperand(), last, offset));
 }
@@ -219,7 +219,7 @@ template <typename Number>
 void FormulaParser<Number>::ApplyOperator(const Item& item)
 {
     const Value last = PopOperand();
-    const std::uint16_t offset = InstructionOffset(item.offset);
+    const std::uint16_t offset = StepOffset(item.offset);
     PushOperand(item.waiting == Waiting::Prefix
                     ? m_builder.Operation(item.opcode, last, last, offset)
                     : m_builder.Operation(item.opcode, PopOperand(), last, offset));
@@ -266,9 +266,9 @@ auto FormulaParser<Number>::PopOperand() -> Value
 }
 
 template <typename Number>
-std::uint16_t FormulaParser<Number>::InstructionOffset(std::size_t offset) const
+std::uint16_t FormulaParser<Number>::StepOffset(std::size_t offset) const
 {
-    return m_isExpression ? Instruction::kNoOffset : static_cast<std::uint16_t>(offset);
+    return m_isExpression ? Step<Number>::kNoOffset : static_cast<std::uint16_t>(offset);
 }
 
 template class FormulaParser<std::int64_t>;

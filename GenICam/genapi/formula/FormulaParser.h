@@ -84,7 +84,7 @@ private:
     void EndGroup();
     bool TopIs(Waiting waiting) const { return !m_waiting.empty() && m_waiting.back().waiting == waiting; }
     Value PopOperand();
-    std::uint16_t InstructionOffset(std::size_t offset) const;
+    std::uint16_t StepOffset(std::size_t offset) const;
 
     FormulaLexer m_lexer;
     const bool m_isExpression;

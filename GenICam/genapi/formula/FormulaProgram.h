@@ -13,7 +13,7 @@ namespace KxGenApi
 struct FormulaLimits
 {
     static constexpr std::size_t kTextLength = 65'000;
-    static constexpr std::size_t kInstructions =
+    static constexpr std::size_t kSteps =
         4'096; ///< all expressions included; the results fill 32 KB of stack
     static constexpr std::size_t kVariables = 16'384;
     static constexpr std::size_t kExpressionDepth = 64; ///< expressions that use expressions
@@ -66,12 +66,14 @@ enum class Opcode : std::uint8_t
     RoundTo
 };
 
-/// Where an instruction finds a number.
+inline constexpr Opcode kLastOpcode = Opcode::RoundTo;
+
+/// Where a step finds a number.
 enum class OperandSource : std::uint8_t
 {
     Variable,
     Constant,
-    Result ///< of an earlier instruction
+    Result ///< of an earlier step
 };
 
 /// A source and an index into it, packed into 16 bits.
@@ -90,24 +92,31 @@ public:
 private:
     static constexpr unsigned kIndexBits = 14;
     static_assert(FormulaLimits::kVariables <= (1U << kIndexBits));
-    static_assert(3 * FormulaLimits::kInstructions <= (1U << kIndexBits),
-                  "each operand could be another constant");
+    static_assert(3 * FormulaLimits::kSteps <= (1U << kIndexBits), "each operand could be another constant");
 
     std::uint16_t m_bits;
 };
 
-/// One operation. Its result lies at its own index, for there are no jumps: both sides of ?:, && and || are
+/// One operation, and the function that carries it out and goes on with the next: every step jumps to its
+/// successor directly, which a processor predicts far better than the one jump of an interpreter's loop.
+///
+/// The result of a step lies at the step's own index. There are no branches: both sides of ?:, && and || are
 /// always evaluated, and a zero divisor in the branch not taken is an error too. So a shared expression is
 /// simply an operand of several others.
-struct Instruction
+template <typename Number>
+struct Step
 {
+    /// @param sources where the operands lie, by OperandSource
+    /// @param result place for the step's own result
+    using Run = Number (*)(const Step* self, const Number* const* sources, Number* result);
+
     static constexpr std::uint16_t kNoOffset = 0xFFFF;
     static_assert(FormulaLimits::kTextLength < kNoOffset);
 
-    Opcode opcode;
+    Run run;
     Operand first;
     Operand second;       ///< same as the first for operations on one number
-    Operand third;        ///< Select only
+    Operand third;        ///< Select only, else same as the first
     std::uint16_t offset; ///< of the operator in the formula's text, for messages
 };
 
