@@ -6,7 +6,7 @@
 function(kxapi_import_genapi_library target header stem)
     find_path(KXAPI_${stem}_INCLUDE_DIR ${header}
         PATHS "${KXAPI_GENAPI_ROOT}"
-        PATH_SUFFIXES include library/CPP/include
+        PATH_SUFFIXES include include/kxapi library/CPP/include
         NO_DEFAULT_PATH)
     file(GLOB_RECURSE libraries "${KXAPI_GENAPI_ROOT}/lib*/*${stem}*.so" "${KXAPI_GENAPI_ROOT}/bin/*${stem}*.so")
     if(NOT KXAPI_${stem}_INCLUDE_DIR OR NOT libraries)

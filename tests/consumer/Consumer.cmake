@@ -56,6 +56,17 @@ elseif(STEP STREQUAL "pkg-config")
     set(ENV{LD_LIBRARY_PATH} "${prefix}/${LIB_DIR}")
     expect_output("${work}/by-pkg-config")
 
+elseif(STEP STREQUAL "other-genapi")
+    # The SDK itself built against an installed GenApi; our own installation plays the other one.
+    run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${work}/other" -G Ninja -DKXAPI_GENAPI_ROOT=${prefix} -DKXAPI_TESTS=OFF
+        -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags} -DCMAKE_BUILD_TYPE=Debug)
+    run(${CMAKE_COMMAND} --build "${work}/other")
+    execute_process(COMMAND "${work}/other/bin/kx" genapi --tree "${description}"
+        OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT output MATCHES "PayloadSize = 2304000 B")
+        message(FATAL_ERROR "kx printed: ${output}")
+    endif()
+
 elseif(STEP STREQUAL "clean-up")
     file(REMOVE_RECURSE "${work}")
 
