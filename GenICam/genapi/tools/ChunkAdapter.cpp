@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HexId.h"
+
+#include <Base/GCException.h>
+#include <GenApi/ChunkAdapter.h>
+#include <GenApi/INode.h>
+#include <GenApi/INodeMap.h>
+#include <GenApi/Synch.h>
+
+#include <algorithm>
+
+namespace GenApi
+{
+
+CChunkAdapter::CChunkAdapter(INodeMap* pNodeMap, int64_t MaxChunkCacheSize)
+    : m_maxCacheSize(MaxChunkCacheSize)
+{
+    if (pNodeMap)
+        CChunkAdapter::AttachNodeMap(pNodeMap);
+}
+
+CChunkAdapter::~CChunkAdapter() = default;
+
+void CChunkAdapter::AttachNodeMap(INodeMap* pNodeMap)
+{
+    DetachNodeMap();
+    if (!pNodeMap)
+        return;
+    NodeList_t nodes;
+    pNodeMap->GetNodes(nodes);
+    m_nodeMap = pNodeMap;
+    for (INode* const node : nodes) {
+        auto port = std::make_unique<CChunkPort>();
+        if (node->GetPrincipalInterfaceType() == intfIPort && port->AttachPort(dynamic_cast<IPort*>(node)))
+            m_slots.push_back({std::move(port), 0, false});
+    }
+}
+
+void CChunkAdapter::DetachNodeMap()
+{
+    m_slots.clear();
+    m_nodeMap = nullptr;
+}
+
+uint64_t CChunkAdapter::ToNumber(const GenICam::gcstring& chunkId)
+{
+    const auto id = KxGenApi::NormalizeHexId(chunkId.c_str());
+    const auto number = id ? KxGenApi::HexIdToNumber(*id) : std::nullopt;
+    if (!number)
+        throw INVALID_ARGUMENT_EXCEPTION("Chunk ID '%s' is no hexadecimal number of up to 16 digits",
+                                         chunkId.c_str());
+    return *number;
+}
+
+void CChunkAdapter::AttachChunks(uint8_t* pBuffer, const NextChunk& next,
+                                 AttachStatistics_t* pAttachStatistics)
+{
+    if (!m_nodeMap)
+        throw LOGICAL_ERROR_EXCEPTION("A buffer can't be attached without a node map");
+    AttachStatistics_t statistics{static_cast<int>(m_slots.size()), 0, 0};
+    {
+        // Readers see the old buffer or the new one, never some of each.
+        const AutoLock lock(m_nodeMap->GetLock());
+        for (CSlot& slot : m_slots)
+            slot.id = ToNumber(slot.port->GetChunkID());
+        ForgetChunks();
+        std::sort(m_slots.begin(), m_slots.end(), [](const CSlot& l, const CSlot& r) { return l.id < r.id; });
+        for (CChunk chunk{}; next(chunk); ++statistics.NumChunks) {
+            if (AttachToPorts(pBuffer, chunk))
+                ++statistics.NumAttachedChunks;
+        }
+    }
+    if (pAttachStatistics)
+        *pAttachStatistics = statistics;
+    InvalidatePorts();
+}
+
+bool CChunkAdapter::AttachToPorts(uint8_t* pBuffer, const CChunk& chunk)
+{
+    bool attached = false;
+    auto slot = std::lower_bound(m_slots.begin(), m_slots.end(), chunk.id,
+                                 [](const CSlot& l, uint64_t id) { return l.id < id; });
+    for (; slot != m_slots.end() && slot->id == chunk.id && !slot->attached; ++slot) {
+        const bool fits = m_maxCacheSize < 0 || chunk.length <= m_maxCacheSize - m_cacheSize;
+        const bool keep = slot->port->CacheChunkData() && fits;
+        slot->port->AttachChunk(pBuffer, chunk.offset, chunk.length, keep);
+        m_cacheSize += keep ? chunk.length : 0;
+        slot->attached = attached = true;
+    }
+    return attached;
+}
+
+void CChunkAdapter::ForgetChunks()
+{
+    for (CSlot& slot : m_slots) {
+        slot.port->DetachChunk();
+        slot.port->ClearCache();
+        slot.attached = false;
+    }
+    m_cacheSize = 0;
+}
+
+void CChunkAdapter::RefuseBuffer()
+{
+    ForgetChunks();
+    InvalidatePorts();
+}
+
+void CChunkAdapter::InvalidatePorts()
+{
+    for (const CSlot& slot : m_slots)
+        slot.port->InvalidateNode();
+}
+
+void CChunkAdapter::DetachBuffer()
+{
+    for (const CSlot& slot : m_slots)
+        slot.port->DetachChunk();
+    InvalidatePorts();
+}
+
+void CChunkAdapter::UpdateBuffer(uint8_t* pBaseAddress)
+{
+    if (!m_nodeMap)
+        throw LOGICAL_ERROR_EXCEPTION("A buffer can't be attached without a node map");
+    if (!pBaseAddress)
+        throw INVALID_ARGUMENT_EXCEPTION("The buffer must not be null");
+    {
+        const AutoLock lock(m_nodeMap->GetLock());
+        for (const CSlot& slot : m_slots)
+            slot.port->UpdateBuffer(pBaseAddress);
+    }
+    InvalidatePorts();
+}
+
+void CChunkAdapter::ClearCaches()
+{
+    for (const CSlot& slot : m_slots)
+        slot.port->ClearCache();
+    m_cacheSize = 0;
+    InvalidatePorts();
+}
+
+} // namespace GenApi
