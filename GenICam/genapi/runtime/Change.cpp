@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/Change.h"
+
+#include "runtime/Callbacks.h"
+
+#include <Base/GCException.h>
+
+namespace KxGenApi
+{
+
+Call::Call(const Node& node, const char* method)
+    : m_map(node.Map())
+{
+    m_map.GetLock().Lock();
+    m_outermost = m_map.EnterCall(&node, method);
+}
+
+Call::~Call()
+{
+    if (m_outermost)
+        m_map.LeaveCall();
+    m_map.GetLock().Unlock();
+}
+
+Change::Change(const Node& node, const char* method)
+    : m_map(node.Map())
+{
+    m_map.GetLock().Lock();
+    m_outermost = m_map.EnterCall(&node, method);
+}
+
+Change::Change(NodeMap& map, const char* method)
+    : m_map(map)
+{
+    m_map.GetLock().Lock();
+    m_outermost = m_map.EnterCall(nullptr, method);
+}
+
+Change::~Change()
+{
+    if (!m_locked)
+        return;
+    ForgetDependents(nullptr);
+    Unlock();
+}
+
+void Change::Unlock()
+{
+    m_locked = false;
+    if (m_outermost)
+        m_map.LeaveCall();
+    m_map.GetLock().Unlock();
+}
+
+void Change::Finish()
+{
+    std::vector<std::shared_ptr<CallbackSlot>> callbacks;
+    ForgetDependents(m_map.m_callbackCount > 0 ? &callbacks : nullptr);
+    m_starts.clear();
+    {
+        // Calls out of a callback are calls of their own, with names and a depth of their own.
+        const NodeMap::Aside aside(m_map);
+        for (const auto& callback : callbacks)
+            callback->Run(cbPostInsideLock);
+    }
+    Unlock();
+    for (const auto& callback : callbacks)
+        callback->Run(cbPostOutsideLock);
+}
+
+void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callbacks)
+{
+    if (m_starts.empty())
+        return;
+    const Description& description = m_map.Described();
+    std::vector<NodeIndex>& pending = m_map.BeginWalk();
+    for (const Start& start : m_starts) {
+        if (m_map.MarkVisited(start.node)) {
+            Visit(start.node, start.knowsContent, callbacks);
+            pending.push_back(start.node);
+        }
+    }
+    while (!pending.empty()) {
+        const NodeIndex node = pending.back();
+        pending.pop_back();
+        for (const NodeIndex dependent : description.Dependents(node)) {
+            if (m_map.MarkVisited(dependent)) {
+                Visit(dependent, false, callbacks);
+                pending.push_back(dependent);
+            }
+        }
+    }
+}
+
+void Change::Visit(NodeIndex index, bool knowsContent, std::vector<std::shared_ptr<CallbackSlot>>* callbacks)
+{
+    Node* const node = m_map.ExistingNode(index); // what nobody asked for yet knows nothing
+    if (node == nullptr)
+        return;
+    if (knowsContent)
+        node->ForgetAccessMode();
+    else
+        node->Forget();
+    if (callbacks != nullptr && node->HasCallbacks())
+        node->TakeCallbacks(*callbacks);
+}
+
+void Level::Raise(const Node& node)
+{
+    --m_map.m_depth; // the destructor does not run
+    throw LOGICAL_ERROR_EXCEPTION_NODE(m_map.EntryText().c_str(), node.NameText())(
+        "More than %u nodes refer to each other in a row; the description goes round in circles at '%s'",
+        NodeMap::kMaxDepth, node.NameText());
+}
+
+} // namespace KxGenApi

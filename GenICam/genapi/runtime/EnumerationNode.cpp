@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/Change.h"
+#include "runtime/ChoiceNodes.h"
+#include "runtime/TextConversion.h"
+
+#include <Base/GCException.h>
+
+#include <algorithm>
+
+namespace KxGenApi
+{
+
+// ------------------------------------------------------------------------------------------------ EnumEntry
+
+EnumEntryNode::EnumEntryNode(NodeMap& map, NodeIndex index)
+    : Node(map, index)
+    , m_symbolic(TextOf(Prop::Symbolic))
+{
+    if (m_symbolic.empty())
+        m_symbolic = TextOf(Prop::EntryName);
+    if (const Property* const value = Find(Prop::Value))
+        m_value = value->integer;
+    m_number = static_cast<double>(m_value);
+    if (const Property* const number = Find(Prop::NumericValue)) {
+        m_number = number->real;
+        m_hasNumber = true;
+    }
+    const Property* const selfClearing = Find(Prop::IsSelfClearing);
+    m_selfClearing = selfClearing != nullptr && selfClearing->integer != 0;
+}
+
+gcstring EnumEntryNode::ToString(bool, bool)
+{
+    const Call call(*this, "ToString");
+    RequireReadable();
+    const std::string text = IntegerToText(m_value, PureNumber);
+    return gcstring(text.data(), text.size());
+}
+
+void EnumEntryNode::FromString(const gcstring&, bool)
+{
+    throw ACCESS_EXCEPTION_NODE("FromString", NameText())("Node is not writable.");
+}
+
+gcstring EnumEntryNode::GetDisplayName() const
+{
+    const gcstring name = TextOf(Prop::DisplayName);
+    return name.empty() ? m_symbolic : name;
+}
+
+// ---------------------------------------------------------------------------------------------- Enumeration
+
+EnumerationNode::EnumerationNode(NodeMap& map, NodeIndex index)
+    : Node(map, index)
+    , m_slots(*this)
+{}
+
+gcstring EnumerationNode::ToString(bool Verify, bool IgnoreCache)
+{
+    const Call call(*this, "ToString");
+    const int64_t value = Read({Verify, IgnoreCache});
+    const EnumEntryNode* const entry = EntryOf(value);
+    if (entry == nullptr) {
+        throw KXNODE_ERROR(InvalidArgumentException)("The device holds %lld, which no entry stands for",
+                                                     static_cast<long long>(value));
+    }
+    return entry->Symbolic();
+}
+
+void EnumerationNode::FromString(const gcstring& ValueStr, bool Verify)
+{
+    Change change(*this, "FromString");
+    EnumEntryNode* const entry = EntryNamed(ValueStr);
+    if (entry == nullptr)
+        throw KXNODE_ERROR(InvalidArgumentException)("There is no entry '%s'", ValueStr.c_str());
+    WriteInteger(entry->Value(), Verify, change);
+    change.Finish();
+}
+
+bool EnumerationNode::IsValueCacheValid() const
+{
+    const Call call(*this, "IsValueCacheValid");
+    return m_valueKnown;
+}
+
+void EnumerationNode::GetSymbolics(StringList_t& Symbolics)
+{
+    const Call call(*this, "GetSymbolics");
+    Symbolics.clear();
+    for (const EnumEntryNode* const entry : Entries()) {
+        if (IsImplemented(entry->AccessMode()))
+            Symbolics.push_back(entry->Symbolic());
+    }
+}
+
+void EnumerationNode::GetEntries(NodeList_t& Entries)
+{
+    const Call call(*this, "GetEntries");
+    Entries.clear();
+    for (EnumEntryNode* const entry : this->Entries())
+        Entries.push_back(entry);
+}
+
+IEnumeration& EnumerationNode::operator=(const gcstring& ValueStr)
+{
+    FromString(ValueStr);
+    return *this;
+}
+
+void EnumerationNode::SetIntValue(int64_t Value, bool Verify)
+{
+    Change change(*this, "SetIntValue");
+    WriteInteger(Value, Verify, change);
+    change.Finish();
+}
+
+int64_t EnumerationNode::GetIntValue(bool Verify, bool IgnoreCache)
+{
+    const Call call(*this, "GetIntValue");
+    return Read({Verify, IgnoreCache});
+}
+
+IEnumEntry* EnumerationNode::GetEntryByName(const gcstring& Symbolic)
+{
+    const Call call(*this, "GetEntryByName");
+    return EntryNamed(Symbolic);
+}
+
+IEnumEntry* EnumerationNode::GetEntry(const int64_t IntValue)
+{
+    const Call call(*this, "GetEntry");
+    return EntryOf(IntValue);
+}
+
+IEnumEntry* EnumerationNode::GetCurrentEntry(bool Verify, bool IgnoreCache)
+{
+    const Call call(*this, "GetCurrentEntry");
+    return EntryOf(Read({Verify, IgnoreCache}));
+}
+
+int64_t EnumerationNode::ReadInteger(ReadOptions options)
+{
+    EnumEntryNode& entry = Current(options);
+    return entry.HasNumber() ? RoundToInteger(*this, entry.Number()) : entry.Value();
+}
+
+double EnumerationNode::ReadReal(ReadOptions options) { return Current(options).Number(); }
+
+EnumEntryNode& EnumerationNode::Current(ReadOptions options)
+{
+    const int64_t value = Read(options);
+    EnumEntryNode* const entry = EntryOf(value);
+    if (entry == nullptr) {
+        throw KXNODE_ERROR(LogicalErrorException)("The device holds %lld, which no entry stands for",
+                                                  static_cast<long long>(value));
+    }
+    return *entry;
+}
+
+int64_t EnumerationNode::Read(ReadOptions options)
+{
+    RequireReadable();
+    if (!m_valueKnown || options.ignoreCache) {
+        const Level level(*this);
+        const uint64_t before = Map().UncachedReads();
+        m_valueKnown = false;
+        if (m_clearsItself)
+            options.ignoreCache = true; // it may have cleared itself by now
+        m_value = m_slots.Read(options);
+        const EnumEntryNode* const entry = EntryOf(m_value);
+        m_clearsItself = entry != nullptr && entry->ClearsItself();
+        if (m_clearsItself || CachingMode() == NoCache)
+            Map().CountUncachedRead();
+        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
+    }
+    if (options.verify && EntryOf(m_value) == nullptr) {
+        throw KXNODE_ERROR(OutOfRangeException)("The device holds %lld, which no entry stands for",
+                                                static_cast<long long>(m_value));
+    }
+    return m_value;
+}
+
+void EnumerationNode::WriteInteger(int64_t value, bool verify, Change& change)
+{
+    const Level level(*this);
+    RequireWritable(verify);
+    const EnumEntryNode* const entry = EntryOf(value);
+    if (entry == nullptr) {
+        throw KXNODE_ERROR(InvalidArgumentException)("There is no entry for the value %lld",
+                                                     static_cast<long long>(value));
+    }
+    if (verify && !IsAvailable(entry->AccessMode())) {
+        throw KXNODE_ERROR(AccessException)("The entry '%s' is not writable.", entry->Symbolic().c_str());
+    }
+    m_slots.Write(value, verify, change);
+    m_clearsItself = entry->ClearsItself();
+}
+
+void EnumerationNode::WriteReal(double value, bool verify, Change& change)
+{
+    WriteInteger(RoundToInteger(*this, value), verify, change);
+}
+
+int64_t EnumerationNode::IntegerMin()
+{
+    int64_t min = 0;
+    bool any = false;
+    for (const EnumEntryNode* const entry : Entries()) {
+        min = any ? std::min(min, entry->Value()) : entry->Value();
+        any = true;
+    }
+    return min;
+}
+
+int64_t EnumerationNode::IntegerMax()
+{
+    int64_t max = 0;
+    bool any = false;
+    for (const EnumEntryNode* const entry : Entries()) {
+        max = any ? std::max(max, entry->Value()) : entry->Value();
+        any = true;
+    }
+    return max;
+}
+
+EAccessMode EnumerationNode::OwnAccessMode() const
+{
+    bool anyImplemented = false;
+    bool anyAvailable = false;
+    for (const EnumEntryNode* const entry : Entries()) {
+        const EAccessMode mode = entry->AccessMode();
+        anyImplemented = anyImplemented || IsImplemented(mode);
+        anyAvailable = anyAvailable || IsAvailable(mode);
+        if (anyAvailable)
+            break;
+    }
+    if (!anyImplemented)
+        return NI;
+    return Combine(anyAvailable ? RW : NA, m_slots.AccessMode());
+}
+
+const std::vector<EnumEntryNode*>& EnumerationNode::Entries() const
+{
+    if (m_entries.empty()) {
+        for (const Property& property : Properties()) {
+            if (property.id == Prop::EnumEntry)
+                m_entries.push_back(dynamic_cast<EnumEntryNode*>(&Map().NodeAt(property.node)));
+        }
+    }
+    return m_entries;
+}
+
+EnumEntryNode* EnumerationNode::EntryOf(int64_t value) const
+{
+    for (EnumEntryNode* const entry : Entries()) {
+        if (entry->Value() == value)
+            return entry;
+    }
+    return nullptr;
+}
+
+EnumEntryNode* EnumerationNode::EntryNamed(const gcstring& symbolic) const
+{
+    for (EnumEntryNode* const entry : Entries()) {
+        if (entry->Symbolic() == symbolic)
+            return entry;
+    }
+    return nullptr;
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/Change.h"
+#include "runtime/NumberNode.h"
+#include "runtime/TextConversion.h"
+#include "runtime/ValidValues.h"
+
+#include <Base/GCException.h>
+#include <GenApi/IEnumeration.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace KxGenApi
+{
+
+FloatBase::FloatBase(NodeMap& map, NodeIndex index)
+    : Node(map, index)
+    , m_imposedMin(-std::numeric_limits<double>::infinity())
+    , m_imposedMax(std::numeric_limits<double>::infinity())
+    , m_representation(Find(Prop::Representation))
+{}
+
+// ------------------------------------------------------------------------------------------ calls of a user
+
+gcstring FloatBase::ToString(bool Verify, bool IgnoreCache)
+{
+    const Call call(*this, "ToString");
+    const double value = ReadReal({Verify, IgnoreCache});
+    const std::string text = RealToText(value, GetDisplayNotation(), GetDisplayPrecision());
+    return gcstring(text.data(), text.size());
+}
+
+void FloatBase::FromString(const gcstring& ValueStr, bool Verify)
+{
+    Change change(*this, "FromString");
+    const std::optional<double> value = TextToReal(std::string_view(ValueStr.c_str(), ValueStr.size()));
+    if (!value)
+        throw KXNODE_ERROR(InvalidArgumentException)("'%s' is no number", ValueStr.c_str());
+    WriteReal(*value, Verify, change);
+    change.Finish();
+}
+
+bool FloatBase::IsValueCacheValid() const
+{
+    const Call call(*this, "IsValueCacheValid");
+    return m_valueKnown;
+}
+
+void FloatBase::SetValue(double Value, bool Verify)
+{
+    Change change(*this, "SetValue");
+    WriteReal(Value, Verify, change);
+    change.Finish();
+}
+
+IFloat& FloatBase::operator=(double Value)
+{
+    SetValue(Value);
+    return *this;
+}
+
+double FloatBase::GetValue(bool Verify, bool IgnoreCache)
+{
+    const Call call(*this, "GetValue");
+    return ReadReal({Verify, IgnoreCache});
+}
+
+double FloatBase::GetMin()
+{
+    const Call call(*this, "GetMin");
+    RequireAvailable();
+    return std::max(RealMin(), m_imposedMin);
+}
+
+double FloatBase::GetMax()
+{
+    const Call call(*this, "GetMax");
+    RequireAvailable();
+    return std::min(RealMax(), m_imposedMax);
+}
+
+bool FloatBase::HasInc()
+{
+    const Call call(*this, "HasInc");
+    return HasRealInc();
+}
+
+EIncMode FloatBase::GetIncMode()
+{
+    const Call call(*this, "GetIncMode");
+    return IncMode();
+}
+
+double FloatBase::GetInc()
+{
+    const Call call(*this, "GetInc");
+    RequireAvailable();
+    return RealInc();
+}
+
+double_autovector_t FloatBase::GetListOfValidValues(bool bounded)
+{
+    const Call call(*this, "GetListOfValidValues");
+    double_autovector_t values = ValidReals(*this);
+    if (bounded && !values.empty()) {
+        const double min = std::max(RealMin(), m_imposedMin);
+        const double max = std::min(RealMax(), m_imposedMax);
+        values.erase(
+            std::remove_if(values.begin(), values.end(), [&](double v) { return v < min || v > max; }),
+            values.end());
+    }
+    return values;
+}
+
+ERepresentation FloatBase::GetRepresentation()
+{
+    const Call call(*this, "GetRepresentation");
+    return Representation();
+}
+
+gcstring FloatBase::GetUnit() const
+{
+    const Call call(*this, "GetUnit");
+    return Unit();
+}
+
+EDisplayNotation FloatBase::GetDisplayNotation() const
+{
+    const Property* const property = Find(Prop::DisplayNotation);
+    return property != nullptr ? static_cast<EDisplayNotation>(property->integer) : fnAutomatic;
+}
+
+int64_t FloatBase::GetDisplayPrecision() const
+{
+    const Property* const property = Find(Prop::DisplayPrecision);
+    return property != nullptr ? property->integer : 6;
+}
+
+IInteger* FloatBase::GetIntAlias() { return dynamic_cast<IInteger*>(GetAlias()); }
+
+IEnumeration* FloatBase::GetEnumAlias() { return dynamic_cast<IEnumeration*>(GetAlias()); }
+
+void FloatBase::ImposeMin(double Value)
+{
+    const Call call(*this, "ImposeMin");
+    m_imposedMin = Value;
+}
+
+void FloatBase::ImposeMax(double Value)
+{
+    const Call call(*this, "ImposeMax");
+    m_imposedMax = Value;
+}
+
+// ------------------------------------------------------------------------------------------ for other nodes
+
+double FloatBase::ReadReal(ReadOptions options)
+{
+    RequireReadable();
+    if (!m_valueKnown || options.ignoreCache) {
+        const Level level(*this);
+        const uint64_t before = Map().UncachedReads();
+        m_valueKnown = false;
+        m_value = Fetch(options);
+        if (CachingMode() == NoCache)
+            Map().CountUncachedRead();
+        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
+    }
+    const double value = m_value;
+    if (options.verify)
+        CheckLimits(value);
+    return value;
+}
+
+int64_t FloatBase::ReadInteger(ReadOptions options) { return RoundToInteger(*this, ReadReal(options)); }
+
+void FloatBase::WriteInteger(int64_t value, bool verify, Change& change)
+{
+    WriteReal(static_cast<double>(value), verify, change);
+}
+
+void FloatBase::WriteReal(double value, bool verify, Change& change)
+{
+    const Level level(*this);
+    RequireWritable(verify);
+    if (verify)
+        CheckLimits(value);
+    Store(value, verify, change);
+}
+
+int64_t FloatBase::IntegerMin() { return RoundToInteger(*this, RealMin()); }
+
+int64_t FloatBase::IntegerMax() { return RoundToInteger(*this, RealMax()); }
+
+int64_t FloatBase::IntegerInc() { return HasRealInc() ? RoundToInteger(*this, RealInc()) : 1; }
+
+double FloatBase::RealInc() { throw KXNODE_ERROR(RuntimeException)("The node has no increment"); }
+
+EIncMode FloatBase::IncMode()
+{
+    if (Find(Prop::ValidValueSet) != nullptr)
+        return listIncrement;
+    return HasRealInc() ? fixedIncrement : noIncrement;
+}
+
+ERepresentation FloatBase::Representation() const
+{
+    if (m_representation != nullptr)
+        return static_cast<ERepresentation>(m_representation->integer);
+    const Node* const origin = Origin();
+    return origin != nullptr ? origin->Representation() : PureNumber;
+}
+
+gcstring FloatBase::Unit() const
+{
+    if (Find(Prop::Unit) != nullptr)
+        return TextOf(Prop::Unit);
+    const Node* const origin = Origin();
+    return origin != nullptr ? origin->Unit() : gcstring();
+}
+
+void FloatBase::CheckLimits(double value)
+{
+    const double min = RealMin(); // NaN is neither below nor above, and passes
+    if (value < min)
+        throw KXNODE_ERROR(OutOfRangeException)("Value = %f must be equal or greater than Min = %f", value,
+                                                min);
+    const double max = RealMax();
+    if (value > max)
+        throw KXNODE_ERROR(OutOfRangeException)("Value = %f must be equal or smaller than Max = %f", value,
+                                                max);
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/NodeMap.h"
+
+#include "runtime/Change.h"
+#include "runtime/NodeFactory.h"
+
+#include <Base/GCException.h>
+#include <GenApi/GenApiVersion.h>
+#include <GenApi/IFloat.h>
+#include <GenApi/IInteger.h>
+#include <GenApi/IPortConstruct.h>
+#include <GenApi/IValue.h>
+
+#include <algorithm>
+
+namespace KxGenApi
+{
+namespace
+{
+
+gcstring Text(const std::string& text) { return gcstring(text.data(), text.size()); }
+
+} // namespace
+
+NodeMap::NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName)
+    : m_model(std::move(model))
+    , m_deviceName(deviceName)
+    , m_nodes(new std::atomic<Node*>[m_model->description->NodeCount()]())
+{}
+
+NodeMap::~NodeMap()
+{
+    for (NodeIndex i = 0; i < Described().NodeCount(); ++i)
+        delete m_nodes[i].load(std::memory_order_relaxed);
+}
+
+// ---------------------------------------------------------------------------------------------------- nodes
+
+Node& NodeMap::NodeAt(NodeIndex index) const
+{
+    Node* node = ExistingNode(index);
+    if (node != nullptr)
+        return *node;
+    const AutoLock lock(m_lock);
+    node = ExistingNode(index); // somebody else may have been faster
+    if (node == nullptr) {
+        node = MakeNode(const_cast<NodeMap&>(*this), index).release(); // making a node changes no value
+        m_nodes[index].store(node, std::memory_order_release);
+    }
+    return *node;
+}
+
+void NodeMap::GetNodes(NodeList_t& Nodes) const
+{
+    const NodeIndex count = Described().NodeCount();
+    Nodes.reserve(Nodes.size() + count);
+    for (NodeIndex i = 0; i < count; ++i)
+        Nodes.push_back(&NodeAt(i));
+}
+
+INode* NodeMap::GetNode(const gcstring& Name) const
+{
+    std::string_view name(Name.c_str(), Name.size());
+    NodeIndex index = Described().FindNode(name);
+    if (index == kNoNode) {
+        const size_t colons = name.find("::");
+        if (colons == std::string_view::npos)
+            return nullptr;
+        const std::string_view prefix = name.substr(0, colons);
+        index = Described().FindNode(name.substr(colons + 2));
+        if (index == kNoNode)
+            return nullptr;
+        const bool isStandard = Described().Node(index).nameSpace == Standard;
+        if (prefix != (isStandard ? "Std" : "Cust"))
+            return nullptr;
+    }
+    return &NodeAt(index);
+}
+
+void NodeMap::InvalidateNodes() const
+{
+    Change change(const_cast<NodeMap&>(*this), "InvalidateNodes"); // the values stay what they are
+    for (NodeIndex i = 0; i < Described().NodeCount(); ++i)
+        change.Invalidate(i);
+    change.Finish();
+}
+
+bool NodeMap::Connect(IPort* pPort, const gcstring& PortName) const
+{
+    IPortConstruct* const port = dynamic_cast<IPortConstruct*>(GetNode(PortName));
+    if (port == nullptr)
+        return false;
+    port->SetPortImpl(pPort);
+    return true;
+}
+
+bool NodeMap::Connect(IPort* pPort) const { return Connect(pPort, "Device"); }
+
+std::string NodeMap::EntryText() const
+{
+    if (m_callMethod == nullptr)
+        return "GenApi";
+    return m_callNode != nullptr ? std::string(m_callNode->NameText()) + "." + m_callMethod + "()"
+                                 : std::string(m_callMethod) + "()";
+}
+
+std::vector<NodeIndex>& NodeMap::BeginWalk()
+{
+    if (m_visited.empty())
+        m_visited.resize(Described().NodeCount());
+    if (++m_walk == 0) { // after four billion walks the marks begin anew
+        std::fill(m_visited.begin(), m_visited.end(), 0);
+        m_walk = 1;
+    }
+    m_pending.clear();
+    return m_pending;
+}
+
+// -------------------------------------------------------------------------------------------------- polling
+
+void NodeMap::Poll(int64_t ElapsedTime)
+{
+    if (ElapsedTime <= 0)
+        return;
+    Change change(*this, "Poll");
+    if (!m_polledListed) {
+        for (NodeIndex i = 0; i < Described().NodeCount(); ++i) {
+            const Property* const interval = Described().Find(i, Prop::PollingTime);
+            if (interval != nullptr && interval->integer >= 0)
+                m_polled.push_back({i, interval->integer, 0});
+        }
+        m_polledListed = true;
+    }
+    for (Polled& polled : m_polled) {
+        Node* const node = ExistingNode(polled.node);
+        if (node != nullptr && !node->IsPollingActive()) {
+            polled.elapsed = 0;
+            continue;
+        }
+        // saturated, for intervals may be as long as int64 goes
+        polled.elapsed = std::min(ElapsedTime, INT64_MAX - polled.elapsed) + polled.elapsed;
+        if (polled.elapsed < polled.interval || IsPollingBlocked(polled.node))
+            continue;
+        polled.elapsed = 0;
+        change.Invalidate(polled.node);
+    }
+    change.Finish();
+}
+
+bool NodeMap::IsPollingBlocked(NodeIndex index) const
+{
+    const Property* const block = Described().Find(index, Prop::pBlockPolling);
+    if (block == nullptr)
+        return false;
+    try {
+        return NodeAt(block->node).ReadInteger(ReadOptions()) != 0;
+    } catch (const GenICam::GenericException&) {
+        return false; // a block that can't be read blocks nothing
+    }
+}
+
+// ------------------------------------------------------------------------------------------------- formulas
+
+bool NodeMap::ParseSwissKnifes(GenICam::gcstring_vector* pErrors) const
+{
+    bool allGood = true;
+    for (NodeIndex i = 0; i < Described().NodeCount(); ++i) {
+        for (const Property& property : Described().Properties(i)) {
+            if (property.id != Prop::Formula && property.id != Prop::FormulaTo &&
+                property.id != Prop::FormulaFrom)
+                continue;
+            const NodeType type = Described().Node(i).type;
+            const bool isInteger = type == NodeType::IntSwissKnife || type == NodeType::IntConverter;
+            const std::string& error = isInteger ? Formulas().Get<int64_t>(Described(), i, property.id).error
+                                                 : Formulas().Get<double>(Described(), i, property.id).error;
+            if (error.empty())
+                continue;
+            allGood = false;
+            if (pErrors != nullptr)
+                pErrors->push_back(Text("Node '" + std::string(Described().Node(i).name) + "': " + error));
+        }
+    }
+    return allGood;
+}
+
+// --------------------------------------------------------------------------------------- concatenated write
+
+CNodeWriteConcatenator* NodeMap::NewNodeWriteConcatenator() const { return new CNodeWriteConcatenator; }
+
+bool NodeMap::ConcatenatedWrite(CNodeWriteConcatenator& List, bool, GenICam::gcstring_vector* pErrorList)
+{
+    const AutoLock lock(m_lock);
+    bool allGood = true;
+    for (const CNodeWriteConcatenator::Entry& entry : List.Entries())
+        allGood = WriteOne(entry, pErrorList) && allGood;
+    return allGood;
+}
+
+bool NodeMap::WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcstring_vector* errors)
+{
+    IValue* const value = dynamic_cast<IValue*>(GetNode(entry.first));
+    if (value == nullptr)
+        return true; // lists are made for several devices, of which not all have every feature
+    try {
+        try {
+            value->FromString(entry.second);
+        } catch (const GenICam::InvalidArgumentException&) {
+            if (dynamic_cast<IInteger*>(value) == nullptr && dynamic_cast<IFloat*>(value) == nullptr)
+                return true;
+            value->FromString("0"); // a text that is no number counts as 0
+        }
+        return true;
+    } catch (const GenICam::GenericException& error) {
+        if (errors != nullptr)
+            errors->push_back(error.GetDescription());
+        return false;
+    }
+}
+
+// ----------------------------------------------------------------------------------------------- IDeviceInfo
+
+gcstring NodeMap::GetModelName() { return Text(Described().Device().modelName); }
+
+gcstring NodeMap::GetVendorName() { return Text(Described().Device().vendorName); }
+
+gcstring NodeMap::GetToolTip() { return Text(Described().Device().toolTip); }
+
+gcstring NodeMap::GetStandardNameSpace() { return Text(Described().Device().standardNameSpace); }
+
+void NodeMap::GetGenApiVersion(Version_t& Version, uint16_t& Build)
+{
+    Version = {GENAPI_VERSION_MAJOR, GENAPI_VERSION_MINOR, GENAPI_VERSION_SUBMINOR};
+    Build = 0;
+}
+
+void NodeMap::GetSchemaVersion(Version_t& Version)
+{
+    const DeviceFacts& device = Described().Device();
+    Version = {device.schemaMajor, device.schemaMinor, device.schemaSubMinor};
+}
+
+void NodeMap::GetDeviceVersion(Version_t& Version)
+{
+    const DeviceFacts& device = Described().Device();
+    Version = {device.major, device.minor, device.subMinor};
+}
+
+gcstring NodeMap::GetProductGuid() { return Text(Described().Device().productGuid); }
+
+gcstring NodeMap::GetVersionGuid() { return Text(Described().Device().versionGuid); }
+
+} // namespace KxGenApi

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/RegisterAccess.h"
+
+#include "runtime/Change.h"
+#include "runtime/PortNode.h"
+
+#include <Base/GCException.h>
+
+namespace KxGenApi
+{
+
+RegisterAccess::RegisterAccess(Node& owner, ECachingMode defaultCaching)
+    : m_owner(owner)
+    , m_defaultCaching(defaultCaching)
+{
+    for (const Property& property : owner.Properties()) {
+        switch (property.id) {
+        case Prop::Address:
+        case Prop::pAddress:
+        case Prop::IntSwissKnife:
+            m_terms.push_back({NumberLink(property), false});
+            break;
+        case Prop::pIndex:
+            m_terms.push_back({NumberLink(property), true});
+            break;
+        case Prop::Length:
+        case Prop::pLength:
+            m_length = NumberLink(property);
+            break;
+        case Prop::pPort:
+            m_port = Link(property);
+            break;
+        case Prop::AccessMode:
+            m_accessMode = static_cast<EAccessMode>(property.integer);
+            break;
+        case Prop::Cachable:
+            m_cachable = &property;
+            break;
+        case Prop::Endianess:
+            m_bigEndian = property.integer == BigEndian;
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+PortNode& RegisterAccess::Port() const
+{
+    if (m_portNode == nullptr)
+        m_portNode =
+            &dynamic_cast<PortNode&>(m_port.Target(m_owner)); // checked when the description was read
+    return *m_portNode;
+}
+
+int64_t RegisterAccess::IndexFactor(const Property& property) const
+{
+    if (property.offsetNode != kNoNode)
+        return m_owner.Map().NodeAt(property.offsetNode).ReadInteger(ReadOptions());
+    if (property.hasOffset)
+        return property.index;
+    return m_length.Integer(m_owner);
+}
+
+int64_t RegisterAccess::Address(ReadOptions options)
+{
+    if (m_addressKnown && !options.ignoreCache)
+        return m_address;
+    const uint64_t before = m_owner.Map().UncachedReads();
+    uint64_t address = 0; // terms may be negative and may wrap
+    for (const AddressTerm& term : m_terms) {
+        const auto value = static_cast<uint64_t>(term.link.Integer(m_owner));
+        const uint64_t factor = term.isIndex ? static_cast<uint64_t>(IndexFactor(term.link.Source())) : 1;
+        address += value * factor;
+    }
+    m_address = static_cast<int64_t>(address);
+    m_addressKnown = m_owner.Map().UncachedReads() == before;
+    return m_address;
+}
+
+int64_t RegisterAccess::Length()
+{
+    const int64_t length = m_length.Integer(m_owner);
+    if (length < 0 || length > kMaxLength) {
+        throw OUT_OF_RANGE_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
+            "Length = %lld must be between 0 and %lld", static_cast<long long>(length),
+            static_cast<long long>(kMaxLength));
+    }
+    return length;
+}
+
+EAccessMode RegisterAccess::AccessMode() const { return Combine(m_accessMode, Port().AccessMode()); }
+
+ECachingMode RegisterAccess::CachingMode() const
+{
+    ECachingMode mode = m_defaultCaching;
+    if (m_cachable != nullptr)
+        mode = Combine(mode, static_cast<ECachingMode>(m_cachable->integer));
+    const auto isUncached = [&](const NumberLink& link) {
+        return link.IsReference() && link.Target(m_owner).CachingMode() == NoCache;
+    };
+    for (const AddressTerm& term : m_terms) {
+        if (isUncached(term.link))
+            mode = NoCache;
+    }
+    return isUncached(m_length) ? NoCache : mode;
+}
+
+bool RegisterAccess::IsBigEndian() const { return m_bigEndian != Port().SwapsEndianess(); }
+
+const std::vector<uint8_t>& RegisterAccess::Read(ReadOptions options)
+{
+    const int64_t length = Length();
+    const int64_t address = Address(options);
+    RegisterCache& cache = Port().Cache();
+    const bool cached = m_owner.CachingMode() != NoCache;
+    if (cached && !options.ignoreCache) {
+        if (const RegisterCache::Bytes* const bytes = cache.Find(address, length))
+            return *bytes;
+    }
+    std::vector<uint8_t> bytes(static_cast<size_t>(length));
+    Port().Connected(m_owner).Read(bytes.data(), address, length);
+    m_knownLength = length;
+    if (cached && !options.ignoreCache)
+        return cache.Store(address, std::move(bytes));
+    cache.Drop(address, length);
+    m_uncached = std::move(bytes);
+    return m_uncached;
+}
+
+void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
+{
+    if (!IsWritable(m_accessMode)) {
+        throw ACCESS_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(),
+                                    m_owner.NameText())("Node is not writable.");
+    }
+    const int64_t length = Length();
+    const int64_t address = Address();
+    RegisterCache& cache = Port().Cache();
+    Port().Connected(m_owner).Write(bytes.data(), address, static_cast<int64_t>(bytes.size()));
+    m_knownLength = length;
+    const bool whole = static_cast<int64_t>(bytes.size()) == length;
+    if (whole && m_owner.CachingMode() == WriteThrough)
+        cache.Store(address, std::move(bytes));
+    else
+        cache.Drop(address, length);
+    change.Wrote(m_owner);
+}
+
+void RegisterAccess::Forget()
+{
+    if (m_addressKnown)
+        Port().Cache().Drop(m_address, m_knownLength);
+    m_addressKnown = false;
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+// The bytes behind a register node: where they are, how they are cached, reading and writing them.
+#pragma once
+
+#include "runtime/NumberLink.h"
+
+#include <vector>
+
+namespace KxGenApi
+{
+
+class PortNode;
+
+/// Part of every register node.
+class RegisterAccess
+{
+public:
+    /// No register is longer than this; more is an error of the description or of what it was computed from.
+    static constexpr int64_t kMaxLength = int64_t{1} << 28;
+
+    /// @param defaultCaching the mode where the description gives none
+    RegisterAccess(Node& owner, ECachingMode defaultCaching);
+
+    int64_t Address(ReadOptions options = ReadOptions());
+    /// OutOfRangeException if it is negative or above kMaxLength.
+    int64_t Length();
+    EAccessMode AccessMode() const;
+    ECachingMode CachingMode() const;
+    bool IsBigEndian() const;
+
+    /// All bytes; valid until the next call for any register of this port.
+    const std::vector<uint8_t>& Read(ReadOptions options);
+    /// Writes the first bytes, at most all; AccessException if the register itself is read-only, verified or
+    /// not.
+    void Write(std::vector<uint8_t> bytes, Change& change);
+    /// Forgets the shared bytes.
+    void Forget();
+
+private:
+    struct AddressTerm
+    {
+        NumberLink link; // a literal address, or the node that gives it or its index
+        bool isIndex = false;
+    };
+
+    PortNode& Port() const;
+    int64_t IndexFactor(const Property& property) const;
+
+    Node& m_owner;
+    const ECachingMode m_defaultCaching;
+    std::vector<AddressTerm> m_terms;
+    NumberLink m_length;
+    Link m_port;
+    mutable PortNode* m_portNode = nullptr;
+    EAccessMode m_accessMode = RW;
+    const Property* m_cachable = nullptr;
+    bool m_bigEndian = false;
+    int64_t m_address = 0, m_knownLength = 0;
+    bool m_addressKnown = false;
+    std::vector<uint8_t> m_uncached; // what Read gives out when nothing is cached
+};
+
+} // namespace KxGenApi

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+// How nodes of a description are related, and their properties by name. These answers need no values.
+#pragma once
+
+#include "description/Description.h"
+
+#include <Base/GCString.h>
+#include <GenApi/Types.h>
+
+#include <vector>
+
+namespace KxGenApi
+{
+
+/// Nodes related in that way, each once, in the order of discovery.
+std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex node, GenApi::ELinkType type);
+
+/// The nodes that a selector selects: those it names, what shows them, and what selected selectors select.
+std::vector<NodeIndex> SelectedNodes(const Description& description, NodeIndex node);
+
+/// The selectors of a node, direct and indirect ones.
+std::vector<NodeIndex> SelectingNodes(const Description& description, NodeIndex node);
+
+/// Names of the elements that the description gives for a node, each once.
+std::vector<GenICam::gcstring> PropertyNamesOf(const Description& description, NodeIndex node);
+
+/// The elements of that name: texts and attributes, several separated by tabulators. False if there are none.
+bool PropertyOf(const Description& description, NodeIndex node, const GenICam::gcstring& name,
+                GenICam::gcstring& value, GenICam::gcstring& attribute);
+
+/// Name of an element.
+const char* NameOf(Prop id);
+
+} // namespace KxGenApi

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "runtime/ValueSlots.h"
+
+#include "runtime/Change.h"
+
+#include <Base/GCException.h>
+
+#include <type_traits>
+
+namespace KxGenApi
+{
+namespace
+{
+
+template <typename Number>
+constexpr bool kIsInteger = std::is_same_v<Number, int64_t>;
+
+template <typename Number>
+Number ReadFrom(Node& node, ReadOptions options)
+{
+    if constexpr (kIsInteger<Number>)
+        return node.ReadInteger(options);
+    else
+        return node.ReadReal(options);
+}
+
+template <typename Number>
+void WriteTo(Node& node, Number value, bool verify, Change& change)
+{
+    if constexpr (kIsInteger<Number>)
+        node.WriteInteger(value, verify, change);
+    else
+        node.WriteReal(value, verify, change);
+}
+
+} // namespace
+
+template <typename Number>
+ValueSlots<Number>::ValueSlots(Node& owner)
+    : m_owner(owner)
+{
+    for (const Property& property : owner.Properties()) {
+        switch (property.id) {
+        case Prop::pIndex:
+            m_index = NumberLink(property);
+            break;
+        case Prop::Value:
+        case Prop::pValue:
+            Take(property, 0);
+            break;
+        case Prop::ValueIndexed:
+        case Prop::pValueIndexed:
+            Take(property, property.index);
+            break;
+        case Prop::ValueDefault:
+        case Prop::pValueDefault:
+            Take(property, 0);
+            m_hasDefault = true;
+            break;
+        case Prop::pValueCopy:
+            m_copies.push_back(NumberLink(property));
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+template <typename Number>
+void ValueSlots<Number>::Take(const Property& property, int64_t index)
+{
+    Slot slot;
+    slot.index = index;
+    slot.link = NumberLink(property);
+    if (slot.link.IsLiteral()) {
+        if constexpr (kIsInteger<Number>)
+            slot.literal = property.integer;
+        else
+            slot.literal = property.real;
+    }
+    m_slots.push_back(slot);
+}
+
+template <typename Number>
+const typename ValueSlots<Number>::Slot& ValueSlots<Number>::Current() const
+{
+    if (!m_index)
+        return m_slots.front(); // the description is checked to have one
+    const int64_t index = m_index.Integer(m_owner);
+    const size_t indexed = m_slots.size() - (m_hasDefault ? 1 : 0);
+    for (size_t i = 0; i < indexed; ++i) {
+        if (m_slots[i].index == index)
+            return m_slots[i];
+    }
+    if (!m_hasDefault) {
+        throw OUT_OF_RANGE_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
+            "There is no value for the index %lld and no default", static_cast<long long>(index));
+    }
+    return m_slots.back();
+}
+
+template <typename Number>
+Node* ValueSlots<Number>::Target() const
+{
+    const Slot& slot = Current();
+    return slot.link.IsReference() ? &slot.link.Target(m_owner) : nullptr;
+}
+
+template <typename Number>
+Number ValueSlots<Number>::Read(ReadOptions options)
+{
+    const Slot& slot = Current();
+    return slot.link.IsReference() ? ReadFrom<Number>(slot.link.Target(m_owner), options) : slot.literal;
+}
+
+template <typename Number>
+void ValueSlots<Number>::Write(Number value, bool verify, Change& change)
+{
+    Slot& slot = Current();
+    if (slot.link.IsReference()) {
+        WriteTo<Number>(slot.link.Target(m_owner), value, verify, change);
+    } else {
+        slot.literal = value;
+        change.Invalidate(m_owner.Index());
+    }
+    for (const NumberLink& copy : m_copies)
+        WriteTo<Number>(copy.Target(m_owner), value, verify, change);
+}
+
+template <typename Number>
+EAccessMode ValueSlots<Number>::AccessMode() const
+{
+    if (m_index && !IsReadable(m_index.Target(m_owner).AccessMode()))
+        return Combine(NA, m_index.Target(m_owner).AccessMode());
+    const Node* const target = Target();
+    return target != nullptr ? target->AccessMode() : RW;
+}
+
+template <typename Number>
+ECachingMode ValueSlots<Number>::CachingMode(ECachingMode ofLiteral) const
+{
+    ECachingMode mode = ofLiteral;
+    for (const Slot& slot : m_slots) {
+        if (slot.link.IsReference())
+            mode = Combine(mode, slot.link.Target(m_owner).CachingMode());
+    }
+    if (m_index && m_index.Target(m_owner).CachingMode() == NoCache)
+        mode = NoCache;
+    return mode;
+}
+
+template class ValueSlots<int64_t>;
+template class ValueSlots<double>;
+
+} // namespace KxGenApi
