@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FeatureTree.h"
+
+#include "DescriptionCheck.h"
+#include "NodeText.h"
+
+#include <ostream>
+#include <set>
+#include <string>
+
+namespace Kx
+{
+
+namespace
+{
+
+constexpr size_t kMaxShown = 100; // longer values are cut, they would hide the tree
+
+std::string Shown(GenApi::INode& node)
+{
+    const ValueText value = ReadValue(node);
+    switch (value.kind) {
+    case ValueText::Kind::None:
+        return {};
+    case ValueText::Kind::NotReadable:
+        return " = ?";
+    case ValueText::Kind::Raised:
+        return " ! " + OneLine(value.text);
+    case ValueText::Kind::Value:
+        break;
+    }
+    std::string text = OneLine(value.text);
+    if (text.size() > kMaxShown)
+        text = text.substr(0, kMaxShown) + "...";
+    const std::string unit = OneLine(UnitOf(node));
+    return " = " + text + (unit.empty() ? "" : " " + unit);
+}
+
+class TreePrinter
+{
+public:
+    explicit TreePrinter(std::ostream& out)
+        : m_out(out)
+    {}
+
+    void Print(GenApi::INode& node, size_t depth)
+    {
+        m_out << std::string(2 * depth, ' ') << node.GetName().c_str();
+        if (const auto category = dynamic_cast<GenApi::ICategory*>(&node))
+            PrintCategory(node, *category, depth);
+        else
+            m_out << Shown(node) << " [" << NameOf(node.GetAccessMode()) << "]\n";
+    }
+
+private:
+    void PrintCategory(GenApi::INode& node, const GenApi::ICategory& category, size_t depth)
+    {
+        // A category may be listed in several others: shown out once, a file can't make the tree grow without
+        // bound.
+        if (!m_shown.insert(&node).second) {
+            m_out << "/ (see above)\n";
+            return;
+        }
+        m_out << "/\n";
+        GenApi::FeatureList_t features;
+        category.GetFeatures(features);
+        for (GenApi::IValue* const feature : features)
+            Print(*feature->GetNode(), depth + 1);
+    }
+
+    std::ostream& m_out;
+    std::set<const GenApi::INode*> m_shown;
+};
+
+} // namespace
+
+void PrintTree(std::ostream& out, const LoadedDescription& description)
+{
+    PrintHeadLine(out, description);
+    if (GenApi::INode* const root = description.Map()._GetNode("Root"))
+        TreePrinter(out).Print(*root, 0);
+    else
+        out << "(no category \"Root\")\n";
+}
+
+} // namespace Kx
