@@ -1,0 +1,123 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Runs the benchmark programs and prints one table: the figures of goals.tsv, each beside its peer from the same run.
+
+usage: print_table.py BIN-FOLDER [FILTER]   (FILTER: regular expression over the figures' names)
+Exit code 1 if a goal is not met.
+"""
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+PROGRAMS = ("bench_genapi", "bench_formula")
+# Seconds and bytes per unit of the table.
+UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6}
+TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
+
+
+class Goal:
+    def __init__(self, line):
+        self.figure, self.own, self.peer, self.unit, value, ratio = line.rstrip("\n").split("\t")
+        self.max_value = None if value == "-" else float(value)
+        self.max_ratio = None if ratio == "-" else float(ratio)
+
+    def benchmarks(self):
+        return {name.split(":")[0] for name in (self.own, self.peer) if name != "-"}
+
+    def text(self):
+        parts = []
+        if self.max_value is not None:
+            parts.append(f"<= {self.max_value:g} {self.unit}")
+        if self.max_ratio is not None:
+            parts.append(f"<= {self.max_ratio:g}x")
+        return ", ".join(parts) or "-"
+
+
+def read_goals(pattern):
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "goals.tsv")
+    with open(path, encoding="utf-8") as file:
+        goals = [Goal(line) for line in file if line.strip() and not line.startswith("#")]
+    return [goal for goal in goals if re.search(pattern, goal.figure, re.IGNORECASE)]
+
+
+def run(program, names):
+    """Median of several repetitions of each benchmark, as {name: row}."""
+    # Some benchmarks append what they were given (iterations:1, manual_time) to their names.
+    pattern = "^(" + "|".join(re.escape(name) for name in sorted(names)) + ")(/iterations:[0-9]+|/manual_time)?$"
+    with tempfile.NamedTemporaryFile(suffix=".json") as out:
+        result = subprocess.run(
+            [program, f"--benchmark_filter={pattern}", "--benchmark_repetitions=5", "--benchmark_min_time=0.2",
+             "--benchmark_enable_random_interleaving=true", f"--benchmark_out={out.name}",
+             "--benchmark_out_format=json"],
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+        if result.returncode != 0:
+            sys.exit(f"{program} failed: {result.stderr.strip()}")
+        text = out.read()
+    if not text.strip():
+        return {}
+    rows = {}
+    for row in json.loads(text)["benchmarks"]:
+        if row.get("error_occurred"):
+            sys.exit(f"{row['name']}: {row.get('error_message')}")
+        if row.get("aggregate_name") == "median":
+            rows[re.sub(r"/(iterations:\d+|manual_time)", "", row["run_name"])] = row
+    return rows
+
+
+def value_of(rows, name):
+    """Seconds or bytes; None if the benchmark did not run."""
+    benchmark, _, counter = name.partition(":")
+    row = rows.get(benchmark)
+    if row is None:
+        return None
+    if counter:
+        return row[counter]
+    return row["real_time"] * TIME_UNITS[row["time_unit"]]
+
+
+def main():
+    if len(sys.argv) not in (2, 3):
+        sys.exit(__doc__)
+    goals = read_goals(sys.argv[2] if len(sys.argv) == 3 else "")
+    if not goals:
+        sys.exit(f"no figure matches '{sys.argv[2]}'")
+    names = set().union(*(goal.benchmarks() for goal in goals))
+    rows = {}
+    for program in PROGRAMS:
+        path = os.path.join(sys.argv[1], program)
+        if os.path.exists(path):
+            rows.update(run(path, names))
+
+    table = [("figure", "measured", "beside", "ratio", "goal", "met")]
+    missed = 0
+    for goal in goals:
+        own, peer = value_of(rows, goal.own), value_of(rows, goal.peer)
+        scale = UNITS[goal.unit]
+        ratio = own / peer if own is not None and peer else None
+        met = own is not None
+        met = met and (goal.max_value is None or own / scale <= goal.max_value)
+        met = met and (goal.max_ratio is None or (ratio is not None and ratio <= goal.max_ratio))
+        missed += not met
+        other = "peer" if goal.peer.split(":")[0].endswith("peer") else goal.peer.split(":")[0]
+        table.append((
+            goal.figure,
+            "not measured" if own is None else f"{own / scale:.3g} {goal.unit}",
+            "-" if peer is None else f"{peer / scale:.3g} {goal.unit} ({other})",
+            "-" if ratio is None else f"{ratio:.3g}x",
+            goal.text(),
+            "yes" if met else "NO"))
+    widths = [max(len(row[i]) for row in table) for i in range(len(table[0]))]
+    for i, row in enumerate(table):
+        print("  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip())
+        if i == 0:
+            print("  ".join("-" * width for width in widths))
+    if missed:
+        print(f"{missed} of {len(goals)} goals not met", file=sys.stderr)
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
