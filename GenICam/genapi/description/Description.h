@@ -18,7 +18,8 @@ using NodeIndex = uint32_t;
 constexpr NodeIndex kNoNode = ~NodeIndex{0};
 
 /// Kind of a node. StructReg has no node of its own: each StructEntry is one.
-enum class NodeType : uint8_t {
+enum class NodeType : uint8_t
+{
     Node,
     Category,
     Integer,
@@ -47,7 +48,8 @@ enum class NodeType : uint8_t {
 };
 
 /// The element that a property comes from. The names are those of the schema.
-enum class Prop : uint8_t {
+enum class Prop : uint8_t
+{
     // every node
     ToolTip,
     Description,
@@ -134,7 +136,8 @@ enum class Prop : uint8_t {
 };
 
 /// Which side of the target a formula's variable reads: "Width", "Width.Max", "Mode.Entry.On".
-enum class RefPart : uint8_t {
+enum class RefPart : uint8_t
+{
     Value,
     Min,
     Max,
@@ -151,17 +154,19 @@ struct Property
     RefPart part = RefPart::Value;
     NodeIndex node = kNoNode;       ///< the referenced node of a p... element
     NodeIndex offsetNode = kNoNode; ///< pOffset of a pIndex
-    union
-    {
-        int64_t integer; ///< literal; an enumeration word as the value of the public enumerator; Yes/No as 1/0
-        double real;     ///< literal of a Float's Value, Min, Max, Inc, ValueIndexed, ...
+    union {
+        int64_t
+            integer; ///< literal; an enumeration word as the value of the public enumerator; Yes/No as 1/0
+        double real; ///< literal of a Float's Value, Min, Max, Inc, ValueIndexed, ...
     };
     int64_t index = 0;          ///< Index of (p)ValueIndexed, literal Offset of a pIndex
     bool hasOffset = false;     ///< whether a pIndex has a literal Offset
     std::string_view text;      ///< the element's text, trimmed where its type says so
     std::string_view attribute; ///< Name of pVariable, Constant, Expression; of Other: the element's name
 
-    Property() : integer(0) {}
+    Property()
+        : integer(0)
+    {}
 };
 
 /// Place in the file, counted from 1.
@@ -192,10 +197,14 @@ struct DeviceFacts
 };
 
 /// A contiguous range that somebody else owns.
-template <typename T> class Range
+template <typename T>
+class Range
 {
 public:
-    Range(const T* first, size_t count) : m_first(first), m_count(count) {}
+    Range(const T* first, size_t count)
+        : m_first(first)
+        , m_count(count)
+    {}
     const T* begin() const { return m_first; }
     const T* end() const { return m_first + m_count; }
     size_t size() const { return m_count; }
@@ -231,17 +240,20 @@ public:
     /// Index of the node of that plain name (no name space prefix), kNoNode if there is none.
     NodeIndex FindNode(std::string_view name) const noexcept;
 
-    /// The nodes that change when this one does: those that name it as value, limit, flag, address term, variable,
-    /// port, child or invalidator, the nodes it selects, and the categories it is listed in. Direct ones only.
+    /// The nodes that change when this one does: those that name it as value, limit, flag, address term,
+    /// variable, port, child or invalidator, the nodes it selects, and the categories it is listed in. Direct
+    /// ones only.
     Range<NodeIndex> Dependents(NodeIndex node) const
     {
-        return {m_dependents.data() + m_firstDependent[node], m_firstDependent[node + 1] - m_firstDependent[node]};
+        return {m_dependents.data() + m_firstDependent[node],
+                m_firstDependent[node + 1] - m_firstDependent[node]};
     }
 
     /// The nodes that name this one in pSelected. Direct ones only.
     Range<NodeIndex> Selectors(NodeIndex node) const
     {
-        return {m_selectors.data() + m_firstSelector[node], m_firstSelector[node + 1] - m_firstSelector[node]};
+        return {m_selectors.data() + m_firstSelector[node],
+                m_firstSelector[node + 1] - m_firstSelector[node]};
     }
 
 private:
@@ -254,35 +266,38 @@ private:
     std::vector<NodeIndex> m_dependents;
     std::vector<uint32_t> m_firstDependent; // NodeCount() + 1 entries
     std::vector<NodeIndex> m_selectors;
-    std::vector<uint32_t> m_firstSelector;   // NodeCount() + 1 entries
-    std::vector<NodeIndex> m_nameTable;      // open addressing, a power of two in size
+    std::vector<uint32_t> m_firstSelector;       // NodeCount() + 1 entries
+    std::vector<NodeIndex> m_nameTable;          // open addressing, a power of two in size
     std::vector<std::unique_ptr<char[]>> m_text; // what the string views point into
 };
 
 /// How a file's bytes are to be read.
-enum class ContentType {
+enum class ContentType
+{
     Automatic, ///< zipped if it begins like a zip archive
     Xml,
     ZippedXml,
 };
 
 /// Parses, validates and links a description.
-/// Raises RuntimeException for what is broken or refers to nothing (with line, column and node), PropertyException
-/// for a literal that is no number of the wanted kind, InvalidArgumentException for empty content.
-std::shared_ptr<const Description> ReadDescription(std::string_view content, ContentType type = ContentType::Automatic);
+/// Raises RuntimeException for what is broken or refers to nothing (with line, column and node),
+/// PropertyException for a literal that is no number of the wanted kind, InvalidArgumentException for empty
+/// content.
+std::shared_ptr<const Description> ReadDescription(std::string_view content,
+                                                   ContentType type = ContentType::Automatic);
 
-/// The same for a description into whose tree a second one is injected: nodes of the second are added, and where
-/// both define a node its MergePriority decides whose elements win (the injected one's when equal).
+/// The same for a description into whose tree a second one is injected: nodes of the second are added, and
+/// where both define a node its MergePriority decides whose elements win (the injected one's when equal).
 std::shared_ptr<const Description> ReadDescription(std::string_view content, std::string_view injected,
                                                    ContentType type = ContentType::Automatic);
 
-/// Like ReadDescription for a plain description, but one that has been read before and is still in use by somebody is handed out again.
-/// Any thread.
+/// Like ReadDescription for a plain description, but one that has been read before and is still in use by
+/// somebody is handed out again. Any thread.
 std::shared_ptr<const Description> ReadSharedDescription(std::string_view content,
                                                          ContentType type = ContentType::Automatic);
 
-/// The part of a description that a node needs: the node, all that it refers to, and a category "Root" that lists it
-/// if it is not part of it anyway.
+/// The part of a description that a node needs: the node, all that it refers to, and a category "Root" that
+/// lists it if it is not part of it anyway.
 std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root);
 
 /// The description as XML text of schema 1.1.

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "description/Declarations.h"
+
+#include "description/Diagnostics.h"
+#include "description/Limits.h"
+#include "description/Literals.h"
+#include "description/XmlText.h"
+
+#include <GenApi/Types.h>
+
+#include <algorithm>
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
+namespace KxGenApi
+{
+namespace
+{
+
+constexpr size_t kFirstTableSize = 4096;
+
+std::string_view ElementName(const pugi::xml_node& element) { return LocalName(element.name()); }
+
+} // namespace
+
+uint32_t HashName(std::string_view name) noexcept
+{
+    return static_cast<uint32_t>(XXH3_64bits(name.data(), name.size()));
+}
+
+Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
+    : m_source(source)
+    , m_arena(arena)
+    , m_table(kFirstTableSize, kNoDefinition)
+{
+    CollectChildren(root, 0);
+}
+
+Position Declarations::Locate(const pugi::xml_node& element) const { return PositionOf(element, m_source); }
+
+void Declarations::CollectChildren(const pugi::xml_node& parent, unsigned depth)
+{
+    if (depth > kMaxNesting)
+        FailLimit({Locate(parent), {}, parent.name()}, depth, "nested groups", kMaxNesting);
+    if (!Trimmed(parent.value()).empty())
+        Fail({Locate(parent), {}, parent.name()},
+             "holds text between its elements: " + Quoted(Trimmed(parent.value())));
+    for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
+        if (child.type() != pugi::node_element) {
+            if (!Trimmed(child.value()).empty())
+                Fail({Locate(parent), {}, parent.name()},
+                     "holds text between its elements: " + Quoted(Trimmed(child.value())));
+            continue;
+        }
+        const std::string_view name = ElementName(child);
+        const NodeInfo* info = FindNodeKind(name);
+        if (!info || info->type == NodeType::EnumEntry ||
+            (info->type == NodeType::StructEntry && info->tag == Tag::Node))
+        {
+            if (name == "Extension")
+                continue;
+            Fail({Locate(child), {}, child.name()}, "is no node that may stand here");
+        }
+        if (info->tag == Tag::Group)
+            CollectChildren(child, depth + 1);
+        else if (info->tag == Tag::StructReg)
+            CollectStruct(child);
+        else
+            CollectNode(child, *info);
+    }
+}
+
+void Declarations::CollectNode(const pugi::xml_node& element, const NodeInfo& info)
+{
+    const std::string_view name = m_arena.Copy(ReadName(element));
+    Declare(name, element, info.type, Origin::Element, ReadNodeAttributes(element));
+    CollectParts(element, info.type, name);
+}
+
+void Declarations::CollectStruct(const pugi::xml_node& element)
+{
+    ReadNodeAttributes(element);
+    Declare({}, element, NodeType::StructEntry, Origin::Struct, GenApi::Custom);
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+        const std::string_view name = ElementName(child);
+        if (name == InfoOf(NodeType::IntSwissKnife).name)
+            CollectNode(child, InfoOf(NodeType::IntSwissKnife));
+        else if (name == InfoOf(NodeType::StructEntry).name)
+            CollectNode(child, InfoOf(NodeType::StructEntry));
+    }
+}
+
+void Declarations::CollectEntry(const pugi::xml_node& element, std::string_view owner)
+{
+    Declare(m_arena.Join({"EnumEntry_", owner, "_", ReadName(element)}), element, NodeType::EnumEntry,
+            Origin::Element, ReadNodeAttributes(element));
+}
+
+void Declarations::CollectParts(const pugi::xml_node& element, NodeType type, std::string_view owner)
+{
+    if (type != NodeType::Enumeration && !Has(type, kIsRegister) && !Has(type, kIsFormula))
+        return;
+    const NodeType valueType = Has(type, kIsReal) ? NodeType::Float : NodeType::Integer;
+    const NodeType formulaType = Has(type, kIsReal) ? NodeType::SwissKnife : NodeType::IntSwissKnife;
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+        const PropertyInfo* info = FindProperty(ElementName(child));
+        if (!info)
+            continue;
+        const auto declare = [&](std::string_view name, NodeType partType) {
+            Declare(name, child, partType, Origin::Synthesized, GenApi::Custom);
+            return name;
+        };
+        const auto named = [&] { return m_arena.Join({"_", owner, "_", ReadName(child)}); };
+        if (info->prop == Prop::EnumEntry && type == NodeType::Enumeration)
+            CollectEntry(child, owner);
+        else if (info->prop == Prop::IntSwissKnife && Has(type, kIsRegister))
+            CollectParts(child, NodeType::IntSwissKnife, declare(named(), NodeType::IntSwissKnife));
+        else if (info->prop == Prop::Constant && Has(type, kIsFormula))
+            declare(named(), valueType);
+        else if (info->prop == Prop::Expression && Has(type, kIsFormula))
+            declare(named(), formulaType);
+        else if (info->prop == Prop::FormulaTo && Has(type, kIsConverter))
+            declare(m_arena.Join({owner, "_ConvertTo"}), formulaType);
+        else if (info->prop == Prop::FormulaFrom && Has(type, kIsConverter))
+            declare(m_arena.Join({owner, "_ConvertFrom"}), formulaType);
+    }
+}
+
+std::string_view Declarations::ReadName(const pugi::xml_node& element) const
+{
+    const std::string_view name = element.attribute("Name").value();
+    if (name.empty())
+        Fail({Locate(element), {}, element.name()}, "has no Name");
+    if (name.size() > kMaxNameBytes)
+        FailLimit({Locate(element), name, {}}, name.size(), "bytes of a name", kMaxNameBytes);
+    for (const char c : name)
+        if (static_cast<unsigned char>(c) <= ' ' || c == ':')
+            Fail({Locate(element), {}, element.name()}, "has the Name " + Quoted(name) +
+                                                            " with a character " + Quoted(std::string(1, c)) +
+                                                            ", which no name may hold");
+    return name;
+}
+
+uint8_t Declarations::ReadNodeAttributes(const pugi::xml_node& element) const
+{
+    uint8_t nameSpace = GenApi::Custom;
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute;
+         attribute = attribute.next_attribute())
+    {
+        const std::string_view name = attribute.name();
+        if (name == "Name" || name == "Comment" || name == "MergePriority" || name == "ExposeStatic")
+            continue;
+        const std::string_view value = attribute.value();
+        if (name == "NameSpace" && (value == "Standard" || value == "Custom"))
+            nameSpace = value == "Standard" ? GenApi::Standard : GenApi::Custom;
+        else if (!IsForeign(attribute))
+            Fail({Locate(element), element.attribute("Name").value(), element.name()},
+                 "has the attribute " + std::string(name) + "=" + Quoted(value) + ", which is not allowed");
+    }
+    return nameSpace;
+}
+
+DefinitionId Declarations::Declare(std::string_view name, const pugi::xml_node& element, NodeType type,
+                                   Origin origin, uint8_t nameSpace)
+{
+    const auto id = static_cast<DefinitionId>(m_definitions.size());
+    if (id >= kMaxNodes)
+        FailLimit({Locate(element), name, {}}, size_t{id} + 1, "nodes", kMaxNodes);
+    Definition& definition = m_definitions.emplace_back();
+    definition.name = name;
+    definition.element = element;
+    definition.position = Locate(element);
+    definition.type = type;
+    definition.origin = origin;
+    definition.nameSpace = nameSpace;
+    if (origin != Origin::Struct)
+        Insert(id);
+    return id;
+}
+
+void Declarations::Insert(DefinitionId id)
+{
+    Definition& added = m_definitions[id];
+    added.hash = HashName(added.name);
+    if (m_definitions.size() * 2 > m_table.size()) {
+        std::vector<DefinitionId> old(m_table.size() * 2, kNoDefinition);
+        old.swap(m_table);
+        for (const DefinitionId other : old)
+            if (other != kNoDefinition) {
+                size_t cell = m_definitions[other].hash & (m_table.size() - 1);
+                while (m_table[cell] != kNoDefinition)
+                    cell = (cell + 1) & (m_table.size() - 1);
+                m_table[cell] = other;
+            }
+    }
+    size_t cell = added.hash & (m_table.size() - 1);
+    for (; m_table[cell] != kNoDefinition; cell = (cell + 1) & (m_table.size() - 1)) {
+        const Definition& other = m_definitions[m_table[cell]];
+        if (other.hash != added.hash || other.name != added.name)
+            continue;
+        Fail({added.position, added.name, {}}, "is defined a second time; the first definition is in line " +
+                                                   std::to_string(other.position.line) + ", column " +
+                                                   std::to_string(other.position.column));
+    }
+    m_table[cell] = id;
+}
+
+DefinitionId Declarations::Find(std::string_view name) const
+{
+    const uint32_t hash = HashName(name);
+    size_t cell = hash & (m_table.size() - 1);
+    for (; m_table[cell] != kNoDefinition; cell = (cell + 1) & (m_table.size() - 1)) {
+        const Definition& definition = m_definitions[m_table[cell]];
+        if (definition.hash == hash && definition.name == name)
+            break;
+    }
+    return m_table[cell];
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "description/DescriptionBuilder.h"
+
+#include "description/Diagnostics.h"
+#include "description/Limits.h"
+#include "description/Links.h"
+#include "description/Literals.h"
+#include "description/XmlText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace KxGenApi
+{
+namespace
+{
+
+struct NumberAttribute
+{
+    const char* name;
+    uint16_t DeviceFacts::*member;
+};
+
+constexpr NumberAttribute kNumberAttributes[] = {
+    {"SchemaMajorVersion", &DeviceFacts::schemaMajor},
+    {"SchemaMinorVersion", &DeviceFacts::schemaMinor},
+    {"SchemaSubMinorVersion", &DeviceFacts::schemaSubMinor},
+    {"MajorVersion", &DeviceFacts::major},
+    {"MinorVersion", &DeviceFacts::minor},
+    {"SubMinorVersion", &DeviceFacts::subMinor},
+};
+
+struct TextAttribute
+{
+    const char* name;
+    std::string DeviceFacts::*member;
+};
+
+constexpr TextAttribute kTextAttributes[] = {
+    {"ModelName", &DeviceFacts::modelName},     {"VendorName", &DeviceFacts::vendorName},
+    {"ToolTip", &DeviceFacts::toolTip},         {"StandardNameSpace", &DeviceFacts::standardNameSpace},
+    {"ProductGuid", &DeviceFacts::productGuid}, {"VersionGuid", &DeviceFacts::versionGuid},
+};
+
+// Whether a formula uses a name: as a whole word, a suffix after a dot included.
+bool Uses(std::string_view formula, std::string_view name)
+{
+    const auto isWordPart = [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
+               c == '.';
+    };
+    for (size_t at = formula.find(name); at != std::string_view::npos; at = formula.find(name, at + 1)) {
+        const size_t end = at + name.size();
+        if ((at == 0 || !isWordPart(formula[at - 1])) && (end == formula.size() || !isWordPart(formula[end])))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+DescriptionBuilder::DescriptionBuilder(const pugi::xml_node& root, const SourceText& source)
+    : m_root(root)
+    , m_source(source)
+    , m_declarations(root, source, m_arena)
+    , m_description(new Description)
+{}
+
+std::shared_ptr<const Description> DescriptionBuilder::Build()
+{
+    ReadDevice();
+    // Nearly every element becomes a property; memory that stays untouched costs nothing.
+    m_description->m_properties.reserve(std::min(m_source.TagCount() / 2 + 16, kMaxProperties));
+    m_description->m_nodes.resize(m_declarations.Count());
+    while (m_next < m_declarations.Count())
+        ReadNext();
+    return Finish();
+}
+
+void DescriptionBuilder::ReadDevice()
+{
+    DeviceFacts& device = m_description->m_device;
+    for (const TextAttribute& row : kTextAttributes)
+        device.*row.member = m_root.attribute(row.name).value();
+    for (const NumberAttribute& row : kNumberAttributes) {
+        const pugi::xml_attribute attribute = m_root.attribute(row.name);
+        if (!attribute)
+            continue;
+        const auto number = ParseInteger(Trimmed(attribute.value()));
+        if (!number || *number < 0 || *number > UINT16_MAX)
+            Fail({PositionOf(m_root, m_source), {}, m_root.name()},
+                 std::string("has the attribute ") + row.name + "=" + Quoted(attribute.value()) +
+                     ", which is no number from 0 to 65535",
+                 Fault::Literal);
+        device.*row.member = static_cast<uint16_t>(*number);
+    }
+}
+
+NodeIndex DescriptionBuilder::Mention(DefinitionId id)
+{
+    Definition& definition = m_declarations[id];
+    if (definition.index == kNoNode)
+        definition.index = m_mentioned++;
+    return definition.index;
+}
+
+void DescriptionBuilder::ReadNext()
+{
+    const DefinitionId id = m_next;
+    if (m_declarations[id].origin == Origin::Struct)
+        ReadStruct(id);
+    else
+        ReadNode(id);
+}
+
+void DescriptionBuilder::ReadNode(DefinitionId id)
+{
+    m_next = id + 1;
+    Mention(id);
+    const Definition& definition = m_declarations[id];
+    Context context;
+    context.id = id;
+    context.name = definition.name;
+    context.type = definition.type;
+    context.rules = &RulesOf(definition.type);
+    context.firstProperty = m_open.size();
+    if (definition.type == NodeType::EnumEntry) {
+        Property& name = m_open.emplace_back();
+        name.id = Prop::EntryName;
+        name.text = m_arena.Copy(definition.element.attribute("Name").value());
+    }
+    ReadChildren(context, definition.element);
+    CheckComplete(context);
+    FillParts(context, id + 1, m_next);
+    CloseNode(context, definition.origin == Origin::Synthesized);
+}
+
+void DescriptionBuilder::ReadChildren(Context& context, const pugi::xml_node& element)
+{
+    if (!Trimmed(element.value()).empty())
+        Fail(PlaceOf(context, element),
+             "holds text between its elements: " + Quoted(Trimmed(element.value())));
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+        if (child.type() == pugi::node_element)
+            ReadProperty(context, child);
+        else if (!Trimmed(child.value()).empty())
+            Fail(PlaceOf(context, element),
+                 "holds text between its elements: " + Quoted(Trimmed(child.value())));
+    }
+}
+
+void DescriptionBuilder::CloseNode(const Context& context, bool isSynthetic)
+{
+    const Definition& definition = m_declarations[context.id];
+    std::vector<Property>& properties = m_description->m_properties;
+    const size_t count = m_open.size() - context.firstProperty;
+    NodeData& node = m_description->m_nodes[definition.index];
+    node.name = definition.name;
+    node.type = definition.type;
+    node.nameSpace = definition.nameSpace;
+    node.synthetic = isSynthetic;
+    node.firstProperty = static_cast<uint32_t>(properties.size());
+    node.propertyCount = static_cast<uint32_t>(count);
+    node.position = definition.position;
+    if (properties.size() + count > kMaxProperties)
+        FailLimit({node.position, node.name, {}}, properties.size() + count, "elements", kMaxProperties);
+    const auto first = m_open.begin() + static_cast<ptrdiff_t>(context.firstProperty);
+    properties.insert(properties.end(), first, m_open.end());
+    m_open.erase(first, m_open.end());
+}
+
+// A StructReg is read once; each entry takes over what it doesn't say itself.
+void DescriptionBuilder::ReadStruct(DefinitionId id)
+{
+    m_next = id + 1;
+    const pugi::xml_node element = m_declarations[id].element;
+    Context context;
+    context.type = NodeType::StructEntry;
+    context.name = element.attribute("Comment").value();
+    context.rules = &StructRegRules();
+    context.firstProperty = m_open.size();
+    bool hasEntry = false;
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+        if (LocalName(child.name()) == InfoOf(NodeType::StructEntry).name) {
+            ReadEntry(m_next, context.firstProperty);
+            hasEntry = true;
+            continue;
+        }
+        if (hasEntry && child.type() == pugi::node_element && LocalName(child.name()) != "Extension")
+            Fail(PlaceOf(context, child), "must stand ahead of the StructEntry elements");
+        if (child.type() == pugi::node_element)
+            ReadProperty(context, child);
+    }
+    if (!hasEntry)
+        Fail(PlaceOf(context, element), "has no StructEntry");
+    m_open.resize(context.firstProperty);
+}
+
+void DescriptionBuilder::ReadEntry(DefinitionId id, size_t firstInherited)
+{
+    const size_t endInherited = m_open.size();
+    m_next = id + 1;
+    Mention(id);
+    const Definition& definition = m_declarations[id];
+    Context context;
+    context.id = id;
+    context.name = definition.name;
+    context.type = definition.type;
+    context.rules = &RulesOf(NodeType::StructEntry);
+    context.firstProperty = endInherited;
+    ReadChildren(context, definition.element);
+
+    const NodeRules& complete = CompleteEntryRules();
+    const uint64_t own = context.seenSlots;
+    for (size_t i = firstInherited; i < endInherited; ++i) {
+        // A copy: the vector may move while it grows.
+        const Property inherited = m_open[i];
+        const uint8_t slot = RulesOf(NodeType::StructEntry).slot[static_cast<size_t>(inherited.id)];
+        const bool isOverridden = slot != NodeRules::kNotAllowed && (own >> slot & 1) != 0;
+        if (!isOverridden || complete.Repeats(inherited.id))
+            m_open.push_back(inherited);
+    }
+    const auto rank = [&complete](const Property& property) {
+        return complete.rank[complete.slot[static_cast<size_t>(property.id)]];
+    };
+    std::stable_sort(m_open.begin() + static_cast<ptrdiff_t>(endInherited), m_open.end(),
+                     [&](const Property& a, const Property& b) { return rank(a) < rank(b); });
+    context.rules = &complete;
+    context.seenSlots = 0;
+    for (size_t i = endInherited; i < m_open.size(); ++i)
+        context.seenSlots |= uint64_t{1} << complete.slot[static_cast<size_t>(m_open[i].id)];
+    CheckComplete(context);
+    CloseNode(context, false);
+}
+
+// Constants, expressions and the two directions of a converter are nodes of their own, whose content is known
+// only when all of the node has been read.
+void DescriptionBuilder::FillParts(const Context& context, DefinitionId firstPart, DefinitionId endPart)
+{
+    if (firstPart == endPart || !Has(context.type, kIsFormula))
+        return;
+    for (DefinitionId id = firstPart; id < endPart; ++id) {
+        const Definition& part = m_declarations[id];
+        const auto property =
+            std::find_if(m_open.begin() + static_cast<ptrdiff_t>(context.firstProperty), m_open.end(),
+                         [&](const Property& p) { return p.node == part.index && p.id != Prop::pVariable; });
+        if (property->id != Prop::Constant) {
+            FillFormula(context, id, property->text);
+            continue;
+        }
+        Context own;
+        own.id = id;
+        own.firstProperty = m_open.size();
+        Property value = *property;
+        value.id = Prop::Value;
+        value.node = kNoNode;
+        value.attribute = {};
+        m_open.push_back(value);
+        CloseNode(own, true);
+    }
+}
+
+void DescriptionBuilder::FillFormula(const Context& context, DefinitionId id, std::string_view formula)
+{
+    Context own;
+    own.id = id;
+    own.firstProperty = m_open.size();
+    for (size_t i = context.firstProperty; i < own.firstProperty; ++i) {
+        const Property property = m_open[i];
+        // An expression that is not used would make circles where there are none.
+        if (property.id == Prop::pVariable || property.id == Prop::Constant ||
+            (property.id == Prop::Expression && Uses(formula, property.attribute)))
+            m_open.push_back(property);
+    }
+    Property& text = m_open.emplace_back();
+    text.id = Prop::Formula;
+    text.text = formula;
+    CloseNode(own, true);
+}
+
+std::shared_ptr<const Description> DescriptionBuilder::Finish()
+{
+    Description& description = *m_description;
+    description.m_nodes.resize(m_mentioned);
+    description.m_nameTable = m_declarations.Table();
+    for (NodeIndex& cell : description.m_nameTable)
+        if (cell != kNoDefinition)
+            cell = m_declarations[cell].index;
+    description.m_text = m_arena.Release();
+    MarkFeatures(description.m_nodes, description.m_properties);
+    CheckCycles(description.m_nodes, description.m_properties);
+    Edges edges = CollectEdges(description.m_nodes, description.m_properties);
+    description.m_dependents = std::move(edges.dependents.targets);
+    description.m_firstDependent = std::move(edges.dependents.first);
+    description.m_selectors = std::move(edges.selectors.targets);
+    description.m_firstSelector = std::move(edges.selectors.first);
+    return std::move(m_description);
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "description/Description.h"
+#include "description/DescriptionBuilder.h"
+#include "description/Diagnostics.h"
+#include "description/Limits.h"
+#include "description/Literals.h"
+#include "description/XmlText.h"
+
+#include <Base/GCException.h>
+
+#include <cstring>
+#include <new>
+
+namespace KxGenApi
+{
+namespace
+{
+
+constexpr unsigned kParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
+                                 pugi::parse_wconv_attribute | pugi::parse_embed_pcdata |
+                                 pugi::parse_ws_pcdata_single | pugi::parse_doctype;
+
+constexpr std::string_view kNameSpaces[] = {"http://www.genicam.org/GenApi/Version_1_0",
+                                            "http://www.genicam.org/GenApi/Version_1_1"};
+
+void Parse(pugi::xml_document& document, const SourceText& source)
+{
+    const pugi::xml_parse_result result =
+        document.load_buffer(source.Text().data(), source.Text().size(), kParseFlags, pugi::encoding_utf8);
+    if (result.status == pugi::status_out_of_memory)
+        throw std::bad_alloc();
+    if (!result)
+        Fail({source.Locate(static_cast<size_t>(result.offset)), {}, {}},
+             std::string("not well-formed XML: ") + result.description());
+    // The parser looks for tags only and skips what is around them. Ahead of the first, tools leave lines of
+    // their own.
+    const std::string_view text = source.Text();
+    const size_t end = text.find_last_of('>');
+    const std::string_view rest = Trimmed(text.substr(end + 1));
+    if (!rest.empty())
+        Fail({source.Locate(end + 1), {}, {}},
+             "not well-formed XML: text after the last element: " + Quoted(rest));
+}
+
+// The only element of the document.
+pugi::xml_node FindRoot(const pugi::xml_document& document, const SourceText& source)
+{
+    pugi::xml_node root;
+    for (pugi::xml_node child = document.first_child(); child; child = child.next_sibling()) {
+        // Entities of the document's own could stand for anything, of any size.
+        if (child.type() == pugi::node_doctype && std::strchr(child.value(), '['))
+            Fail({}, "a DOCTYPE with declarations is not allowed");
+        if (child.type() != pugi::node_element)
+            continue;
+        if (root || LocalName(child.name()) != "RegisterDescription")
+            Fail({PositionOf(child, source), {}, child.name()},
+                 root ? "follows the end of RegisterDescription"
+                      : "stands where RegisterDescription is expected");
+        root = child;
+    }
+    if (!root)
+        Fail({}, "holds no element RegisterDescription");
+    return root;
+}
+
+void CheckNameSpace(const pugi::xml_node& root, const SourceText& source)
+{
+    const char* const colon = std::strchr(root.name(), ':');
+    const std::string attribute = colon ? "xmlns:" + std::string(root.name(), colon) : "xmlns";
+    const std::string_view nameSpace = root.attribute(attribute.c_str()).value();
+    for (const std::string_view known : kNameSpaces)
+        if (nameSpace == known)
+            return;
+    Fail({PositionOf(root, source), {}, root.name()},
+         nameSpace.empty()
+             ? "has no XML name space"
+             : "has the XML name space " + Quoted(nameSpace) + ", which is not that of GenApi 1.0 or 1.1");
+}
+
+std::shared_ptr<const Description> Read(const SourceText& source)
+{
+    pugi::xml_document document;
+    Parse(document, source);
+    const pugi::xml_node root = FindRoot(document, source);
+    CheckNameSpace(root, source);
+    return DescriptionBuilder(root, source).Build();
+}
+
+} // namespace
+
+std::shared_ptr<const Description> ReadDescription(std::string_view content, ContentType)
+{
+    if (content.empty())
+        throw INVALID_ARGUMENT_EXCEPTION("the description is empty");
+    try {
+        return Read(SourceText(content));
+    } catch (const std::bad_alloc&) {
+        throw BAD_ALLOC_EXCEPTION("no memory to read a description of %zu bytes", content.size());
+    }
+}
+
+} // namespace KxGenApi

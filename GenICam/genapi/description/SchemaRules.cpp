@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: Apache-2.0
+// Which elements each kind of node may have, how often, and in which order.
+#include "description/Schema.h"
+
+#include <cassert>
+#include <initializer_list>
+
+namespace KxGenApi
+{
+namespace
+{
+
+// The notation: elements in their order. A|B|C exclude each other; '?' at most once, '!' exactly once, '*'
+// any number,
+// '+' at least one. What stands between braces comes in any order among itself: either the schema says so or
+// its versions differ, and refusing a camera's file is worse than taking a disordered one.
+constexpr std::string_view kBase =
+    "ToolTip? Description? DisplayName? Visibility? {DocuURL? IsDeprecated? EventID?} pIsImplemented? "
+    "pIsAvailable? "
+    "pIsLocked? {pBlockPolling? ImposedAccessMode? ImposedVisibility? pError* pAlias? pCastAlias?} ";
+constexpr std::string_view kOfValues = "{Streamable? pInvalidator*} ";
+constexpr std::string_view kNumber =
+    "{Value|pValue|pIndex! pValueCopy*} ValueIndexed|pValueIndexed* "
+    "ValueDefault|pValueDefault? Min|pMin? Max|pMax? {Inc|pInc? ValidValueSet?} ";
+constexpr std::string_view kEither = "{Value|pValue! pValueCopy*} ";
+constexpr std::string_view kRegister =
+    "Streamable? Address|IntSwissKnife|pAddress|pIndex+ Length|pLength! AccessMode! "
+    "pPort! Cachable? PollingTime? pInvalidator* ";
+constexpr std::string_view kFormula = "{pVariable* Constant* Expression*} Formula! ";
+constexpr std::string_view kFormulas = "{pVariable* Constant* Expression*} FormulaTo! FormulaFrom! pValue! ";
+constexpr std::string_view kBits = "{LSB? MSB? Bit?} ";
+constexpr std::string_view kShown = "Unit? Representation? ";
+constexpr std::string_view kShownReal = "Unit? Representation? DisplayNotation? DisplayPrecision? ";
+constexpr std::string_view kSelects = "pSelected* ";
+
+using Pieces = std::initializer_list<std::string_view>;
+
+/// Turns the notation into a table.
+class RuleReader
+{
+public:
+    explicit RuleReader(Pieces pieces)
+    {
+        m_rules.slot.fill(NodeRules::kNotAllowed);
+        for (const std::string_view piece : pieces)
+            ReadPiece(piece);
+    }
+    const NodeRules& Rules() const { return m_rules; }
+
+private:
+    static bool IsQuantifier(char c) { return c == '?' || c == '!' || c == '*' || c == '+'; }
+
+    void ReadPiece(std::string_view text)
+    {
+        size_t begin = 0;
+        for (size_t i = 0; i < text.size(); ++i) {
+            const char c = text[i];
+            if (c != '|' && c != ' ' && c != '{' && c != '}' && !IsQuantifier(c))
+                continue;
+            if (i > begin)
+                AddToSlot(text.substr(begin, i - begin));
+            begin = i + 1;
+            if (c == '{' || c == '}')
+                m_isUnordered = c == '{';
+            if (IsQuantifier(c))
+                CloseSlot(c);
+            if (c == '}' || (IsQuantifier(c) && !m_isUnordered))
+                ++m_rank;
+        }
+    }
+
+    void AddToSlot(std::string_view name)
+    {
+        const PropertyInfo* info = FindProperty(name);
+        assert(info && m_slot < m_rules.rank.size());
+        m_rules.slot[static_cast<size_t>(info->prop)] = m_slot;
+        m_rules.example[m_slot] = info->prop;
+    }
+
+    void CloseSlot(char quantifier)
+    {
+        const uint64_t bit = uint64_t{1} << m_slot;
+        m_rules.once |= quantifier == '?' || quantifier == '!' ? bit : 0;
+        m_rules.required |= quantifier == '+' || quantifier == '!' ? bit : 0;
+        m_rules.rank[m_slot++] = m_rank;
+    }
+
+    NodeRules m_rules;
+    uint8_t m_slot = 0;
+    uint8_t m_rank = 0;
+    bool m_isUnordered = false;
+};
+
+NodeRules Read(Pieces pieces) { return RuleReader(pieces).Rules(); }
+
+NodeRules Lenient()
+{
+    NodeRules rules;
+    rules.lenient = true;
+    return rules;
+}
+
+// In the order of NodeType.
+const std::array<NodeRules, kNodeTypeCount>& AllRules()
+{
+    static const std::array<NodeRules, kNodeTypeCount> kRules = {
+        /* Node           */ Read({kBase}),
+        /* Category       */ Read({kBase, "pFeature*"}),
+        /* Integer        */ Read({kBase, kOfValues, kNumber, kShown, kSelects}),
+        /* IntReg         */ Read({kBase, kRegister, "Sign? Endianess! ", kShown, kSelects}),
+        /* MaskedIntReg   */ Read({kBase, kRegister, kBits, "Sign? Endianess! ", kShown, kSelects}),
+        /* StructEntry    */
+        Read({kBase, "{Streamable? AccessMode? Cachable? PollingTime? pInvalidator*} ", kBits,
+              "Sign? Endianess? ", kShown, kSelects}),
+        /* IntConverter   */ Read({kBase, kOfValues, kFormulas, kShown, "{Slope? IsLinear?}", kSelects}),
+        /* IntSwissKnife  */ Read({kBase, kOfValues, kFormula, kShown, kSelects}),
+        /* Float          */ Read({kBase, kOfValues, kNumber, kShownReal, kSelects}),
+        /* FloatReg       */ Read({kBase, kRegister, "Endianess! ", kShownReal, kSelects}),
+        /* Converter      */ Read({kBase, kOfValues, kFormulas, kShownReal, "{Slope? IsLinear?}", kSelects}),
+        /* SwissKnife     */ Read({kBase, kOfValues, kFormula, kShownReal, kSelects}),
+        /* Boolean        */ Read({kBase, kOfValues, kEither, "OnValue? OffValue? ", kSelects}),
+        /* Command        */
+        Read({kBase, kOfValues, kEither, "CommandValue|pCommandValue! PollingTime?"}),
+        /* Enumeration    */ Read({kBase, kOfValues, "EnumEntry+ ", kEither, "{pSelected* PollingTime?}"}),
+        /* EnumEntry      */ Read({kBase, "Value! {NumericValue? Symbolic? IsSelfClearing?}"}),
+        /* String         */ Read({kBase, kOfValues, kEither, kSelects}),
+        /* StringReg      */ Read({kBase, kRegister, kSelects}),
+        /* Register       */ Read({kBase, kRegister, kSelects}),
+        /* Port           */ Read({kBase, "{ChunkID|pChunkID? SwapEndianess? CacheChunkData?}"}),
+        /* ConfRom        */ Lenient(),
+        /* TextDesc       */ Lenient(),
+        /* IntKey         */ Lenient(),
+        /* AdvFeatureLock */ Lenient(),
+        /* SmartFeature   */ Lenient(),
+    };
+    return kRules;
+}
+
+} // namespace
+
+const NodeRules& RulesOf(NodeType type) { return AllRules()[static_cast<size_t>(type)]; }
+
+const NodeRules& StructRegRules()
+{
+    // What is missing here may stand in each entry; the complete entry is checked.
+    static const NodeRules kRules = Read(
+        {kBase,
+         "Streamable? Address|IntSwissKnife|pAddress|pIndex* Length|pLength? AccessMode? pPort? Cachable? "
+         "PollingTime? pInvalidator* {Sign? Endianess?} {Unit? Representation? pSelected*}"});
+    return kRules;
+}
+
+} // namespace KxGenApi

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+// Memory for many short texts that live equally long.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <initializer_list>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace KxGenApi
+{
+
+class TextArena
+{
+public:
+    /// A copy that lives as long as the chunks.
+    std::string_view Copy(std::string_view text) { return Join({text}); }
+
+    /// The pieces one after the other.
+    std::string_view Join(std::initializer_list<std::string_view> pieces)
+    {
+        size_t size = 0;
+        for (const std::string_view piece : pieces)
+            size += piece.size();
+        if (size == 0)
+            return {};
+        char* const begin = Take(size);
+        char* end = begin;
+        for (const std::string_view piece : pieces) {
+            if (!piece.empty())
+                std::memcpy(end, piece.data(), piece.size());
+            end += piece.size();
+        }
+        return {begin, size};
+    }
+
+    /// Hands over the memory; the texts stay where they are.
+    std::vector<std::unique_ptr<char[]>> Release()
+    {
+        m_free = nullptr;
+        m_freeBytes = 0;
+        return std::move(m_chunks);
+    }
+
+private:
+    static constexpr size_t kChunk = 32 * 1024;
+
+    char* Take(size_t size)
+    {
+        if (size > m_freeBytes) {
+            const size_t bytes = std::max(size, kChunk);
+            m_chunks.push_back(std::make_unique<char[]>(bytes));
+            // A text longer than a chunk must not cost the rest of the open one.
+            if (bytes > kChunk)
+                return m_chunks.back().get();
+            m_free = m_chunks.back().get();
+            m_freeBytes = bytes;
+        }
+        char* const begin = m_free;
+        m_free += size;
+        m_freeBytes -= size;
+        return begin;
+    }
+
+    std::vector<std::unique_ptr<char[]>> m_chunks;
+    char* m_free = nullptr;
+    size_t m_freeBytes = 0;
+};
+
+} // namespace KxGenApi
