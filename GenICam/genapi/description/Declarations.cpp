@@ -2,6 +2,7 @@
 #include "description/Declarations.h"
 
 #include "description/Diagnostics.h"
+#include "description/HashName.h"
 #include "description/Limits.h"
 #include "description/Literals.h"
 #include "description/XmlText.h"
@@ -9,9 +10,6 @@
 #include <GenApi/Types.h>
 
 #include <algorithm>
-
-#define XXH_INLINE_ALL
-#include <xxhash.h>
 
 namespace KxGenApi
 {
@@ -23,11 +21,6 @@ constexpr size_t kFirstTableSize = 4096;
 std::string_view ElementName(const pugi::xml_node& element) { return LocalName(element.name()); }
 
 } // namespace
-
-uint32_t HashName(std::string_view name) noexcept
-{
-    return static_cast<uint32_t>(XXH3_64bits(name.data(), name.size()));
-}
 
 Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
     : m_source(source)
@@ -114,9 +107,10 @@ void Declarations::CollectParts(const pugi::xml_node& element, NodeType type, st
         const auto named = [&] { return m_arena.Join({"_", owner, "_", ReadName(child)}); };
         if (info->prop == Prop::EnumEntry && type == NodeType::Enumeration)
             CollectEntry(child, owner);
-        else if (info->prop == Prop::IntSwissKnife && Has(type, kIsRegister))
+        else if (info->prop == Prop::IntSwissKnife && Has(type, kIsRegister)) {
+            ReadNodeAttributes(child);
             CollectParts(child, NodeType::IntSwissKnife, declare(named(), NodeType::IntSwissKnife));
-        else if (info->prop == Prop::Constant && Has(type, kIsFormula))
+        } else if (info->prop == Prop::Constant && Has(type, kIsFormula))
             declare(named(), valueType);
         else if (info->prop == Prop::Expression && Has(type, kIsFormula))
             declare(named(), formulaType);

@@ -37,9 +37,6 @@ struct Definition
 using DefinitionId = uint32_t;
 constexpr DefinitionId kNoDefinition = ~DefinitionId{0};
 
-/// Hash of a node's name, also used by Description::FindNode.
-uint32_t HashName(std::string_view name) noexcept;
-
 /// All nodes of a description in the order of the file: a node that another one contains comes after that one
 /// and before what follows it.
 class Declarations
@@ -54,8 +51,6 @@ public:
 
     /// By plain name; kNoDefinition if there is none.
     DefinitionId Find(std::string_view name) const;
-    /// Open addressing by HashName, kNoDefinition in free cells.
-    const std::vector<DefinitionId>& Table() const { return m_table; }
 
 private:
     void CollectChildren(const pugi::xml_node& parent, unsigned depth);
@@ -74,7 +69,7 @@ private:
     const SourceText& m_source;
     TextArena& m_arena;
     std::vector<Definition> m_definitions;
-    std::vector<DefinitionId> m_table;
+    std::vector<DefinitionId> m_table; // open addressing by HashName
 };
 
 } // namespace KxGenApi

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "description/Description.h"
 
-#include "description/Declarations.h"
+#include "description/HashName.h"
 
 namespace KxGenApi
 {

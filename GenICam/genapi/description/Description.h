@@ -152,7 +152,9 @@ struct Property
 {
     Prop id = Prop::Other;
     RefPart part = RefPart::Value;
-    NodeIndex node = kNoNode;       ///< the referenced node of a p... element
+    bool hasOffset = false;   ///< whether a pIndex has a literal Offset
+    NodeIndex node = kNoNode; ///< the referenced node of a p... element; of a Constant, an Expression and a
+                              ///< converter's formula the synthetic node made of it
     NodeIndex offsetNode = kNoNode; ///< pOffset of a pIndex
     union {
         int64_t
@@ -160,9 +162,9 @@ struct Property
         double real; ///< literal of a Float's Value, Min, Max, Inc, ValueIndexed, ...
     };
     int64_t index = 0;          ///< Index of (p)ValueIndexed, literal Offset of a pIndex
-    bool hasOffset = false;     ///< whether a pIndex has a literal Offset
     std::string_view text;      ///< the element's text, trimmed where its type says so
-    std::string_view attribute; ///< Name of pVariable, Constant, Expression; of Other: the element's name
+    std::string_view attribute; ///< Name of pVariable, Constant, Expression, EnumEntry, IntSwissKnife; of
+                                ///< Other: the element's name
 
     Property()
         : integer(0)
@@ -216,7 +218,7 @@ private:
     size_t m_count;
 };
 
-class DescriptionBuilder;
+struct DescriptionParts;
 
 /// A parsed and checked description: built once, never changed, shared by any number of node maps.
 /// All methods may be called from any thread.
@@ -257,7 +259,7 @@ public:
     }
 
 private:
-    friend class DescriptionBuilder;
+    friend std::shared_ptr<const Description> Assemble(DescriptionParts&& parts);
     Description() = default;
 
     DeviceFacts m_device;

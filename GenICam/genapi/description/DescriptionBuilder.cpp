@@ -3,7 +3,6 @@
 
 #include "description/Diagnostics.h"
 #include "description/Limits.h"
-#include "description/Links.h"
 #include "description/Literals.h"
 #include "description/XmlText.h"
 
@@ -62,24 +61,24 @@ bool Uses(std::string_view formula, std::string_view name)
 DescriptionBuilder::DescriptionBuilder(const pugi::xml_node& root, const SourceText& source)
     : m_root(root)
     , m_source(source)
-    , m_declarations(root, source, m_arena)
-    , m_description(new Description)
+    , m_declarations(root, source, m_parts.text)
 {}
 
 std::shared_ptr<const Description> DescriptionBuilder::Build()
 {
     ReadDevice();
     // Nearly every element becomes a property; memory that stays untouched costs nothing.
-    m_description->m_properties.reserve(std::min(m_source.TagCount() / 2 + 16, kMaxProperties));
-    m_description->m_nodes.resize(m_declarations.Count());
+    m_parts.properties.reserve(std::min(m_source.TagCount() / 2 + 16, kMaxProperties));
+    m_parts.nodes.resize(m_declarations.Count());
     while (m_next < m_declarations.Count())
         ReadNext();
-    return Finish();
+    m_parts.nodes.resize(m_mentioned);
+    return Assemble(std::move(m_parts));
 }
 
 void DescriptionBuilder::ReadDevice()
 {
-    DeviceFacts& device = m_description->m_device;
+    DeviceFacts& device = m_parts.device;
     for (const TextAttribute& row : kTextAttributes)
         device.*row.member = m_root.attribute(row.name).value();
     for (const NumberAttribute& row : kNumberAttributes) {
@@ -127,7 +126,7 @@ void DescriptionBuilder::ReadNode(DefinitionId id)
     if (definition.type == NodeType::EnumEntry) {
         Property& name = m_open.emplace_back();
         name.id = Prop::EntryName;
-        name.text = m_arena.Copy(definition.element.attribute("Name").value());
+        name.text = m_parts.text.Copy(definition.element.attribute("Name").value());
     }
     ReadChildren(context, definition.element);
     CheckComplete(context);
@@ -152,9 +151,9 @@ void DescriptionBuilder::ReadChildren(Context& context, const pugi::xml_node& el
 void DescriptionBuilder::CloseNode(const Context& context, bool isSynthetic)
 {
     const Definition& definition = m_declarations[context.id];
-    std::vector<Property>& properties = m_description->m_properties;
+    std::vector<Property>& properties = m_parts.properties;
     const size_t count = m_open.size() - context.firstProperty;
-    NodeData& node = m_description->m_nodes[definition.index];
+    NodeData& node = m_parts.nodes[definition.index];
     node.name = definition.name;
     node.type = definition.type;
     node.nameSpace = definition.nameSpace;
@@ -276,25 +275,6 @@ void DescriptionBuilder::FillFormula(const Context& context, DefinitionId id, st
     text.id = Prop::Formula;
     text.text = formula;
     CloseNode(own, true);
-}
-
-std::shared_ptr<const Description> DescriptionBuilder::Finish()
-{
-    Description& description = *m_description;
-    description.m_nodes.resize(m_mentioned);
-    description.m_nameTable = m_declarations.Table();
-    for (NodeIndex& cell : description.m_nameTable)
-        if (cell != kNoDefinition)
-            cell = m_declarations[cell].index;
-    description.m_text = m_arena.Release();
-    MarkFeatures(description.m_nodes, description.m_properties);
-    CheckCycles(description.m_nodes, description.m_properties);
-    Edges edges = CollectEdges(description.m_nodes, description.m_properties);
-    description.m_dependents = std::move(edges.dependents.targets);
-    description.m_firstDependent = std::move(edges.dependents.first);
-    description.m_selectors = std::move(edges.selectors.targets);
-    description.m_firstSelector = std::move(edges.selectors.first);
-    return std::move(m_description);
 }
 
 } // namespace KxGenApi

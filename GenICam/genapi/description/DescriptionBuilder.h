@@ -2,6 +2,7 @@
 // Second step of reading: the properties of all nodes, with their references resolved.
 #pragma once
 
+#include "description/Assembly.h"
 #include "description/Declarations.h"
 #include "description/Description.h"
 #include "description/Diagnostics.h"
@@ -53,7 +54,6 @@ private:
     NodeIndex Mention(DefinitionId id);
     void FillParts(const Context& context, DefinitionId firstPart, DefinitionId endPart);
     void FillFormula(const Context& context, DefinitionId id, std::string_view formula);
-    std::shared_ptr<const Description> Finish();
 
     // PropertyReader.cpp: one element
     void ReadProperty(Context& context, const pugi::xml_node& element);
@@ -82,9 +82,8 @@ private:
 
     pugi::xml_node m_root;
     const SourceText& m_source;
-    TextArena m_arena;
+    DescriptionParts m_parts;
     Declarations m_declarations;
-    std::shared_ptr<Description> m_description;
     DefinitionId m_next = 0;      // the first one not read yet
     NodeIndex m_mentioned = 0;    // nodes that have an index
     std::vector<Property> m_open; // of the nodes that are being read, the innermost last

@@ -79,7 +79,7 @@ std::string_view DescriptionBuilder::Keep(std::string_view text)
 {
     // Generated files tend to say the same in ToolTip and Description.
     if (text != m_lastKept)
-        m_lastKept = m_arena.Copy(text);
+        m_lastKept = m_parts.text.Copy(text);
     return m_lastKept;
 }
 
@@ -94,7 +94,7 @@ void DescriptionBuilder::ReadProperty(Context& context, const pugi::xml_node& el
             Fail(PlaceOf(context, element), "is unknown");
         Property& other = m_open.emplace_back();
         other.id = Prop::Other;
-        other.attribute = m_arena.Copy(name);
+        other.attribute = m_parts.text.Copy(name);
         other.text = Keep(Trimmed(element.text().get()));
         return;
     }
@@ -143,7 +143,7 @@ void DescriptionBuilder::ReadAttributes(const Context& context, const pugi::xml_
         }
         const std::string_view value = Trimmed(attribute.value());
         if (name == "Name")
-            property.attribute = m_arena.Copy(value);
+            property.attribute = m_parts.text.Copy(value);
         else if (name == "Index") {
             ReadInteger(context, element, value, property.index);
             hasIndex = true;

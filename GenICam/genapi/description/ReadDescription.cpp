@@ -2,9 +2,10 @@
 #include "description/Description.h"
 #include "description/DescriptionBuilder.h"
 #include "description/Diagnostics.h"
-#include "description/Limits.h"
+#include "description/Injection.h"
 #include "description/Literals.h"
 #include "description/XmlText.h"
+#include "description/Zip.h"
 
 #include <Base/GCException.h>
 
@@ -77,26 +78,64 @@ void CheckNameSpace(const pugi::xml_node& root, const SourceText& source)
              : "has the XML name space " + Quoted(nameSpace) + ", which is not that of GenApi 1.0 or 1.1");
 }
 
-std::shared_ptr<const Description> Read(const SourceText& source)
+/// A file as text and as tree.
+class ParsedFile
 {
-    pugi::xml_document document;
-    Parse(document, source);
-    const pugi::xml_node root = FindRoot(document, source);
-    CheckNameSpace(root, source);
-    return DescriptionBuilder(root, source).Build();
+public:
+    ParsedFile(std::string_view content, ContentType type)
+        : m_source(Open(content, type))
+    {
+        Parse(m_document, *m_source);
+        m_root = FindRoot(m_document, *m_source);
+        CheckNameSpace(m_root, *m_source);
+    }
+    const SourceText& Source() const { return *m_source; }
+    const pugi::xml_node& Root() const { return m_root; }
+
+private:
+    static std::unique_ptr<SourceText> Open(std::string_view content, ContentType type)
+    {
+        if (content.empty())
+            throw INVALID_ARGUMENT_EXCEPTION("the description is empty");
+        if (type == ContentType::ZippedXml || (type == ContentType::Automatic && IsZip(content)))
+            return std::make_unique<SourceText>(Unzip(content));
+        return std::make_unique<SourceText>(content);
+    }
+
+    std::unique_ptr<SourceText> m_source;
+    pugi::xml_document m_document;
+    pugi::xml_node m_root;
+};
+
+template <typename Action>
+auto WithMemoryErrors(const Action& action)
+{
+    try {
+        return action();
+    } catch (const std::bad_alloc&) {
+        throw BAD_ALLOC_EXCEPTION("not enough memory to read the description");
+    }
 }
 
 } // namespace
 
-std::shared_ptr<const Description> ReadDescription(std::string_view content, ContentType)
+std::shared_ptr<const Description> ReadDescription(std::string_view content, ContentType type)
 {
-    if (content.empty())
-        throw INVALID_ARGUMENT_EXCEPTION("the description is empty");
-    try {
-        return Read(SourceText(content));
-    } catch (const std::bad_alloc&) {
-        throw BAD_ALLOC_EXCEPTION("no memory to read a description of %zu bytes", content.size());
-    }
+    return WithMemoryErrors([&] {
+        const ParsedFile file(content, type);
+        return DescriptionBuilder(file.Root(), file.Source()).Build();
+    });
+}
+
+std::shared_ptr<const Description> ReadDescription(std::string_view content, std::string_view injected,
+                                                   ContentType type)
+{
+    return WithMemoryErrors([&] {
+        const ParsedFile file(content, type);
+        const ParsedFile injectedFile(injected, ContentType::Automatic);
+        Inject(file.Root(), injectedFile.Root());
+        return DescriptionBuilder(file.Root(), file.Source()).Build();
+    });
 }
 
 } // namespace KxGenApi
