@@ -5,19 +5,27 @@
 
 #include <Base/GCException.h>
 
+#include <algorithm>
+
 namespace KxGenApi
 {
 
 EVisibility CategoryNode::GetVisibility() const
 {
-    return Find(Prop::pFeature) != nullptr ? Node::GetVisibility() : Invisible; // an empty one is of no use
+    // It is as visible as the most visible thing in it.
+    EVisibility visibility = Invisible;
+    for (const Property& property : Properties()) {
+        if (property.id == Prop::pFeature)
+            visibility = std::min(visibility, Map().NodeAt(property.node).GetVisibility());
+    }
+    return Combine(visibility, ImposedVisibility());
 }
 
 gcstring CategoryNode::ToString(bool, bool)
 {
     const Call call(*this, "ToString");
     RequireReadable();
-    return GetName();
+    return GetDisplayName();
 }
 
 void CategoryNode::FromString(const gcstring&, bool)
@@ -36,11 +44,12 @@ void CategoryNode::GetFeatures(FeatureList_t& Features) const
     }
 }
 
-EAccessMode CategoryNode::OwnAccessMode() const
+EAccessMode CategoryNode::ComputeAccessMode() const
 {
+    // Flags of its own do not count: a category is there as long as anything in it is.
     for (const Property& property : Properties()) {
         if (property.id == Prop::pFeature && IsImplemented(Map().NodeAt(property.node).AccessMode()))
-            return RO;
+            return Combine(RO, ImposedAccessMode());
     }
     return NI;
 }

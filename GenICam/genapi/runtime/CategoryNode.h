@@ -23,7 +23,7 @@ public:
     void GetFeatures(FeatureList_t& Features) const override;
 
 protected:
-    EAccessMode OwnAccessMode() const override;
+    EAccessMode ComputeAccessMode() const override;
 };
 
 } // namespace KxGenApi

@@ -27,7 +27,7 @@ gcstring FloatBase::ToString(bool Verify, bool IgnoreCache)
 {
     const Call call(*this, "ToString");
     const double value = ReadReal({Verify, IgnoreCache});
-    const std::string text = RealToText(value, GetDisplayNotation(), GetDisplayPrecision());
+    const std::string text = BoundedText(value);
     return gcstring(text.data(), text.size());
 }
 
@@ -218,6 +218,23 @@ gcstring FloatBase::Unit() const
         return TextOf(Prop::Unit);
     const Node* const origin = Origin();
     return origin != nullptr ? origin->Unit() : gcstring();
+}
+
+/// Rounding to the shown digits must not carry a text over the limits, for then it could not be written back:
+/// it moves inwards by half a unit of its last digit.
+std::string FloatBase::BoundedText(double value)
+{
+    const EDisplayNotation notation = GetDisplayNotation();
+    const int64_t precision = GetDisplayPrecision();
+    const std::string text = RealToText(value, notation, precision);
+    const std::optional<double> shown = TextToReal(text);
+    if (!shown)
+        return text;
+    const bool below = *shown < RealMin();
+    if (!below && !(*shown > RealMax()))
+        return text;
+    const double half = UnitOfLastDigit(text) / 2;
+    return RealToText(below ? *shown + half : *shown - half, notation, precision);
 }
 
 void FloatBase::CheckLimits(double value)

@@ -28,7 +28,7 @@ FormulaLinks<Number>::FormulaLinks(const Node& owner)
 template <typename Number>
 EAccessMode FormulaLinks<Number>::AccessMode() const
 {
-    EAccessMode mode = RW;
+    EAccessMode mode = RW; // a variable that can only be written is found out at reading
     for (const Link& variable : m_variables) {
         const EAccessMode other = variable.Target(m_owner).AccessMode();
         if (!IsAvailable(other))
@@ -41,8 +41,10 @@ template <typename Number>
 ECachingMode FormulaLinks<Number>::CachingMode(ECachingMode best) const
 {
     ECachingMode mode = best;
-    for (const Link& variable : m_variables)
-        mode = Combine(mode, variable.Target(m_owner).CachingMode());
+    for (const Link& variable : m_variables) {
+        if (variable.Target(m_owner).CachingMode() == NoCache)
+            mode = NoCache; // a value that is read anew each time makes a new result each time
+    }
     return mode;
 }
 

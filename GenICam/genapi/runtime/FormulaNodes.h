@@ -17,7 +17,7 @@ class FormulaLinks
 public:
     explicit FormulaLinks(const Node& owner);
 
-    /// What the variables leave of the access mode: NI or NA if one is so, else RO.
+    /// What the variables leave of the access mode: NI or NA if one is so, else all.
     EAccessMode AccessMode() const;
     ECachingMode CachingMode(ECachingMode best) const;
 
@@ -44,7 +44,7 @@ public:
     int64_t IntegerInc() override { return 1; }
 
 protected:
-    EAccessMode OwnAccessMode() const override { return m_links.AccessMode(); }
+    EAccessMode OwnAccessMode() const override { return Combine(m_links.AccessMode(), RO); }
     ECachingMode OwnCachingMode() const override { return m_links.CachingMode(WriteThrough); }
     int64_t Fetch(ReadOptions options) override;
     void Store(int64_t, bool, Change&) override;
@@ -64,7 +64,7 @@ public:
     double RealMax() override;
 
 protected:
-    EAccessMode OwnAccessMode() const override { return m_links.AccessMode(); }
+    EAccessMode OwnAccessMode() const override { return Combine(m_links.AccessMode(), RO); }
     ECachingMode OwnCachingMode() const override { return m_links.CachingMode(WriteAround); }
     double Fetch(ReadOptions options) override;
     void Store(double, bool, Change&) override;

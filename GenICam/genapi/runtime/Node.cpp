@@ -223,18 +223,19 @@ EAccessMode Node::ComputeAccessMode() const
     EAccessMode mode = RW;
     if (m_isImplemented && !IsFlagSet(m_isImplemented, mode))
         return NI;
-    if (m_isAvailable && mode != NA && !IsFlagSet(m_isAvailable, mode))
+    if (m_isAvailable && IsAvailable(mode) && !IsFlagSet(m_isAvailable, mode))
         mode = NA;
-    if (m_isLocked && mode != NA && IsFlagSet(m_isLocked, mode))
+    if (m_isLocked && IsAvailable(mode) && IsFlagSet(m_isLocked, mode))
         mode = Combine(mode, RO);
-    return Combine(Combine(mode, OwnAccessMode()), Combine(m_imposedByFile, m_imposed));
+    return Combine(Combine(mode, OwnAccessMode()), ImposedAccessMode());
 }
 
 bool Node::IsFlagSet(const Link& flag, EAccessMode& mode) const
 {
     Node& target = flag.Target(*this);
-    if (!IsReadable(target.AccessMode())) {
-        mode = NA; // what can't be told isn't there at present
+    const EAccessMode ofFlag = target.AccessMode();
+    if (!IsReadable(ofFlag)) {
+        mode = Combine(NA, ofFlag); // what can't be told isn't there
         return true;
     }
     return target.ReadInteger(ReadOptions()) != 0;

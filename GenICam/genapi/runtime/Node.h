@@ -149,6 +149,8 @@ public:
     void TakeCallbacks(std::vector<std::shared_ptr<CallbackSlot>>& callbacks);
 
 protected:
+    /// The access mode from all that limits it.
+    virtual EAccessMode ComputeAccessMode() const;
     /// Access mode that the kind of node has before flags and imposed modes limit it.
     virtual EAccessMode OwnAccessMode() const { return RO; }
     virtual ECachingMode OwnCachingMode() const { return WriteThrough; }
@@ -158,13 +160,15 @@ protected:
     /// "Node.Method()" of the call that the user made, for messages.
     std::string EntryText() const;
 
+    EAccessMode ImposedAccessMode() const { return Combine(m_imposedByFile, m_imposed); }
+    EVisibility ImposedVisibility() const { return m_imposedVisibility; }
+
     /// Text of a property, empty if there is none.
     gcstring TextOf(Prop id) const;
 
     bool m_valueKnown = false; // the decoded value that a derived class holds is valid
 
 private:
-    EAccessMode ComputeAccessMode() const;
     /// Whether the flag is other than 0; a flag that can't be read sets the mode to NA.
     bool IsFlagSet(const Link& flag, EAccessMode& mode) const;
 

@@ -118,6 +118,7 @@ protected:
 
 private:
     void CheckLimits(double value);
+    std::string BoundedText(double value);
 
     double m_value = 0;
     double m_imposedMin, m_imposedMax;

@@ -82,14 +82,28 @@ int64_t RegisterAccess::Length()
 {
     const int64_t length = m_length.Integer(m_owner);
     if (length < 0 || length > kMaxLength) {
-        throw OUT_OF_RANGE_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
+        throw RUNTIME_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
             "Length = %lld must be between 0 and %lld", static_cast<long long>(length),
             static_cast<long long>(kMaxLength));
     }
     return length;
 }
 
-EAccessMode RegisterAccess::AccessMode() const { return Combine(m_accessMode, Port().AccessMode()); }
+EAccessMode RegisterAccess::AccessMode() const
+{
+    EAccessMode mode = Combine(m_accessMode, Port().AccessMode());
+    const auto limitBy = [&](const NumberLink& link) {
+        if (!link.IsReference())
+            return;
+        const EAccessMode ofTerm = link.Target(m_owner).AccessMode();
+        if (!IsReadable(ofTerm)) // an address that can't be told leads nowhere
+            mode = Combine(mode, Combine(NA, ofTerm));
+    };
+    for (const AddressTerm& term : m_terms)
+        limitBy(term.link);
+    limitBy(m_length);
+    return mode;
+}
 
 ECachingMode RegisterAccess::CachingMode() const
 {

@@ -22,7 +22,7 @@ public:
     RegisterAccess(Node& owner, ECachingMode defaultCaching);
 
     int64_t Address(ReadOptions options = ReadOptions());
-    /// OutOfRangeException if it is negative or above kMaxLength.
+    /// RuntimeException if it is negative or above kMaxLength.
     int64_t Length();
     EAccessMode AccessMode() const;
     ECachingMode CachingMode() const;

@@ -55,6 +55,8 @@ gcstring TextBase::GetValue(bool Verify, bool IgnoreCache)
 int64_t TextBase::GetMaxLength()
 {
     const Call call(*this, "GetMaxLength");
+    if (!IsWritable(AccessMode())) // nothing longer than what it holds will ever be in it
+        return static_cast<int64_t>(ReadText(ReadOptions()).size());
     return MaxTextLength();
 }
 

@@ -5,6 +5,7 @@
 
 #include <Base/GCException.h>
 
+#include <algorithm>
 #include <type_traits>
 
 namespace KxGenApi
@@ -144,8 +145,11 @@ ECachingMode ValueSlots<Number>::CachingMode(ECachingMode ofLiteral) const
         if (slot.link.IsReference())
             mode = Combine(mode, slot.link.Target(m_owner).CachingMode());
     }
-    if (m_index && m_index.Target(m_owner).CachingMode() == NoCache)
-        mode = NoCache;
+    const auto isUncached = [&](const NumberLink& link) {
+        return link.Target(m_owner).CachingMode() == NoCache;
+    };
+    if ((m_index && isUncached(m_index)) || std::any_of(m_copies.begin(), m_copies.end(), isUncached))
+        return NoCache;
     return mode;
 }
 
