@@ -18,8 +18,6 @@ namespace
 
 constexpr size_t kFirstTableSize = 4096;
 
-std::string_view ElementName(const pugi::xml_node& element) { return LocalName(element.name()); }
-
 } // namespace
 
 Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
@@ -46,12 +44,11 @@ void Declarations::CollectChildren(const pugi::xml_node& parent, unsigned depth)
                      "holds text between its elements: " + Quoted(Trimmed(child.value())));
             continue;
         }
-        const std::string_view name = ElementName(child);
-        const NodeInfo* info = FindNodeKind(name);
+        const NodeInfo* info = FindNodeKind(child.name());
         if (!info || info->type == NodeType::EnumEntry ||
             (info->type == NodeType::StructEntry && info->tag == Tag::Node))
         {
-            if (name == "Extension")
+            if (LocalName(child.name()) == "Extension")
                 continue;
             Fail({Locate(child), {}, child.name()}, "is no node that may stand here");
         }
@@ -76,11 +73,10 @@ void Declarations::CollectStruct(const pugi::xml_node& element)
     ReadNodeAttributes(element);
     Declare({}, element, NodeType::StructEntry, Origin::Struct, GenApi::Custom);
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-        const std::string_view name = ElementName(child);
-        if (name == InfoOf(NodeType::IntSwissKnife).name)
-            CollectNode(child, InfoOf(NodeType::IntSwissKnife));
-        else if (name == InfoOf(NodeType::StructEntry).name)
-            CollectNode(child, InfoOf(NodeType::StructEntry));
+        const NodeInfo* const info = FindNodeKind(child.name());
+        if (info && info->tag == Tag::Node &&
+            (info->type == NodeType::IntSwissKnife || info->type == NodeType::StructEntry))
+            CollectNode(child, *info);
     }
 }
 
@@ -97,7 +93,7 @@ void Declarations::CollectParts(const pugi::xml_node& element, NodeType type, st
     const NodeType valueType = Has(type, kIsReal) ? NodeType::Float : NodeType::Integer;
     const NodeType formulaType = Has(type, kIsReal) ? NodeType::SwissKnife : NodeType::IntSwissKnife;
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-        const PropertyInfo* info = FindProperty(ElementName(child));
+        const PropertyInfo* info = FindProperty(child.name());
         if (!info)
             continue;
         const auto declare = [&](std::string_view name, NodeType partType) {

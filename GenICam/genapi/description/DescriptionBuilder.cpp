@@ -180,7 +180,7 @@ void DescriptionBuilder::ReadStruct(DefinitionId id)
     context.firstProperty = m_open.size();
     bool hasEntry = false;
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-        if (LocalName(child.name()) == InfoOf(NodeType::StructEntry).name) {
+        if (FindNodeKind(child.name()) == &InfoOf(NodeType::StructEntry)) {
             ReadEntry(m_next, context.firstProperty);
             hasEntry = true;
             continue;

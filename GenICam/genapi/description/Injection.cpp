@@ -26,8 +26,7 @@ void ForEachNode(const pugi::xml_node& parent, const Visit& visit, unsigned dept
     if (depth > kMaxNesting)
         FailLimit({{}, {}, parent.name()}, depth, "nested groups", kMaxNesting);
     for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
-        const NodeInfo* info =
-            child.type() == pugi::node_element ? FindNodeKind(LocalName(child.name())) : nullptr;
+        const NodeInfo* info = child.type() == pugi::node_element ? FindNodeKind(child.name()) : nullptr;
         if (info && info->tag == Tag::Group)
             ForEachNode(child, visit, depth + 1);
         else if (child.type() == pugi::node_element)
@@ -74,7 +73,7 @@ private:
 
     uint8_t SlotOf(const pugi::xml_node& element) const
     {
-        const PropertyInfo* info = FindProperty(LocalName(element.name()));
+        const PropertyInfo* info = FindProperty(element.name());
         return info ? m_rules.slot[static_cast<size_t>(info->prop)] : NodeRules::kNotAllowed;
     }
 
@@ -116,9 +115,9 @@ void MergeNode(pugi::xml_node base, const pugi::xml_node& injected)
     const bool isInjectedFirst = PriorityOf(injected) >= PriorityOf(base);
     const pugi::xml_node winner = isInjectedFirst ? injected : base;
     const pugi::xml_node loser = isInjectedFirst ? base : injected;
-    const NodeInfo* const kind = FindNodeKind(LocalName(winner.name()));
+    const NodeInfo* const kind = FindNodeKind(winner.name());
     pugi::xml_node parent = base.parent();
-    if (kind && kind == FindNodeKind(LocalName(loser.name())) && !RulesOf(kind->type).lenient) {
+    if (kind && kind == FindNodeKind(loser.name()) && !RulesOf(kind->type).lenient) {
         pugi::xml_node merged = parent.insert_child_before(winner.name(), base);
         for (const pugi::xml_attribute attribute : winner.attributes())
             merged.append_copy(attribute);

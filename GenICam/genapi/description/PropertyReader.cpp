@@ -85,16 +85,16 @@ std::string_view DescriptionBuilder::Keep(std::string_view text)
 
 void DescriptionBuilder::ReadProperty(Context& context, const pugi::xml_node& element)
 {
-    const std::string_view name = LocalName(element.name());
+    const std::string_view name = element.name();
     const PropertyInfo* info = FindProperty(name);
     if (!info) {
-        if (name == "Extension")
+        if (LocalName(name) == "Extension")
             return;
         if (!context.rules->lenient)
             Fail(PlaceOf(context, element), "is unknown");
         Property& other = m_open.emplace_back();
         other.id = Prop::Other;
-        other.attribute = m_parts.text.Copy(name);
+        other.attribute = m_parts.text.Copy(LocalName(name));
         other.text = Keep(Trimmed(element.text().get()));
         return;
     }

@@ -201,6 +201,16 @@ static_assert(std::size(kNodes) == kNodeTypeCount + 2 && NodesAreInOrder());
 constexpr NameTable<256> kPropertyTable(kProperties);
 constexpr NameTable<64> kNodeTable(kNodes);
 
+// Prefixes are so rare that a second search costs less than looking for one each time.
+template <typename Table, typename Row>
+const Row* FindRow(const Table& table, const Row* rows, std::string_view name)
+{
+    const Row* const row = table.Find(rows, name);
+    return row || name.find(':') == std::string_view::npos
+               ? row
+               : table.Find(rows, name.substr(name.find(':') + 1));
+}
+
 } // namespace
 
 const Word* WordList::Find(std::string_view text) const
@@ -221,13 +231,16 @@ const Word* WordList::Find(int64_t value) const
 
 const PropertyInfo* FindProperty(std::string_view elementName)
 {
-    const PropertyInfo* info = kPropertyTable.Find(kProperties, elementName);
+    const PropertyInfo* const info = FindRow(kPropertyTable, kProperties, elementName);
     return info && info->prop != Prop::Other && info->prop != Prop::EntryName ? info : nullptr;
 }
 
 const PropertyInfo& InfoOf(Prop prop) { return kProperties[static_cast<size_t>(prop)]; }
 
-const NodeInfo* FindNodeKind(std::string_view elementName) { return kNodeTable.Find(kNodes, elementName); }
+const NodeInfo* FindNodeKind(std::string_view elementName)
+{
+    return FindRow(kNodeTable, kNodes, elementName);
+}
 
 const NodeInfo& InfoOf(NodeType type) { return kNodes[static_cast<size_t>(type)]; }
 

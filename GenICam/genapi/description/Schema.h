@@ -78,7 +78,7 @@ struct PropertyInfo
     const WordList* words;
 };
 
-/// Null if there is no such element.
+/// Null if there is no such element. A name space prefix is skipped.
 const PropertyInfo* FindProperty(std::string_view elementName);
 const PropertyInfo& InfoOf(Prop prop);
 
@@ -110,7 +110,7 @@ enum NodeTraits : uint8_t
     kIsConverter = 32 ///< has a formula for each direction
 };
 
-/// Null if there is no such node.
+/// Null if there is no such node. A name space prefix is skipped.
 const NodeInfo* FindNodeKind(std::string_view elementName);
 const NodeInfo& InfoOf(NodeType type);
 inline bool Has(NodeType type, NodeTraits trait) { return (InfoOf(type).traits & trait) != 0; }

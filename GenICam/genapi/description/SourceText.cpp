@@ -126,19 +126,33 @@ size_t CharacterLength(std::string_view text)
     return 0;
 }
 
-// Whether a block of kBlock bytes holds only ASCII characters that XML allows. Written so that compilers
-// vectorise it.
+// A vector of bytes, which GCC and clang turn into the instructions of the processor.
+using Bytes = uint8_t __attribute__((vector_size(16)));
+
+uint64_t SumOfBytes(const Bytes& bytes)
+{
+    uint64_t halves[2];
+    std::memcpy(halves, &bytes, sizeof halves);
+    constexpr uint64_t kOnes = 0x0101010101010101;
+    return ((halves[0] + halves[1]) * kOnes) >> 56;
+}
+
+// Whether a block of kBlock bytes holds only ASCII characters that XML allows.
 bool IsPlain(const char* block, size_t& tags)
 {
-    uint8_t odd = 0, tagCount = 0;
-    for (size_t i = 0; i < kBlock; ++i) {
-        const auto c = static_cast<uint8_t>(block[i]);
-        const bool isControl = c < 0x20 && c != '\n' && c != '\r' && c != '\t';
-        odd = static_cast<uint8_t>(odd | static_cast<uint8_t>(isControl | (c >= 0x80)));
-        tagCount = static_cast<uint8_t>(tagCount + (c == '<'));
+    Bytes odd{}, tagCount{};
+    for (size_t i = 0; i < kBlock; i += sizeof(Bytes)) {
+        Bytes c;
+        std::memcpy(&c, block + i, sizeof c);
+        const auto isControl = (c < 0x20) & (c != '\n') & (c != '\r') & (c != '\t');
+        odd |= reinterpret_cast<const Bytes&>(isControl) | (c & 0x80);
+        const auto isTag = c == '<';
+        tagCount += reinterpret_cast<const Bytes&>(isTag) & 1;
     }
-    tags += tagCount;
-    return odd == 0;
+    tags += SumOfBytes(tagCount);
+    uint64_t halves[2];
+    std::memcpy(halves, &odd, sizeof halves);
+    return (halves[0] | halves[1]) == 0;
 }
 
 } // namespace

@@ -6,10 +6,10 @@
 namespace KxGenApi
 {
 
-std::string_view LocalName(const char* name)
+std::string_view LocalName(std::string_view name)
 {
-    const char* const colon = std::strchr(name, ':');
-    return colon ? colon + 1 : name;
+    // find returns the largest number there is where there is no colon.
+    return name.substr(name.find(':') + 1);
 }
 
 bool IsForeign(const pugi::xml_attribute& attribute)

@@ -14,8 +14,8 @@
 namespace KxGenApi
 {
 
-/// Name of an element or attribute without a namespace prefix.
-std::string_view LocalName(const char* name);
+/// Name of an element without a name space prefix.
+std::string_view LocalName(std::string_view name);
 
 /// Whether an attribute belongs to XML itself or to another schema, so that it is none of ours.
 bool IsForeign(const pugi::xml_attribute& attribute);
