@@ -221,7 +221,7 @@ gcstring FloatBase::Unit() const
 }
 
 /// Rounding to the shown digits must not carry a text over the limits, for then it could not be written back:
-/// it moves inwards by half a unit of its last digit.
+/// it moves inwards by half a unit of the last digit behind the point.
 std::string FloatBase::BoundedText(double value)
 {
     const EDisplayNotation notation = GetDisplayNotation();
@@ -230,11 +230,10 @@ std::string FloatBase::BoundedText(double value)
     const std::optional<double> shown = TextToReal(text);
     if (!shown)
         return text;
-    const bool below = *shown < RealMin();
-    if (!below && !(*shown > RealMax()))
-        return text;
     const double half = UnitOfLastDigit(text) / 2;
-    return RealToText(below ? *shown + half : *shown - half, notation, precision);
+    if (*shown > RealMax())
+        return RealToText(value - half, notation, precision);
+    return *shown < RealMin() ? RealToText(value + half, notation, precision) : text;
 }
 
 void FloatBase::CheckLimits(double value)

@@ -78,9 +78,9 @@ int64_t RegisterAccess::Address(ReadOptions options)
     return m_address;
 }
 
-int64_t RegisterAccess::Length()
+int64_t RegisterAccess::CheckedLength() const
 {
-    const int64_t length = m_length.Integer(m_owner);
+    const int64_t length = Length();
     if (length < 0 || length > kMaxLength) {
         throw RUNTIME_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
             "Length = %lld must be between 0 and %lld", static_cast<long long>(length),
@@ -124,7 +124,7 @@ bool RegisterAccess::IsBigEndian() const { return m_bigEndian != Port().SwapsEnd
 
 const std::vector<uint8_t>& RegisterAccess::Read(ReadOptions options)
 {
-    const int64_t length = Length();
+    const int64_t length = CheckedLength();
     const int64_t address = Address(options);
     RegisterCache& cache = Port().Cache();
     const bool cached = m_owner.CachingMode() != NoCache;
@@ -148,7 +148,7 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
         throw ACCESS_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(),
                                     m_owner.NameText())("Node is not writable.");
     }
-    const int64_t length = Length();
+    const int64_t length = CheckedLength();
     const int64_t address = Address();
     RegisterCache& cache = Port().Cache();
     Port().Connected(m_owner).Write(bytes.data(), address, static_cast<int64_t>(bytes.size()));

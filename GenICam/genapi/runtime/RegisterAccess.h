@@ -22,8 +22,10 @@ public:
     RegisterAccess(Node& owner, ECachingMode defaultCaching);
 
     int64_t Address(ReadOptions options = ReadOptions());
-    /// RuntimeException if it is negative or above kMaxLength.
-    int64_t Length();
+    /// As the description tells, be it sensible or not.
+    int64_t Length() const { return m_length.Integer(m_owner); }
+    /// The same for reading and writing; RuntimeException if it is negative or above kMaxLength.
+    int64_t CheckedLength() const;
     EAccessMode AccessMode() const;
     ECachingMode CachingMode() const;
     bool IsBigEndian() const;

@@ -37,9 +37,9 @@ constexpr ElementFacts kElements[] = {
     {Prop::DocuURL, "DocuURL", 0},
     {Prop::IsDeprecated, "IsDeprecated", 0},
     {Prop::EventID, "EventID", 0},
-    {Prop::pIsImplemented, "pIsImplemented", kReads},
-    {Prop::pIsAvailable, "pIsAvailable", kReads},
-    {Prop::pIsLocked, "pIsLocked", kReads},
+    {Prop::pIsImplemented, "pIsImplemented", kReads | kShows},
+    {Prop::pIsAvailable, "pIsAvailable", kReads | kShows},
+    {Prop::pIsLocked, "pIsLocked", kReads | kShows},
     {Prop::pBlockPolling, "pBlockPolling", 0},
     {Prop::ImposedAccessMode, "ImposedAccessMode", 0},
     {Prop::ImposedVisibility, "ImposedVisibility", 0},
@@ -235,34 +235,28 @@ std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex no
 std::vector<NodeIndex> SelectedNodes(const Description& description, NodeIndex node)
 {
     NodeSet set(description);
-    const auto addSelected = [&](NodeIndex selector) {
-        for (const Property& property : description.Properties(selector)) {
-            if (property.id == Prop::pSelected)
-                set.Add(property.node);
-        }
-    };
-    addSelected(node);
+    for (const Property& property : description.Properties(node)) {
+        if (property.id == Prop::pSelected)
+            set.Add(property.node);
+    }
     Close(set, [&](NodeIndex selected) {
         for (const NodeIndex dependent : description.Dependents(selected)) {
             if (Shows(description, dependent, selected))
                 set.Add(dependent);
         }
-        addSelected(selected);
     });
     return set.Take();
 }
 
 std::vector<NodeIndex> SelectingNodes(const Description& description, NodeIndex node)
 {
-    // Down from the node over what it shows, and from each selector found on to its own selectors.
+    // Down from the node over all that it is made of.
     NodeSet below(description);
     NodeSet selectors(description);
     below.Add(node);
     Close(below, [&](NodeIndex from) {
-        for (const NodeIndex selector : description.Selectors(from)) {
-            if (selectors.Add(selector))
-                below.Add(selector);
-        }
+        for (const NodeIndex selector : description.Selectors(from))
+            selectors.Add(selector);
         AddReferences(description, from, kShows, below);
     });
     return selectors.Take();

@@ -157,19 +157,10 @@ std::string RealToText(double value, EDisplayNotation notation, int64_t precisio
 
 double UnitOfLastDigit(std::string_view text)
 {
-    int exponent = 0;
-    const size_t e = text.find('e');
-    if (e != std::string_view::npos) {
-        std::string_view digits = text.substr(e + 1);
-        if (!digits.empty() && digits[0] == '+')
-            digits.remove_prefix(1);
-        std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-        text = text.substr(0, e);
-    }
-    const size_t point = text.find('.');
-    if (point != std::string_view::npos)
-        exponent -= static_cast<int>(text.size() - point - 1);
-    return std::pow(10.0, exponent);
+    const std::string_view mantissa = text.substr(0, text.find('e'));
+    const size_t point = mantissa.find('.');
+    const size_t digits = point != std::string_view::npos ? mantissa.size() - point - 1 : 0;
+    return std::pow(10.0, -static_cast<double>(digits));
 }
 
 std::optional<double> TextToReal(std::string_view text)

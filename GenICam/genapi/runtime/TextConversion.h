@@ -24,7 +24,8 @@ std::optional<int64_t> TextToInteger(std::string_view text, GenApi::ERepresentat
 /// Text of a floating-point number.
 std::string RealToText(double value, GenApi::EDisplayNotation notation, int64_t precision);
 
-/// What one step of the last digit of a number's text is worth: 0.01 for "12.34", 100 for "1.2e3".
+/// What one step of the last digit of a number's text is worth, but for a factor given by an exponent: 0.01
+/// for "12.34", 0.1 for "1.2e3".
 double UnitOfLastDigit(std::string_view text);
 
 /// Number that the text begins with; nothing if there is none, or if it is not finite.

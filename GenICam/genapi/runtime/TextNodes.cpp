@@ -55,8 +55,6 @@ gcstring TextBase::GetValue(bool Verify, bool IgnoreCache)
 int64_t TextBase::GetMaxLength()
 {
     const Call call(*this, "GetMaxLength");
-    if (!IsWritable(AccessMode())) // nothing longer than what it holds will ever be in it
-        return static_cast<int64_t>(ReadText(ReadOptions()).size());
     return MaxTextLength();
 }
 
@@ -122,6 +120,13 @@ void StringNode::Store(const gcstring& text, bool verify, Change& change)
 
 // ------------------------------------------------------------------------------------------------ StringReg
 
+int64_t StringRegNode::MaxTextLength()
+{
+    if (!IsWritable(AccessMode())) // nothing longer than what it holds will ever be in it
+        return static_cast<int64_t>(ReadText(ReadOptions()).size());
+    return m_register.Length();
+}
+
 gcstring StringRegNode::Fetch(ReadOptions options)
 {
     const std::vector<uint8_t>& bytes = m_register.Read(options);
@@ -131,7 +136,7 @@ gcstring StringRegNode::Fetch(ReadOptions options)
 
 void StringRegNode::Store(const gcstring& text, bool, Change& change)
 {
-    const int64_t length = m_register.Length();
+    const int64_t length = m_register.CheckedLength();
     if (static_cast<int64_t>(text.size()) > length) {
         throw KXNODE_ERROR(OutOfRangeException)(
             "Length = %lld of the text must be equal or smaller than Max = %lld",
@@ -164,7 +169,7 @@ void RegisterNode::FromString(const gcstring& ValueStr, bool Verify)
     if (!bytes)
         throw KXNODE_ERROR(InvalidArgumentException)("'%s' is no even count of hexadecimal digits",
                                                      ValueStr.c_str());
-    bytes->resize(std::min(bytes->size(), static_cast<size_t>(m_register.Length())));
+    bytes->resize(std::min(bytes->size(), static_cast<size_t>(m_register.CheckedLength())));
     WriteBytes(std::move(*bytes), Verify, change);
     change.Finish();
 }

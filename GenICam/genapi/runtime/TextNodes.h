@@ -70,7 +70,7 @@ public:
         : RegisterFace(map, index, WriteThrough)
     {}
 
-    int64_t MaxTextLength() override { return m_register.Length(); }
+    int64_t MaxTextLength() override;
 
 protected:
     gcstring Fetch(ReadOptions options) override;

@@ -3,8 +3,6 @@
 
 #include "runtime/Change.h"
 
-#include <limits>
-
 namespace KxGenApi
 {
 
@@ -30,6 +28,19 @@ NumberLimits::NumberLimits(const Node& node)
     }
 }
 
+EAccessMode NumberLimits::AccessMode(const Node& node) const
+{
+    EAccessMode mode = RW;
+    for (const NumberLink* const link : {&min, &max, &inc}) {
+        if (!link->IsReference())
+            continue;
+        const EAccessMode ofLimit = link->Target(node).AccessMode();
+        if (!IsReadable(ofLimit))
+            mode = Combine(mode, Combine(NA, ofLimit));
+    }
+    return mode;
+}
+
 // -------------------------------------------------------------------------------------------------- Integer
 
 IntegerNode::IntegerNode(NodeMap& map, NodeIndex index)
@@ -43,8 +54,7 @@ int64_t IntegerNode::IntegerMin()
     const Level level(*this);
     if (m_limits.min)
         return m_limits.min.Integer(*this);
-    Node* const target = m_slots.Target();
-    return target != nullptr ? target->IntegerMin() : std::numeric_limits<int64_t>::min();
+    return m_slots.Min();
 }
 
 int64_t IntegerNode::IntegerMax()
@@ -52,8 +62,7 @@ int64_t IntegerNode::IntegerMax()
     const Level level(*this);
     if (m_limits.max)
         return m_limits.max.Integer(*this);
-    Node* const target = m_slots.Target();
-    return target != nullptr ? target->IntegerMax() : std::numeric_limits<int64_t>::max();
+    return m_slots.Max();
 }
 
 int64_t IntegerNode::IntegerInc()
@@ -78,8 +87,7 @@ double FloatNode::RealMin()
     const Level level(*this);
     if (m_limits.min)
         return m_limits.min.Real(*this);
-    Node* const target = m_slots.Target();
-    return target != nullptr ? target->RealMin() : std::numeric_limits<double>::lowest();
+    return m_slots.Min();
 }
 
 double FloatNode::RealMax()
@@ -87,8 +95,7 @@ double FloatNode::RealMax()
     const Level level(*this);
     if (m_limits.max)
         return m_limits.max.Real(*this);
-    Node* const target = m_slots.Target();
-    return target != nullptr ? target->RealMax() : std::numeric_limits<double>::max();
+    return m_slots.Max();
 }
 
 bool FloatNode::HasRealInc()

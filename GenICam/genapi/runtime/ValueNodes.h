@@ -13,6 +13,9 @@ struct NumberLimits
 {
     explicit NumberLimits(const Node& node);
 
+    /// What nodes that give limits leave of the access mode: without its limits a feature can't be used.
+    EAccessMode AccessMode(const Node& node) const;
+
     NumberLink min, max, inc;
 };
 
@@ -27,7 +30,10 @@ public:
     int64_t IntegerInc() override;
 
 protected:
-    EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
+    EAccessMode OwnAccessMode() const override
+    {
+        return Combine(m_slots.AccessMode(), m_limits.AccessMode(*this));
+    }
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteThrough); }
     int64_t Fetch(ReadOptions options) override { return m_slots.Read(options); }
     void Store(int64_t value, bool verify, Change& change) override { m_slots.Write(value, verify, change); }
@@ -50,7 +56,10 @@ public:
     double RealInc() override;
 
 protected:
-    EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
+    EAccessMode OwnAccessMode() const override
+    {
+        return Combine(m_slots.AccessMode(), m_limits.AccessMode(*this));
+    }
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteAround); }
     double Fetch(ReadOptions options) override { return m_slots.Read(options); }
     void Store(double value, bool verify, Change& change) override { m_slots.Write(value, verify, change); }

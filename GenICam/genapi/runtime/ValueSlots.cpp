@@ -6,6 +6,7 @@
 #include <Base/GCException.h>
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 namespace KxGenApi
@@ -32,6 +33,24 @@ void WriteTo(Node& node, Number value, bool verify, Change& change)
         node.WriteInteger(value, verify, change);
     else
         node.WriteReal(value, verify, change);
+}
+
+template <typename Number>
+Number MinOf(Node& node)
+{
+    if constexpr (kIsInteger<Number>)
+        return node.IntegerMin();
+    else
+        return node.RealMin();
+}
+
+template <typename Number>
+Number MaxOf(Node& node)
+{
+    if constexpr (kIsInteger<Number>)
+        return node.IntegerMax();
+    else
+        return node.RealMax();
 }
 
 } // namespace
@@ -126,6 +145,26 @@ void ValueSlots<Number>::Write(Number value, bool verify, Change& change)
     }
     for (const NumberLink& copy : m_copies)
         WriteTo<Number>(copy.Target(m_owner), value, verify, change);
+}
+
+template <typename Number>
+Number ValueSlots<Number>::Min()
+{
+    Node* const target = Target();
+    Number min = target != nullptr ? MinOf<Number>(*target) : std::numeric_limits<Number>::lowest();
+    for (const NumberLink& copy : m_copies)
+        min = std::max(min, MinOf<Number>(copy.Target(m_owner)));
+    return min;
+}
+
+template <typename Number>
+Number ValueSlots<Number>::Max()
+{
+    Node* const target = Target();
+    Number max = target != nullptr ? MaxOf<Number>(*target) : std::numeric_limits<Number>::max();
+    for (const NumberLink& copy : m_copies)
+        max = std::min(max, MaxOf<Number>(copy.Target(m_owner)));
+    return max;
 }
 
 template <typename Number>

@@ -19,6 +19,10 @@ public:
 
     Number Read(ReadOptions options);
     void Write(Number value, bool verify, Change& change);
+    /// The limits that all nodes which are written share; those of the type if the node itself holds the
+    /// value.
+    Number Min();
+    Number Max();
     EAccessMode AccessMode() const;
     ECachingMode CachingMode(ECachingMode ofLiteral) const;
 
