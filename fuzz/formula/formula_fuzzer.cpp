@@ -67,7 +67,7 @@ Outcome<Number> CompiledOutcome(std::string_view text, const FormulaNames& names
 template <typename Number>
 bool Same(Number left, Number right)
 {
-    return left == right || (left != left && right != right);
+    return left == right || (std::isnan(static_cast<double>(left)) && std::isnan(static_cast<double>(right)));
 }
 
 template <typename Number>

@@ -26,7 +26,8 @@ TEST(FormulaNames, MeanTheFirstOfSeveral)
 {
     FormulaNames names;
     names.variables = {"X", "X"};
-    names.constants = {{"X", "7"}, {"C", "1"}, {"C", "2"}};
+    names.constants = {{"X", "7"}, {"C", "1"}};
+    names.constants.resize(50, {"C", "2"});
     names.expressions = {{"C", "3"}};
     const std::int64_t values[] = {5, 6};
     EXPECT_EQ(IntegerFormula::Compile("X*10+C", names).Evaluate(values), 51);
@@ -97,6 +98,18 @@ TEST(FormulaExpressions, AreValuesAndUseEachOther)
     const std::int64_t value = 5;
     EXPECT_EQ(IntegerFormula::Compile("TWICE*2+SUM", names).Evaluate(&value), 75)
         << "as if they stood in brackets";
+}
+
+TEST(FormulaExpressions, CanBeManySideBySide)
+{
+    std::vector<std::string> texts;
+    std::string sum = "0";
+    for (std::size_t i = 0; i < 2 * FormulaLimits::kExpressionDepth; ++i)
+        sum += "+" + texts.emplace_back("X" + std::to_string(i));
+    FormulaNames names;
+    for (const std::string& name : texts)
+        names.expressions.emplace_back(name, "2");
+    EXPECT_EQ(IntegerFormula::Compile(sum, names).Evaluate(nullptr), 256);
 }
 
 TEST(FormulaExpressions, AreComputedOnce)

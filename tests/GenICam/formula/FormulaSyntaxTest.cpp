@@ -23,6 +23,7 @@ TEST(FormulaSyntax, OperatorsBindInTheOrderThatDescriptionFilesRelyOn)
         {"-2**2", 4}, {"-(2**2)", -4}, {"~1**2", 4}, {"-~-1", 0}, {"+7", 7},
         // powers, shifts and the operators on bits are one level, tighter than products
         {"2**3**2", 64}, {"1|2&4", 0}, {"6^3|8&12", 12}, {"2<<1**2", 16}, {"1+2<<3", 17}, {"16/2<<1", 4},
+        {"12/6&4", 3}, {"12/2|4", 2}, {"12/2^4", 2}, {"64/8>>2", 32}, {"12/2**2", 3}, {"8%3&6", 0},
         {"2+3*4", 14}, {"20-3-2", 15}, {"100/10/5", 2}, {"17%10*2", 14}, {"1+1=2", 1},
         // comparisons and logical operators are one level, so comparisons next to && need brackets
         {"1||1&&0", 0}, {"3>2>1", 0}, {"0=0=0", 0}, {"5>0&&-1<0", 0}, {"(5>0)&&(-1<0)", 1},
