@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: Apache-2.0
+// What can be done with a node: flags, imposed modes, targets, ports.
+#include "TestMap.h"
+
+using namespace GenApi;
+using namespace KxTest;
+
+namespace
+{
+
+const char* ModeName(EAccessMode mode)
+{
+    constexpr const char* kNames[] = {"NI", "NA", "WO", "RO", "RW"};
+    return mode >= NI && mode <= RW ? kNames[mode] : "undefined";
+}
+
+std::string ModeOf(const TestMap& test, const char* name) { return ModeName(test.Get(name).GetAccessMode()); }
+
+struct Case
+{
+    const char* nodes;
+    const char* mode; ///< of the node X
+};
+
+void ExpectModes(const std::vector<Case>& cases, EAccessMode portMode = RW)
+{
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.nodes);
+        TestMap test(c.nodes, false);
+        test.port.mode = portMode;
+        test.map._Connect(&test.port);
+        EXPECT_EQ(ModeOf(test, "X"), c.mode);
+    }
+}
+
+} // namespace
+
+TEST(AccessMode, FlagsAndImposedModeLimitInTheirOrder)
+{
+    ExpectModes({
+        {"Integer X { Value 1 }", "RW"},
+        {"Integer X { pIsImplemented F; Value 1 } Integer F { Value 0 }", "NI"},
+        {"Integer X { pIsImplemented F; pIsAvailable F; pIsLocked F; Value 1 } Integer F { Value 0 }", "NI"},
+        {"Integer X { pIsImplemented F; pIsAvailable F; Value 1 } Integer F { Value 1 }", "RW"},
+        {"Integer X { pIsAvailable F; Value 1 } Integer F { Value 0 }", "NA"},
+        {"Integer X { pIsAvailable F; Value 1 } Integer F { Value 2 }", "RW"},
+        {"Integer X { pIsAvailable F; Value 1 } Integer F { Value -1 }", "RW"},
+        {"Integer X { pIsLocked F; Value 1 } Integer F { Value 1 }", "RO"},
+        {"Integer X { pIsLocked F; Value 1 } Integer F { Value 2 }", "RO"},
+        {"Integer X { pIsLocked F; pValue R } Integer F { Value 1 } IntReg R { at 0 4 WO; Little }", "NA"},
+        {"Integer X { pIsLocked F; Value 1 } Boolean F { Value true }", "RO"},
+        {"Integer X { pIsAvailable F; Value 1 } IntSwissKnife F { Formula 1 > 2 }", "NA"},
+        {"Integer X { ImposedAccessMode RO; Value 1 }", "RO"},
+        {"Integer X { ImposedAccessMode WO; Value 1 }", "WO"},
+        {"Integer X { ImposedAccessMode WO; pValue R } IntReg R { at 0 4 RO; Little }", "NA"},
+        // A flag that cannot be read leaves the node unavailable, whichever flag it is.
+        {"Integer X { pIsImplemented F; Value 1 } IntReg F { at 0 4 WO; Little }", "NA"},
+        {"Integer X { pIsAvailable F; Value 1 } IntReg F { at 0 4 WO; Little }", "NA"},
+        {"Integer X { pIsLocked F; Value 1 } IntReg F { at 0 4 WO; Little }", "NA"},
+    });
+}
+
+TEST(AccessMode, PassesUpwardsFromTheRegister)
+{
+    const std::string ro = " IntReg R { at 0 4 RO; Little }", wo = " IntReg R { at 0 4 WO; Little }";
+    for (const std::string node :
+         {"Integer X { pValue R }", "Boolean X { pValue R }", "Float X { pValue R }",
+          "Command X { pValue R; CommandValue 1 }", "Enumeration X { EnumEntry A { Value 0 } pValue R }",
+          "Converter X { FormulaTo FROM; FormulaFrom TO; pValue R }",
+          "IntConverter X { FormulaTo FROM; FormulaFrom TO; pValue R; Slope Increasing }"})
+    {
+        ExpectModes({{(node + ro).c_str(), "RO"}, {(node + wo).c_str(), "WO"}});
+    }
+    // Not downwards to it, nor sideways.
+    TestMap test("Integer X { ImposedAccessMode RO; pValue R } Integer Y { pValue R } "
+                 "IntReg R { at 0 4 RW; Little }");
+    EXPECT_EQ(ModeOf(test, "R") + ModeOf(test, "Y"), "RWRW");
+}
+
+TEST(AccessMode, OfARegisterIsLimitedByThePort)
+{
+    ExpectModes({{"IntReg X { at 0 4 RW; Little }", "RO"},
+                 {"IntReg X { at 0 4 WO; Little }", "NA"},
+                 {"Integer X { pValue R } IntReg R { at 0 4 RW; Little }", "RO"}},
+                RO);
+    ExpectModes({{"IntReg X { at 0 4 RO; Little }", "NA"}, {"StringReg X { at 0 4 RW }", "WO"}}, WO);
+    ExpectModes({{"IntReg X { at 0 4 RO; Little }", "NI"}}, NI);
+
+    TestMap test("Integer X { pValue R } IntReg R { at 0 4 RW; Little } SwissKnife K { pVariable[Name=R] R; "
+                 "Formula R }",
+                 false);
+    EXPECT_EQ(ModeOf(test, "Device") + ModeOf(test, "R") + ModeOf(test, "X") + ModeOf(test, "K"), "NINININI");
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("X").GetValue(); }), "Access");
+    test.map._Connect(&test.port);
+    test.Int("X").SetValue(4);
+    EXPECT_EQ(ModeOf(test, "X"), "RW");
+    test.map._Connect(nullptr);
+    EXPECT_EQ(ModeOf(test, "X"), "NI");
+}
+
+TEST(AccessMode, OfFormulasFollowsTheirVariables)
+{
+    const std::string knife = "SwissKnife X { pVariable[Name=V] V; Formula V } ";
+    ExpectModes({
+        {(knife + "Integer V { Value 1 }").c_str(), "RO"},
+        {(knife + "IntReg V { at 0 4 WO; Little }").c_str(), "RO"},
+        {(knife + "Integer V { pIsAvailable Z; Value 1 } Integer Z { Value 0 }").c_str(), "NA"},
+        {(knife + "Integer V { pIsImplemented Z; Value 1 } Integer Z { Value 0 }").c_str(), "NI"},
+    });
+    TestMap test(knife + "IntReg V { at 0 4 WO; Little }");
+    EXPECT_EQ(KindRaisedBy([&] { test.Flt("X").GetValue(); }), "Access");
+}
+
+TEST(AccessMode, OfCategoriesAndEnumerationsFollowsTheirParts)
+{
+    const std::string flags = " Integer Zero { Value 0 }"
+                              " Integer Ni { pIsImplemented Zero; Value 1 }"
+                              " Integer Na { pIsAvailable Zero; Value 1 } Integer Wo { ImposedAccessMode WO; "
+                              "Value 1 }";
+    const auto category = [&](const char* parts) {
+        return std::string("Category X { ") + parts + " }" + flags;
+    };
+    const auto choice = [&](const char* first, const char* second) {
+        return std::string("Enumeration X { EnumEntry A { ") + first + " Value 0 } EnumEntry B { " + second +
+               " Value 1 } Value 0 }" + flags;
+    };
+    const char *ni = "pIsImplemented Zero;", *na = "pIsAvailable Zero;";
+    ExpectModes({
+        {category("").c_str(), "NI"},
+        {category("pFeature Ni").c_str(), "NI"},
+        {category("pFeature Ni; pFeature Na").c_str(), "RO"},
+        {category("pFeature Wo").c_str(), "RO"},
+        {choice("", "").c_str(), "RW"},
+        {choice(ni, ni).c_str(), "NI"},
+        {choice(ni, na).c_str(), "NA"},
+        {choice(na, na).c_str(), "NA"},
+        {choice(ni, "").c_str(), "RW"},
+        {choice(na, "").c_str(), "RW"},
+    });
+    TestMap empty("Category X { }");
+    EXPECT_EQ(empty.Get("X").GetVisibility(), Invisible);
+}
+
+TEST(AccessMode, CanBeImposedAndGivenBackAtRunTime)
+{
+    TestMap test("Integer X { pValue R } Integer Y { pValue X } IntReg R { at 0 4 RW; Little }");
+    INode& x = test.Get("X");
+    for (const auto& [imposed, mode] :
+         {std::pair{RO, "RO"}, {WO, "WO"}, {NA, "NA"}, {NI, "NI"}, {RW, "RW"}, {RO, "RO"}, {RW, "RW"}})
+    {
+        x.ImposeAccessMode(imposed);
+        EXPECT_EQ(ModeOf(test, "X"), mode);
+        EXPECT_EQ(ModeOf(test, "Y"), mode);
+        EXPECT_EQ(ModeOf(test, "R"), "RW");
+    }
+}
+
+TEST(AccessMode, WritingWithoutVerificationPassesSomeLimitsButNotAll)
+{
+    const std::string zero = " Integer Zero { Value 0 } Integer One { Value 1 }";
+    struct Write
+    {
+        const char* node;
+        int64_t value;
+        const char* raised;     ///< verified
+        const char* unverified; ///< not
+    };
+    for (const Write& c : {
+             Write{"Integer X { Value 0; Max 5 }", 6, "OutOfRange", "none"},
+             Write{"Integer X { Value 0; Inc 2 }", 3, "OutOfRange", "none"},
+             Write{"Integer X { pIsLocked One; Value 0 }", 3, "Access", "none"},
+             Write{"Integer X { pIsAvailable Zero; Value 0 }", 3, "Access", "none"},
+             Write{"Integer X { pIsImplemented Zero; Value 0 }", 3, "Access", "Access"},
+             Write{"Integer X { pValue R } IntReg R { at 0 4 RO; Little }", 3, "Access", "Access"},
+             Write{"Integer X { pValue Y; Max 10 } Integer Y { Value 0; Max 5 }", 6, "OutOfRange", "none"},
+             Write{"Integer X { pValue R } IntReg R { at 0 1 RW; Little }", 256, "OutOfRange", "none"},
+         })
+    {
+        SCOPED_TRACE(c.node);
+        TestMap test(c.node + zero);
+        EXPECT_EQ(KindRaisedBy([&] { test.Int("X").SetValue(c.value); }), c.raised);
+        EXPECT_EQ(KindRaisedBy([&] { test.Int("X").SetValue(c.value, false); }), c.unverified);
+    }
+    TestMap test("IntReg R { at 0 1 RW; Little }");
+    test.port.mode = RO;
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("R").SetValue(1); }), "Access");
+    test.Int("R").SetValue(0x1fe, false);
+    EXPECT_EQ(test.port.Peek(0, 2), (FakePort::Bytes{0xfe, 0}));
+}
+
+TEST(AccessMode, ImposedLimitsAreShownButNotEnforced)
+{
+    TestMap test("Integer X { Value 0; Min 0; Max 10 } Float F { Value 0; Min 0; Max 10 }");
+    const auto limits = [](auto& node) { return std::pair{node.GetMin(), node.GetMax()}; };
+    IInteger& x = test.Int("X");
+    x.ImposeMin(-5);
+    x.ImposeMax(20);
+    EXPECT_EQ(limits(x), (std::pair<int64_t, int64_t>(0, 10))) << "never looser than by nature";
+    x.ImposeMin(8);
+    x.ImposeMax(4);
+    EXPECT_EQ(limits(x), (std::pair<int64_t, int64_t>(8, 4)));
+    x.SetValue(6);
+    IFloat& f = test.Flt("F");
+    f.ImposeMin(2.5);
+    f.ImposeMax(7.5);
+    EXPECT_EQ(limits(f), std::pair(2.5, 7.5));
+    f.SetValue(9);
+    EXPECT_EQ(f.GetValue(), 9);
+}
+
+TEST(AccessMode, VisibilityIsTheNodesOwnAndCanOnlyBecomeStricter)
+{
+    TestMap test("Integer X { pValue Y } Integer Y { Visibility Guru; Value 1 }");
+    EXPECT_EQ(test.Get("X").GetVisibility(), Beginner);
+    INode& y = test.Get("Y");
+    for (const auto& [imposed, seen] : {std::pair{Beginner, Guru}, {Invisible, Invisible}, {Expert, Guru}}) {
+        y.ImposeVisibility(imposed);
+        EXPECT_EQ(y.GetVisibility(), seen);
+    }
+}
+
+TEST(AccessMode, EntriesAreReadOnlyUnlessTheirFlagsSayMore)
+{
+    TestMap test(R"(
+        Enumeration E {
+            EnumEntry A { Value 0 }
+            EnumEntry B { pIsAvailable Zero; Value 1 }
+            EnumEntry C { pIsImplemented Zero; Value 2 }
+            EnumEntry D { pIsLocked One; Value 3 }
+            pValue R }
+        Integer Zero { Value 0 } Integer One { Value 1 }
+        IntReg R { at 0 4 WO; Little })");
+    std::string modes;
+    for (const char* entry : {"EnumEntry_E_A", "EnumEntry_E_B", "EnumEntry_E_C", "EnumEntry_E_D"})
+        modes += ModeOf(test, entry);
+    EXPECT_EQ(modes, "RONANIRO");
+    EXPECT_EQ(ModeOf(test, "E"), "WO");
+    test.Enum("E") = "D";
+    EXPECT_EQ(test.port.Peek(0, 1).front(), 3) << "locked entries can be chosen";
+}
