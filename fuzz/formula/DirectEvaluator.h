@@ -230,8 +230,7 @@ private:
         if (decimal) {
             const long double value = std::strtod(text.c_str(), nullptr);
             const bool integral = std::floor(value) == value;
-            if (m_dialect.integerDecimals == IntegerDecimals::Refused ||
-                (m_dialect.integerDecimals == IntegerDecimals::IntegralOnly && !integral))
+            if (!m_dialect.integralDecimals || !integral)
                 Bad();
             const long double rounded = std::floor(value + 0.5L);
             return rounded > 9223372036854775807.0L ? std::numeric_limits<Number>::max()

@@ -90,7 +90,7 @@ void Check(std::string_view text, const FormulaNames& names, const Number* value
 template <typename Number>
 void CheckBytes(const std::uint8_t* data, std::size_t size)
 {
-    const FormulaDialect dialect{static_cast<IntegerDecimals>((data[0] >> 1U) % 3), (data[0] & 8U) != 0};
+    const FormulaDialect dialect{(data[0] & 2U) != 0, (data[0] & 8U) != 0};
     Number values[kVariables];
     static_assert(sizeof values == kHead - 1);
     std::memcpy(values, data + 1, sizeof values);

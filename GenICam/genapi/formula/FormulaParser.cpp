@@ -79,10 +79,10 @@ template <typename Number>
 auto FormulaParser<Number>::LiteralValue(const Token& token) const -> Value
 {
     if (kIntegers && token.literal.decimal) {
-        if (m_dialect.integerDecimals == IntegerDecimals::Refused)
+        if (!m_dialect.integralDecimals)
             throw FormulaError("decimal number " + QuotedForMessage(token.text) + " in an integer formula",
                                token.offset);
-        if (m_dialect.integerDecimals == IntegerDecimals::IntegralOnly && !IsIntegral(token.literal))
+        if (!IsIntegral(token.literal))
             throw FormulaError("number with a fraction " + QuotedForMessage(token.text) +
                                    " in an integer formula",
                                token.offset);

@@ -57,7 +57,6 @@ TEST(FormulaConstants, TakeSignsHexAndBlanks)
         {"0xFF", 255},
         {"-0x10", -16},
         {"4.0", 4},
-        {"-2.5", -3},
         {"1e3", 1000},
         {"0x100000000", 4294967296},
         {"-9223372036854775808", kMinInteger},

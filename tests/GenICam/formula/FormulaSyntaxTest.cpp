@@ -149,12 +149,10 @@ TEST(FormulaSyntax, DoubledEqualityIsAnExtension)
 TEST(FormulaSyntax, DecimalsInIntegerFormulasAreAnExtension)
 {
     EXPECT_EQ(Int("A*4.0", {{"A", 3}}), 12);
-    EXPECT_EQ(Int("2e3+1.+25e-1"), 2004); // rounded half away from zero, as the values of float variables are
+    EXPECT_EQ(Int("2e3+1.+20e-1"), 2003);
     EXPECT_EQ(Int("1e300"), kMaxInteger);
 
-    const FormulaDialect integralOnly{IntegerDecimals::IntegralOnly, true};
-    EXPECT_EQ(Evaluate<std::int64_t>("4.0*1e2", {}, integralOnly), 400);
-    EXPECT_EQ(CompileError<std::int64_t>("A*0.5", integralOnly),
+    EXPECT_EQ(CompileError<std::int64_t>("A*0.5"), // half a unit more or less would be a guess
               "number with a fraction '0.5' in an integer formula (character 3)");
     EXPECT_EQ(CompileError<std::int64_t>("A*4.0", kStrictDialect),
               "decimal number '4.0' in an integer formula (character 3)");
