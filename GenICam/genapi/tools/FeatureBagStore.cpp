@@ -2,6 +2,7 @@
 #include <Base/GCException.h>
 #include <GenApi/ICategory.h>
 #include <GenApi/ICommand.h>
+#include <GenApi/IInteger.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
 #include <GenApi/IValue.h>
@@ -112,6 +113,28 @@ bool IsToBeStored(INode& node)
            dynamic_cast<ICommand*>(&node) == nullptr;
 }
 
+[[noreturn]] void RaiseTooManySettings(INode& node)
+{
+    throw RUNTIME_EXCEPTION("Feature '%s' has more than %zu settings of its selectors",
+                            node.GetName().c_str(), kMaxSettings);
+}
+
+/// Refuses a selector whose range alone is too large before going through it.
+void CheckRanges(INode& node, CSelectorSet& selectors)
+{
+    FeatureList_t list;
+    selectors.GetSelectorList(list);
+    for (IValue* const selector : list) {
+        const auto integer = dynamic_cast<IInteger*>(selector);
+        if (!integer || !IsWritable(integer->GetAccessMode()))
+            continue;
+        const int64_t min = integer->GetMin(), max = integer->GetMax(), inc = integer->GetInc();
+        const uint64_t span = max > min ? static_cast<uint64_t>(max) - static_cast<uint64_t>(min) : 0;
+        if (inc > 0 && span / static_cast<uint64_t>(inc) >= kMaxSettings)
+            RaiseTooManySettings(node);
+    }
+}
+
 /// Adds the entries of one feature until there are `limit` entries.
 void StoreFeature(INode& node, size_t limit, std::vector<CFeatureBag::CEntry>& entries)
 {
@@ -119,6 +142,7 @@ void StoreFeature(INode& node, size_t limit, std::vector<CFeatureBag::CEntry>& e
     if (!value || !node.IsStreamable())
         return;
     CSelectorSet selectors(&node);
+    CheckRanges(node, selectors);
     const CSelectorGuard guard(selectors);
     size_t count = 0;
     for (bool set = selectors.SetFirst(); set && entries.size() < limit; set = selectors.SetNext()) {

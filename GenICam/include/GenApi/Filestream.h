@@ -164,7 +164,12 @@ public:
     {
         if (!this->m_isOpen)
             return nullptr;
-        const bool written = Flush();
+        bool written = false;
+        try {
+            written = Flush();
+        } catch (...) {
+            // The file has to be closed all the same; the result tells that its end is missing.
+        }
         this->setp(nullptr, nullptr);
         return this->CloseFile() && written ? this : nullptr;
     }
