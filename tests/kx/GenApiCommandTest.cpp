@@ -104,7 +104,7 @@ TEST_F(GenApiCommand, SummaryTellsWhatCanBeRead)
     EXPECT_THAT(outcome.output,
                 AllOf(HasSubstr("KxApi SampleCamera, schema 1.1, "), HasSubstr(" nodes, loaded in ")));
     EXPECT_THAT(LinesOf(outcome.output),
-                Contains("features: 27, of which 24 read, 3 not readable, 0 raise an exception"));
+                Contains("features: 25, of which 22 read, 3 not readable, 0 raise an exception"));
     EXPECT_THAT(LinesOf(outcome.output), Contains("formulas: all compile"));
 }
 
@@ -155,8 +155,8 @@ TEST_F(GenApiCommand, TableHasALineForEachNode)
         static_cast<std::ptrdiff_t>(nodes.size()));
     EXPECT_THAT(lines, Contains(AllOf(StartsWith("Gain\tIFloat\tRW\tBeginner\tWriteAround\t0.00\t"),
                                       HasSubstr("\tMax=24"), HasSubstr("\tUnit=dB"))));
-    EXPECT_THAT(lines,
-                Contains(AllOf(StartsWith("GainReg\tIFloat\t"), HasSubstr("\tpIndex[4]=GainSelectorValue"))));
+    EXPECT_THAT(lines, Contains(AllOf(StartsWith("GainReg\tIFloat\t"), HasSubstr("\tpIndex"),
+                                      HasSubstr("=GainSelectorValue"))));
 }
 
 TEST_F(GenApiCommand, ZippedFilesAreRecognisedByTheirContent)
