@@ -20,6 +20,24 @@ constexpr size_t kFirstTableSize = 4096;
 
 } // namespace
 
+bool IsPart(NodeType owner, Prop prop)
+{
+    switch (prop) {
+    case Prop::EnumEntry:
+        return owner == NodeType::Enumeration;
+    case Prop::IntSwissKnife:
+        return Has(owner, kIsRegister);
+    case Prop::Constant:
+    case Prop::Expression:
+        return Has(owner, kIsFormula);
+    case Prop::FormulaTo:
+    case Prop::FormulaFrom:
+        return Has(owner, kIsConverter);
+    default:
+        return false;
+    }
+}
+
 Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
     : m_source(source)
     , m_arena(arena)
@@ -80,41 +98,39 @@ void Declarations::CollectStruct(const pugi::xml_node& element)
     }
 }
 
-void Declarations::CollectEntry(const pugi::xml_node& element, std::string_view owner)
-{
-    Declare(m_arena.Join({"EnumEntry_", owner, "_", ReadName(element)}), element, NodeType::EnumEntry,
-            Origin::Element, ReadNodeAttributes(element));
-}
-
 void Declarations::CollectParts(const pugi::xml_node& element, NodeType type, std::string_view owner)
 {
     if (type != NodeType::Enumeration && !Has(type, kIsRegister) && !Has(type, kIsFormula))
         return;
-    const NodeType valueType = Has(type, kIsReal) ? NodeType::Float : NodeType::Integer;
-    const NodeType formulaType = Has(type, kIsReal) ? NodeType::SwissKnife : NodeType::IntSwissKnife;
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-        const PropertyInfo* info = FindProperty(child.name());
-        if (!info)
-            continue;
-        const auto declare = [&](std::string_view name, NodeType partType) {
-            Declare(name, child, partType, Origin::Synthesized, GenApi::Custom);
-            return name;
-        };
-        const auto named = [&] { return m_arena.Join({"_", owner, "_", ReadName(child)}); };
-        if (info->prop == Prop::EnumEntry && type == NodeType::Enumeration)
-            CollectEntry(child, owner);
-        else if (info->prop == Prop::IntSwissKnife && Has(type, kIsRegister)) {
-            ReadNodeAttributes(child);
-            CollectParts(child, NodeType::IntSwissKnife, declare(named(), NodeType::IntSwissKnife));
-        } else if (info->prop == Prop::Constant && Has(type, kIsFormula))
-            declare(named(), valueType);
-        else if (info->prop == Prop::Expression && Has(type, kIsFormula))
-            declare(named(), formulaType);
-        else if (info->prop == Prop::FormulaTo && Has(type, kIsConverter))
-            declare(m_arena.Join({owner, "_ConvertTo"}), formulaType);
-        else if (info->prop == Prop::FormulaFrom && Has(type, kIsConverter))
-            declare(m_arena.Join({owner, "_ConvertFrom"}), formulaType);
+        const PropertyInfo* const info = FindProperty(child.name());
+        if (info && IsPart(type, info->prop))
+            CollectPart(child, info->prop, type, owner);
     }
+}
+
+void Declarations::CollectPart(const pugi::xml_node& element, Prop prop, NodeType type,
+                               std::string_view owner)
+{
+    if (prop == Prop::EnumEntry) {
+        Declare(m_arena.Join({"EnumEntry_", owner, "_", ReadName(element)}), element, NodeType::EnumEntry,
+                Origin::Element, ReadNodeAttributes(element));
+        return;
+    }
+    const bool isReal = Has(type, kIsReal);
+    const NodeType formulaType = isReal ? NodeType::SwissKnife : NodeType::IntSwissKnife;
+    const NodeType valueType = isReal ? NodeType::Float : NodeType::Integer;
+    const std::string_view name = prop == Prop::FormulaTo ? m_arena.Join({owner, "_ConvertTo"})
+                                  : prop == Prop::FormulaFrom
+                                      ? m_arena.Join({owner, "_ConvertFrom"})
+                                      : m_arena.Join({"_", owner, "_", ReadName(element)});
+    if (prop == Prop::IntSwissKnife) {
+        ReadNodeAttributes(element);
+        Declare(name, element, NodeType::IntSwissKnife, Origin::Synthesized, GenApi::Custom);
+        CollectParts(element, NodeType::IntSwissKnife, name);
+    } else
+        Declare(name, element, prop == Prop::Constant ? valueType : formulaType, Origin::Synthesized,
+                GenApi::Custom);
 }
 
 std::string_view Declarations::ReadName(const pugi::xml_node& element) const
@@ -185,7 +201,10 @@ void Declarations::Insert(DefinitionId id)
             }
     }
     size_t cell = added.hash & (m_table.size() - 1);
+    size_t collisions = 0;
     for (; m_table[cell] != kNoDefinition; cell = (cell + 1) & (m_table.size() - 1)) {
+        if (++collisions > kMaxNameCollisions)
+            FailLimit({added.position, added.name, {}}, collisions, "colliding names", kMaxNameCollisions);
         const Definition& other = m_definitions[m_table[cell]];
         if (other.hash != added.hash || other.name != added.name)
             continue;

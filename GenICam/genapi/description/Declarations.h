@@ -34,6 +34,9 @@ struct Definition
     uint8_t nameSpace = 0;
 };
 
+/// Whether an element of a node of that kind is a node itself.
+bool IsPart(NodeType owner, Prop prop);
+
 using DefinitionId = uint32_t;
 constexpr DefinitionId kNoDefinition = ~DefinitionId{0};
 
@@ -57,7 +60,7 @@ private:
     void CollectNode(const pugi::xml_node& element, const NodeInfo& info);
     void CollectStruct(const pugi::xml_node& element);
     void CollectParts(const pugi::xml_node& element, NodeType type, std::string_view owner);
-    void CollectEntry(const pugi::xml_node& element, std::string_view owner);
+    void CollectPart(const pugi::xml_node& element, Prop prop, NodeType type, std::string_view owner);
 
     std::string_view ReadName(const pugi::xml_node& element) const;
     uint8_t ReadNodeAttributes(const pugi::xml_node& element) const;

@@ -19,14 +19,21 @@ namespace
 
 std::string_view NameOf(const pugi::xml_node& element) { return element.attribute("Name").value(); }
 
-// Calls visit(element) for all nodes in groups or not; those without a name are StructRegs.
+bool IsStruct(const pugi::xml_node& element)
+{
+    const NodeInfo* const info = FindNodeKind(element.name());
+    return info && info->tag == Tag::StructReg;
+}
+
+// Calls visit(element) for all nodes and StructRegs in groups or not.
 template <typename Visit>
 void ForEachNode(const pugi::xml_node& parent, const Visit& visit, unsigned depth = 0)
 {
     if (depth > kMaxNesting)
         FailLimit({{}, {}, parent.name()}, depth, "nested groups", kMaxNesting);
     for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
-        const NodeInfo* info = child.type() == pugi::node_element ? FindNodeKind(child.name()) : nullptr;
+        const NodeInfo* const info =
+            child.type() == pugi::node_element ? FindNodeKind(child.name()) : nullptr;
         if (info && info->tag == Tag::Group)
             ForEachNode(child, visit, depth + 1);
         else if (child.type() == pugi::node_element)
@@ -34,10 +41,8 @@ void ForEachNode(const pugi::xml_node& parent, const Visit& visit, unsigned dept
     }
 }
 
-int64_t PriorityOf(const pugi::xml_node& element)
-{
-    return ParseInteger(Trimmed(element.attribute("MergePriority").value())).value_or(0);
-}
+// What is called so is ignored when the tree is read. Taking it out would recurse as deep as it is nested.
+void Hide(pugi::xml_node element) { element.set_name("Extension"); }
 
 /// The elements of two nodes of one kind.
 class Merger
@@ -110,41 +115,108 @@ private:
     std::vector<Choice> m_chosen;
 };
 
-void MergeNode(pugi::xml_node base, const pugi::xml_node& injected)
+/// The tree that is added to.
+class Injector
 {
-    const bool isInjectedFirst = PriorityOf(injected) >= PriorityOf(base);
-    const pugi::xml_node winner = isInjectedFirst ? injected : base;
-    const pugi::xml_node loser = isInjectedFirst ? base : injected;
-    const NodeInfo* const kind = FindNodeKind(winner.name());
-    pugi::xml_node parent = base.parent();
-    if (kind && kind == FindNodeKind(loser.name()) && !RulesOf(kind->type).lenient) {
-        pugi::xml_node merged = parent.insert_child_before(winner.name(), base);
+public:
+    explicit Injector(const pugi::xml_node& base)
+        : m_base(base)
+    {
+        ForEachNode(base, [this](const pugi::xml_node& element) {
+            if (!IsStruct(element))
+                return Know(element);
+            for (const pugi::xml_node child : element.children())
+                Know(child);
+        });
+    }
+
+    void Add(const pugi::xml_node& injected)
+    {
+        if (IsStruct(injected))
+            return AddStruct(injected);
+        const pugi::xml_node known = TakeKnown(injected);
+        if (!known)
+            m_base.append_copy(injected);
+        else if (IsMergeable(known, injected))
+            Merge(known, injected);
+        else if (Wins(injected, known)) {
+            HideKnown(known);
+            m_base.append_copy(injected);
+        }
+    }
+
+private:
+    void Know(const pugi::xml_node& element)
+    {
+        if (!NameOf(element).empty())
+            m_known.emplace(NameOf(element), element);
+    }
+
+    // A node is known only once: a second definition in the injected file is for the duplicate check to find.
+    pugi::xml_node TakeKnown(const pugi::xml_node& injected)
+    {
+        const auto found = NameOf(injected).empty() ? m_known.end() : m_known.find(NameOf(injected));
+        if (found == m_known.end())
+            return {};
+        const pugi::xml_node element = found->second;
+        m_known.erase(found);
+        return element;
+    }
+
+    static int64_t PriorityOf(const pugi::xml_node& element)
+    {
+        const pugi::xml_node bearer = IsStruct(element.parent()) ? element.parent() : element;
+        return ParseInteger(Trimmed(bearer.attribute("MergePriority").value())).value_or(0);
+    }
+    static bool Wins(const pugi::xml_node& injected, const pugi::xml_node& known)
+    {
+        return PriorityOf(injected) >= PriorityOf(known);
+    }
+    static bool IsMergeable(const pugi::xml_node& known, const pugi::xml_node& injected)
+    {
+        const NodeInfo* const kind = FindNodeKind(known.name());
+        return kind && kind == FindNodeKind(injected.name()) && !IsStruct(known.parent()) &&
+               !RulesOf(kind->type).lenient;
+    }
+
+    static void Merge(const pugi::xml_node& known, const pugi::xml_node& injected)
+    {
+        const bool isInjectedFirst = Wins(injected, known);
+        const pugi::xml_node winner = isInjectedFirst ? injected : known;
+        const pugi::xml_node loser = isInjectedFirst ? known : injected;
+        pugi::xml_node merged = known.parent().insert_child_before(winner.name(), known);
         for (const pugi::xml_attribute attribute : winner.attributes())
             merged.append_copy(attribute);
-        Merger(RulesOf(kind->type), winner, loser).WriteTo(merged);
-    } else if (isInjectedFirst)
-        parent.insert_copy_before(injected, base);
-    else
-        return;
-    parent.remove_child(base);
-}
+        Merger(RulesOf(FindNodeKind(winner.name())->type), winner, loser).WriteTo(merged);
+        Hide(known);
+    }
+
+    void AddStruct(const pugi::xml_node& injected)
+    {
+        const pugi::xml_node copy = m_base.append_copy(injected);
+        for (const pugi::xml_node child : copy.children())
+            if (const pugi::xml_node known = TakeKnown(child))
+                HideKnown(Wins(child, known) ? known : child);
+    }
+
+    static void HideKnown(const pugi::xml_node& element)
+    {
+        const pugi::xml_node structure = element.parent();
+        Hide(element);
+        if (IsStruct(structure) && !structure.child("StructEntry"))
+            Hide(structure);
+    }
+
+    pugi::xml_node m_base;
+    std::unordered_map<std::string_view, pugi::xml_node> m_known;
+};
 
 } // namespace
 
 void Inject(pugi::xml_node base, const pugi::xml_node& injected)
 {
-    std::unordered_map<std::string_view, pugi::xml_node> known;
-    ForEachNode(base, [&known](const pugi::xml_node& element) { known.emplace(NameOf(element), element); });
-    ForEachNode(injected, [&](const pugi::xml_node& element) {
-        const auto found = NameOf(element).empty() ? known.end() : known.find(NameOf(element));
-        if (found == known.end())
-            base.append_copy(element);
-        else {
-            MergeNode(found->second, element);
-            // A second definition in the injected file itself is for the duplicate check to find.
-            known.erase(found);
-        }
-    });
+    Injector injector(base);
+    ForEachNode(injected, [&injector](const pugi::xml_node& element) { injector.Add(element); });
 }
 
 } // namespace KxGenApi

@@ -24,4 +24,8 @@ constexpr unsigned kMaxNesting = 64;
 /// Bytes of a node's name.
 constexpr size_t kMaxNameBytes = 1024;
 
+/// Names that fall on top of each other in the table of names. Chance makes a few dozen; thousands are made
+/// on purpose, to make reading take hours.
+constexpr size_t kMaxNameCollisions = 2048;
+
 } // namespace KxGenApi

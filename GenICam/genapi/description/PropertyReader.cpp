@@ -87,7 +87,9 @@ void DescriptionBuilder::ReadProperty(Context& context, const pugi::xml_node& el
 {
     const std::string_view name = element.name();
     const PropertyInfo* info = FindProperty(name);
-    if (!info) {
+    const bool isMisplacedPart = info && context.rules->lenient && info->kind >= ValueKind::Constant &&
+                                 !IsPart(context.type, info->prop);
+    if (!info || isMisplacedPart) {
         if (LocalName(name) == "Extension")
             return;
         if (!context.rules->lenient)
@@ -190,6 +192,8 @@ void DescriptionBuilder::ReadValue(const Context& context, const pugi::xml_node&
     case ValueKind::Integer:
         property.text = Keep(Trimmed(Text(context, element)));
         ReadInteger(context, element, property.text, property.integer);
+        if (info.prop == Prop::Length && property.integer < 0)
+            Fail(PlaceOf(context, element), "holds " + Quoted(property.text) + ", which is no length");
         break;
     case ValueKind::Real:
     case ValueKind::Number:
@@ -215,8 +219,10 @@ void DescriptionBuilder::ReadValue(const Context& context, const pugi::xml_node&
         property.node = m_declarations[id].index;
         property.text = m_declarations[id].name;
         // A StructReg's own IntSwissKnife is a node like any other, shared by the entries.
-        if (info.prop == Prop::IntSwissKnife && context.type == NodeType::StructEntry)
+        if (info.prop == Prop::IntSwissKnife && context.type == NodeType::StructEntry) {
             property.id = Prop::pAddress;
+            property.attribute = {};
+        }
         break;
     }
     }
