@@ -31,7 +31,11 @@ std::string Escaped(std::string_view text)
 {
     std::string escaped;
     for (const char c : text)
-        escaped += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : std::string(1, c);
+        escaped += c == '\\'  ? ""
+                   : c == '<' ? "&lt;"
+                   : c == '>' ? "&gt;"
+                   : c == '&' ? "&amp;"
+                              : std::string(1, c);
     return escaped;
 }
 
@@ -76,7 +80,9 @@ std::string Items(std::string_view& rest)
 {
     std::string xml;
     for (;;) {
-        const size_t end = rest.find_first_of(";{}");
+        size_t end = rest.find_first_of(";{}");
+        while (end != rest.npos && end > 0 && rest[end - 1] == '\\')
+            end = rest.find_first_of(";{}", end + 1);
         std::string_view item = Trimmed(rest.substr(0, end));
         const char delimiter = end == rest.npos ? '}' : rest[end];
         rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);

@@ -15,6 +15,7 @@ namespace KxTest
 ///     SwissKnife S { pVariable[Name=G] Gain; Formula G < 2 }    attributes in brackets; text gets escaped
 ///     Enumeration E { EnumEntry On { Value 1 } pValue R }       nodes in nodes
 ///     Integer Std[NameSpace=Standard] { ... }                   attributes of nodes
+///     Integer L { Value 1; ValidValueSet 1\;2 }             a backslash keeps what follows from delimiting
 ///     IntReg R { at 0x10 4 RW; Little }     Address, Length, AccessMode, pPort Device; Endianess
 std::string NodesAsXml(std::string_view outline);
 

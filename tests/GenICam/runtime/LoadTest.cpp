@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: Apache-2.0
+// From a description to a node map: references, factories, and what is refused.
+#include "TestMap.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+
+using namespace GenApi;
+using namespace KxTest;
+
+namespace
+{
+
+/// What loading the outline raises, "none" if it loads.
+Raised Loading(const std::string& xml)
+{
+    return RaisedBy([&] {
+        CNodeMapRef map;
+        map._LoadXMLFromString(xml.c_str());
+    });
+}
+
+std::string Replaced(std::string text, const std::string& what, const std::string& by)
+{
+    const size_t at = text.find(what);
+    if (at == text.npos)
+        throw std::logic_error("not in the text: " + what);
+    return text.replace(at, what.size(), by);
+}
+
+CNodeMapFactory FactoryOf(const std::string& xml, ECacheUsage_t usage = CacheUsage_Automatic)
+{
+    return CNodeMapFactory(ContentType_Xml, xml.data(), xml.size(), usage);
+}
+
+} // namespace
+
+TEST(Load, RefusesWhatTheSchemaOrTheReferencesForbid)
+{
+    const std::string reg = " IntReg R { at 0 4 RW; Little }";
+    const struct
+    {
+        const char *outline, *kind, *word;
+    } kCases[] = {
+        {"Integer X { Max 5; Value 1 }", "Runtime", "Value"},
+        {"Integer X { }", "Runtime", "X"},
+        {"Integer X { Value 1; Soup 2 }", "Runtime", "Soup"},
+        {"Widget X { Value 1 }", "Runtime", "Widget"},
+        {"Integer X { Visibility Somebody; Value 1 }", "Runtime", "Somebody"},
+        {"Integer X { ImposedAccessMode NA; Value 1 }", "Runtime", "NA"},
+        {"Integer X { Value 1.5 }", "Property", "1.5"},
+        {"Integer X { Value 1 2 }", "Property", "1 2"},
+        {"IntReg X { Address 0; AccessMode RW; pPort Device; Little }", "Runtime", "X"},
+        {"IntReg X { Length 4; AccessMode RW; pPort Device; Little }", "Runtime", "X"},
+        {"IntReg X { Address 0; Length 4; pPort Device; Little }", "Runtime", "X"},
+        {"IntReg X { Address 0; Length 4; AccessMode RW; Little }", "Runtime", "X"},
+        {"IntReg X { at 0 4 RW }", "Runtime", "X"},
+        {"Command X { Value 0 }", "Runtime", "X"},
+        {"Integer X { pValue Nobody }", "Runtime", "Nobody"},
+        {"Integer X { pValue Y } Integer Y { pValue X }", "Runtime", "X"},
+        {"Integer X { pValue X }", "Runtime", "X"},
+        {"Integer X { Value 1 } Float X { Value 1 }", "Runtime", "X"},
+        {"Integer X { pValue Root }", "Runtime", "Root"},
+        {"Integer X { pValue S } String S { Value 1 }", "Runtime", "S"},
+        {"MaskedIntReg X { at 0 4 RW; LSB 7; MSB 0; Little }", "Runtime", "X"},
+        {"MaskedIntReg X { at 0 4 RW; LSB 0; MSB 7; Big }", "Runtime", "X"},
+        {"MaskedIntReg X { at 0 4 RW; Bit 32; Little }", "Runtime", "X"},
+    };
+    for (const auto& c : kCases) {
+        const Raised raised = Loading(DescriptionAsXml(c.outline));
+        EXPECT_EQ(raised.kind, c.kind) << c.outline << ": " << raised.what;
+        EXPECT_NE(raised.what.find(c.word), std::string::npos) << c.outline << ": " << raised.what;
+    }
+    EXPECT_EQ(Loading(DescriptionAsXml("Integer X { Value 0x1F; Max 0xff }")).kind, "none");
+}
+
+TEST(Load, TakesBothSchemaVersionsAndTextsAroundTheDescription)
+{
+    const std::string xml = DescriptionAsXml("Integer X { Value 1 }");
+    const std::string v11 = "GenApi/Version_1_1\"";
+    EXPECT_EQ(Loading(xml).kind, "none");
+    EXPECT_EQ(Loading(Replaced(xml, v11, "GenApi/Version_1_0\"")).kind, "none");
+    EXPECT_EQ(Loading(Replaced(xml, v11, "GenApi/Version_9_0\"")).kind, "Runtime");
+    EXPECT_EQ(Loading("\xef\xbb\xbf" + xml).kind, "none");
+    EXPECT_EQ(Loading("This file has one line of text first\n" + xml).kind, "none");
+    EXPECT_EQ(Loading("").kind, "InvalidArgument");
+    const Raised broken = Loading(Replaced(xml, "</Integer>", "</Float>"));
+    EXPECT_EQ(broken.kind, "Runtime");
+    EXPECT_NE(broken.description.find("line"), std::string::npos) << broken.description;
+    EXPECT_EQ(Loading(xml.substr(0, xml.size() / 2)).kind, "Runtime");
+}
+
+TEST(MapReference, RaisesWhileEmptyAndTakesOneMapOnly)
+{
+    CNodeMapRef map("Camera");
+    NodeList_t nodes;
+    for (const auto& call : std::vector<std::function<void()>>{
+             [&] { map._GetNode("X"); }, [&] { map._GetNodes(nodes); }, [&] { map._Poll(1); },
+             [&] { map._InvalidateNodes(); }, [&] { map._Connect(nullptr); },
+             [&] { map._Connect(nullptr, "D"); }, [&] { map._GetLock(); }, [&] { map._GetNumNodes(); },
+             [&] { map._GetModelName(); }})
+    {
+        const Raised raised = RaisedBy(call);
+        EXPECT_EQ(raised.kind, "Access");
+        EXPECT_EQ(raised.description, "Feature not present (reference not valid)");
+    }
+    map._Destroy();
+    const std::string xml = DescriptionAsXml("Integer X { Value 1 }");
+    map._LoadXMLFromString(xml.c_str());
+    const Raised again = RaisedBy([&] { map._LoadXMLFromString(xml.c_str()); });
+    EXPECT_EQ(again.kind, "Runtime");
+    EXPECT_EQ(again.description, "Node map already created");
+    EXPECT_EQ(map._GetDeviceName(), "Camera");
+    EXPECT_EQ(map._GetNode("X")->GetDeviceName(), "Camera");
+    map._Destroy();
+    EXPECT_EQ(map._Ptr(), nullptr);
+    map._LoadXMLFromString(xml.c_str());
+    EXPECT_NE(map._GetNode("X"), nullptr);
+}
+
+TEST(MapReference, CopiesShareTheMapUntilTheLastOneGoes)
+{
+    CNodeMapRef copy;
+    INode* pNode = nullptr;
+    {
+        CNodeMapRef map;
+        map._LoadXMLFromString(DescriptionAsXml("Integer X { Value 1 }").c_str());
+        copy = map;
+        pNode = map._GetNode("X");
+        CNodeMapRef third(map);
+        third._GetNode("X")->ImposeVisibility(Guru);
+    }
+    EXPECT_EQ(copy._GetNode("X"), pNode);
+    EXPECT_EQ(pNode->GetVisibility(), Guru);
+    copy = nullptr;
+    EXPECT_EQ(KindRaisedBy([&] { copy._GetNode("X"); }), "Access");
+}
+
+TEST(MapReference, LoadsFilesWithVariablesInTheirNames)
+{
+    char folder[] = "/tmp/kxapi-load-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    const std::string file = std::string(folder) + "/map.xml";
+    std::ofstream(file) << DescriptionAsXml("Integer X { Value 1 }");
+    setenv("KXAPI_TEST_FOLDER", folder, 1);
+    CNodeMapRef map;
+    map._LoadXMLFromFile("$(KXAPI_TEST_FOLDER)/map.xml");
+    EXPECT_NE(map._GetNode("X"), nullptr);
+    const auto loading = [](const char* name, auto method) {
+        return KindRaisedBy([&] { (CNodeMapRef().*method)(name); });
+    };
+    EXPECT_EQ(loading((file + "x").c_str(), &CNodeMapRef::_LoadXMLFromFile), "Runtime");
+    EXPECT_EQ(loading("", &CNodeMapRef::_LoadXMLFromFile), "InvalidArgument");
+    EXPECT_EQ(loading(folder, &CNodeMapRef::_LoadXMLFromFile), "Runtime");
+    EXPECT_EQ(KindRaisedBy([] { CNodeMapRef()._LoadXMLFromZIPData("PK\3\4 and nothing", 16); }), "Runtime");
+    unlink(file.c_str());
+    rmdir(folder);
+}
+
+TEST(MapReference, TellsWhatTheHeadOfTheDescriptionSays)
+{
+    TestMap test("");
+    EXPECT_EQ(test.map._GetModelName(), "Model");
+    EXPECT_EQ(test.map._GetVendorName(), "Vendor");
+    EXPECT_EQ(test.map._GetToolTip(), "Tip");
+    EXPECT_EQ(test.map._GetStandardNameSpace(), "None");
+    EXPECT_EQ(test.map._GetVersionGuid(), "22222222-2222-2222-2222-222222222222");
+    Version_t version;
+    test.map._GetDeviceVersion(version);
+    EXPECT_EQ(version.Major * 100 + version.Minor * 10 + version.SubMinor, 234);
+    test.map._GetSchemaVersion(version);
+    EXPECT_EQ(version.Major * 10 + version.Minor, 11);
+}
+
+TEST(Map, ConnectsPortsByTheirName)
+{
+    TestMap test("Port Second { } Integer X { Value 1 } IntReg R { at 0 4 RW; Little } "
+                 "IntReg R2 { Address 0; Length 4; AccessMode RW; pPort Second; Little }",
+                 false);
+    FakePort second;
+    second.Put(0, {2});
+    EXPECT_TRUE(test.map._Connect(&second, "Second"));
+    EXPECT_EQ(test.Int("R2").GetValue(), 2);
+    EXPECT_EQ(test.Get("R").GetAccessMode(), NI);
+    EXPECT_FALSE(test.map._Connect(&test.port, "Third"));
+    EXPECT_FALSE(test.map._Connect(&test.port, "X"));
+    EXPECT_TRUE(test.map._Connect(nullptr, "Second"));
+    EXPECT_EQ(test.Get("R2").GetAccessMode(), NI);
+}
+
+TEST(Factory, MakesMapsThatShareNothingButTheDescription)
+{
+    CNodeMapFactory factory =
+        FactoryOf(DescriptionAsXml("Integer X { Value 1 } IntReg R { at 0 4 RW; Little }"));
+    CNodeMapRef a(factory.CreateNodeMap("A")), b(factory.CreateNodeMap("B"));
+    factory = CNodeMapFactory();
+    FakePort portA, portB;
+    a._Connect(&portA);
+    b._Connect(&portB);
+    CIntegerPtr(a._GetNode("X"))->SetValue(5);
+    CIntegerPtr(a._GetNode("R"))->SetValue(6);
+    EXPECT_EQ(CIntegerPtr(b._GetNode("X"))->GetValue(), 1);
+    EXPECT_EQ(CIntegerPtr(b._GetNode("R"))->GetValue(), 0);
+    EXPECT_EQ(a._Ptr()->GetDeviceName() + b._Ptr()->GetDeviceName(), "AB");
+    EXPECT_TRUE(factory.IsEmpty());
+    EXPECT_EQ(KindRaisedBy([&] { factory.CreateNodeMap(); }), "Runtime");
+    EXPECT_EQ(KindRaisedBy([&] { factory.ExtractSubtree("X"); }), "Runtime");
+}
+
+TEST(Factory, SharesDescriptionsAsToldAndOnlyWhileTheyAreInUse)
+{
+    const std::string xml = DescriptionAsXml("Integer X { Value 20260 }");
+    const auto forceRead = [&] { return KindRaisedBy([&] { FactoryOf(xml, CacheUsage_ForceRead); }); };
+    CNodeMapFactory::ClearCache();
+    EXPECT_EQ(forceRead(), "Runtime") << "nobody has it yet";
+    {
+        const CNodeMapFactory own = FactoryOf(xml, CacheUsage_Ignore);
+        EXPECT_EQ(forceRead(), "Runtime") << "not offered";
+        const CNodeMapFactory offered = FactoryOf(xml, CacheUsage_ForceWrite);
+        EXPECT_EQ(forceRead(), "none");
+        CNodeMapRef map(FactoryOf(xml, CacheUsage_ForceRead).CreateNodeMap());
+        EXPECT_EQ(CIntegerPtr(map._GetNode("X"))->GetValue(), 20260);
+    }
+    EXPECT_EQ(forceRead(), "Runtime") << "the last user has gone";
+}
+
+TEST(Factory, CutsOutANodeWithAllItNeeds)
+{
+    const CNodeMapFactory factory = FactoryOf(DescriptionAsXml(R"(
+        Category Root { pFeature Gain; pFeature Other }
+        Integer Gain { pIsAvailable Flag; pValue Reg; pMax Knife }
+        Integer Flag { Value 1 }
+        IntSwissKnife Knife { pVariable[Name=L] Limit; Formula L*2 }
+        Integer Limit { Value 50 }
+        IntReg Reg { at 0 4 RW; Little }
+        Integer Other { Value 1 })"));
+    CNodeMapRef part(factory.ExtractSubtree("Gain").CreateNodeMap());
+    FakePort port;
+    EXPECT_TRUE(part._Connect(&port));
+    CIntegerPtr gain(part._GetNode("Gain"));
+    EXPECT_EQ(gain->GetMax(), 100);
+    gain->SetValue(7);
+    EXPECT_EQ(port.Peek(0, 1).front(), 7);
+    EXPECT_EQ(part._GetNode("Other"), nullptr);
+    EXPECT_TRUE(part._GetNode("Gain")->IsFeature());
+    EXPECT_EQ(KindRaisedBy([&] { factory.ExtractSubtree("Nobody"); }), "InvalidArgument");
+}

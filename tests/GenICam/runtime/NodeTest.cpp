@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+// What nodes tell of themselves and of their neighbours.
+#include "TestMap.h"
+
+using namespace GenApi;
+using namespace KxTest;
+
+namespace
+{
+
+constexpr const char* kOutline = R"(
+    Category Root { pFeature Gain; pFeature Mode }
+    Integer Gain[NameSpace=Standard] {
+        ToolTip Short; Description Long words; DisplayName The gain; Visibility Expert; EventID 9a01;
+        pIsAvailable Flag; pAlias Other; pInvalidator Watched; pValue GainReg; pMin Low; Max 0x64; pSelected Mode }
+    Integer Other { Streamable Yes; pValue GainReg }
+    IntReg GainReg { pAddress Base; at 0x10 4 RW; Little }
+    Integer Base { Value 0 } Integer Flag { Value 1 } Integer Low { Value 0 } Integer Watched { Value 0 }
+    Enumeration Mode { EnumEntry Off { Value 0 } Value 0 }
+    Converter Conv { FormulaTo FROM; FormulaFrom TO; pValue Gain })";
+
+std::string Children(const TestMap& test, const char* name, ELinkType type)
+{
+    NodeList_t nodes;
+    test.Get(name).GetChildren(nodes, type);
+    return NamesOf(nodes);
+}
+
+} // namespace
+
+TEST(Node, TellsWhatTheDescriptionSays)
+{
+    TestMap test(kOutline);
+    INode& gain = test.Get("Gain");
+    EXPECT_EQ(gain.GetName(true), "Std::Gain");
+    EXPECT_EQ(test.Get("Other").GetName(true), "Cust::Other");
+    EXPECT_EQ(gain.GetToolTip(), "Short");
+    EXPECT_EQ(gain.GetDescription(), "Long words");
+    EXPECT_EQ(gain.GetDisplayName(), "The gain");
+    EXPECT_EQ(test.Get("Other").GetDisplayName(), "Other");
+    EXPECT_EQ(gain.GetVisibility(), Expert);
+    EXPECT_EQ(gain.GetEventID(), "9a01");
+    EXPECT_EQ(gain.GetAlias(), &test.Get("Other"));
+    EXPECT_EQ(gain.GetCastAlias(), nullptr);
+    EXPECT_TRUE(test.Get("Other").IsStreamable());
+    EXPECT_FALSE(gain.IsStreamable());
+    EXPECT_TRUE(gain.IsFeature() && test.Get("Root").IsFeature());
+    EXPECT_FALSE(test.Get("Other").IsFeature() || test.Get("GainReg").IsFeature());
+    EXPECT_EQ(gain.GetNodeMap(), test.map._Ptr());
+    for (const auto& [name, interface] : {std::pair{"Gain", "IInteger"},
+                                          {"Root", "ICategory"},
+                                          {"GainReg", "IInteger"},
+                                          {"Mode", "IEnumeration"},
+                                          {"EnumEntry_Mode_Off", "IEnumEntry"},
+                                          {"Conv", "IFloat"},
+                                          {"Device", "IPort"}})
+        EXPECT_EQ(GetInterfaceName(&test.Get(name)), interface) << name;
+}
+
+TEST(Node, IsFoundByItsNameWithOrWithoutItsNameSpace)
+{
+    TestMap test(kOutline);
+    const INode* const gain = &test.Get("Gain");
+    EXPECT_EQ(test.map._GetNode("Std::Gain"), gain);
+    EXPECT_EQ(test.map._GetNode("Cust::Other"), &test.Get("Other"));
+    for (const char* name : {"Cust::Gain", "Std::Other", "gain", "", "Nobody", "Std::", "::Gain"})
+        EXPECT_EQ(test.map._GetNode(name), nullptr) << name;
+    NodeList_t nodes;
+    test.map._GetNodes(nodes);
+    EXPECT_EQ(nodes.size(), test.map._GetNumNodes());
+    // In the order of their first mention, be it as a reference.
+    std::string order;
+    for (size_t i = 0; i < 4; ++i)
+        order += std::string(nodes[i]->GetName().c_str()) + " ";
+    EXPECT_EQ(order, "Root Gain Mode Flag ");
+    EXPECT_NE(test.map._GetNode("Conv_ConvertTo"), nullptr);
+    EXPECT_EQ(test.Get("Conv_ConvertFrom").GetAccessMode(), RO);
+}
+
+TEST(Node, KnowsItsNeighboursByKindOfLink)
+{
+    TestMap test(kOutline);
+    EXPECT_EQ(Children(test, "Gain", ctReadingChildren), "Flag GainReg Low");
+    EXPECT_EQ(Children(test, "Gain", ctWritingChildren), "GainReg");
+    EXPECT_EQ(Children(test, "Gain", ctInvalidatingChildren), "Watched");
+    EXPECT_EQ(Children(test, "Gain", ctTerminalNodes), "GainReg");
+    EXPECT_EQ(Children(test, "Root", ctReadingChildren), "Gain Mode");
+    const std::string depending = Children(test, "Base", ctDependingNodes);
+    for (const char* name : {"GainReg", "Gain", "Other", "Conv", "Root"})
+        EXPECT_NE(depending.find(name), std::string::npos) << name << " in " << depending;
+    NodeList_t parents;
+    test.Get("GainReg").GetParents(parents);
+    EXPECT_EQ(NamesOf(parents), "Gain Other");
+    EXPECT_EQ(Children(test, "GainReg", ctParentNodes), "Gain Other");
+}
+
+TEST(Node, GivesItsPropertiesAsTheyStandInTheDescription)
+{
+    TestMap test(kOutline + std::string(R"(
+        SwissKnife Knife { pVariable[Name=A] Gain; pVariable[Name=B] Low; Formula A < B ? 1 : 2 })"));
+    GenICam::gcstring value, attribute;
+    const auto property = [&](const char* node, const char* name) {
+        value = attribute = "";
+        return test.Get(node).GetProperty(name, value, attribute)
+                   ? std::string(value.c_str()) + "|" + attribute.c_str()
+                   : "no such property";
+    };
+    EXPECT_EQ(property("Gain", "Max"), "0x64|");
+    EXPECT_EQ(property("Gain", "pValue"), "GainReg|");
+    EXPECT_EQ(property("Gain", "Visibility"), "Expert|");
+    EXPECT_EQ(property("Gain", "Soup"), "no such property");
+    EXPECT_EQ(property("Root", "pFeature").substr(0, 10), "Gain\tMode|");
+    EXPECT_EQ(property("Knife", "pVariable").substr(0, 12), "Gain\tLow|A\tB");
+    EXPECT_EQ(property("Knife", "Formula"), "A < B ? 1 : 2|");
+    GenICam::gcstring_vector names;
+    test.Get("Gain").GetPropertyNames(names);
+    for (const char* name : {"Name", "ToolTip", "pIsAvailable", "pMin", "pSelected"})
+        EXPECT_TRUE(std::find(names.begin(), names.end(), name) != names.end()) << name;
+}
+
+TEST(ConcatenatedWrite, WritesInItsOrderAndPassesOverWhatItCannotUse)
+{
+    TestMap test(R"(
+        Integer A { pValue AReg } IntReg AReg { at 0 4 RW; Little }
+        Integer B { pValue BReg } IntReg BReg { at 4 4 RW; Little })");
+    CallbackLog log(test);
+    CNodeWriteConcatenator* const list = test.map._NewNodeWriteConcatenator();
+    for (const auto& [name, value] : {std::pair{"B", "1"}, {"A", "2"}, {"Nobody", "3"}, {"B", "soup"}})
+        list->Add(name, value);
+    GenICam::gcstring_vector errors;
+    EXPECT_TRUE(test.map._ConcatenatedWrite(*list, true, &errors));
+    EXPECT_EQ(errors.size(), 0u);
+    EXPECT_EQ(test.port.TakeAccesses(), "w4:4 w0:4 w4:4");
+    EXPECT_EQ(test.Int("A").GetValue(), 2);
+    EXPECT_EQ(test.Int("B").GetValue(), 0);
+    list->Clear();
+    list->Add("A", "7");
+    test.port.onWrite = [] { throw TIMEOUT_EXCEPTION("cable pulled"); };
+    EXPECT_FALSE(test.map._ConcatenatedWrite(*list, true, &errors));
+    EXPECT_EQ(errors.size(), 1u);
+    list->Destroy();
+}
