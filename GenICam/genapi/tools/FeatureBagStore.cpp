@@ -11,6 +11,7 @@
 #include <GenApi/Synch.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
@@ -82,28 +83,41 @@ private:
     }
 
     /// Adds a feature behind all that it selects, for loading a bag has to leave the selectors as they were.
+    /// Chains of selectors may be of any length, hence no recursion.
     void Add(INode* feature)
     {
-        if (!m_added.insert(feature).second)
-            return;
+        std::vector<INode*> open{feature};
+        while (!open.empty()) {
+            INode* const node = open.back();
+            if (m_opened.insert(node).second) {
+                for (const size_t rank : RanksOfSelected(*node))
+                    open.push_back(m_inCategories[rank]);
+                continue;
+            }
+            open.pop_back();
+            if (m_added.insert(node).second)
+                m_ordered.push_back(node);
+        }
+    }
+
+    /// Places of the selected features among all, the last one first, as a stack wants them.
+    std::vector<size_t> RanksOfSelected(const INode& selector) const
+    {
         FeatureList_t selected;
-        feature->GetSelectedFeatures(selected);
+        selector.GetSelectedFeatures(selected);
         std::vector<size_t> ranks;
         for (IValue* const value : selected) {
             const auto found = value ? m_rank.find(value->GetNode()) : m_rank.end();
-            if (found != m_rank.end())
+            if (found != m_rank.end() && m_opened.count(found->first) == 0)
                 ranks.push_back(found->second);
         }
-        std::sort(ranks.begin(), ranks.end());
-        // The lists hold what is selected indirectly as well, so this goes as deep as selectors are nested.
-        for (const size_t rank : ranks)
-            Add(m_inCategories[rank]);
-        m_ordered.push_back(feature);
+        std::sort(ranks.begin(), ranks.end(), std::greater<>());
+        return ranks;
     }
 
     std::vector<INode*> m_inCategories;
     std::unordered_map<INode*, size_t> m_rank;
-    std::unordered_set<INode*> m_added;
+    std::unordered_set<INode*> m_opened, m_added;
     std::vector<INode*> m_ordered;
 };
 

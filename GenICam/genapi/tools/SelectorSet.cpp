@@ -7,38 +7,49 @@
 #include <GenApi/SelectorSet.h>
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace GenApi
 {
 namespace
 {
-FeatureList_t SelectorsOf(const ISelector& feature)
-{
-    FeatureList_t selectors;
-    feature.GetSelectingFeatures(selectors);
-    return selectors;
-}
+/// More than any real feature has; a longer chain would exhaust the stack when it is counted through.
+constexpr size_t kMaxSelectors = 64;
 
-/// The selectors of a feature, outer ones first.
-FeatureList_t OrderedSelectorsOf(ISelector& feature)
+/// Collects the selectors of a feature and their own ones, outer ones first.
+class CSelectorOrder
 {
-    // Lists of selectors hold the indirect ones as well, so an outer selector has fewer than those within it.
-    std::vector<std::pair<size_t, IValue*>> ranked;
-    for (IValue* const selector : SelectorsOf(feature)) {
-        INode* const node = selector ? selector->GetNode() : nullptr;
-        const bool known = std::any_of(ranked.begin(), ranked.end(),
-                                       [selector](const auto& rank) { return rank.second == selector; });
-        if (node && !known && static_cast<ISelector*>(node) != &feature)
-            ranked.emplace_back(SelectorsOf(*node).size(), selector);
+public:
+    explicit CSelectorOrder(ISelector& feature)
+        : m_feature(feature)
+    {
+        AddSelectorsOf(feature);
     }
-    std::stable_sort(ranked.begin(), ranked.end(),
-                     [](const auto& l, const auto& r) { return l.first < r.first; });
-    FeatureList_t ordered;
-    for (const auto& [count, selector] : ranked)
-        ordered.push_back(selector);
-    return ordered;
-}
+
+    const FeatureList_t& Selectors() const { return m_ordered; }
+
+private:
+    void AddSelectorsOf(const ISelector& feature)
+    {
+        FeatureList_t direct;
+        feature.GetSelectingFeatures(direct);
+        for (IValue* const selector : direct) {
+            INode* const node = selector ? selector->GetNode() : nullptr;
+            if (!node || static_cast<ISelector*>(node) == &m_feature || !m_seen.insert(node).second)
+                continue;
+            if (m_seen.size() > kMaxSelectors)
+                throw RUNTIME_EXCEPTION("Selector '%s' belongs to a feature with more than %zu selectors",
+                                        node->GetName().c_str(), kMaxSelectors);
+            AddSelectorsOf(*node);
+            m_ordered.push_back(selector);
+        }
+    }
+
+    ISelector& m_feature;
+    std::unordered_set<INode*> m_seen;
+    FeatureList_t m_ordered;
+};
 } // namespace
 
 CSelectorSet::CSelectorSet(IBase* pBase)
@@ -46,7 +57,7 @@ CSelectorSet::CSelectorSet(IBase* pBase)
     const auto feature = dynamic_cast<ISelector*>(pBase);
     if (!feature)
         throw INVALID_ARGUMENT_EXCEPTION("A set of selectors needs a node");
-    m_selectors = OrderedSelectorsOf(*feature);
+    m_selectors = CSelectorOrder(*feature).Selectors();
     for (IValue* const selector : m_selectors) {
         if (auto digit = KxGenApi::MakeSelectorDigit(*selector))
             m_digits.push_back(std::move(digit));

@@ -40,7 +40,8 @@ public:
 class GENAPI_DECL CSelectorSet : public ISelectorDigit
 {
 public:
-    /// @param pBase a node of a node map that outlives the set; InvalidArgumentException if it is none.
+    /// @param pBase a node of a node map that outlives the set; InvalidArgumentException if it is none,
+    /// RuntimeException for a feature with more than 64 selectors.
     explicit CSelectorSet(IBase* pBase);
     CSelectorSet(const CSelectorSet&) = delete;
     CSelectorSet& operator=(const CSelectorSet&) = delete;

@@ -190,6 +190,28 @@ TEST(FeatureBag, RefusesSelectorsOfAbsurdRange)
     EXPECT_THAT(RaisedBy<RuntimeException>([&] { bag.StoreToBag(map); }), HasSubstr("Entry"));
 }
 
+TEST(FeatureBag, OrdersNestedSelectorsFromWithin)
+{
+    CTestMap map(
+        "<Category "
+        "Name=\"Root\"><pFeature>Outer</pFeature><pFeature>Index</pFeature><pFeature>Value</pFeature>"
+        "<pFeature>Other</pFeature></Category>" +
+        Enumeration("Outer", 0, {"A", "B"}, "<Streamable>Yes</Streamable>",
+                    "<pSelected>Other</pSelected><pSelected>Index</pSelected>") +
+        "<Integer "
+        "Name=\"Index\"><Streamable>Yes</Streamable><pValue>IndexReg</pValue><Min>0</Min><Max>1</Max>"
+        "<pSelected>Value</pSelected></Integer>" +
+        IntReg("IndexReg", 4) + Streamed("Value", "ValueReg") + IntReg("ValueReg", 8) +
+        Streamed("Other", "OtherReg") + IntReg("OtherReg", 12));
+    CFeatureBag bag;
+    bag.StoreToBag(map);
+    EXPECT_THAT(Lines(bag),
+                ElementsAre("Value{Outer=A,Index=0}=0", "Value{Outer=A,Index=1}=0",
+                            "Value{Outer=B,Index=0}=0", "Value{Outer=B,Index=1}=0", "Index{Outer=A}=0",
+                            "Index{Outer=B}=0", "Other{Outer=A}=0", "Other{Outer=B}=0", "Outer=A"));
+    EXPECT_TRUE(bag.LoadFromBag(map));
+}
+
 TEST(FeatureBag, RefusesToStreamLineBreaks)
 {
     CTestMap map(Camera());

@@ -112,3 +112,15 @@ TEST(SelectorSet, SurvivesSelectorsInACircle)
     CSelectorSet set(map["A"]);
     EXPECT_THAT(AllSettings(set), ElementsAre("{B=0}", "{B=1}"));
 }
+
+TEST(SelectorSet, RefusesEndlessChains)
+{
+    std::string chain;
+    for (int i = 0; i < 2000; ++i)
+        chain += "<Boolean Name=\"S" + std::to_string(i) + "\"><Value>0</Value><pSelected>S" +
+                 std::to_string(i + 1) + "</pSelected></Boolean>";
+    CTestMap map(chain + "<Boolean Name=\"S2000\"><Value>0</Value></Boolean>");
+    EXPECT_EQ(RaisedBy<GenICam::RuntimeException>([&] { CSelectorSet set(map["S3"]); }), "nothing thrown");
+    EXPECT_THAT(RaisedBy<GenICam::RuntimeException>([&] { CSelectorSet set(map["S2000"]); }),
+                testing::HasSubstr("64"));
+}
