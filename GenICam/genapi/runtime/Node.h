@@ -114,7 +114,7 @@ public:
     /// Forgets the access mode alone.
     void ForgetAccessMode() { m_accessMode = _UndefinedAccesMode; }
     /// Whether the polling time counts at present.
-    virtual bool IsPollingActive() { return CachingMode() != NoCache || Find(Prop::PollingTime) != nullptr; }
+    virtual bool IsPollingActive() { return true; }
     void RequireReadable() const;
     void RequireWritable(bool verify) const;
     void RequireAvailable() const;

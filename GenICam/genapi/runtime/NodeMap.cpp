@@ -132,8 +132,7 @@ void NodeMap::Poll(int64_t ElapsedTime)
         m_polledListed = true;
     }
     for (Polled& polled : m_polled) {
-        Node* const node = ExistingNode(polled.node);
-        if (node != nullptr && !node->IsPollingActive()) {
+        if (!NodeAt(polled.node).IsPollingActive()) {
             polled.elapsed = 0;
             continue;
         }
