@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <KxSDKCommon/KxApi_Exception.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+namespace KxApi
+{
+namespace
+{
+
+/// A description under construction, cut where the room ends.
+class CDescription
+{
+public:
+    __attribute__((format(printf, 2, 0))) void AppendV(const char* szFormat, va_list arguments) noexcept
+    {
+        const int nWritten =
+            std::vsnprintf(m_szText + m_nLength, sizeof(m_szText) - m_nLength, szFormat, arguments);
+        if (nWritten > 0)
+            m_nLength = std::min(m_nLength + static_cast<size_t>(nWritten), sizeof(m_szText) - 1);
+    }
+
+    __attribute__((format(printf, 2, 3))) void Append(const char* szFormat, ...) noexcept
+    {
+        va_list arguments;
+        va_start(arguments, szFormat);
+        AppendV(szFormat, arguments);
+        va_end(arguments);
+    }
+
+    const char* Get() const noexcept { return m_szText; }
+
+private:
+    char m_szText[1024] = {};
+    size_t m_nLength = 0;
+};
+
+} // namespace
+
+CKxLinuxErrorException::CKxLinuxErrorException(int nError, const char* szFunctionName,
+                                               const char* szDescription, const char* szSourceFileName,
+                                               int nSourceLine, const char* szExceptionType)
+    : GenericException(szDescription, szSourceFileName, nSourceLine, szExceptionType)
+    , m_strFunctionName(szFunctionName)
+    , m_nError(nError)
+{}
+
+CKxLinuxErrorException::~CKxLinuxErrorException() noexcept = default;
+
+int CKxLinuxErrorException::GetError() const { return m_nError; }
+
+GenICam::gcstring CKxLinuxErrorException::GetFunctionName() const { return m_strFunctionName; }
+
+CKxLinuxErrorExceptionReporter::CKxLinuxErrorExceptionReporter(const char* szSourceFileName, int nSourceLine,
+                                                               const char* szExceptionType)
+    : m_strSourceFileName(szSourceFileName)
+    , m_nSourceLine(nSourceLine)
+    , m_strExceptionType(szExceptionType)
+{}
+
+CKxLinuxErrorException CKxLinuxErrorExceptionReporter::Report(int nError, const char* szFunctionName,
+                                                              const char* szFormat, ...) const
+{
+    const int nErrno = errno; // before anything here can change it
+    CDescription description;
+    va_list arguments;
+    va_start(arguments, szFormat);
+    description.AppendV(szFormat, arguments);
+    va_end(arguments);
+    char szErrno[128];
+    description.Append(" ErrorCode=0x%08x \" \"%s", static_cast<unsigned int>(nError),
+                       strerror_r(nErrno, szErrno, sizeof(szErrno)));
+    return CKxLinuxErrorException(nError, szFunctionName, description.Get(), m_strSourceFileName.c_str(),
+                                  m_nSourceLine, m_strExceptionType.c_str());
+}
+
+} // namespace KxApi
