@@ -196,7 +196,7 @@ TEST_P(GenApiCommandBroken, GivesOneLineWithThePlaceAndExitCodeOne)
 INSTANTIATE_TEST_SUITE_P(
     Files, GenApiCommandBroken,
     testing::Values(
-        BrokenFile{"Malformed", "<Integer Name=\"Width\">\n<Value>1</Valu>\n</Integer>\n", "line 4"},
+        BrokenFile{"Malformed", "<Integer Name=\"Width\">\n<Value>1</Min>\n</Integer>\n", "line 4"},
         BrokenFile{"UnknownElement", "\n<Integer Name=\"Width\"><Colour>1</Colour></Integer>\n", "line 4"},
         BrokenFile{"UnknownElementsNode", "<Integer Name=\"Width\"><Colour>1</Colour></Integer>\n", "Width"},
         BrokenFile{"Dangling", "<Integer Name=\"Width\"><pValue>WidthReg</pValue></Integer>\n", "WidthReg"},
