@@ -45,14 +45,9 @@ run_ctest() {
     ctest --preset "$preset" --parallel "$(nproc)" "$@"
 }
 
-# tracked PATTERN...: the files under version control that match; the whole folder where there is no git checkout.
+# tracked PATHSPEC...: the files of this checkout that match, new ones that are not ignored counted in.
 tracked() {
-    if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
-        git ls-files --cached --others --exclude-standard -- "$@"
-    else
-        local pattern
-        for pattern in "$@"; do
-            find . -path ./build -prune -o -type f -name "${pattern##*/}" -printf '%P\n'
-        done
-    fi
+    git ls-files --cached --others --exclude-standard --deduplicate -- "$@" | while read -r file; do
+        [ ! -f "$file" ] || printf '%s\n' "$file"
+    done
 }
