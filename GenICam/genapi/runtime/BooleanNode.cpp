@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runtime/Change.h"
+#include "runtime/CachedRead.h"
 #include "runtime/ChoiceNodes.h"
 
 #include <Base/GCException.h>
@@ -35,12 +35,6 @@ void BooleanNode::FromString(const gcstring& ValueStr, bool Verify)
     change.Finish();
 }
 
-bool BooleanNode::IsValueCacheValid() const
-{
-    const Call call(*this, "IsValueCacheValid");
-    return m_valueKnown;
-}
-
 void BooleanNode::SetValue(bool Value, bool Verify)
 {
     Change change(*this, "SetValue");
@@ -69,22 +63,15 @@ void BooleanNode::WriteReal(double value, bool verify, Change& change) { Write(v
 
 bool BooleanNode::Read(ReadOptions options)
 {
-    RequireReadable();
-    if (m_valueKnown && !options.ignoreCache)
-        return m_value;
-    const Level level(*this);
-    const uint64_t before = Map().UncachedReads();
-    m_valueKnown = false;
-    const int64_t value = m_slots.Read(options);
-    if (value != m_on && value != m_off) {
-        throw KXNODE_ERROR(LogicalErrorException)(
-            "The value %lld is neither the on value %lld nor the off value %lld",
-            static_cast<long long>(value), static_cast<long long>(m_on), static_cast<long long>(m_off));
-    }
-    m_value = value == m_on;
-    if (CachingMode() == NoCache)
-        Map().CountUncachedRead();
-    m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
+    ReadThroughCache(options, [&] {
+        const int64_t value = m_slots.Read(options);
+        if (value != m_on && value != m_off) {
+            throw KXNODE_ERROR(LogicalErrorException)(
+                "The value %lld is neither the on value %lld nor the off value %lld",
+                static_cast<long long>(value), static_cast<long long>(m_on), static_cast<long long>(m_off));
+        }
+        m_value = value == m_on;
+    });
     return m_value;
 }
 

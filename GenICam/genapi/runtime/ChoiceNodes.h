@@ -21,7 +21,7 @@ public:
     INode* GetNode() override { return this; }
     gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override;
+    bool IsValueCacheValid() const override { return IsValueKnown(); }
     void SetValue(bool Value, bool Verify = true) override;
     IBoolean& operator=(bool Value) override;
     bool GetValue(bool Verify = false, bool IgnoreCache = false) const override;
@@ -131,7 +131,7 @@ public:
     INode* GetNode() override { return this; }
     gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override;
+    bool IsValueCacheValid() const override { return IsValueKnown(); }
     void GetSymbolics(StringList_t& Symbolics) override;
     void GetEntries(NodeList_t& Entries) override;
     IEnumeration& operator=(const gcstring& ValueStr) override;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runtime/Change.h"
+#include "runtime/CachedRead.h"
 #include "runtime/ChoiceNodes.h"
 #include "runtime/TextConversion.h"
 
@@ -75,12 +75,6 @@ void EnumerationNode::FromString(const gcstring& ValueStr, bool Verify)
         throw KXNODE_ERROR(InvalidArgumentException)("There is no entry '%s'", ValueStr.c_str());
     WriteInteger(entry->Value(), Verify, change);
     change.Finish();
-}
-
-bool EnumerationNode::IsValueCacheValid() const
-{
-    const Call call(*this, "IsValueCacheValid");
-    return m_valueKnown;
 }
 
 void EnumerationNode::GetSymbolics(StringList_t& Symbolics)
@@ -159,20 +153,15 @@ EnumEntryNode& EnumerationNode::Current(ReadOptions options)
 
 int64_t EnumerationNode::Read(ReadOptions options)
 {
-    RequireReadable();
-    if (!m_valueKnown || options.ignoreCache) {
-        const Level level(*this);
-        const uint64_t before = Map().UncachedReads();
-        m_valueKnown = false;
-        if (m_clearsItself)
-            options.ignoreCache = true; // it may have cleared itself by now
-        m_value = m_slots.Read(options);
+    ReadThroughCache(options, [&] {
+        ReadOptions how = options;
+        how.ignoreCache = how.ignoreCache || m_clearsItself; // it may have cleared itself by now
+        m_value = m_slots.Read(how);
         const EnumEntryNode* const entry = EntryOf(m_value);
         m_clearsItself = entry != nullptr && entry->ClearsItself();
-        if (m_clearsItself || CachingMode() == NoCache)
-            Map().CountUncachedRead();
-        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
-    }
+        if (m_clearsItself)
+            Map().CountUncachedRead(); // so that nobody keeps it
+    });
     if (options.verify && EntryOf(m_value) == nullptr) {
         throw KXNODE_ERROR(OutOfRangeException)("The device holds %lld, which no entry stands for",
                                                 static_cast<long long>(m_value));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runtime/Change.h"
+#include "runtime/CachedRead.h"
 #include "runtime/NumberNode.h"
 #include "runtime/TextConversion.h"
 #include "runtime/ValidValues.h"
@@ -18,7 +18,7 @@ FloatBase::FloatBase(NodeMap& map, NodeIndex index)
     : Node(map, index)
     , m_imposedMin(-std::numeric_limits<double>::infinity())
     , m_imposedMax(std::numeric_limits<double>::infinity())
-    , m_representation(Find(Prop::Representation))
+
 {}
 
 // ------------------------------------------------------------------------------------------ calls of a user
@@ -39,12 +39,6 @@ void FloatBase::FromString(const gcstring& ValueStr, bool Verify)
         throw KXNODE_ERROR(InvalidArgumentException)("'%s' is no number", ValueStr.c_str());
     WriteReal(*value, Verify, change);
     change.Finish();
-}
-
-bool FloatBase::IsValueCacheValid() const
-{
-    const Call call(*this, "IsValueCacheValid");
-    return m_valueKnown;
 }
 
 void FloatBase::SetValue(double Value, bool Verify)
@@ -157,16 +151,7 @@ void FloatBase::ImposeMax(double Value)
 
 double FloatBase::ReadReal(ReadOptions options)
 {
-    RequireReadable();
-    if (!m_valueKnown || options.ignoreCache) {
-        const Level level(*this);
-        const uint64_t before = Map().UncachedReads();
-        m_valueKnown = false;
-        m_value = Fetch(options);
-        if (CachingMode() == NoCache)
-            Map().CountUncachedRead();
-        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
-    }
+    ReadThroughCache(options, [&] { m_value = Fetch(options); });
     const double value = m_value;
     if (options.verify)
         CheckLimits(value);
@@ -202,22 +187,6 @@ EIncMode FloatBase::IncMode()
     if (Find(Prop::ValidValueSet) != nullptr)
         return listIncrement;
     return HasRealInc() ? fixedIncrement : noIncrement;
-}
-
-ERepresentation FloatBase::Representation() const
-{
-    if (m_representation != nullptr)
-        return static_cast<ERepresentation>(m_representation->integer);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Representation() : PureNumber;
-}
-
-gcstring FloatBase::Unit() const
-{
-    if (Find(Prop::Unit) != nullptr)
-        return TextOf(Prop::Unit);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Unit() : gcstring();
 }
 
 /// Rounding to the shown digits must not carry a text over the limits, for then it could not be written back:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runtime/Change.h"
+#include "runtime/CachedRead.h"
 #include "runtime/NumberNode.h"
 #include "runtime/TextConversion.h"
 #include "runtime/ValidValues.h"
@@ -17,7 +17,7 @@ IntegerBase::IntegerBase(NodeMap& map, NodeIndex index)
     : Node(map, index)
     , m_imposedMin(std::numeric_limits<int64_t>::min())
     , m_imposedMax(std::numeric_limits<int64_t>::max())
-    , m_representation(Find(Prop::Representation))
+
 {}
 
 // ------------------------------------------------------------------------------------------ calls of a user
@@ -38,12 +38,6 @@ void IntegerBase::FromString(const gcstring& ValueStr, bool Verify)
         throw KXNODE_ERROR(InvalidArgumentException)("'%s' is no integer of this node", ValueStr.c_str());
     WriteInteger(*value, Verify, change);
     change.Finish();
-}
-
-bool IntegerBase::IsValueCacheValid() const
-{
-    const Call call(*this, "IsValueCacheValid");
-    return m_valueKnown;
 }
 
 void IntegerBase::SetValue(int64_t Value, bool Verify)
@@ -136,16 +130,7 @@ void IntegerBase::ImposeMax(int64_t Value)
 
 int64_t IntegerBase::ReadInteger(ReadOptions options)
 {
-    RequireReadable();
-    if (!m_valueKnown || options.ignoreCache) {
-        const Level level(*this);
-        const uint64_t before = Map().UncachedReads();
-        m_valueKnown = false;
-        m_value = Fetch(options);
-        if (CachingMode() == NoCache)
-            Map().CountUncachedRead();
-        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
-    }
+    ReadThroughCache(options, [&] { m_value = Fetch(options); });
     const int64_t value = m_value;
     if (options.verify)
         CheckLimits(value);
@@ -180,22 +165,6 @@ void IntegerBase::WriteReal(double value, bool verify, Change& change)
 EIncMode IntegerBase::IncMode()
 {
     return Find(Prop::ValidValueSet) != nullptr ? listIncrement : fixedIncrement;
-}
-
-ERepresentation IntegerBase::Representation() const
-{
-    if (m_representation != nullptr)
-        return static_cast<ERepresentation>(m_representation->integer);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Representation() : PureNumber;
-}
-
-gcstring IntegerBase::Unit() const
-{
-    if (Find(Prop::Unit) != nullptr)
-        return TextOf(Prop::Unit);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Unit() : gcstring();
 }
 
 void IntegerBase::CheckLimits(int64_t value)

@@ -355,6 +355,28 @@ void Node::TakeCallbacks(std::vector<std::shared_ptr<CallbackSlot>>& callbacks)
 
 // ------------------------------------------------------------------------------------------ value of a node
 
+bool Node::IsValueKnown() const
+{
+    const Call call(*this, "IsValueCacheValid");
+    return m_valueKnown;
+}
+
+ERepresentation Node::Representation() const
+{
+    if (const Property* const property = Find(Prop::Representation))
+        return static_cast<ERepresentation>(property->integer);
+    const Node* const origin = Origin();
+    return origin != nullptr ? origin->Representation() : PureNumber;
+}
+
+gcstring Node::Unit() const
+{
+    if (Find(Prop::Unit) != nullptr)
+        return TextOf(Prop::Unit);
+    const Node* const origin = Origin();
+    return origin != nullptr ? origin->Unit() : gcstring();
+}
+
 std::string Node::EntryText() const { return m_map.EntryText(); }
 
 void Node::RaiseNoNumber() const

@@ -135,8 +135,9 @@ public:
     virtual bool HasRealInc() { return false; }
     virtual double RealInc();
     virtual EIncMode IncMode() { return noIncrement; }
-    virtual ERepresentation Representation() const { return PureNumber; }
-    virtual gcstring Unit() const { return gcstring(); }
+    /// As the description says, or else as the node does that this one shows.
+    ERepresentation Representation() const;
+    gcstring Unit() const;
 
     // for other nodes: this node as a text; the defaults raise that it is none
     virtual gcstring ReadText(ReadOptions options);
@@ -165,6 +166,14 @@ protected:
 
     /// Text of a property, empty if there is none.
     gcstring TextOf(Prop id) const;
+
+    /// Has `fetch` put the value into the node's cache unless it is there already. Defined in CachedRead.h.
+    /// Raises AccessException if the node can't be read.
+    template <typename Fetch>
+    void ReadThroughCache(ReadOptions options, const Fetch& fetch);
+    bool IsValueKnown() const;
+    /// The node that this one shows, if any.
+    virtual const Node* Origin() const { return nullptr; }
 
     bool m_valueKnown = false; // the decoded value that a derived class holds is valid
 

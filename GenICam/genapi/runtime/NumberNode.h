@@ -21,7 +21,7 @@ public:
     INode* GetNode() override { return this; }
     gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override;
+    bool IsValueCacheValid() const override { return IsValueKnown(); }
     void SetValue(int64_t Value, bool Verify = true) override;
     IInteger& operator=(int64_t Value) override;
     int64_t GetValue(bool Verify = false, bool IgnoreCache = false) override;
@@ -44,23 +44,18 @@ public:
     void WriteReal(double value, bool verify, Change& change) override;
     EIncMode IncMode() override;
     bool HasRealInc() override { return true; }
-    ERepresentation Representation() const override;
-    gcstring Unit() const override;
 
 protected:
     /// Reads the value from where it is.
     virtual int64_t Fetch(ReadOptions options) = 0;
     /// Writes the value to where it is; limits have been checked.
     virtual void Store(int64_t value, bool verify, Change& change) = 0;
-    /// The node from which unit and representation are taken where the description gives none.
-    virtual const Node* Origin() const { return nullptr; }
 
 private:
     void CheckLimits(int64_t value);
 
     int64_t m_value = 0;
     int64_t m_imposedMin, m_imposedMax;
-    const Property* m_representation;
 };
 
 /// A floating-point node; as above.
@@ -74,7 +69,7 @@ public:
     INode* GetNode() override { return this; }
     gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override;
+    bool IsValueCacheValid() const override { return IsValueKnown(); }
     void SetValue(double Value, bool Verify = true) override;
     IFloat& operator=(double Value) override;
     double GetValue(bool Verify = false, bool IgnoreCache = false) override;
@@ -106,13 +101,10 @@ public:
     int64_t IntegerInc() override;
     double RealInc() override;
     EIncMode IncMode() override;
-    ERepresentation Representation() const override;
-    gcstring Unit() const override;
 
 protected:
     virtual double Fetch(ReadOptions options) = 0;
     virtual void Store(double value, bool verify, Change& change) = 0;
-    virtual const Node* Origin() const { return nullptr; }
 
     ECachingMode OwnCachingMode() const override { return WriteAround; }
 
@@ -122,7 +114,6 @@ private:
 
     double m_value = 0;
     double m_imposedMin, m_imposedMax;
-    const Property* m_representation;
 };
 
 } // namespace KxGenApi

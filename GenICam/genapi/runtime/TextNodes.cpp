@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runtime/TextNodes.h"
 
-#include "runtime/Change.h"
+#include "runtime/CachedRead.h"
 #include "runtime/TextConversion.h"
 
 #include <Base/GCException.h>
@@ -25,12 +25,6 @@ void TextBase::FromString(const gcstring& ValueStr, bool Verify)
     Change change(*this, "FromString");
     WriteText(ValueStr, Verify, change);
     change.Finish();
-}
-
-bool TextBase::IsValueCacheValid() const
-{
-    const Call call(*this, "IsValueCacheValid");
-    return m_valueKnown;
 }
 
 IString& TextBase::operator=(const gcstring& Value)
@@ -60,16 +54,7 @@ int64_t TextBase::GetMaxLength()
 
 gcstring TextBase::ReadText(ReadOptions options)
 {
-    RequireReadable();
-    if (!m_valueKnown || options.ignoreCache) {
-        const Level level(*this);
-        const uint64_t before = Map().UncachedReads();
-        m_valueKnown = false;
-        m_value = Fetch(options);
-        if (CachingMode() == NoCache)
-            Map().CountUncachedRead();
-        m_valueKnown = !options.ignoreCache && Map().UncachedReads() == before;
-    }
+    ReadThroughCache(options, [&] { m_value = Fetch(options); });
     return m_value;
 }
 

@@ -21,7 +21,7 @@ public:
     INode* GetNode() override { return this; }
     gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override;
+    bool IsValueCacheValid() const override { return IsValueKnown(); }
     IString& operator=(const gcstring& Value) override;
     void SetValue(const gcstring& Value, bool Verify = true) override;
     gcstring GetValue(bool Verify = false, bool IgnoreCache = false) override;
