@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "KxImageChart.h"
+#include "PixelFormatInside.h"
+
+#include <Base/GCBadAlloc.h>
+#include <Base/GCException.h>
+#include <KxSDKCommon/KxAssert.h>
+#include <KxSDKCommon/KxImageBuffer.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <new>
+
+namespace KxApi
+{
+namespace
+{
+
+void CheckPositive(const char* szName, size_t nValue)
+{
+    const auto nSigned = static_cast<long long>(nValue);
+    if (nSigned < 1)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be greater than Min = %lld", szName, nSigned, 0LL);
+}
+
+/// Checks the size and gives the format's description.
+const IKxPixelFormatInfoInside& CheckedInfo(size_t nWidth, size_t nHeight,
+                                            EKxPixelFormatNamingConvention_t ePixelFormat)
+{
+    CheckPositive("size_t nWidth", nWidth);
+    CheckPositive("size_t nHeight", nHeight);
+    const IKxPixelFormatInfoInside* const pIKxPixelFormatInfoDest = Detail::FormatInfo(ePixelFormat);
+    KX_ASSERT(pIKxPixelFormatInfoDest, "(pIKxPixelFormatInfoDest) != NULL");
+    return *pIKxPixelFormatInfoDest;
+}
+
+/// Bytes of an image; more than any allocator has when they can't be told.
+size_t BytesNeeded(size_t nHeight, size_t nLinePitch, size_t nPlanes)
+{
+    size_t nBytes = 0;
+    if (__builtin_mul_overflow(nHeight, nLinePitch, &nBytes) ||
+        __builtin_mul_overflow(nBytes, nPlanes, &nBytes))
+        throw BAD_ALLOC_EXCEPTION("%s", "");
+    return nBytes;
+}
+
+struct CLines
+{
+    unsigned char* pBuffer;
+    size_t nLinePitch;
+};
+
+/// Copies the lines of one plane; behind the last pixel of the last line nothing is read. Source and target
+/// may be the same memory, the target lying in front.
+void CopyLines(CLines target, CLines source, size_t nHeight, size_t nLineBytes)
+{
+    if (source.nLinePitch == target.nLinePitch) {
+        std::memcpy(target.pBuffer, source.pBuffer, (nHeight - 1) * source.nLinePitch + nLineBytes);
+        return;
+    }
+    const size_t nPitch = std::min(source.nLinePitch, target.nLinePitch);
+    for (; nHeight > 0; --nHeight) {
+        std::memcpy(target.pBuffer, source.pBuffer, nHeight > 1 ? nPitch : std::min(nPitch, nLineBytes));
+        target.pBuffer += target.nLinePitch;
+        source.pBuffer += source.nLinePitch;
+    }
+}
+
+} // namespace
+
+CKxImageBuffer::CKxImageBuffer(IKxAllocator* pAllocator) noexcept
+    : m_pAllocator(pAllocator ? pAllocator : this)
+{}
+
+CKxImageBuffer::~CKxImageBuffer()
+{
+    Deallocate();
+    if (m_pAllocator != this)
+        m_pAllocator->OnDeregister();
+}
+
+void CKxImageBuffer::Release() { delete this; }
+
+void CKxImageBuffer::Allocate(void** ppBuffer, size_t nSize, void**)
+{
+    *ppBuffer = ::operator new(nSize, std::nothrow);
+}
+
+void CKxImageBuffer::Deallocate(void* pBuffer, size_t, void*) { ::operator delete(pBuffer); }
+
+void CKxImageBuffer::Deallocate()
+{
+    m_pROIImage.reset();
+    if (!m_pBuffer)
+        return;
+    m_pAllocator->Deallocate(m_pBuffer, m_nBufferSize, m_pContext);
+    m_pBuffer = nullptr;
+    m_nBufferSize = m_nLinePitch = m_nHeight = m_nWidth = 0;
+    m_ePixelFormat = KxPixelFormat_None;
+}
+
+void CKxImageBuffer::SetSize(size_t nWidth, size_t nHeight, EKxPixelFormatNamingConvention_t ePixelFormat,
+                             size_t nAlignment)
+{
+    const IKxPixelFormatInfoInside& info = CheckedInfo(nWidth, nHeight, ePixelFormat);
+    SetSizeWithLinePitch(nWidth, nHeight, ePixelFormat, info.GetLinePitch(nWidth, nAlignment));
+}
+
+void CKxImageBuffer::SetSizeWithLinePitch(size_t nWidth, size_t nHeight,
+                                          EKxPixelFormatNamingConvention_t ePixelFormat, size_t nLinePitch)
+{
+    const IKxPixelFormatInfoInside& info = CheckedInfo(nWidth, nHeight, ePixelFormat);
+    if (const size_t nMin = info.GetLinePitch(nWidth, 1); nLinePitch < nMin)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld",
+                                     "size_t nLinePitch", static_cast<long long>(nLinePitch),
+                                     static_cast<long long>(nMin));
+    const size_t nNeeded = BytesNeeded(nHeight, nLinePitch, info.GetPlaneCount());
+    if (!m_pBuffer || m_nBufferSize < nNeeded) {
+        Deallocate();
+        m_pAllocator->Allocate(&m_pBuffer, nNeeded, &m_pContext);
+        if (!m_pBuffer)
+            throw BAD_ALLOC_EXCEPTION("%s", "");
+        m_nBufferSize = nNeeded;
+    }
+    m_nWidth = nWidth;
+    m_nHeight = nHeight;
+    m_nLinePitch = nLinePitch;
+    m_ePixelFormat = ePixelFormat;
+}
+
+void CKxImageBuffer::CreateBuffer(size_t nWidth, size_t nHeight,
+                                  EKxPixelFormatNamingConvention_t ePixelFormat,
+                                  _EKxMemoryInitialization_t eInitialization)
+{
+    SetSize(nWidth, nHeight, ePixelFormat, 0);
+    switch (eInitialization) {
+    case KxMemoryInitialization_None:
+        break;
+    case KxMemoryInitialization_Zero:
+        std::memset(m_pBuffer, 0, m_nBufferSize);
+        break;
+    case KxMemoryInitialization_FF:
+        std::memset(m_pBuffer, 0xFF, m_nBufferSize);
+        break;
+    case KxMemoryInitialization_Chart:
+        if (const auto pFunction = Detail::GetFunction(ePixelFormat);
+            !pFunction || !pFunction(GetIKxImage(), eInitialization))
+            std::memset(m_pBuffer, 0, m_nBufferSize);
+        break;
+    }
+}
+
+IKxImage* CKxImageBuffer::GetIKxImage()
+{
+    if (!m_pBuffer)
+        throw RUNTIME_EXCEPTION("There is no available image.");
+    return this;
+}
+
+IKxImage* CKxImageBuffer::GetROIImage(size_t x, size_t y, size_t w, size_t h)
+{
+    if (!m_pROIImage)
+        m_pROIImage = GenICam::GuardBadAlloc([this] { return std::make_unique<CKxROIImage>(GetIKxImage()); });
+    m_pROIImage->SetROI(x, y, w, h);
+    return m_pROIImage.get();
+}
+
+IKxPixelComponent* CKxImageBuffer::GetIKxPixelComponentValue(size_t x, size_t y)
+{
+    m_objPixelComponent.SetPixelComponent(GetIKxImage(), x, y);
+    return &m_objPixelComponent;
+}
+
+void CKxImageBuffer::CopyImage(IKxImage* pSrcIKxImage)
+{
+    const IKxImageInside* const pSrcIKxImageInside = dynamic_cast<IKxImageInside*>(pSrcIKxImage);
+    KX_ASSERT(pSrcIKxImageInside, "(pSrcIKxImageInside) != NULL");
+    if (pSrcIKxImageInside == this)
+        return;
+    const size_t nWidth = pSrcIKxImage->GetImageWidth(), nHeight = pSrcIKxImage->GetImageHeight();
+    const size_t nPlanePitch = pSrcIKxImage->GetImagePlanePitch();
+    const EKxPixelFormatNamingConvention_t ePixelFormat = pSrcIKxImage->GetImagePixelFormat();
+    CLines source{static_cast<unsigned char*>(pSrcIKxImage->GetImageBuffer()),
+                  pSrcIKxImage->GetImageLinePitch()};
+    if (!source.pBuffer)
+        throw RUNTIME_EXCEPTION("There is no available image.");
+    if (m_pBuffer && source.pBuffer >= m_pBuffer &&
+        source.pBuffer < static_cast<unsigned char*>(m_pBuffer) + m_nBufferSize)
+    {
+        // A window on this very image: it would lose its memory while it is copied.
+        CKxImageBuffer copy(nullptr);
+        copy.CopyImage(pSrcIKxImage);
+        CopyImage(&copy);
+        return;
+    }
+
+    const IKxPixelFormatInfoInside& info = CheckedInfo(nWidth, nHeight, ePixelFormat);
+    if (Detail::HasSmallerPlanes(info)) {
+        // The smaller planes lie closer together than the plane pitch tells; all of them move as they are.
+        SetSizeWithLinePitch(nWidth, nHeight, ePixelFormat, source.nLinePitch);
+        std::memcpy(m_pBuffer, source.pBuffer, info.GetImageSize(nHeight, source.nLinePitch));
+        return;
+    }
+    SetSize(nWidth, nHeight, ePixelFormat, 0);
+    CLines target{static_cast<unsigned char*>(m_pBuffer), m_nLinePitch};
+    const size_t nLineBytes = info.GetLinePitch(nWidth, 1);
+    for (size_t nPlane = 0; nPlane < info.GetPlaneCount(); ++nPlane) {
+        CopyLines(target, source, nHeight, nLineBytes);
+        source.pBuffer += nPlanePitch;
+        target.pBuffer += m_nHeight * m_nLinePitch;
+    }
+}
+
+} // namespace KxApi
