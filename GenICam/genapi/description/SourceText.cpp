@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstring>
 #include <utility>
 
@@ -103,6 +104,13 @@ std::string DeclaredEncoding(std::string_view text)
     return encoding;
 }
 
+// Whether XML allows a character.
+bool IsCharacter(uint32_t c)
+{
+    return c >= 0x20 ? c < 0xD800 || (c >= 0xE000 && c <= 0x10FFFF && c != 0xFFFE && c != 0xFFFF)
+                     : c == '\t' || c == '\n' || c == '\r';
+}
+
 // Length of the UTF-8 character at the start of a text that isn't empty, 0 if there is none. The characters
 // that XML excludes count as none.
 size_t CharacterLength(std::string_view text)
@@ -111,7 +119,7 @@ size_t CharacterLength(std::string_view text)
     const auto follows = [&](size_t i) { return (at(i) & 0xC0u) == 0x80u; };
     const unsigned first = at(0);
     if (first < 0x80)
-        return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
+        return IsCharacter(first) ? 1 : 0;
     if (first >= 0xC2 && first < 0xE0)
         return follows(1) ? 2 : 0;
     if (first >= 0xE0 && first < 0xF0) {
@@ -228,8 +236,29 @@ void SourceText::Check()
                 static_cast<size_t>(std::count(m_text.begin() + static_cast<ptrdiff_t>(blockBegin),
                                                m_text.begin() + static_cast<ptrdiff_t>(blockEnd), '<'));
     }
+    CheckReferences();
     if (m_tagCount > kMaxTags)
         FailLimit({}, m_tagCount, "tags", kMaxTags);
+}
+
+// The parser would let these characters in by their numbers. Those in comments and CDATA sections are refused
+// as well, where they would be harmless, but nobody writes them there.
+void SourceText::CheckReferences() const
+{
+    constexpr std::string_view kStart = "&#";
+    for (size_t at = m_text.find(kStart); at != std::string_view::npos; at = m_text.find(kStart, at + 1)) {
+        std::string_view digits = m_text.substr(at + kStart.size(), 16);
+        const bool isHex = !digits.empty() && digits.front() == 'x';
+        digits.remove_prefix(isHex ? 1 : 0);
+        uint32_t code = 0;
+        const auto result =
+            std::from_chars(digits.data(), digits.data() + digits.size(), code, isHex ? 16 : 10);
+        if (result.ec == std::errc::invalid_argument)
+            continue; // no reference
+        if (result.ec != std::errc() || !IsCharacter(code))
+            Fail({Locate(at), {}, {}}, "the reference " + Quoted(m_text.substr(at, 12)) +
+                                           " stands for no character that XML allows");
+    }
 }
 
 Position SourceText::Locate(size_t offset) const

@@ -34,6 +34,7 @@ private:
     void Decode();
     void Own(std::string&& decoded);
     void Check();
+    void CheckReferences() const;
 
     std::string m_owned;
     std::string_view m_text;

@@ -79,6 +79,11 @@ TEST(SourceText, RefusesWhatIsNoText)
                                                          std::to_string(first) +
                                                          " is no character of UTF-8 text that XML allows");
         }
+    for (const char* reference :
+         {"&#0;", "&#3;", "&#x1F;", "&#xD800;", "&#xFFFF;", "&#1114112;", "&#9999999999;"})
+        EXPECT_THAT(error(std::string("\n&#65;&#x20AC;&#10;&#;&#y;") + reference),
+                    testing::StartsWith(std::string("Runtime: line 2, column 26: the reference '") +
+                                        std::string(reference).substr(0, 12)));
     EXPECT_EQ(error("<?xml version='1.0' encoding='EBCDIC'?>"),
               "Runtime: encoding 'ebcdic' is not supported; use UTF-8");
     EXPECT_THAT(error(std::string("\xFF\xFE<", 3)), testing::HasSubstr("odd number of bytes"));
