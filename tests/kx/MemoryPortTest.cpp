@@ -18,6 +18,12 @@ std::vector<uint8_t> Read(Kx::MemoryPort& port, int64_t address, int64_t length)
     return bytes;
 }
 
+// Addresses wrap round at the end of the address space.
+int64_t Moved(int64_t address, int64_t by)
+{
+    return static_cast<int64_t>(static_cast<uint64_t>(address) + static_cast<uint64_t>(by));
+}
+
 TEST(MemoryPort, ReadsZeroUntilWritten)
 {
     Kx::MemoryPort port;
@@ -36,9 +42,8 @@ TEST(MemoryPort, GivesBackWhatWasWrittenWhereverItLies)
         Kx::MemoryPort port;
         port.Write(bytes.data(), address, 10000);
         EXPECT_EQ(Read(port, address, 10000), bytes);
-        EXPECT_EQ(Read(port, address + 9999, 2), (std::vector<uint8_t>{bytes.back(), 0}));
-        EXPECT_EQ(Read(port, static_cast<int64_t>(static_cast<uint64_t>(address) - 1), 2),
-                  (std::vector<uint8_t>{0, 1}));
+        EXPECT_EQ(Read(port, Moved(address, 9999), 2), (std::vector<uint8_t>{bytes.back(), 0}));
+        EXPECT_EQ(Read(port, Moved(address, -1), 2), (std::vector<uint8_t>{0, 1}));
     }
 }
 
