@@ -96,11 +96,10 @@ TEST(Register, BitFieldsAreNumberedFromTheEndThatTheByteOrderSays)
         EXPECT_EQ(test.port.Peek(0, 2), c.bytes);
         EXPECT_EQ(x.GetValue(), c.value);
         // All other bits set: they stay, and they do not show.
-        Bytes others{static_cast<uint8_t>(~c.bytes[0]), static_cast<uint8_t>(~c.bytes[1])};
         x.SetValue(c.min == 0 ? c.max : -1);
-        const Bytes mask = test.port.Peek(0, 2);
-        for (size_t i = 0; i < 2; ++i)
-            others[i] = static_cast<uint8_t>(~mask[i]);
+        Bytes others = test.port.Peek(0, 2);
+        for (uint8_t& byte : others)
+            byte = static_cast<uint8_t>(~byte);
         test.port.Put(0, others);
         EXPECT_EQ(x.GetValue(), 0);
         x.SetValue(c.value);
