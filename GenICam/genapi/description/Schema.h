@@ -123,7 +123,6 @@ struct NodeRules
 
     std::array<uint8_t, kPropCount> slot{};
     std::array<uint8_t, 48> rank{}; ///< of a slot: its place in the order
-    std::array<Prop, 48> example{}; ///< of a slot: one element, for messages
     uint64_t once = 0;              ///< slots that may be filled only once
     uint64_t required = 0;          ///< slots that have to be filled
     bool lenient = false;           ///< any known element in any order, unknown ones are kept as text

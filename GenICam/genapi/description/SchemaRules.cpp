@@ -11,14 +11,12 @@ namespace
 {
 
 // The notation: elements in their order. A|B|C exclude each other; '?' at most once, '!' exactly once, '*'
-// any number,
-// '+' at least one. What stands between braces comes in any order among itself: either the schema says so or
-// its versions differ, and refusing a camera's file is worse than taking a disordered one.
+// any number, '+' at least one. What stands between braces comes in any order among itself: either the schema
+// says so or its versions differ, and refusing a camera's file is worse than taking a disordered one.
 constexpr std::string_view kBase =
     "ToolTip? Description? DisplayName? Visibility? {DocuURL? IsDeprecated? EventID?} pIsImplemented? "
-    "pIsAvailable? "
-    "pIsLocked? {pBlockPolling? ImposedAccessMode? ImposedVisibility? pError* pAlias? pCastAlias?} ";
-constexpr std::string_view kOfValues = "{Streamable? pInvalidator*} ";
+    "pIsAvailable? pIsLocked? {pBlockPolling? ImposedAccessMode? ImposedVisibility? pError* pAlias? "
+    "pCastAlias? Streamable? pInvalidator*} ";
 constexpr std::string_view kNumber =
     "{Value|pValue|pIndex! pValueCopy*} ValueIndexed|pValueIndexed* "
     "ValueDefault|pValueDefault? Min|pMin? Max|pMax? {Inc|pInc? ValidValueSet?} ";
@@ -26,12 +24,16 @@ constexpr std::string_view kEither = "{Value|pValue! pValueCopy*} ";
 constexpr std::string_view kRegister =
     "Streamable? Address|IntSwissKnife|pAddress|pIndex+ Length|pLength! AccessMode! "
     "pPort! Cachable? PollingTime? pInvalidator* ";
-constexpr std::string_view kFormula = "{pVariable* Constant* Expression*} Formula! ";
-constexpr std::string_view kFormulas = "{pVariable* Constant* Expression*} FormulaTo! FormulaFrom! pValue! ";
+constexpr std::string_view kNames = "{pVariable* Constant* Expression*} ";
+constexpr std::string_view kFormulas = "FormulaTo! FormulaFrom! pValue! ";
 constexpr std::string_view kBits = "{LSB? MSB? Bit?} ";
-constexpr std::string_view kShown = "Unit? Representation? ";
-constexpr std::string_view kShownReal = "Unit? Representation? DisplayNotation? DisplayPrecision? ";
-constexpr std::string_view kSelects = "pSelected* ";
+constexpr std::string_view kOrder = "{Sign? Endianess!} ";
+constexpr std::string_view kShown = "{Unit? Representation?} pSelected* ";
+constexpr std::string_view kShownReal =
+    "{Unit? Representation? DisplayNotation? DisplayPrecision?} pSelected* ";
+constexpr std::string_view kCourse = "{Unit? Representation? Slope? IsLinear?} pSelected* ";
+constexpr std::string_view kCourseReal =
+    "{Unit? Representation? DisplayNotation? DisplayPrecision? Slope? IsLinear?} pSelected* ";
 
 using Pieces = std::initializer_list<std::string_view>;
 
@@ -74,7 +76,6 @@ private:
         const PropertyInfo* info = FindProperty(name);
         assert(info && m_slot < m_rules.rank.size());
         m_rules.slot[static_cast<size_t>(info->prop)] = m_slot;
-        m_rules.example[m_slot] = info->prop;
     }
 
     void CloseSlot(char quantifier)
@@ -106,26 +107,25 @@ const std::array<NodeRules, kNodeTypeCount>& AllRules()
     static const std::array<NodeRules, kNodeTypeCount> kRules = {
         /* Node           */ Read({kBase}),
         /* Category       */ Read({kBase, "pFeature*"}),
-        /* Integer        */ Read({kBase, kOfValues, kNumber, kShown, kSelects}),
-        /* IntReg         */ Read({kBase, kRegister, "Sign? Endianess! ", kShown, kSelects}),
-        /* MaskedIntReg   */ Read({kBase, kRegister, kBits, "Sign? Endianess! ", kShown, kSelects}),
+        /* Integer        */ Read({kBase, kNumber, kShown}),
+        /* IntReg         */ Read({kBase, kRegister, kOrder, kShown}),
+        /* MaskedIntReg   */ Read({kBase, kRegister, kBits, kOrder, kShown}),
         /* StructEntry    */
-        Read({kBase, "{Streamable? AccessMode? Cachable? PollingTime? pInvalidator*} ", kBits,
-              "Sign? Endianess? ", kShown, kSelects}),
-        /* IntConverter   */ Read({kBase, kOfValues, kFormulas, kShown, "{Slope? IsLinear?}", kSelects}),
-        /* IntSwissKnife  */ Read({kBase, kOfValues, kFormula, kShown, kSelects}),
-        /* Float          */ Read({kBase, kOfValues, kNumber, kShownReal, kSelects}),
-        /* FloatReg       */ Read({kBase, kRegister, "Endianess! ", kShownReal, kSelects}),
-        /* Converter      */ Read({kBase, kOfValues, kFormulas, kShownReal, "{Slope? IsLinear?}", kSelects}),
-        /* SwissKnife     */ Read({kBase, kOfValues, kFormula, kShownReal, kSelects}),
-        /* Boolean        */ Read({kBase, kOfValues, kEither, "OnValue? OffValue? ", kSelects}),
-        /* Command        */
-        Read({kBase, kOfValues, kEither, "CommandValue|pCommandValue! PollingTime?"}),
-        /* Enumeration    */ Read({kBase, kOfValues, "EnumEntry+ ", kEither, "{pSelected* PollingTime?}"}),
+        Read({kBase, "{AccessMode? Cachable? PollingTime? Streamable? pInvalidator*} ", kBits,
+              "{Sign? Endianess?} ", kShown}),
+        /* IntConverter   */ Read({kBase, kNames, kFormulas, kCourse}),
+        /* IntSwissKnife  */ Read({kBase, kNames, "Formula! ", kShown}),
+        /* Float          */ Read({kBase, kNumber, kShownReal}),
+        /* FloatReg       */ Read({kBase, kRegister, "Endianess! ", kShownReal}),
+        /* Converter      */ Read({kBase, kNames, kFormulas, kCourseReal}),
+        /* SwissKnife     */ Read({kBase, kNames, "Formula! ", kShownReal}),
+        /* Boolean        */ Read({kBase, kEither, "OnValue? OffValue? pSelected*"}),
+        /* Command        */ Read({kBase, kEither, "CommandValue|pCommandValue! PollingTime?"}),
+        /* Enumeration    */ Read({kBase, "EnumEntry+ ", kEither, "{pSelected* PollingTime?}"}),
         /* EnumEntry      */ Read({kBase, "Value! {NumericValue? Symbolic? IsSelfClearing?}"}),
-        /* String         */ Read({kBase, kOfValues, kEither, kSelects}),
-        /* StringReg      */ Read({kBase, kRegister, kSelects}),
-        /* Register       */ Read({kBase, kRegister, kSelects}),
+        /* String         */ Read({kBase, kEither, "pSelected*"}),
+        /* StringReg      */ Read({kBase, kRegister, "pSelected*"}),
+        /* Register       */ Read({kBase, kRegister, "pSelected*"}),
         /* Port           */ Read({kBase, "{ChunkID|pChunkID? SwapEndianess? CacheChunkData?}"}),
         /* ConfRom        */ Lenient(),
         /* TextDesc       */ Lenient(),

@@ -36,7 +36,9 @@ TEST(Schema, RulesMeanWhatTheySay)
     EXPECT_NE(slot(Prop::Value), slot(Prop::pValueCopy));
     EXPECT_EQ(rank(Prop::Value), rank(Prop::pValueCopy));
     EXPECT_LT(rank(Prop::Value), rank(Prop::Min));
-    EXPECT_LT(rank(Prop::Unit), rank(Prop::Representation));
+    EXPECT_LT(rank(Prop::ToolTip), rank(Prop::Description));
+    EXPECT_EQ(rank(Prop::Unit), rank(Prop::Representation));
+    EXPECT_LT(rank(Prop::Representation), rank(Prop::pSelected));
     EXPECT_TRUE(integer.Repeats(Prop::pSelected));
     EXPECT_FALSE(integer.Repeats(Prop::Min));
     EXPECT_FALSE(integer.Allows(Prop::Formula));
