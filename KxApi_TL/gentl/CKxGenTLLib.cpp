@@ -57,6 +57,13 @@ constexpr CFunctionEntry kFunctions[] = {KXAPI_GENTL_FUNCTIONS(KXAPI_GENTL_ENTRY
 #undef KXAPI_GENTL_ENTRY
 static_assert(std::size(kFunctions) == 64, "GenTL 1.6 has 64 functions");
 
+/// Not by a reporter, which would cut the cause off behind a long path.
+[[noreturn]] void Fail(const std::string& path, const std::string& cause)
+{
+    throw GenICam::RuntimeException(("Producer '" + path + "' cannot be used: " + cause).c_str(),
+                                    KXGC_SOURCE_FILE, __LINE__, "RuntimeException");
+}
+
 struct CDlClose
 {
     void operator()(void* hLibrary) const { dlclose(hLibrary); }
@@ -77,11 +84,6 @@ private:
     void Resolve();
     void CheckFunctions() const;
     void Init();
-    [[noreturn]] void Fail(const char* cause) const
-    {
-        throw RUNTIME_EXCEPTION("Producer '%s' cannot be used: %s", m_strPath.c_str(), cause);
-    }
-
     std::unique_ptr<void, CDlClose> m_library;
     bool m_initialized = false;
 };
@@ -94,7 +96,7 @@ CLoadedLib::CLoadedLib(const std::string& path)
     m_library.reset(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
     if (!m_library) {
         const char* const cause = dlerror();
-        Fail(cause ? cause : "unknown error of the dynamic linker");
+        Fail(path, cause ? cause : "unknown error of the dynamic linker");
     }
     Resolve();
     CheckFunctions();
@@ -120,7 +122,7 @@ void CLoadedLib::CheckFunctions() const
     KXAPI_GENTL_FUNCTIONS(KXAPI_GENTL_CHECK)
 #undef KXAPI_GENTL_CHECK
     if (!missing.empty())
-        Fail(("it lacks " + missing).c_str());
+        Fail(m_strPath.c_str(), "it lacks " + missing);
 }
 
 void CLoadedLib::Init()
@@ -136,7 +138,7 @@ void CLoadedLib::Init()
     if (GCGetLastError(&lastError, text, &size) != GenTL::GC_ERR_SUCCESS || lastError != error)
         text[0] = '\0';
     text[sizeof(text) - 1] = '\0';
-    Fail(("GCInitLib returned " + std::to_string(error) + (text[0] ? " " : "") + text).c_str());
+    Fail(m_strPath.c_str(), "GCInitLib returned " + std::to_string(error) + (text[0] ? " " : "") + text);
 }
 
 /// The producers in memory by path, with the number of their users.
@@ -192,7 +194,7 @@ std::string CanonicalPath(const GenICam::gcstring& strPath)
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(strPath.c_str(), nullptr),
                                                                &std::free);
     if (!resolved)
-        throw RUNTIME_EXCEPTION("Producer '%s' cannot be used: %s", strPath.c_str(), std::strerror(errno));
+        Fail(strPath.c_str(), std::strerror(errno));
     return resolved.get();
 }
 
