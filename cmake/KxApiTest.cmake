@@ -18,6 +18,8 @@ function(kxapi_add_test)
     # Listing the cases when the tests start, and not after each link, keeps a crash at start-up a failing test.
     gtest_discover_tests(${arg_NAME}
         TEST_PREFIX "${arg_NAME}/"
+        # Parameters are shown as bytes with addresses in them, which differ from run to run.
+        NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT 120)
