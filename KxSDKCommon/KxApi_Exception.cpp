@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <KxApi_TL/CKxGenTLLib.h>
 #include <KxSDKCommon/KxApi_Exception.h>
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace KxApi
 {
@@ -39,24 +41,34 @@ private:
     size_t m_nLength = 0;
 };
 
-} // namespace
+constexpr size_t kMaxErrorText = 0x10000; // a producer that tells of more tells nonsense
 
-CKxLinuxErrorException::CKxLinuxErrorException(int nError, const char* szFunctionName,
-                                               const char* szDescription, const char* szSourceFileName,
-                                               int nSourceLine, const char* szExceptionType)
-    : GenericException(szDescription, szSourceFileName, nSourceLine, szExceptionType)
-    , m_strFunctionName(szFunctionName)
-    , m_nError(nError)
-{}
+/// Adds the producer's text, if its last error is the one to be reported.
+void AppendLastError(CDescription& description, const CKxGenTLLib* pGenTLLib, GenTL::GC_ERROR_LIST eError)
+{
+    if (!pGenTLLib || !pGenTLLib->GCGetLastError)
+        return;
+    GenTL::GC_ERROR nLastError = GenTL::GC_ERR_SUCCESS;
+    size_t nSize = 0;
+    const auto isThisOne = [&](char* pText) {
+        return pGenTLLib->GCGetLastError(&nLastError, pText, &nSize) == GenTL::GC_ERR_SUCCESS &&
+               nLastError == eError;
+    };
+    if (!isThisOne(nullptr) || nSize == 0 || nSize > kMaxErrorText)
+        return;
+    std::vector<char> text(nSize + 1); // one more, should the producer forget the end of its text
+    if (isThisOne(text.data()))
+        description.Append(" %s", text.data());
+}
+
+} // namespace
 
 CKxLinuxErrorException::~CKxLinuxErrorException() noexcept = default;
 
-int CKxLinuxErrorException::GetError() const { return m_nError; }
+CKxGenTLErrorException::~CKxGenTLErrorException() noexcept = default;
 
-GenICam::gcstring CKxLinuxErrorException::GetFunctionName() const { return m_strFunctionName; }
-
-CKxLinuxErrorExceptionReporter::CKxLinuxErrorExceptionReporter(const char* szSourceFileName, int nSourceLine,
-                                                               const char* szExceptionType)
+Detail::CKxErrorPlace::CKxErrorPlace(const char* szSourceFileName, int nSourceLine,
+                                     const char* szExceptionType)
     : m_strSourceFileName(szSourceFileName)
     , m_nSourceLine(nSourceLine)
     , m_strExceptionType(szExceptionType)
@@ -75,6 +87,21 @@ CKxLinuxErrorException CKxLinuxErrorExceptionReporter::Report(int nError, const 
     description.Append(" ErrorCode=0x%08x \" \"%s", static_cast<unsigned int>(nError),
                        strerror_r(nErrno, szErrno, sizeof(szErrno)));
     return CKxLinuxErrorException(nError, szFunctionName, description.Get(), m_strSourceFileName.c_str(),
+                                  m_nSourceLine, m_strExceptionType.c_str());
+}
+
+CKxGenTLErrorException CKxGenTLErrorExceptionReporter::Report(CKxGenTLLib* pGenTLLib,
+                                                              GenTL::GC_ERROR_LIST eError,
+                                                              const char* szFunctionName,
+                                                              const char* szFormat, ...) const
+{
+    CDescription description;
+    va_list arguments;
+    va_start(arguments, szFormat);
+    description.AppendV(szFormat, arguments);
+    va_end(arguments);
+    AppendLastError(description, pGenTLLib, eError);
+    return CKxGenTLErrorException(eError, szFunctionName, description.Get(), m_strSourceFileName.c_str(),
                                   m_nSourceLine, m_strExceptionType.c_str());
 }
 

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ImageTestSupport.h"
+
+#include <algorithm>
+
+using namespace KxApi;
+using namespace KxTest;
+using GenICam::BadAllocException;
+using GenICam::OutOfRangeException;
+using GenICam::RuntimeException;
+
+namespace
+{
+
+TEST(ImageBufferTest, NewBufferHasNoImage)
+{
+    CKxImageBuffer buffer(nullptr);
+    EXPECT_FALSE(buffer.HasImageBuffer());
+    EXPECT_EQ(buffer.GetImageWidth(), 0u);
+    EXPECT_EQ(buffer.GetImagePixelFormat(), KxPixelFormat_None);
+    EXPECT_EQ(Raised<RuntimeException>([&] { buffer.GetIKxImage(); }), "There is no available image.");
+    EXPECT_EQ(Raised<RuntimeException>([&] { buffer.GetROIImage(0, 0, 1, 1); }),
+              "There is no available image.");
+}
+
+TEST(ImageBufferTest, SizeIsCheckedAsSignedNumber)
+{
+    CKxImageBuffer buffer(nullptr);
+    EXPECT_EQ(Raised<OutOfRangeException>([&] { buffer.SetSize(0, 0, KxPixelFormat_Mono8, 0); }),
+              "size_t nWidth = 0 must be greater than Min = 0");
+    EXPECT_EQ(Raised<OutOfRangeException>(
+                  [&] { buffer.SetSizeWithLinePitch(1, static_cast<size_t>(-3), KxPixelFormat_Mono8, 1); }),
+              "size_t nHeight = -3 must be greater than Min = 0");
+    EXPECT_EQ(
+        Raised<OutOfRangeException>([&] { buffer.SetSizeWithLinePitch(10, 2, KxPixelFormat_Mono16, 19); }),
+        "size_t nLinePitch = 19 must be equal or greater than Min = 20");
+    EXPECT_FALSE(buffer.HasImageBuffer());
+}
+
+TEST(ImageBufferTest, LinesAreFilledToTheAlignment)
+{
+    CKxImageBuffer buffer(nullptr);
+    buffer.SetSize(5, 3, KxPixelFormat_Mono8, 0);
+    EXPECT_EQ(buffer.GetImageLinePitch(), 8u) << "the format's default of 4";
+    EXPECT_EQ(buffer.GetImagePlanePitch(), 24u);
+    buffer.SetSize(5, 3, KxPixelFormat_BGR8, 1);
+    EXPECT_EQ(buffer.GetImageLinePitch(), 15u);
+    buffer.SetSize(5, 3, KxPixelFormat_Mono12p, 64);
+    EXPECT_EQ(buffer.GetImageLinePitch(), 64u);
+    EXPECT_EQ(buffer.GetImagePixelFormat(), KxPixelFormat_Mono12p);
+}
+
+TEST(ImageBufferTest, MemoryIsKeptUntilMoreIsNeeded)
+{
+    Allocator allocator;
+    {
+        CKxImageBuffer buffer(&allocator);
+        buffer.SetSize(100, 100, KxPixelFormat_Mono8, 0);
+        void* const pFirst = buffer.GetImageBuffer();
+        EXPECT_EQ(buffer.GetUserContext(), &allocator);
+        IKxImage* const pRoi = buffer.GetROIImage(0, 0, 10, 10);
+        buffer.SetSize(50, 20, KxPixelFormat_BGR8, 0);
+        EXPECT_EQ(buffer.GetImageBuffer(), pFirst);
+        EXPECT_EQ(buffer.GetROIImage(1, 1, 10, 10), pRoi);
+        EXPECT_EQ(allocator.sizes, (std::vector<size_t>{10000}));
+        buffer.SetSize(100, 101, KxPixelFormat_Mono8, 0);
+        EXPECT_EQ(allocator.sizes, (std::vector<size_t>{10000, 10100}));
+        buffer.SetSize(4, 4, KxPixelFormat_RGB8_Planar, 0);
+        EXPECT_EQ(allocator.sizes.size(), 2u);
+        buffer.SetSize(64, 64, KxPixelFormat_RGB8_Planar, 0);
+        EXPECT_EQ(allocator.sizes.back(), 64u * 64 * 3);
+    }
+    EXPECT_EQ(allocator.calls, (std::vector<std::string>{"Allocate", "Deallocate", "Allocate", "Deallocate",
+                                                         "Allocate", "Deallocate", "OnDeregister"}));
+}
+
+TEST(ImageBufferTest, NoMemoryLeavesNoImage)
+{
+    Allocator allocator;
+    CKxImageBuffer buffer(&allocator);
+    buffer.SetSize(2, 2, KxPixelFormat_Mono8, 0);
+    allocator.empty = true;
+    EXPECT_EQ(Raised<BadAllocException>([&] { buffer.SetSize(20, 20, KxPixelFormat_Mono8, 0); }), "");
+    EXPECT_FALSE(buffer.HasImageBuffer());
+    EXPECT_EQ(buffer.GetImageHeight(), 0u);
+    EXPECT_EQ(buffer.GetImagePixelFormat(), KxPixelFormat_None);
+    CKxImageBuffer own(nullptr);
+    constexpr size_t kHuge = size_t{1} << 45;
+    EXPECT_EQ(Raised<BadAllocException>([&] { own.SetSize(kHuge, kHuge, KxPixelFormat_Mono8, 0); }), "")
+        << "more bytes than can be counted";
+}
+
+TEST(ImageBufferTest, FactoryNeedsTheSDKAndItsReleaseGivesAllBack)
+{
+    EXPECT_THROW(CreateIKxImageBuffer(nullptr), GenICam::LogicalErrorException);
+    const CKxApiAutoInitTerm sdk;
+    Allocator allocator;
+    IKxImageBufferReleasable* const pBuffer = CreateIKxImageBuffer(&allocator);
+    EXPECT_FALSE(pBuffer->HasImageBuffer());
+    pBuffer->CreateBuffer(3, 3, KxPixelFormat_Mono8, KxMemoryInitialization_FF);
+    EXPECT_TRUE(pBuffer->HasImageBuffer());
+    EXPECT_EQ(pBuffer->GetIKxImage()->GetUserContext(), &allocator);
+    pBuffer->Release();
+    EXPECT_EQ(allocator.calls, (std::vector<std::string>{"Allocate", "Deallocate", "OnDeregister"}));
+}
+
+TEST(ImageBufferTest, NewImageIsFilledAsAsked)
+{
+    CKxImageBuffer buffer(nullptr);
+    const auto all = [&](uint8_t nValue) {
+        const uint8_t* const pBytes = Bytes(buffer);
+        return std::all_of(pBytes, pBytes + 3 * buffer.GetImagePlanePitch(),
+                           [nValue](uint8_t nByte) { return nByte == nValue; });
+    };
+    for (const auto eFormat : {KxPixelFormat_RGB8_Planar, KxPixelFormat_YUV420_8_Planar}) {
+        buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_FF);
+        EXPECT_TRUE(all(0xFF));
+        buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_None);
+        EXPECT_TRUE(all(0xFF));
+        buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_Chart);
+        EXPECT_TRUE(all(0)) << "formats without a chart become black";
+        buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_FF);
+        buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_Zero);
+        EXPECT_TRUE(all(0));
+    }
+}
+
+TEST(ImageBufferTest, PixelValuesFollowTheQuestion)
+{
+    CKxImageBuffer buffer(nullptr);
+    View source(2, 1, 6, KxPixelFormat_BGR8, 6);
+    source.bytes = {1, 2, 3, 4, 5, 6};
+    buffer.CopyImage(&source);
+    IKxPixelComponent* const pPixel = buffer.GetIKxPixelComponentValue(1, 0);
+    ASSERT_EQ(pPixel->GetComponentCount(), 3u);
+    EXPECT_EQ(pPixel->GetValue(0), 4);
+    EXPECT_EQ(buffer.GetIKxPixelComponentValue(0, 0), pPixel);
+    EXPECT_EQ(pPixel->GetValue(2), 3);
+    EXPECT_THROW(buffer.GetIKxPixelComponentValue(2, 0), OutOfRangeException);
+}
+
+TEST(ImageBufferTest, CopyWithOnePitchLeavesWhatIsBehindTheLastPixel)
+{
+    // The source's memory ends with its last pixel, which the address sanitizer watches.
+    View source(5, 3, 8, KxPixelFormat_Mono8, 2 * 8 + 5);
+    CKxImageBuffer buffer(nullptr);
+    buffer.CreateBuffer(5, 3, KxPixelFormat_Mono8, KxMemoryInitialization_FF);
+    buffer.CopyImage(&source);
+    ASSERT_EQ(buffer.GetImageLinePitch(), 8u);
+    EXPECT_EQ(std::memcmp(Bytes(buffer), source.bytes.data(), source.bytes.size()), 0);
+    EXPECT_EQ(Bytes(buffer)[21], 0xFF);
+
+    View packed(3, 2, 8, KxPixelFormat_Mono12p, 8 + 5);
+    buffer.CopyImage(&packed);
+    EXPECT_EQ(std::memcmp(Bytes(buffer), packed.bytes.data(), 13), 0);
+    View shared(6, 2, 12, KxPixelFormat_YUV422_8, 24); // fewer bits a pixel than its three components have
+    buffer.CopyImage(&shared);
+    EXPECT_EQ(std::memcmp(Bytes(buffer), shared.bytes.data(), 24), 0);
+}
+
+TEST(ImageBufferTest, CopyWithOtherPitchGoesLineByLine)
+{
+    for (const size_t nPitch : {5u, 7u, 12u}) { // the copy has 8
+        View source(5, 3, nPitch, KxPixelFormat_Mono8, 2 * nPitch + 5);
+        CKxImageBuffer buffer(nullptr);
+        buffer.CopyImage(&source);
+        ASSERT_EQ(buffer.GetImageLinePitch(), 8u);
+        for (size_t y = 0; y < 3; ++y)
+            EXPECT_EQ(std::memcmp(Bytes(buffer) + y * 8, source.bytes.data() + y * nPitch, 5), 0)
+                << nPitch << ' ' << y;
+    }
+}
+
+TEST(ImageBufferTest, AllPlanesAreCopied)
+{
+    for (const size_t nPitch : {4u, 6u}) {
+        View source(4, 2, nPitch, KxPixelFormat_RGB8_Planar, nPitch * 2 * 2 + nPitch + 4);
+        CKxImageBuffer buffer(nullptr);
+        buffer.CopyImage(&source);
+        for (size_t nLine = 0; nLine < 6; ++nLine)
+            EXPECT_EQ(std::memcmp(Bytes(buffer) + nLine * 4, source.bytes.data() + nLine * nPitch, 4), 0)
+                << nLine;
+    }
+    View planar(6, 4, 8, KxPixelFormat_YUV420_8_Planar, 8 * 4 * 3 / 2);
+    CKxImageBuffer buffer(nullptr);
+    buffer.CopyImage(&planar);
+    EXPECT_EQ(buffer.GetImageLinePitch(), 8u) << "the chroma lines go with the pitch";
+    EXPECT_EQ(std::memcmp(Bytes(buffer), planar.bytes.data(), planar.bytes.size()), 0);
+}
+
+TEST(ImageBufferTest, CopyOfItsOwnWindowIsTheWindow)
+{
+    CKxImageBuffer buffer(nullptr);
+    buffer.SetSize(5, 2, KxPixelFormat_Mono8, 1);
+    for (uint8_t i = 0; i < 10; ++i)
+        static_cast<uint8_t*>(buffer.GetImageBuffer())[i] = i;
+    buffer.CopyImage(buffer.GetIKxImage());
+    EXPECT_EQ(buffer.GetImageLinePitch(), 5u);
+    buffer.CopyImage(buffer.GetROIImage(0, 0, 5, 2)); // needs more memory, for its lines are longer
+    EXPECT_EQ(buffer.GetImageLinePitch(), 8u);
+    EXPECT_EQ(Bytes(buffer)[8], 5);
+    buffer.CopyImage(buffer.GetROIImage(2, 1, 3, 1));
+    EXPECT_EQ(buffer.GetImageWidth(), 3u);
+    EXPECT_EQ(Bytes(buffer)[0], 7);
+    EXPECT_EQ(Bytes(buffer)[2], 9);
+}
+
+TEST(ImageBufferTest, CopyOfNoImageIsRefused)
+{
+    CKxImageBuffer empty(nullptr), buffer(nullptr);
+    EXPECT_EQ(Raised<RuntimeException>([&] { buffer.CopyImage(&empty); }), "There is no available image.");
+    View source(5, 3, 3, KxPixelFormat_YUV420_8_Planar, 60);
+    EXPECT_THROW(buffer.CopyImage(&source), OutOfRangeException) << "lines shorter than their pixels";
+    source.nHeight = 0;
+    EXPECT_THROW(buffer.CopyImage(&source), OutOfRangeException);
+}
+
+TEST(ImageBufferDeathTest, UnknownFormatsAndForeignImagesEndTheProcess)
+{
+    CKxImageBuffer buffer(nullptr);
+    EXPECT_DEATH(buffer.SetSize(4, 4, KxPixelFormat_None, 0), "\\(pIKxPixelFormatInfoDest\\) != NULL");
+    EXPECT_DEATH(buffer.CreateBuffer(4, 4, static_cast<EKxPixelFormatNamingConvention_t>(0),
+                                     KxMemoryInitialization_None),
+                 "\\(pIKxPixelFormatInfoDest\\) != NULL");
+    EXPECT_DEATH(buffer.CopyImage(nullptr), "\\(pSrcIKxImageInside\\) != NULL");
+}
+
+} // namespace
