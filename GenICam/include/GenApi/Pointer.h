@@ -52,27 +52,14 @@ public:
 
     /// Whether it points to anything.
     bool IsValid() const noexcept { return m_pT != nullptr; }
-    operator bool() const noexcept { return m_pT != nullptr; }
+    explicit operator bool() const noexcept { return m_pT != nullptr; }
 
     bool operator==(const CPointer& other) const { return m_pT == other.m_pT; }
     bool operator==(T* pT) const { return m_pT == pT; }
-    /// Comparison with the numbers 0 and NULL; InvalidArgumentException for any other number.
-    bool operator==(int nNull) const { return IsNull(nNull); }
-    bool operator==(long nNull) const { return IsNull(nNull); }
-    bool operator!=(int nNull) const { return !IsNull(nNull); }
-    bool operator!=(long nNull) const { return !IsNull(nNull); }
     bool operator!=(const CPointer& other) const { return !(*this == other); }
     bool operator!=(T* pT) const { return m_pT != pT; }
 
 protected:
-    bool IsNull(long nNull) const
-    {
-        if (nNull != 0)
-            throw INVALID_ARGUMENT_EXCEPTION("A pointer can only be compared with the number 0, not with %ld",
-                                             nNull);
-        return m_pT == nullptr;
-    }
-
     T* Get() const
     {
         if (m_pT == nullptr)
