@@ -12,7 +12,7 @@ import subprocess
 import sys
 import tempfile
 
-PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport")
+PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_common")
 # Seconds and bytes per unit of the table.
 UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6}
 TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
