@@ -56,9 +56,10 @@ FAKE_EXPORT GCGetLastError(int32_t* code, char* text, size_t* size)
     FAKE_EXPORT name() { return kNotImplemented; }
 #define FAKE_VERSION_1_0(X)                                                                                  \
     X(GCGetInfo)                                                                                             \
-    X(GCReadPort) X(GCWritePort) X(GCGetPortURL) X(GCGetPortInfo) X(GCRegisterEvent) X(GCUnregisterEvent)    \
-        X(EventGetData) X(EventGetDataInfo) X(EventGetInfo) X(EventFlush) X(EventKill) X(TLOpen) X(TLClose)  \
-            X(TLGetInfo) X(TLGetNumInterfaces) X(TLGetInterfaceID) X(TLGetInterfaceInfo) X(TLOpenInterface)  \
+    X(GCReadPort)                                                                                            \
+    X(GCWritePort) X(GCGetPortURL) X(GCGetPortInfo) X(GCRegisterEvent) X(GCUnregisterEvent) X(EventGetData)  \
+        X(EventGetDataInfo) X(EventGetInfo) X(EventFlush) X(EventKill) X(TLOpen) X(TLClose) X(TLGetInfo)     \
+            X(TLGetNumInterfaces) X(TLGetInterfaceID) X(TLGetInterfaceInfo) X(TLOpenInterface)               \
                 X(TLUpdateInterfaceList) X(IFClose) X(IFGetInfo) X(IFGetNumDevices) X(IFGetDeviceID)         \
                     X(IFUpdateDeviceList) X(IFGetDeviceInfo) X(IFOpenDevice) X(DevGetPort)                   \
                         X(DevGetNumDataStreams) X(DevGetDataStreamID) X(DevOpenDataStream) X(DevGetInfo)     \
@@ -69,9 +70,10 @@ FAKE_EXPORT GCGetLastError(int32_t* code, char* text, size_t* size)
     X(GCGetNumPortURLs) X(GCGetPortURLInfo) X(GCReadPortStacked) X(GCWritePortStacked) X(DSGetBufferChunkData)
 #define FAKE_LATEST(X)                                                                                       \
     X(IFGetParentTL)                                                                                         \
-    X(DevGetParentIF) X(DSGetParentDev) X(DSGetNumBufferParts) X(DSGetBufferPartInfo)                        \
-        X(DSAnnounceCompositeBuffer) X(DSGetBufferInfoStacked) X(DSGetBufferPartInfoStacked)                 \
-            X(DSGetNumFlows) X(DSGetFlowInfo) X(DSGetNumBufferSegments) X(DSGetBufferSegmentInfo)
+    X(DevGetParentIF)                                                                                        \
+    X(DSGetParentDev) X(DSGetNumBufferParts) X(DSGetBufferPartInfo) X(DSAnnounceCompositeBuffer)             \
+        X(DSGetBufferInfoStacked) X(DSGetBufferPartInfoStacked) X(DSGetNumFlows) X(DSGetFlowInfo)            \
+            X(DSGetNumBufferSegments) X(DSGetBufferSegmentInfo)
 
 FAKE_VERSION_1_0(FAKE_FUNCTION)
 #ifndef FAKE_LACKS_QUEUE

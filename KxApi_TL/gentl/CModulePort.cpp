@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "CModulePort.h"
+
+#include "GenTLInfo.h"
+
+#include <Base/GCBadAlloc.h>
+#include <Base/GCException.h>
+#include <GenApi/INodeMap.h>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+GenTL::PORT_HANDLE CModulePort::Handle()
+{
+    GenTL::PORT_HANDLE handle = m_handle;
+    if (!handle) {
+        handle = m_open();
+        m_handle = handle;
+    }
+    return handle;
+}
+
+GenApi::INodeMap* CModulePort::GetINodeMap()
+{
+    return GenICam::GuardBadAlloc([this] {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!m_file) {
+            const GenTL::PORT_HANDLE handle = Handle();
+            const GenICam::gcstring name = GetInfoText([&](auto... arguments) {
+                return m_lib.GCGetPortInfo(handle, GenTL::PORT_INFO_PORTNAME, arguments...);
+            });
+            auto file = std::make_unique<CKxXMLFile>(&m_lib, handle, GetAccessMode(), "Device");
+            file->CreateNodeMap(CKxXMLFile::GetURL(&m_lib, handle), this, name);
+            m_file = std::move(file);
+        }
+        return m_file->GetNodeMap();
+    });
+}
+
+void CModulePort::Invalidate()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_file)
+        m_file->GetNodeMap()->InvalidateNodes();
+}
+
+bool CModulePort::IsAllowed(GenTL::PORT_INFO_CMD command) const
+{
+    // A producer that doesn't tell lets its registers decide.
+    return GetInfoNumber<uint8_t>(
+               [&](auto... arguments) { return m_lib.GCGetPortInfo(m_handle, command, arguments...); }, 1) !=
+           0;
+}
+
+GenApi::EAccessMode CModulePort::GetAccessMode() const
+{
+    if (!m_handle)
+        return GenApi::RW; // the module isn't asked before it is open
+    const bool canRead = IsAllowed(GenTL::PORT_INFO_ACCESS_READ);
+    const bool canWrite = IsAllowed(GenTL::PORT_INFO_ACCESS_WRITE);
+    if (canRead)
+        return canWrite ? GenApi::RW : GenApi::RO;
+    return canWrite ? GenApi::WO : GenApi::NA;
+}
+
+void CModulePort::Read(void* pBuffer, int64_t Address, int64_t Length)
+{
+    size_t size = static_cast<size_t>(Length);
+    const GenTL::GC_ERROR error = m_lib.GCReadPort(Handle(), static_cast<uint64_t>(Address), pBuffer, &size);
+    if (error != GenTL::GC_ERR_SUCCESS)
+        throw KX_GENTL_ERROR_EXCEPTION(&m_lib, static_cast<GenTL::GC_ERROR_LIST>(error), "GCReadPort",
+                                       "%d = GCReadPort of %lld bytes at 0x%llx", error,
+                                       static_cast<long long>(Length),
+                                       static_cast<unsigned long long>(Address));
+    if (size != static_cast<size_t>(Length))
+        throw RUNTIME_EXCEPTION("GCReadPort gave %zu bytes of %lld at 0x%llx", size,
+                                static_cast<long long>(Length), static_cast<unsigned long long>(Address));
+}
+
+void CModulePort::Write(const void* pBuffer, int64_t Address, int64_t Length)
+{
+    size_t size = static_cast<size_t>(Length);
+    const GenTL::GC_ERROR error = m_lib.GCWritePort(Handle(), static_cast<uint64_t>(Address), pBuffer, &size);
+    if (error != GenTL::GC_ERR_SUCCESS)
+        throw KX_GENTL_ERROR_EXCEPTION(&m_lib, static_cast<GenTL::GC_ERROR_LIST>(error), "GCWritePort",
+                                       "%d = GCWritePort of %lld bytes at 0x%llx", error,
+                                       static_cast<long long>(Length),
+                                       static_cast<unsigned long long>(Address));
+    if (size != static_cast<size_t>(Length))
+        throw RUNTIME_EXCEPTION("GCWritePort took %zu bytes of %lld at 0x%llx", size,
+                                static_cast<long long>(Length), static_cast<unsigned long long>(Address));
+}
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+// The port of a transport module as the port of a node map.
+#pragma once
+
+#include <GenApi/IPort.h>
+#include <KxApi_TL/CKxGenTLLib.h>
+#include <KxApi_TL/IKxPort.h>
+#include <KxSDKCommon/KxXMLFile.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// Opens its module when the first register or the node map is asked for.
+class CModulePort final : public IKxPort, public GenApi::IPort
+{
+public:
+    using Opener = std::function<GenTL::PORT_HANDLE()>;
+
+    /// @param lib outlives this object. @param open opens the module and gives its handle; called until it
+    /// succeeds.
+    CModulePort(CKxGenTLLib& lib, Opener open)
+        : m_lib(lib)
+        , m_open(std::move(open))
+    {}
+
+    GenApi::INodeMap* GetINodeMap() override;
+    /// Forgets what the node map, if there is one, has cached. Not to be called with a lock that an opener
+    /// takes.
+    void Invalidate();
+
+    GenApi::EAccessMode GetAccessMode() const override;
+    void Read(void* pBuffer, int64_t Address, int64_t Length) override;
+    void Write(const void* pBuffer, int64_t Address, int64_t Length) override;
+
+private:
+    GenTL::PORT_HANDLE Handle();
+    bool IsAllowed(GenTL::PORT_INFO_CMD command) const;
+
+    CKxGenTLLib& m_lib;
+    const Opener m_open;
+    std::atomic<GenTL::PORT_HANDLE> m_handle{nullptr};
+    std::mutex m_mutex; // guards m_file; taken before a node map's lock, never inside it
+    std::unique_ptr<CKxXMLFile> m_file;
+};
+
+} // namespace Detail
+} // namespace KxApi

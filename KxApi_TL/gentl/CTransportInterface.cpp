@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "CTransportInterface.h"
+
+#include "GenTLInfo.h"
+
+#include <Base/GCBadAlloc.h>
+#include <Base/GCException.h>
+
+#include <utility>
+
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+GenICam::gcstring InterfaceText(CKxGenTLLib& lib, GenTL::TL_HANDLE hTL, const GenICam::gcstring& id,
+                                GenTL::INTERFACE_INFO_CMD command)
+{
+    return GetInfoText(
+        [&](auto... arguments) { return lib.TLGetInterfaceInfo(hTL, id.c_str(), command, arguments...); });
+}
+
+} // namespace
+
+bool CDeviceInfo::SetFacts(CDeviceFacts facts)
+{
+    if (facts == m_facts)
+        return false;
+    m_facts = std::move(facts);
+    return true;
+}
+
+CTransportInterface::CTransportInterface(IKxSystem& system, CKxGenTLLib& lib, GenTL::TL_HANDLE hTL,
+                                         GenICam::CLock& lock, const GenICam::gcstring& id)
+    : m_system(system)
+    , m_lib(lib)
+    , m_hTL(hTL)
+    , m_lock(lock)
+    , m_id(id)
+    , m_displayName(InterfaceText(lib, hTL, id, GenTL::INTERFACE_INFO_DISPLAYNAME))
+    , m_type(InterfaceText(lib, hTL, id, GenTL::INTERFACE_INFO_TLTYPE))
+    , m_port(std::make_unique<CModulePort>(lib, [this] { return Open(); }))
+{}
+
+CTransportInterface::~CTransportInterface()
+{
+    m_port.reset(); // its node map reads through the handle
+    if (m_handle)
+        m_lib.IFClose(m_handle);
+}
+
+GenTL::IF_HANDLE CTransportInterface::Open()
+{
+    const GenICam::AutoLock lock(m_lock);
+    if (!m_handle) {
+        GenTL::IF_HANDLE handle = nullptr;
+        CheckGenTL(m_lib, m_lib.TLOpenInterface(m_hTL, m_id.c_str(), &handle), "TLOpenInterface",
+                   m_id.c_str());
+        if (!handle)
+            throw RUNTIME_EXCEPTION("TLOpenInterface of '%s' gave no handle", m_id.c_str());
+        m_handle = handle;
+    }
+    return m_handle;
+}
+
+CDeviceFacts CTransportInterface::ReadFacts(GenTL::IF_HANDLE handle, const GenICam::gcstring& id) const
+{
+    const auto text = [&](GenTL::DEVICE_INFO_CMD command) {
+        return GetInfoText([&](auto... arguments) {
+            return m_lib.IFGetDeviceInfo(handle, id.c_str(), command, arguments...);
+        });
+    };
+    CDeviceFacts facts;
+    facts.vendor = text(GenTL::DEVICE_INFO_VENDOR);
+    facts.model = text(GenTL::DEVICE_INFO_MODEL);
+    facts.type = text(GenTL::DEVICE_INFO_TLTYPE);
+    facts.displayName = text(GenTL::DEVICE_INFO_DISPLAYNAME);
+    if (facts.displayName.empty())
+        facts.displayName = facts.vendor + " " + facts.model + " (" + id + ")";
+    facts.accessStatus = GetInfoNumber<int32_t>(
+        [&](auto... arguments) {
+            return m_lib.IFGetDeviceInfo(handle, id.c_str(), GenTL::DEVICE_INFO_ACCESS_STATUS, arguments...);
+        },
+        GenTL::DEVICE_ACCESS_STATUS_UNKNOWN);
+    facts.userDefinedName = text(GenTL::DEVICE_INFO_USER_DEFINED_NAME);
+    facts.serialNumber = text(GenTL::DEVICE_INFO_SERIAL_NUMBER);
+    facts.version = text(GenTL::DEVICE_INFO_VERSION);
+    return facts;
+}
+
+bool CTransportInterface::ReadDeviceList()
+{
+    const GenICam::AutoLock lock(m_lock);
+    const GenTL::IF_HANDLE handle = Open();
+    // What the producer tells of changes isn't used: not all of them notice a changed access status.
+    GenTL::bool8_t changedByProducer = false;
+    CheckGenTL(m_lib, m_lib.IFUpdateDeviceList(handle, &changedByProducer, kUpdateTimeoutMs),
+               "IFUpdateDeviceList", m_id.c_str());
+    uint32_t count = 0;
+    CheckGenTL(m_lib, m_lib.IFGetNumDevices(handle, &count), "IFGetNumDevices", m_id.c_str());
+    if (count > kMaxListLength)
+        throw RUNTIME_EXCEPTION("Interface '%s' tells of %u devices; Max = %u", m_id.c_str(), count,
+                                kMaxListLength);
+
+    std::vector<std::pair<GenICam::gcstring, CDeviceFacts>> found;
+    for (uint32_t i = 0; i < count; ++i) {
+        GenICam::gcstring id;
+        CheckGenTL(
+            m_lib,
+            GetText([&](char* text, size_t* size) { return m_lib.IFGetDeviceID(handle, i, text, size); }, id),
+            "IFGetDeviceID", m_id.c_str());
+        CDeviceFacts facts = ReadFacts(handle, id);
+        found.emplace_back(std::move(id), std::move(facts));
+    }
+
+    bool changed = false;
+    std::vector<CDeviceInfo*> present;
+    present.reserve(found.size());
+    for (auto& [id, facts] : found) {
+        std::unique_ptr<CDeviceInfo>& info = m_known[id.c_str()];
+        if (!info)
+            info = std::make_unique<CDeviceInfo>(m_lock, id);
+        changed |= info->SetFacts(std::move(facts));
+        present.push_back(info.get());
+    }
+    changed |= present != m_present;
+    m_present = std::move(present);
+    return changed;
+}
+
+bool CTransportInterface::UpdateDeviceList()
+{
+    return GenICam::GuardBadAlloc([this] {
+        const bool changed = ReadDeviceList();
+        // The module's selector of devices has another range now. Outside the lock, which the node map's
+        // users take inside that of the map.
+        if (changed)
+            m_port->Invalidate();
+        return changed;
+    });
+}
+
+uint32_t CTransportInterface::GetDeviceCount() const
+{
+    const GenICam::AutoLock lock(m_lock);
+    return static_cast<uint32_t>(m_present.size());
+}
+
+const IKxDeviceInfo* CTransportInterface::GetIKxDeviceInfo(uint32_t nIndex) const
+{
+    const GenICam::AutoLock lock(m_lock);
+    if (nIndex >= m_present.size())
+        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
+                                     m_present.size());
+    return m_present[nIndex];
+}
+
+} // namespace Detail
+} // namespace KxApi

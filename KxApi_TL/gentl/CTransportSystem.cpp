@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "CTransportSystem.h"
+
+#include "GenTLInfo.h"
+
+#include <Base/GCBadAlloc.h>
+#include <Base/GCException.h>
+#include <KxApi_TL/KxApi_TL.h>
+
+#include <mutex>
+#include <utility>
+
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+constexpr char kOwnVendor[] = "Kestrix";
+
+GenTL::TL_HANDLE OpenSystem(CKxGenTLLib& lib)
+{
+    GenTL::TL_HANDLE handle = nullptr;
+    CheckGenTL(lib, lib.TLOpen(&handle), "TLOpen", lib.GetPath().c_str());
+    if (!handle)
+        throw RUNTIME_EXCEPTION("TLOpen of '%s' gave no handle", lib.GetPath().c_str());
+    return handle;
+}
+
+/// The systems that are open, with the number of their holders. A producer opens once per process.
+class COpenSystems
+{
+public:
+    IKxSystemReleasable* Get(const GenICam::gcstring& path)
+    {
+        const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(path);
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        CEntry& entry = m_systems[lib.get()];
+        try {
+            if (!entry.system)
+                entry.system = std::make_unique<CTransportSystem>(lib);
+        } catch (...) {
+            m_systems.erase(lib.get());
+            throw;
+        }
+        ++entry.holders;
+        return entry.system.get();
+    }
+
+    void LetGo(const CKxGenTLLib* lib)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto place = m_systems.find(lib);
+        if (--place->second.holders == 0)
+            m_systems.erase(place);
+    }
+
+private:
+    struct CEntry
+    {
+        std::unique_ptr<CTransportSystem> system;
+        size_t holders = 0;
+    };
+
+    std::mutex m_mutex; // held while a system opens and closes, so that TLOpen doesn't meet TLClose
+    std::map<const CKxGenTLLib*, CEntry> m_systems;
+};
+
+COpenSystems& OpenSystems()
+{
+    // Never destroyed: static objects of the program may release their systems later than this would go.
+    static COpenSystems* const systems = new COpenSystems;
+    return *systems;
+}
+
+} // namespace
+
+CTransportSystem::CTransportSystem(std::shared_ptr<CKxGenTLLib> lib)
+    : m_lib(std::move(lib))
+    , m_handle(OpenSystem(*m_lib), CClose{m_lib.get()})
+    , m_port(std::make_unique<CModulePort>(*m_lib, [this] { return Handle(); }))
+{}
+
+CTransportSystem::~CTransportSystem()
+{
+    m_present.clear();
+    m_known.clear(); // closes the interfaces before the system
+    m_port.reset();
+}
+
+void CTransportSystem::Release() { OpenSystems().LetGo(m_lib.get()); }
+
+GenICam::gcstring CTransportSystem::Text(GenTL::TL_INFO_CMD command) const
+{
+    return GenICam::GuardBadAlloc([&] {
+        return GetInfoText(
+            [&](auto... arguments) { return m_lib->TLGetInfo(Handle(), command, arguments...); });
+    });
+}
+
+int32_t CTransportSystem::Version(GenTL::TL_INFO_CMD command, int32_t fallback) const
+{
+    return static_cast<int32_t>(GetInfoNumber<uint32_t>(
+        [&](auto... arguments) { return m_lib->TLGetInfo(Handle(), command, arguments...); },
+        static_cast<uint32_t>(fallback)));
+}
+
+int32_t CTransportSystem::GetGenTLVersionMajor() const { return Version(GenTL::TL_INFO_GENTL_VER_MAJOR, 1); }
+
+int32_t CTransportSystem::GetGenTLVersionMinor() const
+{
+    return Version(GenTL::TL_INFO_GENTL_VER_MINOR, m_lib->GetVersionMinorByFunctions());
+}
+
+int32_t CTransportSystem::GetKxSystemVendor() const
+{
+    return GetVendor() == kOwnVendor ? KxSystemVendor_Kestrix : KxSystemVendor_Other;
+}
+
+bool CTransportSystem::UpdateInterfaceList()
+{
+    return GenICam::GuardBadAlloc([this] {
+        const GenICam::AutoLock lock(m_lock);
+        GenTL::bool8_t changedByProducer = false;
+        CheckGenTL(*m_lib, m_lib->TLUpdateInterfaceList(Handle(), &changedByProducer, kUpdateTimeoutMs),
+                   "TLUpdateInterfaceList", m_lib->GetPath().c_str());
+        uint32_t count = 0;
+        CheckGenTL(*m_lib, m_lib->TLGetNumInterfaces(Handle(), &count), "TLGetNumInterfaces",
+                   m_lib->GetPath().c_str());
+        if (count > kMaxListLength)
+            throw RUNTIME_EXCEPTION("Producer '%s' tells of %u interfaces; Max = %u",
+                                    m_lib->GetPath().c_str(), count, kMaxListLength);
+        std::vector<CTransportInterface*> present;
+        for (uint32_t i = 0; i < count; ++i) {
+            GenICam::gcstring id;
+            const auto read = [&](char* text, size_t* size) {
+                return m_lib->TLGetInterfaceID(Handle(), i, text, size);
+            };
+            CheckGenTL(*m_lib, GetText(read, id), "TLGetInterfaceID", m_lib->GetPath().c_str());
+            std::unique_ptr<CTransportInterface>& known = m_known[id.c_str()];
+            if (!known)
+                known = std::make_unique<CTransportInterface>(*this, *m_lib, Handle(), m_lock, id);
+            present.push_back(known.get());
+        }
+        const bool changed = present != m_present;
+        m_present = std::move(present);
+        return changed;
+    });
+}
+
+uint32_t CTransportSystem::GetInterfaceCount() const
+{
+    const GenICam::AutoLock lock(m_lock);
+    return static_cast<uint32_t>(m_present.size());
+}
+
+IKxInterface* CTransportSystem::GetIKxInterface(uint32_t nIndex) const
+{
+    const GenICam::AutoLock lock(m_lock);
+    if (nIndex >= m_present.size())
+        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
+                                     m_present.size());
+    return m_present[nIndex];
+}
+
+} // namespace Detail
+
+IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath)
+{
+    CheckKxApiInitialized();
+    return GenICam::GuardBadAlloc([&] { return Detail::OpenSystems().Get(strPath); });
+}
+
+} // namespace KxApi

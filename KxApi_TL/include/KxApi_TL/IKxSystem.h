@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+// A transport system: one GenTL producer.
+#pragma once
+
+#include <Base/GCString.h>
+#include <KxApi_TL/CKxAutoPtrArray.h>
+#include <KxApi_TL/IKxReleasable.h>
+#include <KxApi_TL/KxApi_TLLinkage.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace KxApi
+{
+
+struct IKxInterface;
+struct IKxPort;
+
+/// What a system tells of itself. Belongs to the system. Any thread.
+struct IKxSystemInfo
+{
+    virtual GenICam::gcstring GetVendor() const = 0;
+    virtual GenICam::gcstring GetModel() const = 0;
+    virtual GenICam::gcstring GetVersion() const = 0;
+    /// "GEV", "U3V", "Mixed" and so on.
+    virtual GenICam::gcstring GetTLType() const = 0;
+    /// File name of the producer.
+    virtual GenICam::gcstring GetName() const = 0;
+    virtual GenICam::gcstring GetPathName() const = 0;
+    virtual GenICam::gcstring GetDisplayName() const = 0;
+    /// Version of GenTL that the producer complies with; where it doesn't tell, the newest one whose
+    /// functions it has.
+    virtual int32_t GetGenTLVersionMajor() const = 0;
+    virtual int32_t GetGenTLVersionMinor() const = 0;
+
+protected:
+    ~IKxSystemInfo() = default;
+};
+
+/// Who made a system.
+enum EKxSystemVendor : int32_t
+{
+    KxSystemVendor_Other = 0,
+    KxSystemVendor_Kestrix = 1
+};
+
+/// A system. Any thread; calls of one system and its interfaces take turns.
+struct IKxSystem
+{
+    /// One of EKxSystemVendor.
+    virtual int32_t GetKxSystemVendor() const = 0;
+    virtual const IKxSystemInfo* GetIKxSystemInfo() const = 0;
+
+    /// Looks for interfaces, up to a second; true when interfaces came or went. Raises
+    /// CKxGenTLErrorException, after which the old list stands.
+    virtual bool UpdateInterfaceList() = 0;
+    virtual uint32_t GetInterfaceCount() const = 0;
+    /// Raises OutOfRangeException.
+    virtual IKxInterface* GetIKxInterface(uint32_t nIndex) const = 0;
+    virtual IKxPort* GetIKxPort() = 0;
+
+protected:
+    ~IKxSystem() = default;
+};
+
+/// The form that the factory returns. Release closes the system when nobody else holds it; its interfaces,
+/// device infos and node maps go with it.
+struct IKxSystemReleasable : IKxSystem, IKxReleasable
+{
+protected:
+    ~IKxSystemReleasable() = default;
+};
+
+/// Systems that the array owns.
+using CIKxSystemPtrArray = CKxAutoPtrArray<IKxSystemReleasable, IKxSystem>;
+
+/// Opens the producer of a file. A producer opens once per process: all who ask for the same file hold the
+/// same system, and each gives it back by Release. Any thread. Raises RuntimeException when the file can't be
+/// used as a producer, CKxGenTLErrorException when it can't be opened, LogicalErrorException when the SDK is
+/// not started.
+KXAPI_TL_API IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath);
+
+/// A producer that was found.
+struct CKxProducerInfo
+{
+    GenICam::gcstring strPath;    ///< with all links followed
+    GenICam::gcstring strVersion; ///< as the producer tells it; empty when it can't be used
+    GenICam::gcstring strError;   ///< why it can't be used; empty when it can
+};
+
+/// The producers: the entries of the environment variable GENICAM_GENTL64_PATH in their order, each a folder
+/// or a file, parted by ':', then the SDK's own folder, kxapi/producers beside its libraries. Of a folder all
+/// "*.cti" count, by their names, without subfolders. Each is loaded, to see whether it can be used. Any
+/// thread. Raises BadAllocException only: what is wrong with a producer stands in its info.
+KXAPI_TL_API std::vector<CKxProducerInfo> FindKxProducers();
+
+/// Opens the systems of all producers that can be used and puts them into the array; returns all producers,
+/// those that can't be opened with the reason. Any thread. Raises LogicalErrorException when the SDK is not
+/// started, BadAllocException.
+KXAPI_TL_API std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems);
+
+} // namespace KxApi

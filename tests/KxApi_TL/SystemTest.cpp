@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <Base/GCException.h>
+#include <GenApi/GenApi.h>
+#include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxInterface.h>
+#include <KxApi_TL/IKxPort.h>
+#include <KxApi_TL/IKxSystem.h>
+#include <KxApi_TL/KxApi_TL.h>
+#include <KxSDKCommon/KxApi_Exception.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using namespace KxApi;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+using SystemPtr = CKxAutoPtr<IKxSystemReleasable, IKxSystem>;
+
+std::string Fake(const std::string& name)
+{
+    return std::string(KXAPI_FAKE_PRODUCERS) + "/Fake" + name + ".cti";
+}
+
+void SetWorld(const char* world) { setenv("KXAPI_FAKE_WORLD", world, 1); }
+
+class System : public testing::Test
+{
+protected:
+    void SetUp() override { unsetenv("KXAPI_FAKE_CLOSED"); }
+    static SystemPtr Open() { return SystemPtr(CreateIKxSystem(Fake("Transport").c_str())); }
+    static std::vector<std::string> DeviceIDs(const IKxInterface& interface)
+    {
+        std::vector<std::string> ids;
+        for (uint32_t i = 0; i < interface.GetDeviceCount(); ++i)
+            ids.emplace_back(interface.GetIKxDeviceInfo(i)->GetID().c_str());
+        return ids;
+    }
+
+    CKxApiAutoInitTerm m_sdk;
+};
+
+TEST_F(System, TellsOfItselfItsInterfacesAndTheirDevices)
+{
+    SetWorld("GEV=camA/1,camB/3;U3V=");
+    const SystemPtr system = Open();
+    const IKxSystemInfo& info = *system->GetIKxSystemInfo();
+    EXPECT_STREQ(info.GetVendor().c_str(), "Kestrix");
+    EXPECT_STREQ(info.GetVersion().c_str(), "1.2.3");
+    EXPECT_STREQ(info.GetDisplayName().c_str(), "Fake transport");
+    EXPECT_STREQ(info.GetName().c_str(), "") << "what the producer doesn't tell is empty";
+    EXPECT_EQ(info.GetGenTLVersionMajor(), 1);
+    EXPECT_EQ(info.GetGenTLVersionMinor(), 5);
+    EXPECT_EQ(system->GetKxSystemVendor(), KxSystemVendor_Kestrix);
+
+    EXPECT_EQ(system->GetInterfaceCount(), 0U);
+    EXPECT_TRUE(system->UpdateInterfaceList());
+    ASSERT_EQ(system->GetInterfaceCount(), 2U);
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    EXPECT_EQ(gev.GetIKxSystem(), system.Get());
+    EXPECT_STREQ(gev.GetIKxInterfaceInfo()->GetDisplayName().c_str(), "Interface GEV");
+    EXPECT_STREQ(gev.GetIKxInterfaceInfo()->GetTLType().c_str(), "GEV");
+
+    EXPECT_TRUE(gev.UpdateDeviceList());
+    EXPECT_THAT(DeviceIDs(gev), ElementsAre("camA", "camB"));
+    const IKxDeviceInfo& device = *gev.GetIKxDeviceInfo(1);
+    EXPECT_STREQ(device.GetVendor().c_str(), "Kestrix");
+    EXPECT_STREQ(device.GetModel().c_str(), "Cam");
+    EXPECT_STREQ(device.GetTLType().c_str(), "GEV");
+    EXPECT_STREQ(device.GetDisplayName().c_str(), "Kestrix Cam (camB)");
+    EXPECT_EQ(device.GetAccessStatus(), GenTL::DEVICE_ACCESS_STATUS_NOACCESS);
+    EXPECT_STREQ(device.GetUserDefinedName().c_str(), "");
+    EXPECT_STREQ(device.GetSerialNumber().c_str(), "SN-camB");
+
+    EXPECT_THROW(system->GetIKxInterface(2), GenICam::OutOfRangeException);
+    EXPECT_THROW(gev.GetIKxDeviceInfo(2), GenICam::OutOfRangeException);
+}
+
+TEST_F(System, UpdatesTellChangesAndOnlyChanges)
+{
+    SetWorld("GEV=camA/1,camB/3;U3V=");
+    const SystemPtr system = Open();
+    EXPECT_TRUE(system->UpdateInterfaceList());
+    EXPECT_FALSE(system->UpdateInterfaceList());
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    EXPECT_TRUE(gev.UpdateDeviceList());
+    EXPECT_FALSE(gev.UpdateDeviceList());
+    EXPECT_FALSE(system->GetIKxInterface(1)->UpdateDeviceList()) << "no device then, none now";
+
+    const IKxDeviceInfo* const camB = gev.GetIKxDeviceInfo(1);
+    SetWorld("GEV=camA/1,camB/1;U3V=");
+    EXPECT_TRUE(gev.UpdateDeviceList()) << "the access status changed";
+    EXPECT_EQ(camB->GetAccessStatus(), GenTL::DEVICE_ACCESS_STATUS_READWRITE);
+
+    SetWorld("GEV=camB/1;U3V=");
+    EXPECT_TRUE(gev.UpdateDeviceList());
+    EXPECT_EQ(gev.GetIKxDeviceInfo(0), camB) << "a device keeps its object";
+
+    SetWorld("CXP=;GEV=camB/1");
+    EXPECT_TRUE(system->UpdateInterfaceList());
+    ASSERT_EQ(system->GetInterfaceCount(), 2U);
+    EXPECT_EQ(system->GetIKxInterface(1), &gev) << "an interface keeps its object";
+}
+
+TEST_F(System, ThatLeavesStaysValidForItsHolders)
+{
+    SetWorld("GEV=camA/1");
+    const SystemPtr system = Open();
+    system->UpdateInterfaceList();
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    gev.UpdateDeviceList();
+    const IKxDeviceInfo& device = *gev.GetIKxDeviceInfo(0);
+    SetWorld("");
+    EXPECT_TRUE(system->UpdateInterfaceList());
+    EXPECT_EQ(system->GetInterfaceCount(), 0U);
+    EXPECT_STREQ(gev.GetIKxInterfaceInfo()->GetTLType().c_str(), "GEV");
+    EXPECT_STREQ(device.GetID().c_str(), "camA");
+}
+
+TEST_F(System, FailedUpdatesLeaveTheOldListAndTellTheProducersWords)
+{
+    SetWorld("GEV=camA/1");
+    const SystemPtr system = Open();
+    system->UpdateInterfaceList();
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    gev.UpdateDeviceList();
+    SetWorld("GEV!=");
+    try {
+        gev.UpdateDeviceList();
+        FAIL() << "the error went unnoticed";
+    } catch (const CKxGenTLErrorException& e) {
+        EXPECT_EQ(e.GetError(), GenTL::GC_ERR_IO);
+        EXPECT_STREQ(e.GetFunctionName().c_str(), "IFUpdateDeviceList");
+        EXPECT_THAT(e.GetDescription(), HasSubstr("the wire is cut"));
+    }
+    EXPECT_THAT(DeviceIDs(gev), ElementsAre("camA"));
+    SetWorld("GEV?=");
+    EXPECT_THROW(gev.UpdateDeviceList(), GenICam::RuntimeException);
+    EXPECT_THAT(DeviceIDs(gev), ElementsAre("camA"));
+}
+
+TEST_F(System, NodeMapOfAnInterfaceFollowsItsDevices)
+{
+    SetWorld("GEV=camA/1,camB/3");
+    const SystemPtr system = Open();
+    system->UpdateInterfaceList();
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    gev.UpdateDeviceList();
+    GenApi::INodeMap* const map = gev.GetIKxPort()->GetINodeMap();
+    ASSERT_NE(map, nullptr);
+    EXPECT_EQ(gev.GetIKxPort()->GetINodeMap(), map);
+    const GenApi::CIntegerPtr count(map->GetNode("DeviceCount"));
+    EXPECT_EQ(count->GetValue(), 2);
+    SetWorld("GEV=camA/1");
+    gev.UpdateDeviceList();
+    EXPECT_EQ(count->GetValue(), 1);
+    // The producer claims to have written, and took no byte.
+    EXPECT_THROW(count->SetValue(5), GenICam::GenericException);
+    // Module without the register: its error arrives through the node.
+    const GenApi::CIntegerPtr ofSystem(system->GetIKxPort()->GetINodeMap()->GetNode("DeviceCount"));
+    EXPECT_THROW(ofSystem->GetValue(), CKxGenTLErrorException);
+}
+
+TEST_F(System, AllHoldersOfAProducerShareItsSystem)
+{
+    SetWorld("GEV=camA/1");
+    SystemPtr first = Open();
+    const SystemPtr second = Open();
+    EXPECT_EQ(first.Get(), second.Get());
+    first->UpdateInterfaceList();
+    first->GetIKxInterface(0)->UpdateDeviceList();
+    first.Reset();
+    EXPECT_EQ(std::getenv("KXAPI_FAKE_CLOSED"), nullptr);
+    EXPECT_EQ(second->GetInterfaceCount(), 1U);
+}
+
+TEST_F(System, LastReleaseClosesInterfacesBeforeTheSystem)
+{
+    for (int round = 0; round < 3; ++round) {
+        SetUp();
+        {
+            SetWorld("GEV=camA/1");
+            const SystemPtr system = Open();
+            system->UpdateInterfaceList();
+            system->GetIKxInterface(0)->GetIKxPort()->GetINodeMap();
+        }
+        ASSERT_STREQ(std::getenv("KXAPI_FAKE_CLOSED"), "tidy");
+    }
+}
+
+TEST_F(System, ManyThreadsUpdateAndReadAtOnce)
+{
+    SetWorld("GEV=camA/1,camB/3;U3V=camC/1");
+    const SystemPtr system = Open();
+    system->UpdateInterfaceList();
+    std::atomic<int> failures{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&, i] {
+            for (int round = 0; round < 100; ++round) {
+                try {
+                    IKxInterface& gev = *system->GetIKxInterface(0);
+                    if (i % 2) {
+                        system->UpdateInterfaceList();
+                        gev.UpdateDeviceList();
+                    } else {
+                        const GenApi::CIntegerPtr count(
+                            gev.GetIKxPort()->GetINodeMap()->GetNode("DeviceCount"));
+                        failures += count->GetValue() != 2;
+                        for (const std::string& id : DeviceIDs(gev))
+                            failures += id.compare(0, 3, "cam") != 0;
+                    }
+                } catch (const GenICam::GenericException&) {
+                    ++failures;
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(System, NeedsTheSdkStarted)
+{
+    Terminate();
+    EXPECT_THROW(Open(), GenICam::LogicalErrorException);
+    CIKxSystemPtrArray systems;
+    EXPECT_THROW(OpenIKxSystems(systems), GenICam::LogicalErrorException);
+    Initialize();
+    EXPECT_THROW(CreateIKxSystem(Fake("Failing").c_str()), GenICam::RuntimeException);
+    // Loads, but can't be opened.
+    EXPECT_THROW(CreateIKxSystem(Fake("Complete").c_str()), CKxGenTLErrorException);
+}
+
+/// A folder of links to the fakes, which the environment variable names.
+class Producers : public System
+{
+protected:
+    void SetUp() override
+    {
+        m_folder = std::filesystem::path(testing::TempDir()) / ("KxProducers" + std::to_string(getpid()));
+        std::filesystem::create_directories(m_folder / "empty" / "deeper");
+    }
+    void TearDown() override
+    {
+        unsetenv("GENICAM_GENTL64_PATH");
+        std::filesystem::remove_all(m_folder);
+    }
+    void Link(const std::string& fake, const std::string& name)
+    {
+        std::filesystem::create_symlink(Fake(fake), m_folder / name);
+    }
+    /// Those that the test put there; the SDK's own folder may hold others.
+    static std::vector<CKxProducerInfo> Of(std::vector<CKxProducerInfo> infos)
+    {
+        std::vector<CKxProducerInfo> mine;
+        for (CKxProducerInfo& info : infos) {
+            const std::string path = info.strPath.c_str();
+            if (path.find("/Fake") != path.npos || path.find("KxProducers") != path.npos)
+                mine.push_back(info);
+        }
+        return mine;
+    }
+    static std::vector<std::string> Names(const std::vector<CKxProducerInfo>& infos)
+    {
+        std::vector<std::string> names;
+        for (const CKxProducerInfo& info : infos)
+            names.push_back(std::filesystem::path(info.strPath.c_str()).filename().string());
+        return names;
+    }
+
+    std::filesystem::path m_folder;
+};
+
+TEST_F(Producers, AreFoundInFoldersAndAsFilesEachOnce)
+{
+    Link("Transport", "b.cti");
+    Link("Version10", "a.cti");
+    Link("Complete", "no producer.so");
+    Link("Failing", "empty/deeper/c.cti");
+    const std::string path = "::/nowhere:" + m_folder.string() + ":" + m_folder.string() +
+                             "/:" + Fake("Transport") + ":" + Fake("Version13") + ":" +
+                             (m_folder / "empty").string();
+    setenv("GENICAM_GENTL64_PATH", path.c_str(), 1);
+    const auto infos = Of(FindKxProducers());
+    EXPECT_THAT(Names(infos), ElementsAre("FakeVersion10.cti", "FakeTransport.cti", "FakeVersion13.cti"));
+    EXPECT_STREQ(infos[1].strVersion.c_str(), "1.2.3");
+    EXPECT_STREQ(infos[1].strError.c_str(), "");
+}
+
+TEST_F(Producers, BrokenOnesTellWhyAndHideNoOther)
+{
+    std::ofstream(m_folder / "a.cti") << std::string(4096, 'x');
+    Link("Lacking", "b.cti");
+    Link("Complete", "c.cti");
+    Link("Transport", "d.cti");
+    std::filesystem::create_symlink("/nowhere/at/all", m_folder / "e.cti");
+    setenv("GENICAM_GENTL64_PATH", m_folder.c_str(), 1);
+    SetWorld("GEV=");
+    CIKxSystemPtrArray systems;
+    const auto infos = Of(OpenIKxSystems(systems));
+    ASSERT_GE(infos.size(), 4U);
+    EXPECT_THAT(infos[0].strError.c_str(), HasSubstr("invalid ELF header"));
+    EXPECT_THAT(infos[1].strError.c_str(), HasSubstr("lacks DSQueueBuffer"));
+    EXPECT_THAT(infos[2].strError.c_str(), HasSubstr("TLOpen"));
+    EXPECT_STREQ(infos[3].strError.c_str(), "");
+    bool isThere = false;
+    for (size_t i = 0; i < systems.GetSize(); ++i)
+        isThere |= systems[i]->GetIKxSystemInfo()->GetDisplayName() == "Fake transport";
+    EXPECT_TRUE(isThere);
+}
+
+} // namespace

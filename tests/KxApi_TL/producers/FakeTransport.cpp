@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: Apache-2.0
+// A producer whose interfaces and devices a test writes into the environment variable KXAPI_FAKE_WORLD, where
+// each update of a list reads them anew: "GEV=camA/1,camB/3;U3V=camC/1;CXP!=": interfaces with their devices,
+// each with its access status. An interface with "!" answers updates with an I/O error, one with "?" tells of
+// a million devices. Texts that nobody needs are NOT_AVAILABLE.
+
+#define GCTLIDLL
+#include <GenTL/GenTL.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace
+{
+
+using namespace GenTL;
+
+using Devices = std::vector<std::pair<std::string, int32_t>>;
+
+struct Interface
+{
+    std::string id;
+    bool isBroken = false;
+    bool isBoundless = false;
+    bool isOpen = false;
+    Devices devices;
+};
+
+std::mutex g_mutex;
+bool g_isOpen = false;
+std::vector<std::string> g_present;
+std::map<std::string, Interface> g_interfaces;
+
+constexpr uint64_t kXmlAddress = 0x10000;
+constexpr uint64_t kCountAddress = 0x8;
+constexpr char kXml[] = R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription ModelName="Fake" VendorName="Fake" StandardNameSpace="None" SchemaMajorVersion="1"
+    SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ToolTip=""
+    ProductGuid="00000000-0000-0000-0000-000000000001" VersionGuid="00000000-0000-0000-0000-000000000002"
+    xmlns="http://www.genicam.org/GenApi/Version_1_1">
+  <Category Name="Root"><pFeature>DeviceCount</pFeature></Category>
+  <Integer Name="DeviceCount"><pValue>DeviceCountReg</pValue></Integer>
+  <IntReg Name="DeviceCountReg"><Address>8</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>FakePort</pPort>
+    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <Port Name="FakePort"></Port>
+</RegisterDescription>
+)";
+
+void ReadWorld()
+{
+    const char* const world = std::getenv("KXAPI_FAKE_WORLD");
+    g_present.clear();
+    std::string rest = world ? world : "";
+    while (!rest.empty()) {
+        const size_t end = std::min(rest.find(';'), rest.size());
+        const std::string entry = rest.substr(0, end);
+        rest.erase(0, std::min(end + 1, rest.size()));
+        const size_t equals = entry.find('=');
+        std::string id = entry.substr(0, equals);
+        const bool isBroken = id.back() == '!';
+        const bool isBoundless = id.back() == '?';
+        if (isBroken || isBoundless)
+            id.pop_back();
+        Interface& interface = g_interfaces[id];
+        interface.id = id;
+        interface.isBroken = isBroken;
+        interface.isBoundless = isBoundless;
+        interface.devices.clear();
+        std::string devices = entry.substr(equals + 1);
+        while (!devices.empty()) {
+            const size_t comma = std::min(devices.find(','), devices.size());
+            const std::string device = devices.substr(0, comma);
+            devices.erase(0, std::min(comma + 1, devices.size()));
+            const size_t slash = device.find('/');
+            interface.devices.emplace_back(device.substr(0, slash), std::stoi(device.substr(slash + 1)));
+        }
+        g_present.push_back(id);
+    }
+}
+
+GC_ERROR Text(const std::string& text, INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    if (type)
+        *type = INFO_DATATYPE_STRING;
+    if (buffer && *size < text.size() + 1)
+        return GC_ERR_BUFFER_TOO_SMALL;
+    if (buffer)
+        std::memcpy(buffer, text.c_str(), text.size() + 1);
+    *size = text.size() + 1;
+    return GC_ERR_SUCCESS;
+}
+
+template <class T>
+GC_ERROR Number(T value, INFO_DATATYPE typeOfValue, INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    *type = typeOfValue;
+    if (buffer && *size < sizeof(value))
+        return GC_ERR_BUFFER_TOO_SMALL;
+    if (buffer)
+        std::memcpy(buffer, &value, sizeof(value));
+    *size = sizeof(value);
+    return GC_ERR_SUCCESS;
+}
+
+Interface* ToInterface(void* handle)
+{
+    for (auto& [id, interface] : g_interfaces) {
+        if (&interface == handle && interface.isOpen)
+            return &interface;
+    }
+    return nullptr;
+}
+
+const std::pair<std::string, int32_t>* FindDevice(const Interface& interface, const std::string& id)
+{
+    for (const auto& device : interface.devices) {
+        if (device.first == id)
+            return &device;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+namespace GenTL
+{
+
+GC_API GCInitLib() { return GC_ERR_SUCCESS; }
+GC_API GCCloseLib() { return g_isOpen ? GC_ERR_BUSY : GC_ERR_SUCCESS; }
+GC_API GCGetLastError(GC_ERROR* code, char* text, size_t* size)
+{
+    *code = GC_ERR_IO;
+    return Text("the wire is cut", nullptr, text, size);
+}
+
+GC_API TLGetInfo(TL_HANDLE, TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    switch (command) {
+    case TL_INFO_VENDOR:
+        return Text("Kestrix", type, buffer, size);
+    case TL_INFO_MODEL:
+        return Text("Fake", type, buffer, size);
+    case TL_INFO_VERSION:
+        return Text("1.2.3", type, buffer, size);
+    case TL_INFO_TLTYPE:
+        return Text("Mixed", type, buffer, size);
+    case TL_INFO_DISPLAYNAME:
+        return Text("Fake transport", type, buffer, size);
+    case TL_INFO_GENTL_VER_MAJOR:
+        return Number<uint32_t>(1, INFO_DATATYPE_UINT32, type, buffer, size);
+    case TL_INFO_GENTL_VER_MINOR:
+        return Number<uint32_t>(5, INFO_DATATYPE_UINT32, type, buffer, size);
+    default:
+        return GC_ERR_NOT_AVAILABLE;
+    }
+}
+
+GC_API GCGetInfo(TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    return TLGetInfo(nullptr, command, type, buffer, size);
+}
+
+GC_API TLOpen(TL_HANDLE* handle)
+{
+    if (std::exchange(g_isOpen, true))
+        return GC_ERR_RESOURCE_IN_USE;
+    *handle = &g_isOpen;
+    return GC_ERR_SUCCESS;
+}
+
+GC_API TLClose(TL_HANDLE)
+{
+    // A consumer that leaves an interface open would be found by the next one.
+    const bool isTidy = std::none_of(g_interfaces.begin(), g_interfaces.end(),
+                                     [](const auto& entry) { return entry.second.isOpen; });
+    setenv("KXAPI_FAKE_CLOSED", isTidy ? "tidy" : "with open interfaces", 1);
+    g_isOpen = false;
+    return GC_ERR_SUCCESS;
+}
+
+GC_API TLUpdateInterfaceList(TL_HANDLE, bool8_t*, uint64_t timeout)
+{
+    if (timeout == GENTL_INFINITE)
+        return GC_ERR_INVALID_PARAMETER; // a consumer must not hang on a producer
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    ReadWorld();
+    return GC_ERR_SUCCESS;
+}
+
+GC_API TLGetNumInterfaces(TL_HANDLE, uint32_t* count)
+{
+    *count = static_cast<uint32_t>(g_present.size());
+    return GC_ERR_SUCCESS;
+}
+
+GC_API TLGetInterfaceID(TL_HANDLE, uint32_t index, char* id, size_t* size)
+{
+    return index < g_present.size() ? Text(g_present[index], nullptr, id, size) : GC_ERR_INVALID_INDEX;
+}
+
+GC_API TLGetInterfaceInfo(TL_HANDLE, const char* id, INTERFACE_INFO_CMD command, INFO_DATATYPE* type,
+                          void* buffer, size_t* size)
+{
+    return Text(command == INTERFACE_INFO_DISPLAYNAME ? std::string("Interface ") + id : id, type, buffer,
+                size);
+}
+
+GC_API TLOpenInterface(TL_HANDLE, const char* id, IF_HANDLE* handle)
+{
+    Interface& interface = g_interfaces[id];
+    if (std::exchange(interface.isOpen, true))
+        return GC_ERR_RESOURCE_IN_USE;
+    *handle = &interface;
+    return GC_ERR_SUCCESS;
+}
+
+GC_API IFClose(IF_HANDLE handle)
+{
+    Interface* const interface = ToInterface(handle);
+    if (!interface)
+        return GC_ERR_INVALID_HANDLE;
+    interface->isOpen = false;
+    return GC_ERR_SUCCESS;
+}
+
+GC_API IFUpdateDeviceList(IF_HANDLE handle, bool8_t*, uint64_t)
+{
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    ReadWorld();
+    const Interface* const interface = ToInterface(handle);
+    return !interface ? GC_ERR_INVALID_HANDLE : interface->isBroken ? GC_ERR_IO : GC_ERR_SUCCESS;
+}
+
+GC_API IFGetNumDevices(IF_HANDLE handle, uint32_t* count)
+{
+    const Interface& interface = *ToInterface(handle);
+    *count = interface.isBoundless ? 1000000 : static_cast<uint32_t>(interface.devices.size());
+    return GC_ERR_SUCCESS;
+}
+
+GC_API IFGetDeviceID(IF_HANDLE handle, uint32_t index, char* id, size_t* size)
+{
+    return Text(ToInterface(handle)->devices.at(index).first, nullptr, id, size);
+}
+
+GC_API IFGetDeviceInfo(IF_HANDLE handle, const char* id, DEVICE_INFO_CMD command, INFO_DATATYPE* type,
+                       void* buffer, size_t* size)
+{
+    const Interface& interface = *ToInterface(handle);
+    const auto* const device = FindDevice(interface, id);
+    if (!device)
+        return GC_ERR_INVALID_ID;
+    switch (command) {
+    case DEVICE_INFO_VENDOR:
+        return Text("Kestrix", type, buffer, size);
+    case DEVICE_INFO_MODEL:
+        return Text("Cam", type, buffer, size);
+    case DEVICE_INFO_TLTYPE:
+        return Text(interface.id, type, buffer, size);
+    case DEVICE_INFO_SERIAL_NUMBER:
+        return Text("SN-" + device->first, type, buffer, size);
+    case DEVICE_INFO_ACCESS_STATUS:
+        return Number<int32_t>(device->second, INFO_DATATYPE_INT32, type, buffer, size);
+    default:
+        return GC_ERR_NOT_AVAILABLE;
+    }
+}
+
+GC_API GCGetPortURL(PORT_HANDLE, char* url, size_t* size)
+{
+    char text[64];
+    std::snprintf(text, sizeof(text), "Local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
+                  sizeof(kXml) - 1);
+    return Text(text, nullptr, url, size);
+}
+
+GC_API GCGetPortInfo(PORT_HANDLE, PORT_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    return command == PORT_INFO_PORTNAME ? Text("FakePort", type, buffer, size) : GC_ERR_NOT_AVAILABLE;
+}
+
+GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* size)
+{
+    if (address == kXmlAddress && *size <= sizeof(kXml)) {
+        std::memcpy(buffer, kXml, *size);
+        return GC_ERR_SUCCESS;
+    }
+    const Interface* const interface = ToInterface(handle);
+    if (address != kCountAddress || *size != 4 || !interface)
+        return GC_ERR_INVALID_ADDRESS;
+    const uint32_t count = static_cast<uint32_t>(interface->devices.size());
+    std::memcpy(buffer, &count, sizeof(count));
+    return GC_ERR_SUCCESS;
+}
+
+GC_API GCWritePort(PORT_HANDLE, uint64_t, const void*, size_t* size)
+{
+    *size = 0; // claims success, and did nothing
+    return GC_ERR_SUCCESS;
+}
+
+#define FAKE_ABSENT(name, ...)                                                                               \
+    GC_API name(__VA_ARGS__) { return GC_ERR_NOT_IMPLEMENTED; }
+FAKE_ABSENT(GCRegisterEvent, EVENTSRC_HANDLE, EVENT_TYPE, EVENT_HANDLE*)
+FAKE_ABSENT(GCUnregisterEvent, EVENTSRC_HANDLE, EVENT_TYPE)
+FAKE_ABSENT(EventGetData, EVENT_HANDLE, void*, size_t*, uint64_t)
+FAKE_ABSENT(EventGetDataInfo, EVENT_HANDLE, const void*, size_t, EVENT_DATA_INFO_CMD, INFO_DATATYPE*, void*,
+            size_t*)
+FAKE_ABSENT(EventGetInfo, EVENT_HANDLE, EVENT_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
+FAKE_ABSENT(EventFlush, EVENT_HANDLE)
+FAKE_ABSENT(EventKill, EVENT_HANDLE)
+FAKE_ABSENT(IFGetInfo, IF_HANDLE, INTERFACE_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
+FAKE_ABSENT(IFOpenDevice, IF_HANDLE, const char*, DEVICE_ACCESS_FLAGS, DEV_HANDLE*)
+FAKE_ABSENT(DevGetPort, DEV_HANDLE, PORT_HANDLE*)
+FAKE_ABSENT(DevGetNumDataStreams, DEV_HANDLE, uint32_t*)
+FAKE_ABSENT(DevGetDataStreamID, DEV_HANDLE, uint32_t, char*, size_t*)
+FAKE_ABSENT(DevOpenDataStream, DEV_HANDLE, const char*, DS_HANDLE*)
+FAKE_ABSENT(DevGetInfo, DEV_HANDLE, DEVICE_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
+FAKE_ABSENT(DevClose, DEV_HANDLE)
+FAKE_ABSENT(DSAnnounceBuffer, DS_HANDLE, void*, size_t, void*, BUFFER_HANDLE*)
+FAKE_ABSENT(DSAllocAndAnnounceBuffer, DS_HANDLE, size_t, void*, BUFFER_HANDLE*)
+FAKE_ABSENT(DSFlushQueue, DS_HANDLE, ACQ_QUEUE_TYPE)
+FAKE_ABSENT(DSStartAcquisition, DS_HANDLE, ACQ_START_FLAGS, uint64_t)
+FAKE_ABSENT(DSStopAcquisition, DS_HANDLE, ACQ_STOP_FLAGS)
+FAKE_ABSENT(DSGetInfo, DS_HANDLE, STREAM_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
+FAKE_ABSENT(DSGetBufferID, DS_HANDLE, uint32_t, BUFFER_HANDLE*)
+FAKE_ABSENT(DSClose, DS_HANDLE)
+FAKE_ABSENT(DSRevokeBuffer, DS_HANDLE, BUFFER_HANDLE, void**, void**)
+FAKE_ABSENT(DSQueueBuffer, DS_HANDLE, BUFFER_HANDLE)
+FAKE_ABSENT(DSGetBufferInfo, DS_HANDLE, BUFFER_HANDLE, BUFFER_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
+
+} // namespace GenTL
