@@ -107,6 +107,12 @@ TEST(AccessMode, OfFormulasFollowsTheirVariables)
         {(knife + "Integer V { pIsAvailable Z; Value 1 } Integer Z { Value 0 }").c_str(), "NA"},
         {(knife + "Integer V { pIsImplemented Z; Value 1 } Integer Z { Value 0 }").c_str(), "NI"},
     });
+    const std::string converter = "Converter X { pVariable[Name=V] V; FormulaTo FROM*V; FormulaFrom TO/V; "
+                                  "pValue T } Integer T { Value 1 } Integer Zero { Value 0 } ";
+    ExpectModes({
+        {(converter + "Integer V { Value 1 }").c_str(), "RW"},
+        {(converter + "Integer V { pIsAvailable Zero; Value 1 }").c_str(), "NA"},
+    });
     TestMap test(knife + "IntReg V { at 0 4 WO; Little }");
     EXPECT_EQ(KindRaisedBy([&] { test.Flt("X").GetValue(); }), "Access");
 }

@@ -61,6 +61,9 @@ TEST(Caching, ModesGovernWhichReadsReachTheDevice)
              Case{"IntReg X { pAddress P; at 0 4 RW; Little } "
                   "IntReg P { at 8 4 RW; Cachable NoCache; Little }",
                   NoCache, nullptr},
+             Case{"Integer X { pIndex I; ValueIndexed[Index=0] 5; ValueDefault 6 } "
+                  "IntReg I { at 8 4 RW; Cachable NoCache; Little }",
+                  NoCache, nullptr},
              Case{"IntConverter X { FormulaTo FROM; FormulaFrom TO; pValue R; Slope Increasing } "
                   "IntReg R { at 0 4 RW; Little }",
                   WriteAround, nullptr},

@@ -244,4 +244,26 @@ TEST(Register, CopiesOfAValueAreWrittenAfterItInTheirOrder)
     EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4 w8:4");
     EXPECT_EQ(log.Take(), "C1 C2 R X");
     EXPECT_EQ(test.Int("C2").GetValue(), 5);
+
+    // Half a write fires nothing, but nobody is shown the value from before it.
+    int writes = 0;
+    test.port.onWrite = [&] {
+        if (++writes == 2)
+            throw std::runtime_error("cable pulled");
+    };
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("X").SetValue(6); }), "std");
+    EXPECT_EQ(log.Take(), "");
+    EXPECT_EQ(test.Int("X").GetValue(), 6);
+    EXPECT_EQ(test.Int("C1").GetValue(), 5);
+}
+
+TEST(Register, APortMaySwapTheByteOrder)
+{
+    TestMap test("Port Device { SwapEndianess Yes } IntReg R { at 0 4 RW; Little } "
+                 "FloatReg F { at 4 4 RW; Big } StringReg S { at 8 4 RW }");
+    test.Int("R").SetValue(0x01020304);
+    test.Flt("F").SetValue(-1.5);
+    test.Get<IString>("S").SetValue("ab");
+    EXPECT_EQ(test.port.Peek(0, 12), (Bytes{1, 2, 3, 4, 0, 0, 0xc0, 0xbf, 'a', 'b', 0, 0}));
+    EXPECT_EQ(test.Int("R").GetValue(true, true), 0x01020304);
 }

@@ -116,6 +116,11 @@ TEST(Text, FloatsAreShownInTheirNotationAndPrecision)
         test.Flt("X").SetValue(c.value);
         EXPECT_EQ(test.Value("X").ToString(), c.text) << c.notation;
     }
+    for (const char* precision : {"-3", "400", "2000000000", "9223372036854775807"}) {
+        TestMap test(std::string("Float X { Value 0.5; DisplayNotation Fixed; DisplayPrecision ") +
+                     precision + " }");
+        EXPECT_LE(test.Value("X").ToString().size(), 2000u) << precision;
+    }
 }
 
 TEST(Text, FloatsAreReadUpToWhatIsNoNumber)
