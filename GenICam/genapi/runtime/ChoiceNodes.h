@@ -38,7 +38,7 @@ public:
 
 protected:
     EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
-    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteThrough); }
+    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
 
 private:
     bool Read(ReadOptions options);
@@ -74,7 +74,7 @@ public:
 
 protected:
     EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
-    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteThrough); }
+    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
 
 private:
     void Run(bool verify, Change& change);
@@ -155,7 +155,7 @@ public:
 
 protected:
     EAccessMode OwnAccessMode() const override;
-    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteThrough); }
+    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
 
 private:
     const std::vector<EnumEntryNode*>& Entries() const;

@@ -174,6 +174,18 @@ void FloatBase::WriteReal(double value, bool verify, Change& change)
     Store(value, verify, change);
 }
 
+double FloatBase::RealMin()
+{
+    const Level level(*this);
+    return Lowest();
+}
+
+double FloatBase::RealMax()
+{
+    const Level level(*this);
+    return Highest();
+}
+
 int64_t FloatBase::IntegerMin() { return RoundToInteger(*this, RealMin()); }
 
 int64_t FloatBase::IntegerMax() { return RoundToInteger(*this, RealMax()); }

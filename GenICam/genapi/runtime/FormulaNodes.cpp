@@ -58,56 +58,53 @@ const CompiledFormula<Number>& FormulaLinks<Number>::Compiled(Prop which)
 }
 
 template <typename Number>
+void FormulaLinks<Number>::Raise(Prop which, const char* why) const
+{
+    const Property* const text = m_owner.Find(which);
+    const std::string_view formula = text != nullptr ? text->text : std::string_view();
+    throw LOGICAL_ERROR_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
+        "Formula '%.*s' of '%s': %s", static_cast<int>(std::min<size_t>(formula.size(), 80)), formula.data(),
+        m_owner.NameText(), why);
+}
+
+template <typename Number>
 Number FormulaLinks<Number>::Evaluate(Prop which, ReadOptions options, Number from, Number to)
 {
     const CompiledFormula<Number>& compiled = Compiled(which);
-    const auto fail = [&](const char* why) {
-        const Property* const text = m_owner.Find(which);
-        const std::string_view formula = text != nullptr ? text->text : std::string_view();
-        throw LOGICAL_ERROR_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(), m_owner.NameText())(
-            "Formula '%.*s' of '%s': %s", static_cast<int>(std::min<size_t>(formula.size(), 80)),
-            formula.data(), m_owner.NameText(), why);
-    };
     if (!compiled.formula)
-        fail(compiled.error.c_str());
+        Raise(which, compiled.error.c_str());
 
     constexpr size_t kFew = 14;
     std::array<Number, kFew + 2> few;
     std::vector<Number> many;
     Number* values = few.data();
-    if (m_variables.size() > kFew) {
-        many.resize(m_variables.size() + 2);
+    const size_t count = m_variables.size();
+    if (count > kFew) {
+        many.resize(count + 2);
         values = many.data();
     }
-    for (size_t i = 0; i < m_variables.size(); ++i) {
-        if (!compiled.formula->Uses(i)) {
-            values[i] = 0;
-            continue;
-        }
-        Node& node = m_variables[i].Target(m_owner);
-        const RefPart part = m_variables[i].Source().part;
-        if constexpr (std::is_same_v<Number, int64_t>)
-            values[i] = ReadIntegerPart(node, part, options);
-        else
-            values[i] = ReadRealPart(node, part, options);
+    for (size_t i = 0; i < count; ++i) {
+        values[i] = compiled.formula->Uses(i) ? ReadPart<Number>(m_variables[i].Target(m_owner),
+                                                                 m_variables[i].Source().part, options)
+                                              : Number(0);
     }
-    values[m_variables.size()] = from;
-    values[m_variables.size() + 1] = to;
+    values[count] = from;
+    values[count + 1] = to;
     try {
         return compiled.formula->Evaluate(values);
     } catch (const FormulaError& error) {
-        fail(error.what());
-        throw;
+        Raise(which, error.what());
     }
 }
 
 template class FormulaLinks<int64_t>;
 template class FormulaLinks<double>;
 
+// ----------------------------------------------------------------------------------------------- SwissKnives
+
 namespace
 {
 
-/// The formula of a SwissKnife; the helper nodes of a converter carry the converter's.
 Prop FormulaOf(const Node& node)
 {
     for (const Prop id : {Prop::Formula, Prop::FormulaTo}) {
@@ -117,164 +114,91 @@ Prop FormulaOf(const Node& node)
     return Prop::FormulaFrom;
 }
 
-Link LinkOf(const Node& node, Prop id)
-{
-    const Property* const property = node.Find(id);
-    return property != nullptr ? Link(*property) : Link();
-}
-
-ESlope SlopeOf(const Node& node)
-{
-    const Property* const slope = node.Find(Prop::Slope);
-    return slope != nullptr ? static_cast<ESlope>(slope->integer) : _UndefinedESlope;
-}
-
 } // namespace
 
-// ----------------------------------------------------------------------------------------------- SwissKnives
-
-IntSwissKnifeNode::IntSwissKnifeNode(NodeMap& map, NodeIndex index)
-    : IntegerBase(map, index)
+template <typename Number>
+SwissKnifeNode<Number>::SwissKnifeNode(NodeMap& map, NodeIndex index)
+    : Base(map, index)
     , m_links(*this)
     , m_which(FormulaOf(*this))
 {}
 
-int64_t IntSwissKnifeNode::IntegerMin() { return std::numeric_limits<int64_t>::min(); }
-
-int64_t IntSwissKnifeNode::IntegerMax() { return std::numeric_limits<int64_t>::max(); }
-
-int64_t IntSwissKnifeNode::Fetch(ReadOptions options) { return m_links.Evaluate(m_which, options); }
-
-void IntSwissKnifeNode::Store(int64_t, bool, Change&)
+template <typename Number>
+void SwissKnifeNode<Number>::Store(Number, bool, Change&)
 {
-    throw KXNODE_ERROR(AccessException)("Node is not writable.");
+    throw ACCESS_EXCEPTION_NODE(this->EntryText().c_str(), this->NameText())("Node is not writable.");
 }
 
-SwissKnifeNode::SwissKnifeNode(NodeMap& map, NodeIndex index)
-    : FloatBase(map, index)
+template class SwissKnifeNode<int64_t>;
+template class SwissKnifeNode<double>;
+
+// ------------------------------------------------------------------------------------------------ converters
+
+template <typename Number>
+ConverterNode<Number>::ConverterNode(NodeMap& map, NodeIndex index)
+    : Base(map, index)
     , m_links(*this)
-    , m_which(FormulaOf(*this))
-{}
-
-double SwissKnifeNode::RealMin() { return std::numeric_limits<double>::lowest(); }
-
-double SwissKnifeNode::RealMax() { return std::numeric_limits<double>::max(); }
-
-double SwissKnifeNode::Fetch(ReadOptions options) { return m_links.Evaluate(m_which, options); }
-
-void SwissKnifeNode::Store(double, bool, Change&)
+    , m_target(*this->Find(Prop::pValue)) // the description is checked to have one
 {
-    throw KXNODE_ERROR(AccessException)("Node is not writable.");
+    const Property* const slope = this->Find(Prop::Slope);
+    m_slope = slope != nullptr ? static_cast<ESlope>(slope->integer) : _UndefinedESlope;
 }
 
-// ----------------------------------------------------------------------------------------------- converters
-
-IntConverterNode::IntConverterNode(NodeMap& map, NodeIndex index)
-    : IntegerBase(map, index)
-    , m_links(*this)
-    , m_target(LinkOf(*this, Prop::pValue))
-{}
-
-EAccessMode IntConverterNode::OwnAccessMode() const
+template <typename Number>
+EAccessMode ConverterNode<Number>::OwnAccessMode() const
 {
-    return Combine(m_links.AccessMode(), m_target.Target(*this).AccessMode());
+    return Combine(m_links.AccessMode(), Target().AccessMode());
 }
 
-ECachingMode IntConverterNode::OwnCachingMode() const
+template <typename Number>
+ECachingMode ConverterNode<Number>::OwnCachingMode() const
 {
-    return Combine(m_links.CachingMode(WriteAround), m_target.Target(*this).CachingMode());
+    return Combine(m_links.CachingMode(WriteAround), Target().CachingMode());
 }
 
-int64_t IntConverterNode::Fetch(ReadOptions options)
+template <typename Number>
+Number ConverterNode<Number>::FromTarget(Number value, ReadOptions options)
 {
-    return m_links.Evaluate(Prop::FormulaFrom, options, 0, m_target.Target(*this).ReadInteger(options));
+    return m_links.Evaluate(Prop::FormulaFrom, options, 0, value);
 }
 
-void IntConverterNode::Store(int64_t value, bool verify, Change& change)
+template <typename Number>
+Number ConverterNode<Number>::Fetch(ReadOptions options)
 {
-    const int64_t raw = m_links.Evaluate(Prop::FormulaTo, ReadOptions(), value, 0);
-    m_target.Target(*this).WriteInteger(raw, verify, change);
+    return FromTarget(NumberKind<Number>::Read(Target(), options), options);
 }
 
-int64_t IntConverterNode::IntegerMin() { return Limit(true); }
-
-int64_t IntConverterNode::IntegerMax() { return Limit(false); }
-
-int64_t IntConverterNode::Limit(bool lower)
+template <typename Number>
+void ConverterNode<Number>::Store(Number value, bool verify, Change& change)
 {
-    const Level level(*this);
-    Node& target = m_target.Target(*this);
+    const Number raw = m_links.Evaluate(Prop::FormulaTo, ReadOptions(), value, 0);
+    NumberKind<Number>::Write(Target(), raw, verify, change);
+}
+
+template <typename Number>
+Number ConverterNode<Number>::Limit(bool lower)
+{
     const auto converted = [&](bool ofMin) {
-        const int64_t raw = ofMin ? target.IntegerMin() : target.IntegerMax();
-        return m_links.Evaluate(Prop::FormulaFrom, ReadOptions(), 0, raw);
+        return FromTarget(ofMin ? NumberKind<Number>::Min(Target()) : NumberKind<Number>::Max(Target()));
     };
-    switch (SlopeOf(*this)) {
+    switch (m_slope) {
     case Increasing:
         return converted(lower);
     case Decreasing:
         return converted(!lower);
-    case Automatic:
-        return lower ? std::min(converted(true), converted(false))
-                     : std::max(converted(true), converted(false));
     case Varying:
-        return lower ? std::numeric_limits<int64_t>::min() : std::numeric_limits<int64_t>::max();
+        return lower ? std::numeric_limits<Number>::lowest() : std::numeric_limits<Number>::max();
     case _UndefinedESlope:
+        if (std::is_same_v<Number, int64_t>)
+            return 0; // an IntConverter without a slope has no limits that anything could pass
         break;
-    }
-    return 0; // without a slope the limits are not known, and nothing passes them
-}
-
-ConverterNode::ConverterNode(NodeMap& map, NodeIndex index)
-    : FloatBase(map, index)
-    , m_links(*this)
-    , m_target(LinkOf(*this, Prop::pValue))
-{}
-
-EAccessMode ConverterNode::OwnAccessMode() const
-{
-    return Combine(m_links.AccessMode(), m_target.Target(*this).AccessMode());
-}
-
-ECachingMode ConverterNode::OwnCachingMode() const
-{
-    return Combine(m_links.CachingMode(WriteAround), m_target.Target(*this).CachingMode());
-}
-
-double ConverterNode::Fetch(ReadOptions options)
-{
-    return m_links.Evaluate(Prop::FormulaFrom, options, 0, m_target.Target(*this).ReadReal(options));
-}
-
-void ConverterNode::Store(double value, bool verify, Change& change)
-{
-    const double raw = m_links.Evaluate(Prop::FormulaTo, ReadOptions(), value, 0);
-    m_target.Target(*this).WriteReal(raw, verify, change);
-}
-
-double ConverterNode::RealMin() { return Limit(true); }
-
-double ConverterNode::RealMax() { return Limit(false); }
-
-double ConverterNode::Limit(bool lower)
-{
-    const Level level(*this);
-    Node& target = m_target.Target(*this);
-    const auto converted = [&](bool ofMin) {
-        const double raw = ofMin ? target.RealMin() : target.RealMax();
-        return m_links.Evaluate(Prop::FormulaFrom, ReadOptions(), 0, raw);
-    };
-    switch (SlopeOf(*this)) {
-    case Increasing:
-        return converted(lower);
-    case Decreasing:
-        return converted(!lower);
-    case Varying:
-        return lower ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
     case Automatic:
-    case _UndefinedESlope:
         break;
     }
     return lower ? std::min(converted(true), converted(false)) : std::max(converted(true), converted(false));
 }
+
+template class ConverterNode<int64_t>;
+template class ConverterNode<double>;
 
 } // namespace KxGenApi

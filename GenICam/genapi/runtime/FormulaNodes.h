@@ -26,101 +26,65 @@ public:
 
 private:
     const CompiledFormula<Number>& Compiled(Prop which);
+    [[noreturn]] void Raise(Prop which, const char* why) const;
 
     const Node& m_owner;
     std::vector<Link> m_variables;
-    bool m_takesInput = false;
     const CompiledFormula<Number>* m_formulas[2] = {nullptr, nullptr};
 };
 
-class IntSwissKnifeNode final : public IntegerBase
+/// IntSwissKnife and SwissKnife, and the helper nodes of converters.
+template <typename Number>
+class SwissKnifeNode final : public NumberKind<Number>::Base
 {
+    using Base = typename NumberKind<Number>::Base;
+
 public:
-    IntSwissKnifeNode(NodeMap& map, NodeIndex index);
-    using IntegerBase::operator=;
+    using Base::operator=;
 
-    int64_t IntegerMin() override;
-    int64_t IntegerMax() override;
-    int64_t IntegerInc() override { return 1; }
-
-protected:
-    EAccessMode OwnAccessMode() const override { return Combine(m_links.AccessMode(), RO); }
-    ECachingMode OwnCachingMode() const override { return m_links.CachingMode(WriteThrough); }
-    int64_t Fetch(ReadOptions options) override;
-    void Store(int64_t, bool, Change&) override;
-
-private:
-    FormulaLinks<int64_t> m_links;
-    const Prop m_which;
-};
-
-class SwissKnifeNode final : public FloatBase
-{
-public:
     SwissKnifeNode(NodeMap& map, NodeIndex index);
-    using FloatBase::operator=;
-
-    double RealMin() override;
-    double RealMax() override;
 
 protected:
     EAccessMode OwnAccessMode() const override { return Combine(m_links.AccessMode(), RO); }
-    ECachingMode OwnCachingMode() const override { return m_links.CachingMode(WriteAround); }
-    double Fetch(ReadOptions options) override;
-    void Store(double, bool, Change&) override;
+    ECachingMode OwnCachingMode() const override { return m_links.CachingMode(NumberKind<Number>::kCaching); }
+    Number Lowest() override { return std::numeric_limits<Number>::lowest(); }
+    Number Highest() override { return std::numeric_limits<Number>::max(); }
+    Number Fetch(ReadOptions options) override { return m_links.Evaluate(m_which, options); }
+    void Store(Number, bool, Change&) override;
 
 private:
-    FormulaLinks<double> m_links;
-    const Prop m_which;
+    FormulaLinks<Number> m_links;
+    const Prop m_which; // the helper nodes carry FormulaTo or FormulaFrom
 };
 
-/// IntConverter.
-class IntConverterNode final : public IntegerBase
+/// IntConverter and Converter.
+template <typename Number>
+class ConverterNode final : public NumberKind<Number>::Base
 {
+    using Base = typename NumberKind<Number>::Base;
+
 public:
-    IntConverterNode(NodeMap& map, NodeIndex index);
-    using IntegerBase::operator=;
+    using Base::operator=;
 
-    int64_t IntegerMin() override;
-    int64_t IntegerMax() override;
-    int64_t IntegerInc() override { return 1; }
-
-protected:
-    EAccessMode OwnAccessMode() const override;
-    ECachingMode OwnCachingMode() const override;
-    int64_t Fetch(ReadOptions options) override;
-    void Store(int64_t value, bool verify, Change& change) override;
-    const Node* Origin() const override { return &m_target.Target(*this); }
-
-private:
-    int64_t Limit(bool lower);
-
-    FormulaLinks<int64_t> m_links;
-    Link m_target;
-};
-
-/// Converter.
-class ConverterNode final : public FloatBase
-{
-public:
     ConverterNode(NodeMap& map, NodeIndex index);
-    using FloatBase::operator=;
-
-    double RealMin() override;
-    double RealMax() override;
 
 protected:
     EAccessMode OwnAccessMode() const override;
     ECachingMode OwnCachingMode() const override;
-    double Fetch(ReadOptions options) override;
-    void Store(double value, bool verify, Change& change) override;
-    const Node* Origin() const override { return &m_target.Target(*this); }
+    Number Lowest() override { return Limit(true); }
+    Number Highest() override { return Limit(false); }
+    Number Fetch(ReadOptions options) override;
+    void Store(Number value, bool verify, Change& change) override;
+    const Node* Origin() const override { return &Target(); }
 
 private:
-    double Limit(bool lower);
+    Node& Target() const { return m_target.Target(*this); }
+    Number FromTarget(Number value, ReadOptions options = ReadOptions());
+    Number Limit(bool lower);
 
-    FormulaLinks<double> m_links;
+    FormulaLinks<Number> m_links;
     Link m_target;
+    ESlope m_slope;
 };
 
 } // namespace KxGenApi

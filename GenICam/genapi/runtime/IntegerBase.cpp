@@ -162,6 +162,18 @@ void IntegerBase::WriteReal(double value, bool verify, Change& change)
     WriteInteger(integer, verify, change);
 }
 
+int64_t IntegerBase::IntegerMin()
+{
+    const Level level(*this);
+    return Lowest();
+}
+
+int64_t IntegerBase::IntegerMax()
+{
+    const Level level(*this);
+    return Highest();
+}
+
 EIncMode IntegerBase::IncMode()
 {
     return Find(Prop::ValidValueSet) != nullptr ? listIncrement : fixedIncrement;

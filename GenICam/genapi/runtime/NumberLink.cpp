@@ -21,40 +21,4 @@ int64_t RoundToInteger(const Node& node, double value)
     return static_cast<int64_t>(rounded);
 }
 
-int64_t ReadIntegerPart(Node& target, RefPart part, ReadOptions options)
-{
-    switch (part) {
-    case RefPart::Min:
-        return target.IntegerMin();
-    case RefPart::Max:
-        return target.IntegerMax();
-    case RefPart::Inc:
-        return target.IntegerInc();
-    case RefPart::Enum:
-        return target.ReadEnumInteger(options);
-    case RefPart::Value:
-    case RefPart::Entry:
-        break;
-    }
-    return target.ReadInteger(options);
-}
-
-double ReadRealPart(Node& target, RefPart part, ReadOptions options)
-{
-    switch (part) {
-    case RefPart::Min:
-        return target.RealMin();
-    case RefPart::Max:
-        return target.RealMax();
-    case RefPart::Inc:
-        return target.RealInc();
-    case RefPart::Enum:
-        return static_cast<double>(target.ReadEnumInteger(options));
-    case RefPart::Value:
-    case RefPart::Entry:
-        break;
-    }
-    return target.ReadReal(options);
-}
-
 } // namespace KxGenApi

@@ -2,7 +2,7 @@
 // A number that the description gives by a literal or by naming a node, such as Max and pMax.
 #pragma once
 
-#include "runtime/Node.h"
+#include "runtime/NumberKind.h"
 
 namespace KxGenApi
 {
@@ -11,8 +11,25 @@ namespace KxGenApi
 int64_t RoundToInteger(const Node& node, double value);
 
 /// The number that a variable's reference means, such as the maximum of its target.
-int64_t ReadIntegerPart(Node& target, RefPart part, ReadOptions options);
-double ReadRealPart(Node& target, RefPart part, ReadOptions options);
+template <typename Number>
+Number ReadPart(Node& target, RefPart part, ReadOptions options)
+{
+    using Kind = NumberKind<Number>;
+    switch (part) {
+    case RefPart::Min:
+        return Kind::Min(target);
+    case RefPart::Max:
+        return Kind::Max(target);
+    case RefPart::Inc:
+        return Kind::Inc(target);
+    case RefPart::Enum:
+        return Kind::FromInteger(target.ReadEnumInteger(options));
+    case RefPart::Value:
+    case RefPart::Entry:
+        break;
+    }
+    return Kind::Read(target, options);
+}
 
 /// A literal or a reference. `from` is the node that it belongs to.
 class NumberLink
@@ -30,13 +47,15 @@ public:
     const Property& Source() const { return m_link.Source(); }
     Node& Target(const Node& from) const { return m_link.Target(from); }
 
+    template <typename Number>
+    Number Get(const Node& from, ReadOptions options = ReadOptions()) const
+    {
+        return IsReference() ? NumberKind<Number>::Read(Target(from), options)
+                             : NumberKind<Number>::Literal(Source());
+    }
     int64_t Integer(const Node& from, ReadOptions options = ReadOptions()) const
     {
-        return IsReference() ? Target(from).ReadInteger(options) : Source().integer;
-    }
-    double Real(const Node& from, ReadOptions options = ReadOptions()) const
-    {
-        return IsReference() ? Target(from).ReadReal(options) : Source().real;
+        return Get<int64_t>(from, options);
     }
 
 private:

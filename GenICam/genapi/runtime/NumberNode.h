@@ -42,10 +42,16 @@ public:
     int64_t ReadInteger(ReadOptions options) override;
     void WriteInteger(int64_t value, bool verify, Change& change) override;
     void WriteReal(double value, bool verify, Change& change) override;
+    int64_t IntegerMin() final;
+    int64_t IntegerMax() final;
+    int64_t IntegerInc() override { return 1; }
     EIncMode IncMode() override;
     bool HasRealInc() override { return true; }
 
 protected:
+    /// The limits, whoever gives them.
+    virtual int64_t Lowest() = 0;
+    virtual int64_t Highest() = 0;
     /// Reads the value from where it is.
     virtual int64_t Fetch(ReadOptions options) = 0;
     /// Writes the value to where it is; limits have been checked.
@@ -99,10 +105,14 @@ public:
     int64_t IntegerMin() override;
     int64_t IntegerMax() override;
     int64_t IntegerInc() override;
+    double RealMin() final;
+    double RealMax() final;
     double RealInc() override;
     EIncMode IncMode() override;
 
 protected:
+    virtual double Lowest() = 0;
+    virtual double Highest() = 0;
     virtual double Fetch(ReadOptions options) = 0;
     virtual void Store(double value, bool verify, Change& change) = 0;
 

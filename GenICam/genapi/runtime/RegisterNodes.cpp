@@ -149,10 +149,6 @@ BitField IntRegNode::Field()
             m_isSigned};
 }
 
-int64_t IntRegNode::IntegerMin() { return Field().Min(); }
-
-int64_t IntRegNode::IntegerMax() { return Field().Max(); }
-
 int64_t IntRegNode::Fetch(ReadOptions options)
 {
     const BitField field = Field();
@@ -192,9 +188,9 @@ int64_t FloatRegNode::CheckedLength()
     return length;
 }
 
-double FloatRegNode::RealMin() { return CheckedLength() == 4 ? -static_cast<double>(FLT_MAX) : -DBL_MAX; }
+double FloatRegNode::Lowest() { return CheckedLength() == 4 ? -static_cast<double>(FLT_MAX) : -DBL_MAX; }
 
-double FloatRegNode::RealMax() { return CheckedLength() == 4 ? static_cast<double>(FLT_MAX) : DBL_MAX; }
+double FloatRegNode::Highest() { return CheckedLength() == 4 ? static_cast<double>(FLT_MAX) : DBL_MAX; }
 
 double FloatRegNode::Fetch(ReadOptions options)
 {

@@ -65,11 +65,9 @@ public:
     IntRegNode(NodeMap& map, NodeIndex index);
     using RegisterFace::operator=;
 
-    int64_t IntegerMin() override;
-    int64_t IntegerMax() override;
-    int64_t IntegerInc() override { return 1; }
-
 protected:
+    int64_t Lowest() override { return Field().Min(); }
+    int64_t Highest() override { return Field().Max(); }
     int64_t Fetch(ReadOptions options) override;
     void Store(int64_t value, bool verify, Change& change) override;
 
@@ -88,10 +86,9 @@ public:
     FloatRegNode(NodeMap& map, NodeIndex index);
     using RegisterFace::operator=;
 
-    double RealMin() override;
-    double RealMax() override;
-
 protected:
+    double Lowest() override;
+    double Highest() override;
     double Fetch(ReadOptions options) override;
     void Store(double value, bool verify, Change& change) override;
 

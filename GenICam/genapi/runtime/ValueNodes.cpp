@@ -41,30 +41,6 @@ EAccessMode NumberLimits::AccessMode(const Node& node) const
     return mode;
 }
 
-// -------------------------------------------------------------------------------------------------- Integer
-
-IntegerNode::IntegerNode(NodeMap& map, NodeIndex index)
-    : IntegerBase(map, index)
-    , m_slots(*this)
-    , m_limits(*this)
-{}
-
-int64_t IntegerNode::IntegerMin()
-{
-    const Level level(*this);
-    if (m_limits.min)
-        return m_limits.min.Integer(*this);
-    return m_slots.Min();
-}
-
-int64_t IntegerNode::IntegerMax()
-{
-    const Level level(*this);
-    if (m_limits.max)
-        return m_limits.max.Integer(*this);
-    return m_slots.Max();
-}
-
 int64_t IntegerNode::IntegerInc()
 {
     const Level level(*this);
@@ -72,30 +48,6 @@ int64_t IntegerNode::IntegerInc()
         return m_limits.inc.Integer(*this);
     Node* const target = m_slots.Target();
     return target != nullptr ? target->IntegerInc() : 1;
-}
-
-// ---------------------------------------------------------------------------------------------------- Float
-
-FloatNode::FloatNode(NodeMap& map, NodeIndex index)
-    : FloatBase(map, index)
-    , m_slots(*this)
-    , m_limits(*this)
-{}
-
-double FloatNode::RealMin()
-{
-    const Level level(*this);
-    if (m_limits.min)
-        return m_limits.min.Real(*this);
-    return m_slots.Min();
-}
-
-double FloatNode::RealMax()
-{
-    const Level level(*this);
-    if (m_limits.max)
-        return m_limits.max.Real(*this);
-    return m_slots.Max();
 }
 
 bool FloatNode::HasRealInc()
@@ -111,7 +63,7 @@ double FloatNode::RealInc()
 {
     const Level level(*this);
     if (m_limits.inc)
-        return m_limits.inc.Real(*this);
+        return m_limits.inc.Get<double>(*this);
     Node* const target = m_slots.Target();
     return target != nullptr && target->HasRealInc() ? target->RealInc() : FloatBase::RealInc();
 }

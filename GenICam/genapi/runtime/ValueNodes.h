@@ -19,55 +19,60 @@ struct NumberLimits
     NumberLink min, max, inc;
 };
 
-class IntegerNode final : public IntegerBase
+/// What Integer and Float have in common.
+template <typename Number>
+class ValueNode : public NumberKind<Number>::Base
 {
-public:
-    IntegerNode(NodeMap& map, NodeIndex index);
-    using IntegerBase::operator=;
+    using Base = typename NumberKind<Number>::Base;
 
-    int64_t IntegerMin() override;
-    int64_t IntegerMax() override;
-    int64_t IntegerInc() override;
+public:
+    using Base::operator=;
+
+    ValueNode(NodeMap& map, NodeIndex index)
+        : Base(map, index)
+        , m_slots(*this)
+        , m_limits(*this)
+    {}
 
 protected:
     EAccessMode OwnAccessMode() const override
     {
         return Combine(m_slots.AccessMode(), m_limits.AccessMode(*this));
     }
-    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteThrough); }
-    int64_t Fetch(ReadOptions options) override { return m_slots.Read(options); }
-    void Store(int64_t value, bool verify, Change& change) override { m_slots.Write(value, verify, change); }
+    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
+    Number Lowest() override
+    {
+        return m_limits.min ? m_limits.min.template Get<Number>(*this) : m_slots.Min();
+    }
+    Number Highest() override
+    {
+        return m_limits.max ? m_limits.max.template Get<Number>(*this) : m_slots.Max();
+    }
+    Number Fetch(ReadOptions options) override { return m_slots.Read(options); }
+    void Store(Number value, bool verify, Change& change) override { m_slots.Write(value, verify, change); }
     const Node* Origin() const override { return m_slots.Target(); }
 
-private:
-    ValueSlots<int64_t> m_slots;
+    ValueSlots<Number> m_slots;
     NumberLimits m_limits;
 };
 
-class FloatNode final : public FloatBase
+class IntegerNode final : public ValueNode<int64_t>
 {
 public:
-    FloatNode(NodeMap& map, NodeIndex index);
-    using FloatBase::operator=;
+    using ValueNode::ValueNode;
+    using ValueNode::operator=;
 
-    double RealMin() override;
-    double RealMax() override;
+    int64_t IntegerInc() override;
+};
+
+class FloatNode final : public ValueNode<double>
+{
+public:
+    using ValueNode::ValueNode;
+    using ValueNode::operator=;
+
     bool HasRealInc() override;
     double RealInc() override;
-
-protected:
-    EAccessMode OwnAccessMode() const override
-    {
-        return Combine(m_slots.AccessMode(), m_limits.AccessMode(*this));
-    }
-    ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(WriteAround); }
-    double Fetch(ReadOptions options) override { return m_slots.Read(options); }
-    void Store(double value, bool verify, Change& change) override { m_slots.Write(value, verify, change); }
-    const Node* Origin() const override { return m_slots.Target(); }
-
-private:
-    ValueSlots<double> m_slots;
-    NumberLimits m_limits;
 };
 
 } // namespace KxGenApi

@@ -7,54 +7,9 @@
 
 #include <algorithm>
 #include <limits>
-#include <type_traits>
 
 namespace KxGenApi
 {
-namespace
-{
-
-template <typename Number>
-constexpr bool kIsInteger = std::is_same_v<Number, int64_t>;
-
-template <typename Number>
-Number ReadFrom(Node& node, ReadOptions options)
-{
-    if constexpr (kIsInteger<Number>)
-        return node.ReadInteger(options);
-    else
-        return node.ReadReal(options);
-}
-
-template <typename Number>
-void WriteTo(Node& node, Number value, bool verify, Change& change)
-{
-    if constexpr (kIsInteger<Number>)
-        node.WriteInteger(value, verify, change);
-    else
-        node.WriteReal(value, verify, change);
-}
-
-template <typename Number>
-Number MinOf(Node& node)
-{
-    if constexpr (kIsInteger<Number>)
-        return node.IntegerMin();
-    else
-        return node.RealMin();
-}
-
-template <typename Number>
-Number MaxOf(Node& node)
-{
-    if constexpr (kIsInteger<Number>)
-        return node.IntegerMax();
-    else
-        return node.RealMax();
-}
-
-} // namespace
-
 template <typename Number>
 ValueSlots<Number>::ValueSlots(Node& owner)
     : m_owner(owner)
@@ -92,12 +47,8 @@ void ValueSlots<Number>::Take(const Property& property, int64_t index)
     Slot slot;
     slot.index = index;
     slot.link = NumberLink(property);
-    if (slot.link.IsLiteral()) {
-        if constexpr (kIsInteger<Number>)
-            slot.literal = property.integer;
-        else
-            slot.literal = property.real;
-    }
+    if (slot.link.IsLiteral())
+        slot.literal = NumberKind<Number>::Literal(property);
     m_slots.push_back(slot);
 }
 
@@ -130,7 +81,8 @@ template <typename Number>
 Number ValueSlots<Number>::Read(ReadOptions options)
 {
     const Slot& slot = Current();
-    return slot.link.IsReference() ? ReadFrom<Number>(slot.link.Target(m_owner), options) : slot.literal;
+    return slot.link.IsReference() ? NumberKind<Number>::Read(slot.link.Target(m_owner), options)
+                                   : slot.literal;
 }
 
 template <typename Number>
@@ -138,22 +90,22 @@ void ValueSlots<Number>::Write(Number value, bool verify, Change& change)
 {
     Slot& slot = Current();
     if (slot.link.IsReference()) {
-        WriteTo<Number>(slot.link.Target(m_owner), value, verify, change);
+        NumberKind<Number>::Write(slot.link.Target(m_owner), value, verify, change);
     } else {
         slot.literal = value;
         change.Invalidate(m_owner.Index());
     }
     for (const NumberLink& copy : m_copies)
-        WriteTo<Number>(copy.Target(m_owner), value, verify, change);
+        NumberKind<Number>::Write(copy.Target(m_owner), value, verify, change);
 }
 
 template <typename Number>
 Number ValueSlots<Number>::Min()
 {
     Node* const target = Target();
-    Number min = target != nullptr ? MinOf<Number>(*target) : std::numeric_limits<Number>::lowest();
+    Number min = target != nullptr ? NumberKind<Number>::Min(*target) : std::numeric_limits<Number>::lowest();
     for (const NumberLink& copy : m_copies)
-        min = std::max(min, MinOf<Number>(copy.Target(m_owner)));
+        min = std::max(min, NumberKind<Number>::Min(copy.Target(m_owner)));
     return min;
 }
 
@@ -161,9 +113,9 @@ template <typename Number>
 Number ValueSlots<Number>::Max()
 {
     Node* const target = Target();
-    Number max = target != nullptr ? MaxOf<Number>(*target) : std::numeric_limits<Number>::max();
+    Number max = target != nullptr ? NumberKind<Number>::Max(*target) : std::numeric_limits<Number>::max();
     for (const NumberLink& copy : m_copies)
-        max = std::min(max, MaxOf<Number>(copy.Target(m_owner)));
+        max = std::min(max, NumberKind<Number>::Max(copy.Target(m_owner)));
     return max;
 }
 
@@ -177,9 +129,9 @@ EAccessMode ValueSlots<Number>::AccessMode() const
 }
 
 template <typename Number>
-ECachingMode ValueSlots<Number>::CachingMode(ECachingMode ofLiteral) const
+ECachingMode ValueSlots<Number>::CachingMode() const
 {
-    ECachingMode mode = ofLiteral;
+    ECachingMode mode = NumberKind<Number>::kCaching;
     for (const Slot& slot : m_slots) {
         if (slot.link.IsReference())
             mode = Combine(mode, slot.link.Target(m_owner).CachingMode());

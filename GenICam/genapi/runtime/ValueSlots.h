@@ -24,7 +24,7 @@ public:
     Number Min();
     Number Max();
     EAccessMode AccessMode() const;
-    ECachingMode CachingMode(ECachingMode ofLiteral) const;
+    ECachingMode CachingMode() const;
 
     /// The node that gives the value at present, null if the node itself does.
     Node* Target() const;
