@@ -53,6 +53,8 @@ TEST(AccessMode, FlagsAndImposedModeLimitInTheirOrder)
         {"Integer X { ImposedAccessMode RO; Value 1 }", "RO"},
         {"Integer X { ImposedAccessMode WO; Value 1 }", "WO"},
         {"Integer X { ImposedAccessMode WO; pValue R } IntReg R { at 0 4 RO; Little }", "NA"},
+        {"Integer X { pIndex I; ValueIndexed[Index=0] 1; ValueDefault 2 } IntReg I { at 0 4 WO; Little }",
+         "NA"},
         // A flag that cannot be read leaves the node unavailable, whichever flag it is.
         {"Integer X { pIsImplemented F; Value 1 } IntReg F { at 0 4 WO; Little }", "NA"},
         {"Integer X { pIsAvailable F; Value 1 } IntReg F { at 0 4 WO; Little }", "NA"},
@@ -106,6 +108,16 @@ TEST(AccessMode, OfFormulasFollowsTheirVariables)
         {(knife + "IntReg V { at 0 4 WO; Little }").c_str(), "RO"},
         {(knife + "Integer V { pIsAvailable Z; Value 1 } Integer Z { Value 0 }").c_str(), "NA"},
         {(knife + "Integer V { pIsImplemented Z; Value 1 } Integer Z { Value 0 }").c_str(), "NI"},
+    });
+    const std::string two = "SwissKnife X { pVariable[Name=A] A; pVariable[Name=B] B; Formula A+B } "
+                            "Integer Zero { Value 0 } ";
+    ExpectModes({
+        {(two + "Integer A { pIsImplemented Zero; Value 1 } Integer B { pIsAvailable Zero; Value 1 }")
+             .c_str(),
+         "NI"},
+        {(two + "Integer A { pIsAvailable Zero; Value 1 } Integer B { pIsImplemented Zero; Value 1 }")
+             .c_str(),
+         "NI"},
     });
     const std::string converter = "Converter X { pVariable[Name=V] V; FormulaTo FROM*V; FormulaFrom TO/V; "
                                   "pValue T } Integer T { Value 1 } Integer Zero { Value 0 } ";

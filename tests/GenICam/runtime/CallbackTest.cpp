@@ -125,6 +125,12 @@ TEST(Callbacks, InvalidationFiresWhatDependsOnTheNode)
     test.map._GetNodes(nodes);
     test.map._InvalidateNodes();
     EXPECT_EQ(log.Take(), NamesOf(nodes));
+    {
+        TestMap lone("Integer A { Value 0 } Integer B { Value 0 }");
+        CallbackLog loneLog(lone);
+        lone.map._InvalidateNodes();
+        EXPECT_EQ(loneLog.Take(), "A B Device Root");
+    }
     const std::string onPort =
         "Device Elsewhere Gain GainReg Indexed Limited Locked OnTwice Other Root Sub Text Twice Watcher";
     test.Get("Device").InvalidateNode();

@@ -243,7 +243,8 @@ TEST(Register, CopiesOfAValueAreWrittenAfterItInTheirOrder)
     test.Int("X").SetValue(5);
     EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4 w8:4");
     EXPECT_EQ(log.Take(), "C1 C2 R X");
-    EXPECT_EQ(test.Int("C2").GetValue(), 5);
+    for (const char* name : {"X", "R", "C1", "C2"})
+        EXPECT_EQ(test.Int(name).GetValue(), 5) << name;
 
     // Half a write fires nothing, but nobody is shown the value from before it.
     int writes = 0;
