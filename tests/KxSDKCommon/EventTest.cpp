@@ -76,7 +76,7 @@ TEST(EventTest, TimedWaitsLastTheirTime)
 {
     Automatic event;
     Manual other;
-    for (const unsigned int nMilliseconds : {30u, 1030u}) { // the second one carries into the seconds
+    for (const unsigned int nMilliseconds : {30u, 990u}) { // the second one almost always crosses a second
         const auto start = Clock::now();
         EXPECT_EQ(WaitForSingleObject(&event, nMilliseconds), 258u);
         EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(nMilliseconds) - 2ms);
@@ -153,7 +153,9 @@ TEST(EventTest, WaitForAllNeedsAll)
     EXPECT_EQ(Look(second), 258u);
     EXPECT_EQ(Look(third), 0u);
     first.SetEvent();
+    const auto start = Clock::now();
     EXPECT_EQ(WaitAll({&first, &second, &third}, 20), 258u);
+    EXPECT_GE(Clock::now() - start, 18ms);
     EXPECT_EQ(Look(first), 258u) << "a wait that times out uses the signals up";
 }
 
@@ -175,6 +177,7 @@ TEST(EventTest, WaitsForSeveralAreWokenFromOtherThreads)
     std::thread all([&] { EXPECT_EQ(WaitAll({&stop, &right}, 20000), 0u); });
     std::this_thread::sleep_for(10ms);
     right.SetEvent();
+    std::this_thread::sleep_for(10ms);
     stop.SetEvent();
     any.join();
     all.join();
