@@ -66,6 +66,7 @@ enum EFormatFlags : uint8_t
     kSizeFieldWrong = 8 ///< the code's size field tells the bits of the value, not those in memory
 };
 
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): the columns stand in the order of reading.
 struct CPixelFormatRow
 {
     uint32_t code;

@@ -199,8 +199,8 @@ def enum_text(formats):
     lines = ["// SPDX-License-Identifier: Apache-2.0",
              "// Codes of the pixel formats. Made by pixelformat/generate.py.",
              "#pragma once", "", "#include <cstdint>", "", "namespace KxApi", "{", "",
-             "/// A pixel format by its code of the GenICam Pixel Format Naming Convention: bit 31 set for codes that are not",
-             "/// of the convention, bits 24 to 30 one component (1) or several (2), bits 16 to 23 the bits of a pixel.",
+             "/// A pixel format by its code of the GenICam Pixel Format Naming Convention: bit 31 set for codes that are",
+             "/// not of the convention, bits 24 to 30 one component (1) or several (2), bits 16 to 23 the bits of a pixel.",
              "enum EKxPixelFormatNamingConvention_t : uint32_t", "{", "    // clang-format off",
              f"    {'KxPixelFormat_None'.ljust(width + 14)} = 0xFFFFFFFF, ///< no format"]
     lines += [f"    {('KxPixelFormat_' + f.name).ljust(width + 14)} = 0x{f.code:08X}," for f in formats]

@@ -4,6 +4,8 @@
  * missing in older producers. A producer defines GCTLIDLL and gets its functions exported. */
 #pragma once
 
+/* NOLINTBEGIN(modernize-*): the header serves C as well. */
+
 #include <GenTL/GenTLEnums.h>
 #include <stddef.h>
 #include <stdint.h>
@@ -300,3 +302,5 @@ GC_API_P(PDSGetBufferSegmentInfo)(DS_HANDLE hDataStream, BUFFER_HANDLE hBuffer, 
 } /* extern "C" */
 } /* namespace GenTL */
 #endif
+
+/* NOLINTEND(modernize-*) */

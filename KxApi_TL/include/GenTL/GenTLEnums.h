@@ -2,6 +2,8 @@
 /* Enumerations of the GenTL 1.6 interface. Behind each info command stands the type of its value. */
 #pragma once
 
+/* NOLINTBEGIN(modernize-*): the header serves C as well. */
+
 #include <stdint.h>
 
 #ifdef __cplusplus
@@ -424,3 +426,5 @@ typedef int32_t SEGMENT_INFO_CMD;
 } /* extern "C" */
 } /* namespace GenTL */
 #endif
+
+/* NOLINTEND(modernize-*) */

@@ -7,8 +7,8 @@
 namespace KxApi
 {
 
-/// A pixel format by its code of the GenICam Pixel Format Naming Convention: bit 31 set for codes that are not
-/// of the convention, bits 24 to 30 one component (1) or several (2), bits 16 to 23 the bits of a pixel.
+/// A pixel format by its code of the GenICam Pixel Format Naming Convention: bit 31 set for codes that are
+/// not of the convention, bits 24 to 30 one component (1) or several (2), bits 16 to 23 the bits of a pixel.
 enum EKxPixelFormatNamingConvention_t : uint32_t
 {
     // clang-format off

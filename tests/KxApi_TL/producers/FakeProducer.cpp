@@ -54,6 +54,7 @@ FAKE_EXPORT GCGetLastError(int32_t* code, char* text, size_t* size)
 // The functions of version 1.0 that are not written above, without the two that a faulty producer leaves out.
 #define FAKE_FUNCTION(name)                                                                                  \
     FAKE_EXPORT name() { return kNotImplemented; }
+// clang-format off
 #define FAKE_VERSION_1_0(X)                                                                                  \
     X(GCGetInfo)                                                                                             \
     X(GCReadPort)                                                                                            \
@@ -74,6 +75,7 @@ FAKE_EXPORT GCGetLastError(int32_t* code, char* text, size_t* size)
     X(DSGetParentDev) X(DSGetNumBufferParts) X(DSGetBufferPartInfo) X(DSAnnounceCompositeBuffer)             \
         X(DSGetBufferInfoStacked) X(DSGetBufferPartInfoStacked) X(DSGetNumFlows) X(DSGetFlowInfo)            \
             X(DSGetNumBufferSegments) X(DSGetBufferSegmentInfo)
+// clang-format on
 
 FAKE_VERSION_1_0(FAKE_FUNCTION)
 #ifndef FAKE_LACKS_QUEUE
