@@ -210,18 +210,6 @@ TEST(Callbacks, ANestedWriteRunsItsOwnCallbacksToTheEndFirst)
     EXPECT_EQ(test.Int("B").GetValue(), 1);
 }
 
-TEST(Callbacks, ALoopOfNestedWritesEnds)
-{
-    // Each value asks for the next one; the device's program ends this at 20.
-    TestMap test("Integer A { Value 0 }");
-    Register(&test.Get("A"), [&](INode*) {
-        if (test.Int("A").GetValue() < 20)
-            test.Int("A").SetValue(test.Int("A").GetValue() + 1);
-    });
-    test.Int("A").SetValue(1);
-    EXPECT_EQ(test.Int("A").GetValue(), 20);
-}
-
 TEST(Callbacks, AnExceptionLeavesTheWriteDropsLaterCallbacksAndTheValueIsWritten)
 {
     TestMap test("Integer A { Value 0 }");

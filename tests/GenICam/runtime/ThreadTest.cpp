@@ -126,24 +126,6 @@ TEST(Threads, RegisterAndRemoveCallbacksWhileOthersWrite)
     EXPECT_EQ(test.Int("A").GetValue(), kRounds - 1);
 }
 
-TEST(Threads, HoldTheLockToMakeSeveralAccessesOne)
-{
-    TestMap test("Integer A { Value 0 } Integer B { Value 0 }");
-    std::atomic<int> torn{0};
-    RunInThreads(2, [&](int thread) KXGC_NO_THREAD_SAFETY_ANALYSIS {
-        for (int i = 1; i <= 500; ++i) {
-            const AutoLock hold(test.map._GetLock());
-            if (thread == 0) {
-                test.Int("A").SetValue(i);
-                test.Int("B").SetValue(i);
-            } else if (test.Int("A").GetValue() != test.Int("B").GetValue()) {
-                ++torn;
-            }
-        }
-    });
-    EXPECT_EQ(torn, 0);
-}
-
 TEST(Threads, MakeMapsOfOneDescriptionAtOnce)
 {
     const std::string xml = DescriptionAsXml("Integer X { pValue R } IntReg R { at 0 4 RW; Little } "
