@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LoadedDescription.h"
 
-#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <fstream>
-#include <stdexcept>
 
 namespace Kx
 {
@@ -13,13 +11,12 @@ namespace Kx
 namespace
 {
 
+/// A file that can't be opened is left to the library, which tells why.
 bool BeginsLikeZipArchive(const std::string& fileName)
 {
     static constexpr char kSignature[] = {'P', 'K', 3, 4};
     std::ifstream file(fileName, std::ios::binary);
     char start[sizeof(kSignature)] = {};
-    if (!file)
-        throw std::runtime_error(std::strerror(errno));
     return file.read(start, sizeof(start)) && std::memcmp(start, kSignature, sizeof(start)) == 0;
 }
 
@@ -29,16 +26,7 @@ LoadedDescription::LoadedDescription(const std::string& fileName)
     : m_fileName(fileName)
 {
     const auto started = std::chrono::steady_clock::now();
-    try {
-        Load();
-    }
-    // The file is named by the one who knows it; the exceptions speak of what is in it.
-    catch (const GenICam::GenericException& e)
-    {
-        throw std::runtime_error(fileName + ": " + e.GetDescription());
-    } catch (const std::runtime_error& e) {
-        throw std::runtime_error(fileName + ": " + e.what());
-    }
+    Load();
     m_loadMilliseconds =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count();
 

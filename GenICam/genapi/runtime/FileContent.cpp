@@ -23,18 +23,18 @@ std::string ReadFile(const GenICam::gcstring& fileName)
 
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)
-        throw RUNTIME_EXCEPTION("File '%s' could not be opened: %s", path.c_str(), std::strerror(errno));
+        throw RUNTIME_EXCEPTION("%s: could not be opened: %s", path.c_str(), std::strerror(errno));
     std::string content;
     std::unique_ptr<char[]> chunk(new char[1 << 16]);
     for (size_t n = 0; (n = std::fread(chunk.get(), 1, 1 << 16, file.get())) > 0;) {
         content.append(chunk.get(), n);
         if (content.size() > kMaxFileSize)
-            throw RUNTIME_EXCEPTION("File '%s' has more than %zu bytes", path.c_str(), kMaxFileSize);
+            throw RUNTIME_EXCEPTION("%s: has more than %zu bytes", path.c_str(), kMaxFileSize);
     }
     if (std::ferror(file.get()) != 0)
-        throw RUNTIME_EXCEPTION("File '%s' could not be read: %s", path.c_str(), std::strerror(errno));
+        throw RUNTIME_EXCEPTION("%s: could not be read: %s", path.c_str(), std::strerror(errno));
     if (content.empty())
-        throw RUNTIME_EXCEPTION("File '%s' is empty", path.c_str());
+        throw RUNTIME_EXCEPTION("%s: is empty", path.c_str());
     return content;
 }
 

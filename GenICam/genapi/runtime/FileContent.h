@@ -15,17 +15,24 @@ namespace KxGenApi
 /// too large.
 std::string ReadFile(const GenICam::gcstring& fileName);
 
-/// Runs a function that reads a description; errors of its content leave with the file's name ahead of their
-/// text.
+/// The exception with a file's name ahead of its text, however long both are.
+template <class Exception>
+Exception InFile(const GenICam::gcstring& fileName, const Exception& error, const char* type)
+{
+    const GenICam::gcstring text = fileName + ": " + error.GetDescription();
+    return Exception(text.c_str(), error.GetSourceFileName(), static_cast<int>(error.GetSourceLine()), type);
+}
+
+/// Runs a function that reads a description; errors of its content leave with the file's name.
 template <typename Function>
 void NameSource(const GenICam::gcstring& fileName, const Function& function)
 {
     try {
         function();
     } catch (const GenICam::PropertyException& error) {
-        throw PROPERTY_EXCEPTION("%s: %s", fileName.c_str(), error.GetDescription());
+        throw InFile(fileName, error, "PropertyException");
     } catch (const GenICam::RuntimeException& error) {
-        throw RUNTIME_EXCEPTION("%s: %s", fileName.c_str(), error.GetDescription());
+        throw InFile(fileName, error, "RuntimeException");
     }
 }
 
