@@ -42,9 +42,15 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
 
 void CModulePort::Invalidate()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_file)
-        m_file->GetNodeMap()->InvalidateNodes();
+    GenApi::INodeMap* map = nullptr;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_file)
+            map = m_file->GetNodeMap();
+    }
+    // Outside the lock, since callbacks of nodes may ask for the node map.
+    if (map)
+        map->InvalidateNodes();
 }
 
 bool CModulePort::IsAllowed(GenTL::PORT_INFO_CMD command) const

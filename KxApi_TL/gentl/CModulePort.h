@@ -46,7 +46,7 @@ private:
     CKxGenTLLib& m_lib;
     const Opener m_open;
     std::atomic<GenTL::PORT_HANDLE> m_handle{nullptr};
-    std::mutex m_mutex; // guards m_file; taken before a node map's lock, never inside it
+    std::mutex m_mutex; // guards m_file; never held while nodes are used
     std::unique_ptr<CKxXMLFile> m_file;
 };
 

@@ -36,6 +36,22 @@ std::string Fake(const std::string& name)
 
 void SetWorld(const char* world) { setenv("KXAPI_FAKE_WORLD", world, 1); }
 
+struct CountWatcher
+{
+    explicit CountWatcher(IKxInterface& rInterface)
+        : interface(rInterface)
+    {}
+    void OnChange(GenApi::INode* node)
+    {
+        ++changes;
+        EXPECT_EQ(node->GetNodeMap(), interface.GetIKxPort()->GetINodeMap());
+        EXPECT_EQ(interface.GetDeviceCount(), 1U);
+    }
+
+    IKxInterface& interface;
+    int changes = 0;
+};
+
 class System : public testing::Test
 {
 protected:
@@ -163,9 +179,15 @@ TEST_F(System, NodeMapOfAnInterfaceFollowsItsDevices)
     EXPECT_EQ(gev.GetIKxPort()->GetINodeMap(), map);
     const GenApi::CIntegerPtr count(map->GetNode("DeviceCount"));
     EXPECT_EQ(count->GetValue(), 2);
+    // A user who looks at the interface again whenever the node changes.
+    CountWatcher watcher(gev);
+    const GenApi::CallbackHandleType handle =
+        GenApi::Register(count->GetNode(), watcher, &CountWatcher::OnChange);
     SetWorld("GEV=camA/1");
     gev.UpdateDeviceList();
+    EXPECT_EQ(watcher.changes, 1);
     EXPECT_EQ(count->GetValue(), 1);
+    count->GetNode()->DeregisterCallback(handle);
     // The producer claims to have written, and took no byte.
     EXPECT_THROW(count->SetValue(5), GenICam::GenericException);
     // Module without the register: its error arrives through the node.
