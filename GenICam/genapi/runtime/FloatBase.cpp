@@ -207,7 +207,7 @@ std::string FloatBase::BoundedText(double value)
 {
     const EDisplayNotation notation = GetDisplayNotation();
     const int64_t precision = GetDisplayPrecision();
-    const std::string text = RealToText(value, notation, precision);
+    std::string text = RealToText(value, notation, precision);
     const std::optional<double> shown = TextToReal(text);
     if (!shown)
         return text;
