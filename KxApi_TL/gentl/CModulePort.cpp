@@ -25,7 +25,10 @@ GenTL::PORT_HANDLE CModulePort::Handle()
 
 GenApi::INodeMap* CModulePort::GetINodeMap()
 {
-    return GenICam::GuardBadAlloc([this] {
+    // Callbacks of nodes come here too, with the map's lock held: they must not wait for the making of a map.
+    if (GenApi::INodeMap* const map = m_map)
+        return map;
+    return GenICam::GuardBadAlloc([this]() -> GenApi::INodeMap* {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_file) {
             const GenTL::PORT_HANDLE handle = Handle();
@@ -35,21 +38,15 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
             auto file = std::make_unique<CKxXMLFile>(&m_lib, handle, GetAccessMode(), "Device");
             file->CreateNodeMap(CKxXMLFile::GetURL(&m_lib, handle), this, name);
             m_file = std::move(file);
+            m_map = m_file->GetNodeMap();
         }
-        return m_file->GetNodeMap();
+        return m_map;
     });
 }
 
 void CModulePort::Invalidate()
 {
-    GenApi::INodeMap* map = nullptr;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_file)
-            map = m_file->GetNodeMap();
-    }
-    // Outside the lock, since callbacks of nodes may ask for the node map.
-    if (map)
+    if (GenApi::INodeMap* const map = m_map)
         map->InvalidateNodes();
 }
 

@@ -46,8 +46,9 @@ private:
     CKxGenTLLib& m_lib;
     const Opener m_open;
     std::atomic<GenTL::PORT_HANDLE> m_handle{nullptr};
-    std::mutex m_mutex; // guards m_file; never held while nodes are used
+    std::mutex m_mutex; // guards m_file; held while the map is made, and not afterwards
     std::unique_ptr<CKxXMLFile> m_file;
+    std::atomic<GenApi::INodeMap*> m_map{nullptr}; // that of m_file, once it is made
 };
 
 } // namespace Detail

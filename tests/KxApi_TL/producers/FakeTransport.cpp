@@ -291,6 +291,8 @@ GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* si
         std::memcpy(buffer, kXml, *size);
         return GC_ERR_SUCCESS;
     }
+    // Registers may be read while lists are updated.
+    const std::lock_guard<std::mutex> lock(g_mutex);
     const Interface* const interface = ToInterface(handle);
     if (address != kCountAddress || *size != 4 || !interface)
         return GC_ERR_INVALID_ADDRESS;
