@@ -15,8 +15,8 @@ namespace KxGenApi
 /// Nodes related in that way, each once, in the order of discovery.
 std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex node, GenApi::ELinkType type);
 
-/// The nodes that a selector selects: those it names and what shows them. What a selected selector merely names
-/// is not among them.
+/// The nodes that a selector selects: those it names and what shows them. What a selected selector merely
+/// names is not among them.
 std::vector<NodeIndex> SelectedNodes(const Description& description, NodeIndex node);
 
 /// The selectors of a node, direct and indirect ones.
