@@ -14,7 +14,7 @@ namespace KxGenApi
 namespace
 {
 
-using Key = std::tuple<uint64_t, uint64_t, size_t>;
+using Key = std::tuple<uint64_t, uint64_t, size_t, ContentType>; // the same bytes may be no archive
 
 struct Cache
 {
@@ -28,10 +28,10 @@ Cache& TheCache()
     return *cache;
 }
 
-Key KeyOf(std::string_view content)
+Key KeyOf(std::string_view content, ContentType type)
 {
     const XXH128_hash_t hash = XXH3_128bits(content.data(), content.size());
-    return {hash.high64, hash.low64, content.size()};
+    return {hash.high64, hash.low64, content.size(), type};
 }
 
 std::shared_ptr<Model> Find(const Key& key)
@@ -58,7 +58,7 @@ std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, Gen
     if (usage == GenApi::CacheUsage_Ignore)
         return std::make_shared<Model>(ReadDescription(content, type));
 
-    const Key key = KeyOf(content);
+    const Key key = KeyOf(content, type);
     if (usage != GenApi::CacheUsage_ForceWrite) {
         if (std::shared_ptr<Model> model = Find(key))
             return model;

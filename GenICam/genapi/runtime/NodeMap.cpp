@@ -12,6 +12,7 @@
 #include <GenApi/IValue.h>
 
 #include <algorithm>
+#include <exception>
 
 namespace KxGenApi
 {
@@ -19,6 +20,13 @@ namespace
 {
 
 gcstring Text(const std::string& text) { return gcstring(text.data(), text.size()); }
+
+bool Refuse(GenICam::gcstring_vector* errors, const char* why)
+{
+    if (errors != nullptr)
+        errors->push_back(why);
+    return false;
+}
 
 } // namespace
 
@@ -188,7 +196,6 @@ CNodeWriteConcatenator* NodeMap::NewNodeWriteConcatenator() const { return new C
 
 bool NodeMap::ConcatenatedWrite(CNodeWriteConcatenator& List, bool, GenICam::gcstring_vector* pErrorList)
 {
-    const AutoLock lock(m_lock);
     bool allGood = true;
     for (const CNodeWriteConcatenator::Entry& entry : List.Entries())
         allGood = WriteOne(entry, pErrorList) && allGood;
@@ -210,9 +217,9 @@ bool NodeMap::WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcst
         }
         return true;
     } catch (const GenICam::GenericException& error) {
-        if (errors != nullptr)
-            errors->push_back(error.GetDescription());
-        return false;
+        return Refuse(errors, error.GetDescription());
+    } catch (const std::exception& error) { // ports may throw what they like; the rest of the list goes on
+        return Refuse(errors, error.what());
     }
 }
 

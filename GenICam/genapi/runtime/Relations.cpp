@@ -308,7 +308,8 @@ bool PropertyOf(const Description& description, NodeIndex node, const gcstring& 
     }
     if (found) {
         value = gcstring(values.data(), values.size());
-        attribute = gcstring(attributes.data(), attributes.size());
+        const bool any = attributes.find_first_not_of('\t') != std::string::npos;
+        attribute = any ? gcstring(attributes.data(), attributes.size()) : gcstring();
     }
     return found;
 }

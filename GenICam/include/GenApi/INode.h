@@ -66,7 +66,9 @@ struct GENAPI_DECL_ABSTRACT INode : virtual public ISelector
     /// @return handle for DeregisterCallback.
     virtual CallbackHandleType RegisterCallback(CNodeCallback* pCallback) = 0;
 
-    /// Removes a callback; it may remove itself while it runs.
+    /// Removes a callback; it may remove itself while it runs. A callback outside the lock may still be
+    /// running in another thread when this returns: waiting for it here could wait for a lock that the caller
+    /// holds. What such a callback uses has to live longer, or to be owned by it.
     /// @return false if the handle is not (or no longer) registered here.
     virtual bool DeregisterCallback(CallbackHandleType hCallback) = 0;
 

@@ -59,6 +59,7 @@ struct GENAPI_DECL_ABSTRACT INodeMap
     /// writes 0.
     /// @param featureStreaming allows nodes that are not streamable to be passed over as well.
     /// @param pErrorList gets a line for each write that the device refused; may be null.
+    /// Each write is a change of its own; take the lock to keep others out in between.
     /// @return false if the device refused any.
     virtual bool ConcatenatedWrite(CNodeWriteConcatenator& List, bool featureStreaming = true,
                                    GenICam::gcstring_vector* pErrorList = nullptr) = 0;

@@ -14,10 +14,11 @@ struct GENAPI_DECL_ABSTRACT ISelector : virtual public IBase
     /// Whether this node selects anything.
     virtual bool IsSelector() const = 0;
 
-    /// Appends the features that this one selects, those of selected selectors included.
+    /// Appends the nodes that this one names as selected, and all that are made of those. What a selected
+    /// selector selects in its turn is asked of that one; CSelectorSet follows such chains.
     virtual void GetSelectedFeatures(FeatureList_t& list) const = 0;
 
-    /// Appends the selectors of this feature, indirect ones included.
+    /// Appends the selectors of this feature and of the nodes that it is made of.
     virtual void GetSelectingFeatures(FeatureList_t& list) const = 0;
 };
 

@@ -27,7 +27,8 @@ struct GENAPI_DECL_ABSTRACT IValue : virtual public IBase
     /// Raises InvalidArgumentException for text that is no value of this node, and what the writing raises.
     virtual void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) = 0;
 
-    /// Whether the next read is answered from the cache.
+    /// Whether the node itself holds its value. After a write it may have to ask the node below for it first,
+    /// which need not cost an access to the device.
     virtual bool IsValueCacheValid() const = 0;
 };
 
