@@ -293,11 +293,6 @@ std::shared_ptr<const Description> ReadDescription(std::string_view content,
 std::shared_ptr<const Description> ReadDescription(std::string_view content, std::string_view injected,
                                                    ContentType type = ContentType::Automatic);
 
-/// Like ReadDescription for a plain description, but one that has been read before and is still in use by
-/// somebody is handed out again. Any thread.
-std::shared_ptr<const Description> ReadSharedDescription(std::string_view content,
-                                                         ContentType type = ContentType::Automatic);
-
 /// The part of a description that a node needs: the node, all that it refers to, and a category "Root" that
 /// lists it if it is not part of it anyway.
 std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root);
