@@ -66,14 +66,14 @@ constexpr Broken kNames[] = {
 INSTANTIATE_TEST_SUITE_P(Names, BrokenNodes, testing::ValuesIn(kNames));
 
 constexpr Broken kStructure[] = {
-    {"UnknownNode", "<Intger Name='I'/>",
-     "Runtime: line 2, column 1: element 'Intger' is no node that may stand here"},
+    {"UnknownNode", "<Complex Name='I'/>",
+     "Runtime: line 2, column 1: element 'Complex' is no node that may stand here"},
     {"EntryOutside", "<EnumEntry Name='I'><Value>1</Value></EnumEntry>",
      "Runtime: line 2, column 1: element 'EnumEntry' is no node that may stand here"},
     {"StructEntryOutside", "<StructEntry Name='I'><Bit>1</Bit></StructEntry>",
      "Runtime: line 2, column 1: element 'StructEntry' is no node that may stand here"},
-    {"UnknownElement", "<Integer Name='I'>\n <Valeu>1</Valeu></Integer>",
-     "Runtime: line 3, column 2: node 'I': element 'Valeu' is unknown"},
+    {"UnknownElement", "<Integer Name='I'>\n <Amount>1</Amount></Integer>",
+     "Runtime: line 3, column 2: node 'I': element 'Amount' is unknown"},
     {"ElementOfOtherKind", "<Integer Name='I'><Value>1</Value><Formula>1</Formula></Integer>",
      "Runtime: line 2, column 35: node 'I': element 'Formula' is not allowed in a node of kind Integer"},
     {"InternalNames",
