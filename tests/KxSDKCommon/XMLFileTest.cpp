@@ -7,6 +7,8 @@
 #include <KxSDKCommon/KxApi_Exception.h>
 #include <KxSDKCommon/KxXMLFile.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -84,7 +86,8 @@ protected:
     }
     std::string Saved()
     {
-        const std::string path = testing::TempDir() + "kxxmlfile.bin";
+        // The tests run in processes beside each other: a name of its own for each.
+        const std::string path = testing::TempDir() + "kxxmlfile-" + std::to_string(getpid());
         file.SaveToFile(path.c_str());
         std::ifstream stream(path, std::ios::binary);
         const std::string content{std::istreambuf_iterator<char>(stream), {}};
