@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+// What painting hands to overlays.
+#pragma once
+
+#include <KxApi_GUI/IKxWndCallback.h>
+#include <KxSDKCommon/KxCallbackManager.h>
+
+namespace KxApi
+{
+
+/// The parameter of the drawing event. Lives on the stack of the paint.
+class COverlayParam final : public CKxCallbackParamBase<IKxCallbackParamKxApiGUIEventDrawing>
+{
+public:
+    /// What is painted, where, and with what; the sizes as the interface tells them.
+    struct CValues
+    {
+        IKxWnd* pIKxWnd = nullptr;
+        IKxImage* pIKxImage = nullptr;
+        int nROIOffsetX = 0;
+        int nROIOffsetY = 0;
+        int nROIWidth = 0;
+        int nROIHeight = 0;
+        int nDisplayWidth = 0;
+        int nDisplayHeight = 0;
+        void* pDC = nullptr;
+    };
+
+    explicit COverlayParam(const CValues& values) noexcept
+        : CKxCallbackParamBase(KxGUICallbackType_Drawing)
+        , m_values(values)
+    {}
+
+    IKxWnd* GetIKxWnd() const override { return m_values.pIKxWnd; }
+    IKxImage* GetIKxImage() const override { return m_values.pIKxImage; }
+    int GetROIOffsetX() const override { return m_values.nROIOffsetX; }
+    int GetROIOffsetY() const override { return m_values.nROIOffsetY; }
+    int GetROIWidth() const override { return m_values.nROIWidth; }
+    int GetROIHeight() const override { return m_values.nROIHeight; }
+    int GetDisplayWidth() const override { return m_values.nDisplayWidth; }
+    int GetDisplayHeight() const override { return m_values.nDisplayHeight; }
+    void* GetDC() const override { return m_values.pDC; }
+
+private:
+    const CValues m_values;
+};
+
+} // namespace KxApi

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// The image window as its dialog, its widget and the drawing tool see it.
+#pragma once
+
+#include "frame/IDlgParent.h"
+#include "frame/IKxWndInside.h"
+
+#include <KxApi_GUI/IKxImageDisplayWnd.h>
+
+namespace KxApi
+{
+
+class COverlayParam;
+struct IKxImageBufferReleasable;
+
+/// The window with all of its settings.
+struct IKxImageDisplayWndInside : IKxImageDisplayWnd, IKxWndReleasable, IKxWndInside
+{
+protected:
+    ~IKxImageDisplayWndInside() = default;
+};
+
+/// The window as the dialog holds it.
+struct ICDisplayImageDlgParent : IDlgParent
+{
+    virtual IKxImageDisplayWndInside* GetIKxImageDisplayWndInside() = 0;
+
+    /// Hands the painter to the application. GUI thread.
+    virtual void RunOverlay(COverlayParam* pParam) = 0;
+
+    /// The newest image in a format for the screen, converted if it is new or a setting changed; null when
+    /// there is none. It stays what it is until the next call with the same argument. Raises what the
+    /// converter raises.
+    /// @param bForApplication who keeps it: 1 the application, 0 the widget.
+    virtual IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) = 0;
+
+    /// Scroll bars moved or have a new range.
+    virtual void OnScrollPosOrRangeChanged() = 0;
+
+    /// Asks for a file name and saves the image as it was registered, or as it is shown. GUI thread.
+    virtual void SaveImage(bool bPreview) = 0;
+
+protected:
+    ~ICDisplayImageDlgParent() = default;
+};
+
+} // namespace KxApi
