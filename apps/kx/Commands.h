@@ -11,6 +11,21 @@ class App;
 namespace Kx
 {
 
+/// kx list: producers, systems, interfaces and devices.
+void AddListCommand(CLI::App& program);
+
+/// kx features CAMERA: the feature tree with its values.
+void AddFeaturesCommand(CLI::App& program);
+
+/// kx get CAMERA NAME...: values of features; saves feature files.
+void AddGetCommand(CLI::App& program);
+
+/// kx set CAMERA NAME=VALUE...: sets features and executes commands; loads feature files.
+void AddSetCommand(CLI::App& program);
+
+/// kx grab CAMERA: acquires images.
+void AddGrabCommand(CLI::App& program);
+
 /// kx genapi FILE: loads, checks and shows a node-map description.
 void AddGenApiCommand(CLI::App& program);
 

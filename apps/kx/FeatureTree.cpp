@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FeatureTree.h"
 
-#include "DescriptionCheck.h"
 #include "NodeText.h"
 
 #include <ostream>
@@ -39,8 +38,9 @@ std::string Shown(GenApi::INode& node)
 class TreePrinter
 {
 public:
-    explicit TreePrinter(std::ostream& out)
+    TreePrinter(std::ostream& out, GenApi::EVisibility visibility)
         : m_out(out)
+        , m_visibility(visibility)
     {}
 
     void Print(GenApi::INode& node, size_t depth)
@@ -65,20 +65,21 @@ private:
         GenApi::FeatureList_t features;
         category.GetFeatures(features);
         for (GenApi::IValue* const feature : features)
-            Print(*feature->GetNode(), depth + 1);
+            if (GenApi::IsVisible(feature->GetNode()->GetVisibility(), m_visibility))
+                Print(*feature->GetNode(), depth + 1);
     }
 
     std::ostream& m_out;
+    GenApi::EVisibility m_visibility;
     std::set<const GenApi::INode*> m_shown;
 };
 
 } // namespace
 
-void PrintTree(std::ostream& out, const LoadedDescription& description)
+void PrintTree(std::ostream& out, GenApi::INode* root, GenApi::EVisibility visibility)
 {
-    PrintHeadLine(out, description);
-    if (GenApi::INode* const root = description.Map()._GetNode("Root"))
-        TreePrinter(out).Print(*root, 0);
+    if (root)
+        TreePrinter(out, visibility).Print(*root, 0);
     else
         out << "(no category \"Root\")\n";
 }

@@ -4,6 +4,7 @@
 #include "FeatureTree.h"
 #include "LoadedDescription.h"
 #include "NodeTable.h"
+#include "Output.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,17 +29,16 @@ struct Options
 void RunGenApi(const Options& options)
 {
     const LoadedDescription description(options.file);
-    if (options.tree)
-        PrintTree(std::cout, description);
-    else if (options.table)
+    if (options.tree) {
+        PrintHeadLine(std::cout, description);
+        PrintTree(std::cout, description.Map()._GetNode("Root"));
+    } else if (options.table)
         PrintTable(std::cout, description);
     else if (options.json)
         PrintJson(std::cout, description);
     else
         PrintSummary(std::cout, description, Check(description));
-    // A full disk or a closed pipe must not look like a complete dump.
-    if (!std::cout.flush())
-        throw std::runtime_error("cannot write to standard output");
+    Finish(std::cout);
 }
 
 } // namespace

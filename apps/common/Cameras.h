@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+// The cameras that can be found, by the names that people call them.
+#pragma once
+
+#include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxDevice.h>
+#include <KxApi_TL/IKxInterface.h>
+#include <KxApi_TL/IKxSystem.h>
+#include <KxApi_TL/KxApi_TL.h>
+
+#include <string>
+#include <vector>
+
+namespace KxApps
+{
+
+using Device = KxApi::CKxAutoPtr<KxApi::IKxDeviceReleasable, KxApi::IKxDevice>;
+
+/// A camera and the interface it hangs on; valid as long as the Cameras that told of it.
+struct Camera
+{
+    KxApi::IKxInterface* pInterface;
+    const KxApi::IKxDeviceInfo* pInfo;
+};
+
+/// The started SDK with every producer that can be opened. One thread.
+class Cameras
+{
+public:
+    struct InterfaceEntry
+    {
+        KxApi::IKxInterface* pInterface;
+        std::vector<const KxApi::IKxDeviceInfo*> devices;
+        std::string error; ///< why its devices can't be listed; empty when they can
+    };
+    struct SystemEntry
+    {
+        KxApi::IKxSystem* pSystem;
+        std::vector<InterfaceEntry> interfaces;
+        std::string error; ///< why its interfaces can't be listed; empty when they can
+    };
+
+    /// Opens all producers and looks for cameras once. What can't be opened or listed hides nothing else.
+    Cameras();
+
+    /// Looks again.
+    void Update();
+
+    const std::vector<KxApi::CKxProducerInfo>& Producers() const { return m_producers; }
+    const std::vector<SystemEntry>& Systems() const { return m_entries; }
+
+    /// All cameras, in the order of systems, interfaces and devices.
+    std::vector<Camera> All() const;
+
+    /// The camera that is called so: by ID, else by user-defined name, serial number or model. Raises
+    /// RuntimeException that lists what there is when none is, or several are.
+    Camera Find(const std::string& name) const;
+
+    /// The first camera that can be controlled now, a simulated one if there is any. Raises RuntimeException
+    /// when there is none.
+    Camera First() const;
+
+    /// Opens a camera. Raises RuntimeException that names the camera and what keeps it from being opened.
+    static Device Open(const Camera& camera, KxApi::EKxDeviceAccess_t access);
+
+private:
+    KxApi::CKxApiAutoInitTerm m_sdk; // first in, last out
+    KxApi::CIKxSystemPtrArray m_systems;
+    std::vector<KxApi::CKxProducerInfo> m_producers;
+    std::vector<SystemEntry> m_entries;
+};
+
+/// Name of a GenTL::DEVICE_ACCESS_STATUS_LIST, such as "ReadWrite" or "Busy".
+const char* AccessStatusName(int32_t status);
+
+} // namespace KxApps

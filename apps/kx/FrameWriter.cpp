@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FrameWriter.h"
+
+#include "ImageFileType.h"
+
+#include <Base/GCException.h>
+#include <KxApi_TL/IKxStream.h>
+
+#include <filesystem>
+#include <regex>
+
+using namespace KxApi;
+
+namespace Kx
+{
+
+FrameWriter::FrameWriter(const std::string& output)
+    : m_filer(CreateIKxFiler(KxFilerType_StillImage))
+{
+    static const std::regex kNumber("([^%]*)%(?:0([1-9]))?d([^%]*)");
+    std::string pattern = output;
+    if (std::filesystem::is_directory(output))
+        pattern = (std::filesystem::path(output) / "frame-%06d.kxraw").string();
+    std::smatch parts;
+    if (!std::regex_match(pattern, parts, kNumber))
+        throw INVALID_ARGUMENT_EXCEPTION(
+            "'%s' is neither a folder nor a name with one %%d or %%04d for the number", output.c_str());
+    m_prefix = parts[1];
+    m_digits = parts[2].matched ? static_cast<size_t>(parts[2].str()[0] - '0') : 0;
+    m_suffix = parts[3];
+    m_type = FileTypeOf(m_suffix);
+}
+
+std::string FrameWriter::PathOf(uint64_t number) const
+{
+    std::string digits = std::to_string(number);
+    if (digits.size() < m_digits)
+        digits.insert(0, m_digits - digits.size(), '0');
+    return m_prefix + digits + m_suffix;
+}
+
+void FrameWriter::Write(IKxStreamImage& image, uint64_t number)
+{
+    m_filer->Save(&image, m_type, PathOf(number).c_str());
+}
+
+} // namespace Kx

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+// Images of an acquisition into files, one each.
+#pragma once
+
+#include <KxApi_IP/IKxStillImageFiler.h>
+#include <KxApi_TL/CKxAutoPtr.h>
+
+#include <cstdint>
+#include <string>
+
+namespace KxApi
+{
+struct IKxStreamImage;
+}
+
+namespace Kx
+{
+
+/// Writes images under numbered names. One thread.
+class FrameWriter
+{
+public:
+    static constexpr const char* kHelp =
+        "Saves each image: a name with its number as %d or %04d, such as frame-%04d.png (.bmp, .jpg, .tif, "
+        ".png, "
+        ".csv, .kxraw), or a folder, which gets all bytes as they are in .kxraw files";
+
+    /// Raises InvalidArgumentException for a name that can't hold a number or whose ending names no file
+    /// type.
+    explicit FrameWriter(const std::string& output);
+
+    /// Raises what the file type, the format or the disk object to, with the path.
+    void Write(KxApi::IKxStreamImage& image, uint64_t number);
+
+private:
+    std::string PathOf(uint64_t number) const;
+
+    std::string m_prefix;
+    std::string m_suffix;
+    size_t m_digits = 0;
+    KxApi::EKxStillImageFileType_t m_type = KxApi::KxStillImageFileType_Raw;
+    KxApi::CKxAutoPtr<KxApi::IKxFilerReleasable, KxApi::IKxStillImageFiler> m_filer;
+};
+
+} // namespace Kx

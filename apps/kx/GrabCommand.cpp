@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Commands.h"
+#include "FeatureSetting.h"
+#include "FrameWriter.h"
+#include "GrabProgress.h"
+#include "OpenCamera.h"
+#include "Output.h"
+
+#include <KxApi_TL/IKxStream.h>
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+using namespace KxApi;
+
+namespace Kx
+{
+
+namespace
+{
+
+using Stream = CKxAutoPtr<IKxStreamReleasable, IKxStream>;
+using Image = CKxAutoPtr<IKxStreamImageReleasable, IKxStreamImage>;
+
+constexpr uint32_t kSliceMs = 100; // an interrupt is heeded this soon
+
+struct Options
+{
+    CameraOptions camera;
+    uint64_t images = kKxEndless;
+    uint32_t buffers = kKxDefaultBufferCount;
+    uint32_t timeoutMs = 5000;
+    std::vector<std::string> settings;
+    std::string output;
+    bool json = false;
+};
+
+volatile std::sig_atomic_t interrupted = 0;
+
+// Ctrl-C ends the acquisition and is answered with what came until then; a second one ends the program.
+class InterruptWatch
+{
+public:
+    InterruptWatch() { std::signal(SIGINT, Note); }
+    ~InterruptWatch() { std::signal(SIGINT, SIG_DFL); }
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+private:
+    static void Note(int signal)
+    {
+        interrupted = 1;
+        std::signal(signal, SIG_DFL);
+    }
+};
+
+// The next image; null when the acquisition was interrupted.
+Image Next(IKxStream& stream, uint32_t timeoutMs)
+{
+    for (uint32_t waited = 0; !interrupted; waited += kSliceMs) {
+        if (waited >= timeoutMs)
+            throw TIMEOUT_EXCEPTION("no image came within %u ms", timeoutMs);
+        if (Image image{stream.FetchImage(kSliceMs)})
+            return image;
+    }
+    return Image();
+}
+
+void Receive(IKxStream& stream, const Options& options, GrabProgress& progress)
+{
+    std::optional<FrameWriter> writer;
+    if (!options.output.empty())
+        writer.emplace(options.output);
+    const InterruptWatch watch;
+    for (uint64_t n = 0; n < options.images; ++n) {
+        const Image image = Next(stream, options.timeoutMs);
+        if (!image)
+            break;
+        if (writer)
+            writer->Write(*image, n);
+        progress.Count(stream.GetPayloadSize(), stream.GetStatistics());
+    }
+}
+
+void RunGrab(const Options& options)
+{
+    OpenCamera camera(options.camera, KxDeviceAccess_Control);
+    KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
+    const Stream stream(camera.Device().OpenIKxStream(0));
+    stream->SetBufferCount(options.buffers);
+    stream->StartAcquisition(nullptr, options.images);
+
+    GrabProgress progress(options.images);
+    try {
+        Receive(*stream, options, progress);
+    } catch (const GenICam::GenericException&) {
+        progress.End();
+        std::cerr << progress.Summary() << "\n"; // what came before the fault isn't kept back
+        throw;
+    }
+    progress.End();
+    stream->StopAcquisition();
+    std::cout << (options.json ? progress.Json() : progress.Summary()) << "\n";
+    Finish(std::cout);
+    if (options.images != kKxEndless && progress.Images() < options.images)
+        throw RUNTIME_EXCEPTION("interrupted after %llu of %llu images",
+                                static_cast<unsigned long long>(progress.Images()),
+                                static_cast<unsigned long long>(options.images));
+}
+
+} // namespace
+
+void AddGrabCommand(CLI::App& program)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        program.add_subcommand("grab", "Acquires images and tells rate, bandwidth and losses while it runs");
+    options->camera.AddTo(*command);
+    command->add_option("-n,--images", options->images, "Number of images; until Ctrl-C if not given")
+        ->check(CLI::PositiveNumber);
+    command
+        ->add_option("--set", options->settings,
+                     "NAME=VALUE set before the start; may be given several times")
+        ->take_all();
+    command->add_option("--buffers", options->buffers, "Buffers that wait for images")
+        ->check(CLI::Range(1u, kKxMaxBufferCount))
+        ->capture_default_str();
+    command->add_option("--timeout", options->timeoutMs, "Milliseconds to wait for an image")
+        ->capture_default_str();
+    command->add_option("-o,--output", options->output, FrameWriter::kHelp);
+    command->add_flag("--json", options->json, "The result as a JSON object");
+    command->callback([options] { RunGrab(*options); });
+}
+
+} // namespace Kx

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+// How an acquisition goes, for people while it runs and for scripts at its end.
+#pragma once
+
+#include <KxApi_TL/IKxStream.h>
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+namespace Kx
+{
+
+/// Counts images and tells of them on standard error: a bar that is drawn anew where there is a terminal,
+/// else a line each second. One thread.
+class GrabProgress
+{
+public:
+    /// @param expected kKxEndless draws no bar
+    explicit GrabProgress(uint64_t expected);
+
+    /// An image of so many bytes has come.
+    void Count(size_t bytes, const KxApi::CKxStreamStatistics& statistics);
+
+    /// Draws the last state and ends the line.
+    void End();
+
+    uint64_t Images() const { return m_images; }
+
+    /// Images, time, rate, bandwidth and losses on a line, or as a JSON object.
+    std::string Summary() const;
+    std::string Json() const;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    double Seconds() const { return std::chrono::duration<double>(m_last - m_first).count(); }
+    double PerSecond(double amount) const;
+    std::string Bar() const;
+    void Show();
+
+    const uint64_t m_expected;
+    const bool m_terminal;
+    uint64_t m_images = 0;
+    uint64_t m_bytes = 0;
+    KxApi::CKxStreamStatistics m_statistics;
+    Clock::time_point
+        m_first; // arrival of the first image: the start-up of the camera is no part of the rate
+    Clock::time_point m_last;
+    Clock::time_point m_shown;
+};
+
+} // namespace Kx
