@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+// The converter that CreateIKxConverter makes.
+#pragma once
+
+#include "CConverterSettings.h"
+
+#include <KxApi_IP/IKxPixelFormatConverter.h>
+
+#include <atomic>
+
+namespace KxApi
+{
+
+class CKxPixelFormatConverter final : public IKxConverterReleasable
+{
+public:
+    CKxPixelFormatConverter() = default;
+    CKxPixelFormatConverter(const CKxPixelFormatConverter&) = delete;
+    CKxPixelFormatConverter& operator=(const CKxPixelFormatConverter&) = delete;
+    virtual ~CKxPixelFormatConverter() = default;
+
+    void Convert(IKxImage* pSource, IKxImageBuffer* pTarget) override;
+    GenApi::INodeMap* GetINodeMap() override { return m_objSettings.GetINodeMap(); }
+    void SetConversionOption(int nThreads) override;
+    EKxPixelFormatNamingConvention_t GetDestinationPixelFormat() const override;
+    void SetDestinationPixelFormat(EKxPixelFormatNamingConvention_t ePixelFormat) override;
+    bool GetReverseY() const override;
+    void SetReverseY(bool bReverseY) override;
+    EKxBayerInterpolationMethod_t GetBayerInterpolationMethod() const override;
+    void SetBayerInterpolationMethod(EKxBayerInterpolationMethod_t eMethod) override;
+    double GetGamma() const override;
+    void SetGamma(double dGamma) override;
+    void SetAutoDestination(bool bAuto) override { m_bAutoDestination = bAuto; }
+    bool GetAutoDestination() const override { return m_bAutoDestination; }
+    int GetConversionOption() const override { return m_nThreads; }
+    EKxBitExpansionMode_t GetBitExpansionMode() const override;
+    void SetBitExpansionMode(EKxBitExpansionMode_t eMode) override;
+    bool IsConvertible(EKxPixelFormatNamingConvention_t eSource,
+                       EKxPixelFormatNamingConvention_t eDestination) const override;
+
+    EKxPolarizationImageTransformationMethod_t GetPolarizationImageTransformationMethod() const override;
+    void
+    SetPolarizationImageTransformationMethod(EKxPolarizationImageTransformationMethod_t eMethod) override;
+    double GetPolarizationSpecifiedAngle() const override;
+    void SetPolarizationSpecifiedAngle(double dAngle) override;
+    EKxColorMapType_t GetColorMapType() const override;
+    void SetColorMapType(EKxColorMapType_t eType) override;
+    bool GetColorMapInversion() const override;
+    void SetColorMapInversion(bool bInversion) override;
+    int32_t GetColorMapPhase() const override;
+    void SetColorMapPhase(int32_t nPhase) override;
+    EKxPolarizationInterpolationMethod_t GetPolarizationSpecifiedAngleInterpolationMethod() const override;
+    void
+    SetPolarizationSpecifiedAngleInterpolationMethod(EKxPolarizationInterpolationMethod_t eMethod) override;
+    bool GetADOLPDarkMode() const override;
+    void SetADOLPDarkMode(bool bDarkMode) override;
+    bool GetADOLPColorInversion() const override;
+    void SetADOLPColorInversion(bool bInversion) override;
+    int32_t GetADOLPColorPhase() const override;
+    void SetADOLPColorPhase(int32_t nPhase) override;
+
+    void Release() override { delete this; }
+
+private:
+    Detail::CConverterSettings m_objSettings;
+    std::atomic<bool> m_bAutoDestination{false};
+    std::atomic<int> m_nThreads{1};
+};
+
+} // namespace KxApi

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// The formats that the converter writes.
+#pragma once
+
+#include <KxApi_TL/KxPixelFormat.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// How pixels lie in a destination format.
+enum class EDestinationLayout : uint8_t
+{
+    Mono,    ///< one value
+    Rgb,     ///< R, G, B
+    Bgr,     ///< B, G, R
+    Rgba,    ///< R, G, B, alpha
+    Bgra,    ///< B, G, R, alpha
+    RgbWord, ///< 32 bits, R in the low ten
+    BgrWord, ///< 32 bits, B in the low ten
+};
+
+struct CDestinationFormat
+{
+    EKxPixelFormatNamingConvention_t eFormat;
+    EDestinationLayout eLayout;
+    uint8_t nBits; ///< of a value
+
+    bool HasColor() const { return eLayout != EDestinationLayout::Mono; }
+    bool HasAlpha() const
+    {
+        return eLayout == EDestinationLayout::Rgba || eLayout == EDestinationLayout::Bgra;
+    }
+};
+
+/// The row of a format, null when it isn't written.
+const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t eFormat);
+
+} // namespace Detail
+} // namespace KxApi

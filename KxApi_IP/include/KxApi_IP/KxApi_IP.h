@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+// Image processing: everything that libKxApi_IP offers.
+#pragma once
+
+#include <KxApi_IP/IKxPixelFormatConverter.h>
