@@ -11,11 +11,19 @@ namespace KxApi
 {
 
 class COverlayParam;
+struct IKxDrawingToolInside;
+struct IKxDrawingToolInside;
 struct IKxImageBufferReleasable;
 
 /// The window with all of its settings.
 struct IKxImageDisplayWndInside : IKxImageDisplayWnd, IKxWndReleasable, IKxWndInside
 {
+    /// The tool for drawing over the image, which belongs to the window; null while there is none.
+    virtual IKxDrawingToolInside* GetIKxDrawingToolInside() = 0;
+
+    /// The tool for drawing over the image; null for a window without.
+    virtual IKxDrawingToolInside* GetIKxDrawingToolInside() { return nullptr; }
+
 protected:
     ~IKxImageDisplayWndInside() = default;
 };

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+// The thread that widgets belong to.
+#pragma once
+
+#include <functional>
+
+namespace KxApi
+{
+
+/// Whether this is the thread of the application object; false while there is none.
+bool IsGuiThread();
+
+/// Runs a function in the GUI thread, here when this is it; otherwise waits until that thread has come to it
+/// and done it. What the function throws is thrown here. Raises RuntimeException when there is no application
+/// object.
+void RunInGuiThread(const std::function<void()>& function);
+
+} // namespace KxApi
