@@ -12,7 +12,6 @@ namespace KxApi
 
 class COverlayParam;
 struct IKxDrawingToolInside;
-struct IKxDrawingToolInside;
 struct IKxImageBufferReleasable;
 
 /// The window with all of its settings.
@@ -20,9 +19,6 @@ struct IKxImageDisplayWndInside : IKxImageDisplayWnd, IKxWndReleasable, IKxWndIn
 {
     /// The tool for drawing over the image, which belongs to the window; null while there is none.
     virtual IKxDrawingToolInside* GetIKxDrawingToolInside() = 0;
-
-    /// The tool for drawing over the image; null for a window without.
-    virtual IKxDrawingToolInside* GetIKxDrawingToolInside() { return nullptr; }
 
 protected:
     ~IKxImageDisplayWndInside() = default;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <KxApi_GUI/IKxWnd.h>
+#include <KxApi_IP/KxConversionOptions.h>
 #include <KxSDKCommon/ColorMap.h>
 
 #include <cstdint>
@@ -12,7 +13,6 @@ namespace KxApi
 
 struct IKxImage;
 struct IKxPixelFormatConverter;
-enum EKxBayerInterpolationMethod_t : int32_t;
 
 /// How the image's size on the screen is found.
 enum _EKxZoomMode_t : uint32_t
