@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-// kx genapi as its users meet it: the program is run, its output and exit code are looked at.
+#include "KxProgram.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
-#include <vector>
 
 namespace
 {
 
+using KxTest::LinesOf;
+using KxTest::Outcome;
 using testing::AllOf;
 using testing::Contains;
 using testing::EndsWith;
@@ -28,51 +24,10 @@ using testing::StartsWith;
 
 const std::string kSample = "'" SAMPLE_DESCRIPTION "'";
 
-struct Outcome
-{
-    int exitCode = -1;
-    std::string output;
-    std::string errors;
-};
-
-std::string ContentOf(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-std::vector<std::string> LinesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-class GenApiCommand : public testing::Test
+class GenApiCommand : public KxTest::KxProgram
 {
 protected:
-    void SetUp() override
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "kx-tests-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        m_folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
-
-    // Runs "kx genapi <arguments>" in the test's own folder.
-    Outcome Run(const std::string& arguments) const
-    {
-        const std::string command = "cd " + m_folder.string() + " && '" KX_PROGRAM "' genapi " + arguments +
-                                    " >output.txt 2>errors.txt </dev/null";
-        const int status = std::system(command.c_str());
-        Outcome outcome;
-        outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        outcome.output = ContentOf(m_folder / "output.txt");
-        outcome.errors = ContentOf(m_folder / "errors.txt");
-        return outcome;
-    }
+    Outcome Run(const std::string& arguments) const { return RunKx("genapi " + arguments); }
 
     Outcome RunOn(const std::string& xml, const std::string& arguments = "") const
     {
@@ -93,8 +48,6 @@ protected:
                " xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n" +
                nodes + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
     }
-
-    std::filesystem::path m_folder;
 };
 
 TEST_F(GenApiCommand, SummaryTellsWhatCanBeRead)
@@ -283,7 +236,7 @@ TEST_F(GenApiCommand, OutputThatCannotBeWrittenIsAFailure)
                                 (m_folder / "errors.txt").string();
     const int status = std::system(command.c_str());
     EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_THAT(ContentOf(m_folder / "errors.txt"), HasSubstr("cannot write"));
+    EXPECT_THAT(KxTest::ContentOf(m_folder / "errors.txt"), HasSubstr("cannot write"));
 }
 
 } // namespace

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "RunReport.h"
+
+#include <unistd.h>
+
+#include <ctime>
+#include <fstream>
+#include <string>
+
+namespace
+{
+
+double Seconds(clockid_t clock)
+{
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// Since the kernel made the process, so that loading the libraries counts too; to a hundredth of a second.
+double SecondsOfProcess()
+{
+    std::ifstream file("/proc/self/stat");
+    std::string text;
+    std::getline(file, text, ')'); // the name may hold blanks
+    constexpr int kFieldsBehindName = 20;
+    for (int i = 0; i < kFieldsBehindName; ++i)
+        file >> text;
+    return Seconds(CLOCK_BOOTTIME) - std::stod(text) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+} // namespace
+
+void RunReport::Note(const KxApi::CKxStreamStatistics& statistics)
+{
+    const auto now = std::chrono::steady_clock::now();
+    const double dSeconds = std::chrono::duration<double>(now - m_noted).count();
+    const uint64_t nBefore = m_statistics.nDelivered;
+    m_dRecentRate = statistics.nDelivered >= nBefore && dSeconds > 0
+                        ? static_cast<double>(statistics.nDelivered - nBefore) / dSeconds
+                        : 0;
+    m_statistics = statistics;
+    m_noted = now;
+}
+
+QString RunReport::Text() const
+{
+    const double dRun = SecondsOfProcess();
+    return QString("%1 images acquired, %2 lost, %3 incomplete, %4 paints; first painted after %5 s; "
+                   "%6 s of processor time in %7 s")
+        .arg(m_statistics.nDelivered)
+        .arg(m_statistics.nLost + m_statistics.nUnderrun)
+        .arg(m_statistics.nIncomplete)
+        .arg(m_nPainted)
+        .arg(m_firstPaint.value_or(-1), 0, 'f', 2)
+        .arg(Seconds(CLOCK_PROCESS_CPUTIME_ID), 0, 'f', 2)
+        .arg(dRun, 0, 'f', 2);
+}
+
+void RunReport::OnCallback(KxApi::IKxCallbackParamBase* pParam)
+{
+    if (pParam->GetCallbackType() != KxApi::KxGUICallbackType_Drawing)
+        return;
+    ++m_nPainted;
+    if (!m_firstPaint)
+        m_firstPaint = SecondsOfProcess();
+}

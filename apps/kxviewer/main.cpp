@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MainWindow.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QApplication>
+#include <cstdio>
+#include <iostream>
+
+using namespace KxApi;
+
+namespace
+{
+
+// Exit codes, as told in the help text.
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+constexpr uint64_t kPictureImages = 60; // what --screenshot waits for when nothing else is said
+constexpr int kLastPaintMs = 200;       // the last image reaches the screen within this time
+constexpr int kNoImageMs = 10000;       // a run that waits for images gives up
+
+struct Options
+{
+    bool list = false;
+    bool report = false;
+    std::string device;
+    uint64_t images = 0;
+    std::string pictures;
+    std::vector<std::string> settings;
+};
+
+void AddOptions(CLI::App& program, Options& options)
+{
+    program.add_flag("--list", options.list, "Lists the cameras and ends");
+    program.add_option(
+        "--device", options.device,
+        "Camera to open: ID, user-defined name, serial number or model; the first one if not given");
+    program
+        .add_option("--set", options.settings, "NAME=VALUE set before the start; may be given several times")
+        ->take_all();
+    program.add_option("--frames", options.images, "Ends after so many images")->check(CLI::PositiveNumber);
+    program.add_option(
+        "--screenshot", options.pictures,
+        "Saves pictures of the windows into this folder, then ends; after 60 images, or those of "
+        "--frames");
+    program.add_flag("--report", options.report,
+                     "Tells at the end what was acquired and painted and what it cost");
+}
+
+void PrintCameras(const KxApps::Cameras& cameras)
+{
+    for (const KxApps::Camera& camera : cameras.All())
+        std::cout << camera.pInfo->GetID() << "  " << camera.pInfo->GetDisplayName() << "  ["
+                  << KxApps::AccessStatusName(camera.pInfo->GetAccessStatus()) << "]\n";
+}
+
+void SavePictures(MainWindow& window, const std::string& folder)
+{
+    for (const QString& strPath : window.SavePictures(QString::fromStdString(folder)))
+        std::cout << "saved " << strPath.toStdString() << "\n";
+}
+
+int Fail(const std::string& text)
+{
+    std::cerr << "kxviewer: " << text << "\n";
+    return kFailed;
+}
+
+// A run that was asked to end by itself: after its images, or when none comes any more.
+void EndByItself(MainWindow& window, const Options& options)
+{
+    QObject::connect(&window, &MainWindow::Ended, [&](bool bComplete) {
+        QTimer::singleShot(kLastPaintMs, [&window, &options, bComplete] {
+            try {
+                if (!options.pictures.empty())
+                    SavePictures(window, options.pictures);
+                QApplication::exit(bComplete ? 0 : Fail("the acquisition broke off"));
+            } catch (const GenICam::GenericException& e) {
+                QApplication::exit(Fail(e.GetDescription()));
+            }
+        });
+    });
+    auto* const pWatch = new QTimer(&window);
+    QObject::connect(pWatch, &QTimer::timeout, [&window, nLast = uint64_t{0}]() mutable {
+        const uint64_t nCome = window.GetImageCount();
+        if (nCome == nLast)
+            QApplication::exit(Fail("no image came within " + std::to_string(kNoImageMs) + " ms"));
+        nLast = nCome;
+    });
+    pWatch->start(kNoImageMs);
+}
+
+int Show(KxApps::Cameras& cameras, const Options& options)
+{
+    RunReport report;
+    MainWindow window(cameras, report);
+    window.Open(options.device.empty() ? cameras.First() : cameras.Find(options.device), options.settings);
+    window.show();
+    const bool bEnds = options.images > 0 || !options.pictures.empty();
+    if (bEnds)
+        EndByItself(window, options);
+    QTimer::singleShot(0, [&] {
+        window.Start(!bEnds ? kKxEndless : options.images > 0 ? options.images : kPictureImages);
+    });
+    const int nResult = QApplication::exec();
+    if (options.report)
+        std::cout << report.Text().toStdString() << "\n";
+    return nResult;
+}
+
+int Run(int argc, char** argv)
+{
+    Options options;
+    CLI::App program("Shows the live image of a camera", "kxviewer");
+    program.footer("Exit code: 0 done, 1 failed (one line on standard error tells why), 2 wrong usage");
+    program.set_version_flag("--version", KX_VERSION);
+    AddOptions(program, options);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        return program.exit(e) == 0 ? 0 : kWrongUsage;
+    }
+    KxApps::Cameras cameras;
+    if (options.list) {
+        PrintCameras(cameras);
+        return 0;
+    }
+    const QApplication application(argc, argv);
+    return Show(cameras, options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return Run(argc, argv);
+    } catch (const GenICam::GenericException& e) {
+        return Fail(e.GetDescription());
+    } catch (const std::exception& e) {
+        return Fail(e.what());
+    }
+}
