@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "frame/KxStatusBar_qt.h"
+
+#include "frame/IDlgParent.h"
+
+#include <Base/GCBadAlloc.h>
+
+#include <QLabel>
+#include <QStringList>
+#include <algorithm>
+
+namespace KxApi
+{
+namespace
+{
+
+constexpr int kPollIntervalMs = 500;
+constexpr int kMaximumHeight = 30;
+
+} // namespace
+
+CKxStatusBar::CKxStatusBar(IKxStatusBarInfo* pInfo)
+    : m_pInfo(pInfo)
+{
+    GenICam::GuardBadAlloc([this] {
+        const int nCount = m_pInfo->GetStatusBarIndicatorsCount();
+        for (int nIndex = 0; nIndex < nCount; ++nIndex)
+            AddField(nIndex);
+        setMaximumHeight(kMaximumHeight);
+        setSizeGripEnabled(true);
+        connect(&m_objTimer, &QTimer::timeout, this, &CKxStatusBar::OnTimer);
+        m_objTimer.start(kPollIntervalMs);
+    });
+}
+
+void CKxStatusBar::AddField(int nIndex)
+{
+    auto* const pLabel = new QLabel(this);
+    pLabel->setMargin(1);
+    pLabel->setMinimumWidth(1);
+    // A text of the user's may look like markup.
+    pLabel->setTextFormat(Qt::PlainText);
+    unsigned int nWidth = 0;
+    bool bStretch = false;
+    m_pInfo->GetStatusBarInfo(nIndex, &nWidth, &bStretch);
+    if (nWidth != 0)
+        pLabel->setFixedWidth(static_cast<int>(nWidth));
+    if (bStretch)
+        pLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    m_vecLabels.push_back(pLabel);
+    addWidget(pLabel, bStretch ? 2 : 1);
+}
+
+void CKxStatusBar::OnTimer()
+{
+    if (!isVisible())
+        return;
+    try {
+        ShowTexts();
+    } catch (...) { // NOLINT(bugprone-empty-catch): the next tick tries again
+    }
+}
+
+void CKxStatusBar::ShowTexts()
+{
+    const int nCount = m_pInfo->GetStatusBarIndicatorsCount();
+    QStringList listText;
+    m_pInfo->GetStatusBarText(listText);
+    const int nShown = std::min({nCount, listText.size(), static_cast<int>(m_vecLabels.size())});
+    for (int nIndex = 0; nIndex < nShown; ++nIndex) {
+        QLabel& label = *m_vecLabels[static_cast<size_t>(nIndex)];
+        if (listText[nIndex].isEmpty()) {
+            label.hide();
+            continue;
+        }
+        label.setFrameStyle(static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken));
+        label.setText(listText[nIndex]);
+        label.show();
+    }
+}
+
+} // namespace KxApi
