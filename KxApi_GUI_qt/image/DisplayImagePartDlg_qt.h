@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+// What is on the screen of an image window.
+#pragma once
+
+#include "drawing/IKxDrawingToolInside.h"
+#include "frame/BaseDialog_qt.h"
+#include "frame/NodeCallbackHandle.h"
+#include "image/DrawingToolBar_qt.h"
+#include "image/IDisplayImageWidgetParent.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class Ui_CDisplayImagePartDlg;
+
+namespace KxApi
+{
+
+struct IKxImageDisplayWndInside;
+struct IKxPixelFormatConverter;
+enum EKxBayerInterpolationMethod_t : int32_t;
+
+/// The image with its scroll bars, menus, context menu, toolbar and status bar. It turns what the user does
+/// into calls of the window, and shows what the window's settings are.
+///
+/// The window calls it under its dialog lock, from any thread where it says so here: what touches widgets is
+/// then left to the GUI thread.
+class CDisplayImagePartDlg final : public CBaseDialogEx, public IDisplayImageWidgetParent
+{
+    Q_OBJECT
+
+public:
+    /// @param pDlgParent the window, which has the form ICDisplayImageDlgParent and outlives the dialog.
+    /// Raises BadAllocException.
+    CDisplayImagePartDlg(QWidget* pParent, IDlgParent* pDlgParent, bool bCreateMenuBar);
+    CDisplayImagePartDlg(const CDisplayImagePartDlg&) = delete;
+    CDisplayImagePartDlg& operator=(const CDisplayImagePartDlg&) = delete;
+    ~CDisplayImagePartDlg() override;
+
+    /// Any thread, down to updateDrawingObject. bNow: a setting changed, which shows at once, and not a new
+    /// image.
+    void RefreshPreviewImage(bool bNow);
+    void RefreshBackground();
+    void UpdateRefreshInterval();
+
+    bool updateImageWidgetSize(bool bFit) override;
+    void updateMenuZoom(bool bFit);
+    void updateMenuBayerInterpolation(EKxBayerInterpolationMethod_t eMethod);
+    void updateMenuReverseY(bool bReverseY);
+
+    /// Turns a place in the dialog into the nearest image pixel; -1, -1 before the first paint.
+    void ScreenToImage(int* pX, int* pY) const;
+
+    void setScrollBarH(int nPosition);
+    void setScrollBarV(int nPosition);
+    int getScrollBarH() const { return m_nScrollH; }
+    int getScrollBarV() const { return m_nScrollV; }
+    int getScrollBarHMax() const { return m_nScrollHMax; }
+    int getScrollBarVMax() const { return m_nScrollVMax; }
+
+    void PostVisibleDrawingToolBarUpdated();
+    /// The tool changed its kind of object.
+    void updateDrawingToolBar();
+    /// The drawing changed.
+    void updateDrawingObject();
+
+    IKxImage* GetImage() override;
+    ICDisplayImageDlgParent* GetICDisplayImageDlgParent() const override;
+    bool HasImage() const override;
+    const std::vector<IKxMouseObserverInside*>& getIKxMouseObserverList() const override
+    {
+        return m_vecMouseObservers;
+    }
+    const std::vector<IKxKeyObserverInside*>& getIKxKeyObserverList() const override
+    {
+        return m_vecKeyObservers;
+    }
+
+    QMenuBar* getMenu() override;
+
+signals:
+    void onDrawingToolBarSignal();
+    void onDrawingItemChangedSignal();
+    void onDisplayGridCountHSignal();
+    void onDisplayGridCountVSignal();
+
+public slots:
+    void setStatusBarVisible(bool value) override;
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+    void closeEvent(QCloseEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    IKxImageDisplayWndInside* Window() const;
+    IKxPixelFormatConverter* Converter() const;
+    IKxDrawingToolInside* DrawingTool() const;
+    bool IsFitMode() const;
+
+    void BuildMenus(bool bCreateMenuBar);
+    void BuildMenuBar();
+    void BuildSaveMenu();
+    void BuildZoomMenu();
+    void BuildConverterMenu();
+    void doZoomTriggered(QAction& action, bool bChecked);
+    void doBayerTriggered(QAction& action, bool bChecked);
+    void doReverseYTriggered(bool bChecked);
+    void ShowConverterSettings();
+    void onShowStatusBarToggled(bool bChecked);
+    void doShowContextMenu(const QPoint& pos);
+
+    void ConnectScrollArea();
+    void ResizeImageWidget(bool bFit);
+    void SizeToFit();
+    void doNotifyScrollChanges();
+    void NoteScrollState();
+
+    void ConnectDrawingTool();
+    CNodeCallbackHandle WatchGridLineCount(const char* szNode, bool bHorizontal);
+    void onDrawingToolBarTriggered(int nIndex);
+    void onDrawingGridTriggered(bool bHorizontal, int nCount);
+    void onDrawingToolBarSlot();
+    void onDrawingItemChangedSlot();
+    void setSelGridCount(bool bHorizontal);
+    void OfferRightRelease(const QPoint& ptGlobal);
+
+    const std::unique_ptr<Ui_CDisplayImagePartDlg> m_pUi;
+    std::atomic<uint64_t> m_nImageWidth{0}; // of the last image
+    std::atomic<uint64_t> m_nImageHeight{0};
+
+    QMenuBar m_objMenuBar;
+    QMenu m_objContextMenu;
+    QMenu m_objMenuFile;
+    QMenu m_objMenuSave;
+    QMenu m_objMenuView;
+    QMenu m_objMenuZoom;
+    QMenu m_objMenuFixedZoom;
+    QMenu m_objMenuPixelConverter;
+    QMenu m_objMenuBayer;
+    QAction m_objActionFit;
+    QAction m_objActionReverseY;
+    QAction m_objActionStatusBar;
+
+    CDrawingToolBar m_objDrawingToolBar;
+    std::vector<IKxMouseObserverInside*> m_vecMouseObservers; // not owned
+    std::vector<IKxKeyObserverInside*> m_vecKeyObservers;
+
+    // What the scroll bars show, for all threads.
+    std::atomic<int> m_nScrollH{0};
+    std::atomic<int> m_nScrollV{0};
+    std::atomic<int> m_nScrollHMax{0};
+    std::atomic<int> m_nScrollVMax{0};
+
+    CNodeCallbackHandle m_objGridCountHCallback; // last, so that no node calls a dialog that is half gone
+    CNodeCallbackHandle m_objGridCountVCallback;
+};
+
+} // namespace KxApi
