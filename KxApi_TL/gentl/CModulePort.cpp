@@ -32,13 +32,17 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_file) {
             const GenTL::PORT_HANDLE handle = Handle();
-            const GenICam::gcstring name = GetInfoText([&](auto... arguments) {
+            GenICam::gcstring name = GetInfoText([&](auto... arguments) {
                 return m_lib.GCGetPortInfo(handle, GenTL::PORT_INFO_PORTNAME, arguments...);
             });
+            if (name.empty())
+                name = m_traits.nameIfUntold;
             auto file = std::make_unique<CKxXMLFile>(&m_lib, handle, GetAccessMode(), "Device");
             file->CreateNodeMap(CKxXMLFile::GetURL(&m_lib, handle), this, name);
             m_file = std::move(file);
             m_map = m_file->GetNodeMap();
+            if (m_traits.onNodeMap)
+                m_traits.onNodeMap(*m_map);
         }
         return m_map;
     });
@@ -63,7 +67,7 @@ GenApi::EAccessMode CModulePort::GetAccessMode() const
     if (!m_handle)
         return GenApi::RW; // the module isn't asked before it is open
     const bool canRead = IsAllowed(GenTL::PORT_INFO_ACCESS_READ);
-    const bool canWrite = IsAllowed(GenTL::PORT_INFO_ACCESS_WRITE);
+    const bool canWrite = !m_traits.isReadOnly && IsAllowed(GenTL::PORT_INFO_ACCESS_WRITE);
     if (canRead)
         return canWrite ? GenApi::RW : GenApi::RO;
     return canWrite ? GenApi::WO : GenApi::NA;
@@ -85,6 +89,9 @@ void CModulePort::Read(void* pBuffer, int64_t Address, int64_t Length)
 
 void CModulePort::Write(const void* pBuffer, int64_t Address, int64_t Length)
 {
+    if (m_traits.isReadOnly)
+        throw ACCESS_EXCEPTION("Write of %lld bytes at 0x%llx: the device is open read-only",
+                               static_cast<long long>(Length), static_cast<unsigned long long>(Address));
     size_t size = static_cast<size_t>(Length);
     const GenTL::GC_ERROR error = m_lib.GCWritePort(Handle(), static_cast<uint64_t>(Address), pBuffer, &size);
     if (error != GenTL::GC_ERR_SUCCESS)

@@ -23,11 +23,24 @@ class CModulePort final : public IKxPort, public GenApi::IPort
 public:
     using Opener = std::function<GenTL::PORT_HANDLE()>;
 
+    /// What is special with a module.
+    struct CTraits
+    {
+        bool isReadOnly = false;
+        GenICam::gcstring nameIfUntold; ///< of the port in the description, should the producer not tell it
+        /// Called with the node map once it is made, in the thread that asked for it first.
+        std::function<void(GenApi::INodeMap&)> onNodeMap;
+    };
+
     /// @param lib outlives this object. @param open opens the module and gives its handle; called until it
     /// succeeds.
     CModulePort(CKxGenTLLib& lib, Opener open)
+        : CModulePort(lib, std::move(open), CTraits())
+    {}
+    CModulePort(CKxGenTLLib& lib, Opener open, CTraits traits)
         : m_lib(lib)
         , m_open(std::move(open))
+        , m_traits(std::move(traits))
     {}
 
     GenApi::INodeMap* GetINodeMap() override;
@@ -45,6 +58,7 @@ private:
 
     CKxGenTLLib& m_lib;
     const Opener m_open;
+    const CTraits m_traits;
     std::atomic<GenTL::PORT_HANDLE> m_handle{nullptr};
     std::mutex m_mutex; // guards m_file; held while the map is made, and not afterwards
     std::unique_ptr<CKxXMLFile> m_file;

@@ -7,6 +7,7 @@
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace KxApi
@@ -64,6 +65,30 @@ GenTL::IF_HANDLE CTransportInterface::Open()
         m_handle = handle;
     }
     return m_handle;
+}
+
+bool CTransportInterface::Owns(const IKxDeviceInfo* info) const
+{
+    const GenICam::AutoLock lock(m_lock);
+    return std::any_of(m_known.begin(), m_known.end(),
+                       [info](const auto& known) { return known.second.get() == info; });
+}
+
+GenTL::DEV_HANDLE CTransportInterface::OpenDevice(const GenICam::gcstring& id,
+                                                  GenTL::DEVICE_ACCESS_FLAGS access)
+{
+    const GenICam::AutoLock lock(m_lock);
+    GenTL::DEV_HANDLE device = nullptr;
+    CheckGenTL(m_lib, m_lib.IFOpenDevice(Open(), id.c_str(), access, &device), "IFOpenDevice", id.c_str());
+    if (!device)
+        throw RUNTIME_EXCEPTION("IFOpenDevice of '%s' gave no handle", id.c_str());
+    return device;
+}
+
+void CTransportInterface::CloseDevice(GenTL::DEV_HANDLE handle) noexcept
+{
+    const GenICam::AutoLock lock(m_lock);
+    m_lib.DevClose(handle);
 }
 
 CDeviceFacts CTransportInterface::ReadFacts(GenTL::IF_HANDLE handle, const GenICam::gcstring& id) const

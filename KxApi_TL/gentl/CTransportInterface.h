@@ -103,6 +103,13 @@ public:
     GenICam::gcstring GetTLType() const override { return m_type; }
     GenICam::gcstring GetID() const override { return m_id; }
 
+    const GenICam::gcstring& GetProducerPath() const { return m_lib.GetPath(); }
+    /// Whether the info is one of this interface's.
+    bool Owns(const IKxDeviceInfo* info) const;
+    /// Opens a device. Raises CKxGenTLErrorException.
+    GenTL::DEV_HANDLE OpenDevice(const GenICam::gcstring& id, GenTL::DEVICE_ACCESS_FLAGS access);
+    void CloseDevice(GenTL::DEV_HANDLE handle) noexcept;
+
 private:
     GenTL::IF_HANDLE Open();
     bool ReadDeviceList();

@@ -68,6 +68,34 @@ T GetInfoNumber(Call&& call, T fallback)
     return value;
 }
 
+/// An integer info of any size, for infos whose size producers don't agree on.
+template <class Call>
+int64_t GetInfoInteger(Call&& call, int64_t fallback)
+{
+    unsigned char buffer[16] = {};
+    size_t size = sizeof(buffer);
+    GenTL::INFO_DATATYPE type = GenTL::INFO_DATATYPE_UNKNOWN;
+    if (call(&type, static_cast<void*>(buffer), &size) != GenTL::GC_ERR_SUCCESS)
+        return fallback;
+    const auto as = [&buffer](auto value) {
+        std::memcpy(&value, buffer, sizeof(value));
+        return static_cast<int64_t>(value);
+    };
+    const bool isSigned = type == GenTL::INFO_DATATYPE_INT16 || type == GenTL::INFO_DATATYPE_INT32;
+    switch (size) {
+    case 1:
+        return as(uint8_t());
+    case 2:
+        return isSigned ? as(int16_t()) : as(uint16_t());
+    case 4:
+        return isSigned ? as(int32_t()) : as(uint32_t());
+    case 8:
+        return as(int64_t());
+    default:
+        return fallback;
+    }
+}
+
 /// Raises CKxGenTLErrorException when a function failed.
 inline void CheckGenTL(CKxGenTLLib& lib, GenTL::GC_ERROR error, const char* function, const char* object)
 {

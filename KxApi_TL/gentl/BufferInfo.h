@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a producer tells of a buffer that it has filled, checked before anybody relies on it.
+#pragma once
+
+#include <GenApi/ChunkAdapterGeneric.h>
+#include <KxApi_TL/CKxGenTLLib.h>
+#include <KxApi_TL/KxPixelFormat.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace GenApi
+{
+struct INodeMap;
+}
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// What is known of the images before the first one comes, for producers that don't tell it with each.
+struct CImageDefaults
+{
+    uint64_t width = 0;
+    uint64_t height = 0;
+    uint64_t pixelFormat = 0;
+    double tickNs = 0; ///< nanoseconds of a tick of the device's clock; 0 when they aren't known
+};
+
+/// From the features of the device; what can't be read stays 0.
+CImageDefaults ReadImageDefaults(const GenApi::INodeMap& map, double tickNs);
+
+/// An image in its buffer.
+struct CBufferContent
+{
+    bool hasImage = false;
+    bool hasChunks = false;
+    bool areChunksListed = false; // by the producer; else they are found from the end of the data
+    bool isIncomplete = false;
+    uint64_t frameID = 0;
+    uint64_t timestamp = 0;
+    uint64_t timestampNs = 0;
+    size_t sizeFilled = 0; // bytes
+    // Of the image:
+    size_t width = 0;
+    size_t height = 0;
+    size_t deliveredHeight = 0;
+    size_t offsetX = 0;
+    size_t offsetY = 0;
+    size_t place = 0; // bytes from the buffer's beginning
+    size_t linePitch = 0;
+    size_t planePitch = 0;
+    EKxPixelFormatNamingConvention_t pixelFormat = KxPixelFormat_None;
+};
+
+/// A stream's buffer at the producer.
+struct CBufferAtProducer
+{
+    CKxGenTLLib& lib;
+    GenTL::DS_HANDLE hStream;
+    GenTL::BUFFER_HANDLE hBuffer;
+    size_t size; ///< bytes announced
+};
+
+/// Whether the producer has filled the buffer, and doesn't just give it back.
+bool IsFilled(const CBufferAtProducer& buffer);
+
+/// The number of the buffer's image; 0 when it isn't told.
+uint64_t ReadFrameID(const CBufferAtProducer& buffer);
+
+/// Raises RuntimeException for a payload that is neither image nor chunks, an unknown pixel format, and an
+/// image that is larger than the buffer.
+CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults);
+
+/// Lists the chunks of the buffer; false when the producer can't tell where they are. Raises
+/// CKxGenTLErrorException, RuntimeException for an absurd number of them.
+bool ReadChunks(const CBufferAtProducer& buffer, std::vector<GenApi::SingleChunkData_t>& chunks);
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+// One acquisition of a stream, from its start to its end.
+#pragma once
+
+#include "CBufferPool.h"
+#include "CEventThread.h"
+#include "DeviceControl.h"
+#include "FrameCounter.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <mutex>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// Shared by its stream and, while it runs, by its thread, which does all that happens between start and end:
+/// it waits for filled buffers, hands them out, and undoes at last what Start did. When the producer doesn't
+/// let the thread go, Stop undoes it.
+///
+/// Running; ended by Stop, by the last image asked for, or by a failure. Any thread.
+class CAcquisition final : public CEventSink,
+                           public CBufferTaker,
+                           public std::enable_shared_from_this<CAcquisition>
+{
+public:
+    struct CSettings
+    {
+        uint32_t nBuffers = 0;
+        std::shared_ptr<CBufferMemory> memory;
+        std::shared_ptr<CChunkView> chunks;
+        IKxStreamCallback* pCallback = nullptr; ///< null for images that are fetched
+        uint64_t nImages = 0;
+    };
+
+    CAcquisition(std::shared_ptr<CStreamHandle> stream, CSettings settings);
+    ~CAcquisition() override;
+
+    /// To be called once, before all else. After an exception nothing runs.
+    void Start();
+    /// As IKxStream::StopAcquisition.
+    void Stop();
+    bool IsRunning() const;
+    /// As IKxStream::FetchImage.
+    IKxStreamImageReleasable* Fetch(std::chrono::milliseconds timeout);
+    CKxStreamStatistics Statistics() const;
+
+    bool BeforeWait() override;
+    bool OnEvent(const CEvent& event) override;
+    bool OnIdle() override;
+    bool OnFailure(GenTL::GC_ERROR error, int nInRow) override;
+    void OnEnd() noexcept override;
+    void OnStopRequest() noexcept override;
+    void TakeBack(CStreamBuffer& buffer) override;
+
+private:
+    using BufferPtr = std::shared_ptr<CStreamBuffer>;
+
+    /// What waits to be fetched: an image, or why there is none.
+    struct CReady
+    {
+        BufferPtr buffer;
+        std::exception_ptr error;
+    };
+
+    BufferPtr Received(const CEvent& event);
+    bool Use(const BufferPtr& buffer);
+    bool Read(CStreamBuffer& buffer);
+    void HandToCallback(CStreamBuffer& buffer);
+    void MarkHandedOut(CStreamBuffer& buffer);
+    void Requeue(CStreamBuffer& buffer);
+    void Refuse(std::exception_ptr error);
+    void CallOnError(const std::exception_ptr& error, bool bEnded) noexcept;
+    bool EndBy(std::exception_ptr error);
+    void TearDown(bool isThreadLeftAlone) noexcept;
+    uint64_t Underruns() const;
+
+    const std::shared_ptr<CStreamHandle> m_stream;
+    CSettings m_settings;
+    CImageDefaults m_defaults;
+
+    // Of the start and the end, which never coincide, and in between of the thread:
+    CBufferPool m_pool;
+    CDeviceControl m_control;
+    bool m_isStreamStarted = false;
+    std::unique_ptr<CEventThread> m_thread;
+
+    // Of the thread:
+    CFrameCounter m_frames;
+    uint64_t m_nToCome;
+    int m_nUnusableInRow = 0;
+    std::chrono::steady_clock::time_point m_lastSign; // of the device
+
+    mutable std::mutex m_mutex; // guards what follows and the states of the buffers; held while a buffer is
+                                // queued; taken last
+    std::condition_variable m_changed;
+    std::deque<CReady> m_ready;
+    size_t m_nFetching = 0;
+    size_t m_nNotQueueable = 0; // buffers that the producer didn't take back
+    CKxStreamStatistics m_statistics;
+    bool m_isRunning = false;
+    bool m_isEnding = false; // no buffer is queued any more
+    bool m_isTornDown = false;
+    bool m_isStopAwaited = false; // by somebody who is to get m_stopError
+    std::exception_ptr m_failure; // by which the acquisition ended
+    std::exception_ptr m_stopError;
+};
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: Apache-2.0
+// An open system over the fake camera, and receivers of what comes from it.
+#pragma once
+
+#include "producers/FakeCamera.h"
+
+#include <GenApi/GenApi.h>
+#include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxDevice.h>
+#include <KxApi_TL/IKxInterface.h>
+#include <KxApi_TL/IKxPort.h>
+#include <KxApi_TL/IKxStream.h>
+#include <KxApi_TL/IKxSystem.h>
+#include <KxApi_TL/KxApi_TL.h>
+
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace KxTest
+{
+
+using SystemPtr = KxApi::CKxAutoPtr<KxApi::IKxSystemReleasable, KxApi::IKxSystem>;
+using DevicePtr = KxApi::CKxAutoPtr<KxApi::IKxDeviceReleasable, KxApi::IKxDevice>;
+using StreamPtr = KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream>;
+using ImagePtr = KxApi::CKxAutoPtr<KxApi::IKxStreamImageReleasable, KxApi::IKxStreamImage>;
+
+/// Far more than anything takes that works.
+constexpr uint32_t kLongMs = 30000;
+
+/// Waits until something holds; false when it never does.
+inline bool Eventually(const std::function<bool()>& holds)
+{
+    for (uint32_t waited = 0; waited < kLongMs; ++waited) {
+        if (holds())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return false;
+}
+
+/// Remembers the images it got, and does with them what a test wants.
+class Receiver final : public KxApi::IKxStreamCallback
+{
+public:
+    void OnImage(KxApi::IKxStreamImage* pImage) override
+    {
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_ids.push_back(pImage->GetFrameID());
+        }
+        if (onImage)
+            onImage(*pImage);
+    }
+    void OnError(const GenICam::GenericException& error, bool bEnded) override
+    {
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_errors.emplace_back(error.GetDescription());
+            m_hasEnded = m_hasEnded || bEnded;
+        }
+        if (onError)
+            onError(bEnded);
+    }
+
+    std::vector<uint64_t> IDs() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_ids;
+    }
+    std::vector<std::string> Errors() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_errors;
+    }
+    bool HasEnded() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_hasEnded;
+    }
+    bool Gets(size_t nImages) const
+    {
+        return Eventually([&] { return IDs().size() >= nImages; });
+    }
+    bool GetsErrors(size_t nErrors) const
+    {
+        return Eventually([&] { return Errors().size() >= nErrors; });
+    }
+
+    std::function<void(KxApi::IKxStreamImage&)> onImage;
+    std::function<void(bool)> onError;
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<uint64_t> m_ids;
+    std::vector<std::string> m_errors;
+    bool m_hasEnded = false;
+};
+
+/// Remembers the callbacks of a device, each as its type and text.
+class DeviceLog final : public KxApi::IKxCallback
+{
+public:
+    void OnCallback(KxApi::IKxCallbackParamBase* pParam) override
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto* const pError = dynamic_cast<KxApi::IKxDeviceErrorParam*>(pParam);
+        m_entries.push_back((pParam->GetCallbackType() == KxApi::KxDeviceCallback_Lost ? "lost " : "error ") +
+                            std::to_string(pError->GetError()) + " " + pError->GetDescription().c_str());
+    }
+    void Release() override {}
+
+    std::vector<std::string> Entries() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_entries;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<std::string> m_entries;
+};
+
+class CameraFixture : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const std::string path = std::string(KXAPI_FAKE_PRODUCERS) + "/FakeCamera.cti";
+        m_system.Reset(KxApi::CreateIKxSystem(path.c_str()));
+        m_system->UpdateInterfaceList();
+        m_interface = m_system->GetIKxInterface(0);
+        m_interface->UpdateDeviceList();
+        m_library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+        ASSERT_NE(m_library, nullptr);
+        camera = reinterpret_cast<decltype(&KxFakeCamera)>(dlsym(m_library, "KxFakeCamera"))();
+    }
+    void TearDown() override { dlclose(m_library); }
+
+    DevicePtr Open(KxApi::EKxDeviceAccess_t eAccess = KxApi::KxDeviceAccess_Control) const
+    {
+        return DevicePtr(KxApi::CreateIKxDevice(m_interface, m_interface->GetIKxDeviceInfo(0), eAccess));
+    }
+    static StreamPtr OpenStream(const DevicePtr& device) { return StreamPtr(device->OpenIKxStream(0)); }
+    static GenApi::CIntegerPtr Integer(KxApi::IKxPort* pPort, const char* szName)
+    {
+        return pPort->GetINodeMap()->GetNode(szName);
+    }
+
+    KxApi::CKxApiAutoInitTerm m_sdk;
+    SystemPtr m_system;
+    KxApi::IKxInterface* m_interface = nullptr;
+    void* m_library = nullptr;
+    FakeCamera* camera = nullptr;
+};
+
+} // namespace KxTest
