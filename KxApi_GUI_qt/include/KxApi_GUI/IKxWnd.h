@@ -99,8 +99,7 @@ protected:
 };
 
 /// What the factories return. Release closes the window and gives it back; one that is still being closed
-/// lives until that is done. Other interfaces of the window are had by dynamic_cast, or by CKxAutoPtr:
-/// `CKxAutoPtr<IKxWndReleasable, IKxImageDisplayWnd> window(CreateIKxWnd(KxWindowType_ImageDisplay));`
+/// lives until that is done. Other interfaces of the window are had by dynamic_cast or from CIKxWndPtrT.
 struct IKxWndReleasable : virtual IKxWnd, IKxReleasable
 {
 protected:

@@ -3,14 +3,35 @@
 #pragma once
 
 #include <Base/GCException.h>
+#include <KxSDKCommon/KxAssert.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace KxApi
 {
 
+namespace Detail
+{
+/// An object as its interface `UT`; one that hasn't got it ends the process. Null stays null.
+template <class UT, class T>
+UT* InterfaceOf(T* pObject) noexcept
+{
+    if constexpr (std::is_convertible_v<T*, UT*>) {
+        return pObject;
+    } else {
+        UT* const pUT = dynamic_cast<UT*>(pObject);
+        KX_ASSERT(pUT || !pObject, "(pUT) != NULL");
+        return pUT;
+    }
+}
+} // namespace Detail
+
 /// Holds a `T`, hands it out as its interface `UT`, and gives it back by `T::Release` at its end. Any thread,
 /// one at a time.
+///
+/// `UT` is a base of `T` or, for windows, another interface of the same object; an object without it ends the
+/// process when it is asked for.
 template <class T, class UT = T>
 class CKxAutoPtr
 {
@@ -42,7 +63,7 @@ public:
     [[nodiscard]] T* Detach() noexcept { return std::exchange(m_pObject, nullptr); }
 
     /// The object, null when there is none.
-    UT* Get() const noexcept { return m_pObject; }
+    UT* Get() const noexcept { return Detail::InterfaceOf<UT>(m_pObject); }
 
     explicit operator bool() const noexcept { return m_pObject != nullptr; }
 
@@ -55,7 +76,7 @@ private:
     {
         if (!m_pObject)
             throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
-        return *m_pObject;
+        return *Get();
     }
 
     T* m_pObject;

@@ -4,6 +4,7 @@
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
+#include <KxApi_TL/CKxAutoPtr.h>
 #include <KxSDKCommon/KxAssert.h>
 
 #include <cstddef>
@@ -15,8 +16,8 @@
 namespace KxApi
 {
 
-/// Holds objects of type `T`, hands them out as their interface `UT`, and gives back by `T::Release` what is
-/// left at its end. One thread at a time.
+/// Holds objects of type `T`, hands them out as their interface `UT` (see CKxAutoPtr), and gives back by
+/// `T::Release` what is left at its end. One thread at a time.
 ///
 /// An index out of range raises OutOfRangeException.
 template <class T, class UT>
@@ -65,7 +66,7 @@ public:
     /// The object at an index; it stays the array's. An entry registered as null ends the process.
     virtual UT* operator[](size_t nIndex) const
     {
-        UT* const pUT = (*m_pObjects)[Checked(nIndex)];
+        UT* const pUT = Detail::InterfaceOf<UT>((*m_pObjects)[Checked(nIndex)]);
         KX_ASSERT(pUT, "(pUT) != NULL");
         return pUT;
     }
