@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: Apache-2.0
+// A simulated camera: it is there whether or not anybody opens it.
+#pragma once
+
+#include "camera/AccessLock.h"
+#include "camera/CameraModel.h"
+#include "modules/Port.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace KxSim
+{
+
+class CStream;
+
+/// Who hears what the camera has to tell: the open device. Called with the lock of the camera's port held.
+class ICameraListener
+{
+public:
+    virtual void OnFeatureChanged(const std::string& name) = 0;
+    virtual void OnRemoteEvent(uint64_t id, const std::string& data) = 0;
+    virtual void OnLost() = 0;
+
+protected:
+    ~ICameraListener() = default;
+};
+
+/// Everything but Port() and the constants belongs to the lock of the port, unless it says otherwise.
+class CCamera
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    explicit CCamera(const CCameraModel& model);
+    ~CCamera();
+    CCamera(const CCamera&) = delete;
+    CCamera& operator=(const CCamera&) = delete;
+
+    const CCameraModel& Model() const { return m_model; }
+    const std::string& Id() const { return m_id; }
+    CPort& Port() { return m_port; }
+    CRegisterMap& Registers() { return m_port.Registers(); }
+    /// Its lock against other processes. Not of the port's lock: of whoever opens and lists.
+    CAccessLock& AccessLock() { return m_accessLock; }
+
+    /// Current and first address. Taken and given without a lock held.
+    CIpConfig GetIp() const;
+    void ForceIp(const CIpConfig& config);
+    std::string GetUserId();
+    bool IsPlugged() const;
+    void SetPlugged(bool isPlugged);
+
+    /// From opening to closing, a thread takes images. Without a lock held.
+    void Open(ICameraListener* listener);
+    void Close();
+    /// Where images go, or null. Without a lock held.
+    void SetStream(std::shared_ptr<CStream> stream);
+
+    // For the features.
+    // -----------------------------------------------------------------------------------------
+    void StartAcquisition();
+    void StopAcquisition();
+    bool IsAcquiring() const { return m_isAcquiring; }
+    /// Takes an image when triggers are waited for.
+    void Trigger();
+    /// When images are due has changed.
+    void ChangeSettings();
+    void RefuseWhileAcquiring() const;
+    void FindExposure();
+    const CIpConfig& Ip() const { return m_ip; }
+    void Invalidate(const std::string& feature);
+    void SendEvent(uint64_t id, const std::string& data);
+    void Unplug(std::chrono::milliseconds replugAfter);
+    /// Nanoseconds since the camera came to life.
+    uint64_t Timestamp() const;
+    void ResetTimestamp() { m_born = Clock::now(); }
+    size_t PayloadSize();
+    CFrameSettings FrameSettings();
+    double FrameRateLimit();
+
+private:
+    void Run();
+    bool WaitForImage(std::unique_lock<std::mutex>& lock);
+    void TakeImage(std::unique_lock<std::mutex>& lock);
+    bool IsStillPlugged() const { return m_isPlugged || Clock::now() >= m_replugTime; }
+    void CheckAccess(uint64_t address) const;
+    bool IsTriggered() { return Registers().GetInteger("TriggerModeReg") == 1; }
+    std::chrono::nanoseconds Period();
+
+    const CCameraModel m_model;
+    const std::string m_id;
+    Clock::time_point m_born = Clock::now();
+    CPort m_port;
+    CAccessLock m_accessLock;
+    CIpConfig m_ip;
+    bool m_isPlugged = true;
+    Clock::time_point m_replugTime = Clock::time_point::max();
+
+    ICameraListener* m_listener = nullptr;
+    std::shared_ptr<CStream> m_stream;
+    std::condition_variable m_changed;
+    std::thread m_thread;
+    bool m_isClosing = false;
+    bool m_isAcquiring = false;
+    uint64_t m_acquisition = 0; // counts the starts
+    uint64_t m_triggers = 0;    // waiting
+    uint64_t m_images = 0;      // since the start
+    int64_t m_imagesLeft = 0;   // of a counted acquisition
+    Clock::time_point m_nextImage;
+
+    CFrameRenderer m_renderer; // of the thread
+};
+
+} // namespace KxSim

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// Groups of features that make up a camera.
+#pragma once
+
+#include "features/FeatureList.h"
+
+namespace KxSim
+{
+
+class CCamera;
+struct CCameraModel;
+
+/// Each group first tells its features and then ties what they do to a camera.
+struct CFeatureGroup
+{
+    void (*describe)(const CCameraModel& model, CFeatureList& list);
+    void (*bind)(CCamera& camera);
+};
+
+extern const CFeatureGroup kDeviceFeatures;
+extern const CFeatureGroup kImageFormatFeatures;
+extern const CFeatureGroup kAcquisitionFeatures;
+extern const CFeatureGroup kAnalogFeatures;
+extern const CFeatureGroup kSceneFeatures;
+extern const CFeatureGroup kTransportFeatures;
+
+} // namespace KxSim

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: Apache-2.0
+// System, interfaces and devices.
+
+#define GCTLIDLL
+
+#include "Call.h"
+#include "Info.h"
+#include "modules/Stream.h"
+#include "modules/System.h"
+
+namespace GenTL
+{
+extern "C" {
+
+using namespace KxSim;
+
+GC_API TLOpen(TL_HANDLE* phTL)
+{
+    return LockedCall([&] { Needed(phTL) = World().OpenSystem()->GetHandle(); });
+}
+
+GC_API TLClose(TL_HANDLE hTL)
+{
+    return LockedCall([&] { Handles().Get<CSystem>(hTL)->Close(); });
+}
+
+GC_API TLGetInfo(TL_HANDLE hTL, TL_INFO_CMD iInfoCmd, INFO_DATATYPE* piType, void* pBuffer, size_t* piSize)
+{
+    return LockedCall([&] {
+        Handles().Get<CSystem>(hTL);
+        ReturnInfo(GetSystemInfo(iInfoCmd), piType, pBuffer, piSize);
+    });
+}
+
+GC_API TLUpdateInterfaceList(TL_HANDLE hTL, bool8_t* pbChanged, uint64_t)
+{
+    return LockedCall([&] {
+        const bool hasChanged = Handles().Get<CSystem>(hTL)->UpdateInterfaceList();
+        if (pbChanged)
+            *pbChanged = hasChanged;
+    });
+}
+
+GC_API TLGetNumInterfaces(TL_HANDLE hTL, uint32_t* piNumIfaces)
+{
+    return LockedCall([&] { Needed(piNumIfaces) = Handles().Get<CSystem>(hTL)->GetInterfaceCount(); });
+}
+
+GC_API TLGetInterfaceID(TL_HANDLE hTL, uint32_t iIndex, char* sID, size_t* piSize)
+{
+    return LockedCall([&] {
+        ReturnBytes(TextInfo(Handles().Get<CSystem>(hTL)->GetAdapter(iIndex).id).bytes, sID, piSize);
+    });
+}
+
+GC_API TLGetInterfaceInfo(TL_HANDLE hTL, const char* sIfaceID, INTERFACE_INFO_CMD iInfoCmd,
+                          INFO_DATATYPE* piType, void* pBuffer, size_t* piSize)
+{
+    return LockedCall([&] {
+        ReturnInfo(Handles().Get<CSystem>(hTL)->GetInterfaceInfo(&Needed(sIfaceID), iInfoCmd), piType,
+                   pBuffer, piSize);
+    });
+}
+
+GC_API TLOpenInterface(TL_HANDLE hTL, const char* sIfaceID, IF_HANDLE* phIface)
+{
+    return LockedCall([&] {
+        Needed(phIface) = Handles().Get<CSystem>(hTL)->OpenInterface(&Needed(sIfaceID))->GetHandle();
+    });
+}
+
+GC_API IFClose(IF_HANDLE hIface)
+{
+    return LockedCall([&] { Handles().Get<CInterface>(hIface)->Close(); });
+}
+
+GC_API IFGetInfo(IF_HANDLE hIface, INTERFACE_INFO_CMD iInfoCmd, INFO_DATATYPE* piType, void* pBuffer,
+                 size_t* piSize)
+{
+    return LockedCall([&] {
+        ReturnInfo(CSystem::GetInterfaceInfo(Handles().Get<CInterface>(hIface)->Adapter(), iInfoCmd), piType,
+                   pBuffer, piSize);
+    });
+}
+
+GC_API IFGetParentTL(IF_HANDLE hIface, TL_HANDLE* phSystem)
+{
+    return LockedCall([&] { Needed(phSystem) = Handles().Get<CInterface>(hIface)->Parent().GetHandle(); });
+}
+
+GC_API IFUpdateDeviceList(IF_HANDLE hIface, bool8_t* pbChanged, uint64_t)
+{
+    return LockedCall([&] {
+        const bool hasChanged = Handles().Get<CInterface>(hIface)->UpdateDeviceList();
+        if (pbChanged)
+            *pbChanged = hasChanged;
+    });
+}
+
+GC_API IFGetNumDevices(IF_HANDLE hIface, uint32_t* piNumDevices)
+{
+    return LockedCall([&] {
+        Needed(piNumDevices) = static_cast<uint32_t>(Handles().Get<CInterface>(hIface)->GetDeviceCount());
+    });
+}
+
+GC_API IFGetDeviceID(IF_HANDLE hIface, uint32_t iIndex, char* sIDeviceID, size_t* piSize)
+{
+    return LockedCall([&] {
+        ReturnBytes(TextInfo(Handles().Get<CInterface>(hIface)->GetDeviceId(iIndex)).bytes, sIDeviceID,
+                    piSize);
+    });
+}
+
+GC_API IFGetDeviceInfo(IF_HANDLE hIface, const char* sDeviceID, DEVICE_INFO_CMD iInfoCmd,
+                       INFO_DATATYPE* piType, void* pBuffer, size_t* piSize)
+{
+    return LockedCall([&] {
+        ReturnInfo(Handles().Get<CInterface>(hIface)->GetDeviceInfo(&Needed(sDeviceID), iInfoCmd), piType,
+                   pBuffer, piSize);
+    });
+}
+
+GC_API IFOpenDevice(IF_HANDLE hIface, const char* sDeviceID, DEVICE_ACCESS_FLAGS iOpenFlag,
+                    DEV_HANDLE* phDevice)
+{
+    return LockedCall([&] {
+        Needed(phDevice);
+        *phDevice = Handles().Get<CInterface>(hIface)->OpenDevice(&Needed(sDeviceID), iOpenFlag)->GetHandle();
+    });
+}
+
+GC_API DevClose(DEV_HANDLE hDevice)
+{
+    return LockedCall([&] { Handles().Get<CDevice>(hDevice)->Close(); });
+}
+
+GC_API DevGetInfo(DEV_HANDLE hDevice, DEVICE_INFO_CMD iInfoCmd, INFO_DATATYPE* piType, void* pBuffer,
+                  size_t* piSize)
+{
+    return LockedCall([&] {
+        const auto device = Handles().Get<CDevice>(hDevice);
+        ReturnInfo(device->Parent().GetDeviceInfo(device->Camera(), iInfoCmd), piType, pBuffer, piSize);
+    });
+}
+
+GC_API DevGetPort(DEV_HANDLE hDevice, PORT_HANDLE* phRemoteDevice)
+{
+    return LockedCall([&] { Needed(phRemoteDevice) = Handles().Get<CDevice>(hDevice)->RemotePort(); });
+}
+
+GC_API DevGetParentIF(DEV_HANDLE hDevice, IF_HANDLE* phIface)
+{
+    return LockedCall([&] { Needed(phIface) = Handles().Get<CDevice>(hDevice)->Parent().GetHandle(); });
+}
+
+GC_API DevGetNumDataStreams(DEV_HANDLE hDevice, uint32_t* piNumDataStreams)
+{
+    return LockedCall([&] {
+        Handles().Get<CDevice>(hDevice);
+        Needed(piNumDataStreams) = 1;
+    });
+}
+
+GC_API DevGetDataStreamID(DEV_HANDLE hDevice, uint32_t iIndex, char* sDataStreamID, size_t* piSize)
+{
+    return LockedCall([&] {
+        const auto device = Handles().Get<CDevice>(hDevice);
+        if (iIndex != 0)
+            Fail(GC_ERR_INVALID_INDEX, "There is one stream, none with index %u", iIndex);
+        ReturnBytes(TextInfo(device->StreamId()).bytes, sDataStreamID, piSize);
+    });
+}
+
+GC_API DevOpenDataStream(DEV_HANDLE hDevice, const char* sDataStreamID, DS_HANDLE* phDataStream)
+{
+    return LockedCall([&] {
+        Needed(phDataStream);
+        *phDataStream = Handles().Get<CDevice>(hDevice)->OpenStream(&Needed(sDataStreamID))->GetHandle();
+    });
+}
+
+} // extern "C"
+} // namespace GenTL
