@@ -7,31 +7,133 @@
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
+#include <KxApi_TL/IKxPixelFormatInfo.h>
 #include <KxApi_TL/KxApi_TL.h>
+
+#include <functional>
+#include <optional>
 
 namespace KxApi
 {
 
+using Detail::CDestinationFormat;
+using Detail::CSettingValues;
+using Detail::CSourceFormat;
+using Detail::CSourceView;
 using Detail::ESetting;
 
 namespace
 {
+
 constexpr int kMaxThreads = 64;
+
+/// Longer than any camera's, and short enough for the working memory.
+constexpr size_t kMaxWidth = size_t{1} << 24;
+
+long long Signed(size_t nValue) { return static_cast<long long>(nValue); }
+
+CSourceFormat CheckedFormat(EKxPixelFormatNamingConvention_t eFormat)
+{
+    const IKxPixelFormatInfo* const pInfo = GetIKxPixelFormatInfo(eFormat);
+    if (!pInfo)
+        throw INVALID_ARGUMENT_EXCEPTION("PixelFormat = 0x%08X is no known pixel format", eFormat);
+    const std::optional<CSourceFormat> source = Detail::DescribeSourceFormat(eFormat);
+    if (!source)
+        throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted", pInfo->GetName().c_str());
+    return *source;
+}
+
+void CheckLength(const char* szName, size_t nValue, size_t nMin, size_t nStep, const CSourceFormat& source)
+{
+    if (nValue < nMin)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", szName,
+                                     Signed(nValue), Signed(nMin));
+    if (nValue % nStep != 0)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be a multiple of %lld for %s", szName, Signed(nValue),
+                                     Signed(nStep), source.pInfo->GetName().c_str());
+}
+
+CSourceView CheckedView(const IKxImage& image, const CSourceFormat& source)
+{
+    const CSourceView view{static_cast<const uint8_t*>(image.GetImageBuffer()), image.GetImageWidth(),
+                           image.GetImageHeight(), image.GetImageLinePitch(), image.GetImagePlanePitch()};
+    const size_t nMin = source.bPolarized ? 2 : 1; // a square of polarisers
+    CheckLength("Width", view.nWidth, nMin, source.nStepX, source);
+    CheckLength("Height", view.nHeight, nMin, source.nStepY, source);
+    if (view.nWidth > kMaxWidth)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", "Width",
+                                     Signed(view.nWidth), Signed(kMaxWidth));
+    const size_t nLineBytes = source.pInfo->GetLinePitch(view.nWidth, 1);
+    if (view.nLinePitch < nLineBytes)
+        throw INVALID_ARGUMENT_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "LinePitch",
+                                         Signed(view.nLinePitch), Signed(nLineBytes));
+    if (source.pInfo->GetPlaneCount() > 1 && view.nPlanePitch < view.nLinePitch * view.nHeight)
+        throw INVALID_ARGUMENT_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "PlanePitch",
+                                         Signed(view.nPlanePitch), Signed(view.nLinePitch * view.nHeight));
+    if (!view.pBytes)
+        throw RUNTIME_EXCEPTION("There is no available image.");
+    return view;
+}
+
+/// Raises InvalidArgumentException when the source has pixels in the memory of the target's image.
+void CheckApart(const CSourceView& view, const CSourceFormat& source, IKxImageBuffer& target)
+{
+    if (!target.HasImageBuffer())
+        return;
+    const IKxImage& image = *target.GetIKxImage();
+    const auto* const pTarget = static_cast<const uint8_t*>(image.GetImageBuffer());
+    const size_t nTargetBytes = image.GetImageHeight() * image.GetImageLinePitch();
+    const size_t nLineBytes = source.pInfo->GetLinePitch(view.nWidth, 1);
+    const size_t nSourceBytes = source.pInfo->GetPlaneCount() > 1
+                                    ? source.pInfo->GetImageSize(view.nHeight, view.nLinePitch)
+                                    : (view.nHeight - 1) * view.nLinePitch + nLineBytes;
+    const std::less<const uint8_t*> before;
+    if (before(view.pBytes, pTarget + nTargetBytes) && before(pTarget, view.pBytes + nSourceBytes))
+        throw INVALID_ARGUMENT_EXCEPTION("The source lies in the memory of the target");
+}
+
+} // namespace
+
+const CDestinationFormat& CKxPixelFormatConverter::DestinationFor(const CSourceFormat& source,
+                                                                  const CSettingValues& values) const
+{
+    const CDestinationFormat& set = *Detail::FindDestinationFormat(
+        values.GetEnum<EKxPixelFormatNamingConvention_t>(ESetting::DestinationPixelFormat));
+    if (!m_bAutoDestination)
+        return set;
+    if (!Detail::HasColorResult(source, values))
+        return *Detail::FindDestinationFormat(KxPixelFormat_Mono8);
+    return set.HasColor() ? set : *Detail::FindDestinationFormat(KxPixelFormat_BGR8);
 }
 
 void CKxPixelFormatConverter::Convert(IKxImage* pSource, IKxImageBuffer* pTarget)
 {
     if (!pSource || !pTarget)
         throw INVALID_ARGUMENT_EXCEPTION("%s pointer is NULL", pSource ? "IKxImageBuffer" : "IKxImage");
-    if (pSource->GetImagePixelFormat() != GetDestinationPixelFormat())
-        throw INVALID_ARGUMENT_EXCEPTION("0x%08X can't be converted", pSource->GetImagePixelFormat());
-    pTarget->CopyImage(pSource);
+    GenICam::GuardBadAlloc([&] {
+        const std::lock_guard<std::mutex> lock(m_mutexConversion);
+        const CSettingValues values = m_objSettings.GetAll();
+        const CSourceFormat source = CheckedFormat(pSource->GetImagePixelFormat());
+        const CSourceView view = CheckedView(*pSource, source);
+        CheckApart(view, source, *pTarget);
+        const Detail::CConversionTask task{source, &DestinationFor(source, values), view.nWidth, values};
+        if (!m_pPlan || !(m_pPlan->GetTask() == task))
+            m_pPlan = std::make_unique<Detail::CConversionPlan>(task);
+
+        pTarget->SetSize(view.nWidth, view.nHeight, task.pDestination->eFormat, 0);
+        CheckApart(view, source, *pTarget); // the memory may be another now
+        const IKxImage& image = *pTarget->GetIKxImage();
+        const Detail::CTargetView target{static_cast<uint8_t*>(image.GetImageBuffer()),
+                                         image.GetImageLinePitch(), view.nHeight,
+                                         values.Get<int>(ESetting::ReverseY) != 0};
+        m_pPlan->Run(view, target, static_cast<size_t>(m_nThreads), m_objWorkers);
+    });
 }
 
 bool CKxPixelFormatConverter::IsConvertible(EKxPixelFormatNamingConvention_t eSource,
                                             EKxPixelFormatNamingConvention_t eDestination) const
 {
-    return eSource == eDestination && Detail::FindDestinationFormat(eDestination);
+    return Detail::FindDestinationFormat(eDestination) && Detail::DescribeSourceFormat(eSource);
 }
 
 void CKxPixelFormatConverter::SetConversionOption(int nThreads)

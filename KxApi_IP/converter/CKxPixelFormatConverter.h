@@ -2,11 +2,15 @@
 // The converter that CreateIKxConverter makes.
 #pragma once
 
+#include "CConversionPlan.h"
 #include "CConverterSettings.h"
+#include "CWorkers.h"
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 
 #include <atomic>
+#include <memory>
+#include <mutex>
 
 namespace KxApi
 {
@@ -62,9 +66,16 @@ public:
     void Release() override { delete this; }
 
 private:
+    const Detail::CDestinationFormat& DestinationFor(const Detail::CSourceFormat& source,
+                                                     const Detail::CSettingValues& values) const;
+
     Detail::CConverterSettings m_objSettings;
     std::atomic<bool> m_bAutoDestination{false};
     std::atomic<int> m_nThreads{1};
+
+    std::mutex m_mutexConversion; // held for a whole conversion; guards what follows
+    std::unique_ptr<Detail::CConversionPlan> m_pPlan;
+    Detail::CWorkers m_objWorkers;
 };
 
 } // namespace KxApi

@@ -66,8 +66,8 @@ struct IKxPixelFormatConverter
     virtual double GetGamma() const = 0;
     virtual void SetGamma(double dGamma) = 0;
 
-    /// Whether Convert chooses the destination itself: Mono8 for a result without colour; for one with
-    /// colour the destination format, or BGR8 when that has none. At first not.
+    /// Whether Convert chooses the destination itself: Mono8 for sources without colour and what polarisation
+    /// methods make without colour; else the destination format, or BGR8 when that is mono. At first not.
     virtual void SetAutoDestination(bool bAuto) = 0;
     virtual bool GetAutoDestination() const = 0;
 

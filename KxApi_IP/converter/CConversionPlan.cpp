@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "CConversionPlan.h"
+
+#include "CWorkers.h"
+#include "ValueTables.h"
+
+#include <KxApi_TL/IKxPixelFormatInfo.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+/// Fewer pixels are done before a helper is awake.
+constexpr size_t kPixelsPerThread = 512 * 1024;
+
+/// Bands for each thread: more than one, so that a thread that is held up leaves its share to the others.
+constexpr size_t kBandsPerThread = 4;
+
+CPolarizationOptions PolarizationOptions(const CSettingValues& values)
+{
+    CPolarizationOptions options;
+    options.eMethod = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
+        ESetting::PolarizationImageTransformationMethod);
+    options.dAngle = values.Get<double>(ESetting::PolarizationSpecifiedAngle);
+    options.bBilinear = values.GetEnum<EKxPolarizationInterpolationMethod_t>(
+                            ESetting::PolarizationSpecifiedAngleInterpolationMethod) ==
+                        KxPolarizationInterpolationMethod_Bilinear;
+    options.bDark = values.Get<int>(ESetting::ADOLPDarkMode) != 0;
+    options.vecCircle.resize(256);
+    SetColorMap(options.vecCircle.data(), KxColorMapType_PseudoColorBGRB,
+                values.Get<int>(ESetting::ADOLPColorInversion) != 0,
+                values.Get<int>(ESetting::ADOLPColorPhase));
+    return options;
+}
+
+bool IsGreyMethod(EKxBayerInterpolationMethod_t eMethod)
+{
+    return eMethod == KxBayerInterpolationMethod_Off || eMethod == KxBayerInterpolationMethod_Mono;
+}
+
+/// Whether the source stage makes one channel.
+bool IsGreySource(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBayer,
+                  EKxPolarizationImageTransformationMethod_t ePolarization)
+{
+    if (source.bPolarized && ePolarization == KxPolarizationImageTransformationMethod_ADOLP)
+        return false;
+    if (source.bPolarized && !KeepsColor(ePolarization))
+        return true;
+    return source.eFamily == EFamily::Mono || (source.eFamily == EFamily::Bayer && IsGreyMethod(eBayer));
+}
+
+struct CLumaWeights
+{
+    double dRed;
+    double dBlue;
+};
+
+CYccMatrix MakeYccMatrix(EYccKind eKind, unsigned nBits)
+{
+    constexpr CLumaWeights kWeights601{0.299, 0.114}, kWeights709{0.2126, 0.0722},
+        kWeights2020{0.2627, 0.0593};
+    const CLumaWeights weights = eKind == EYccKind::Limited709    ? kWeights709
+                                 : eKind == EYccKind::Limited2020 ? kWeights2020
+                                                                  : kWeights601;
+    const bool bIsFull = eKind == EYccKind::Full601;
+    const int32_t nMax = (1 << nBits) - 1;
+    const int nShift = static_cast<int>(nBits) - 8;
+    const double dYScale = bIsFull ? 1 : double{1} * nMax / (219 << nShift);
+    // The chroma of the full range has the same steps as luma.
+    const double dChromaScale = bIsFull ? 2 : double{2} * nMax / (224 << nShift);
+    const double dGreen = 1 - weights.dRed - weights.dBlue;
+    const auto fixed = [](double dFactor) { return static_cast<int32_t>(std::lround(dFactor * 65536)); };
+    CYccMatrix matrix{};
+    matrix.nYOffset = bIsFull ? 0 : 16 << nShift;
+    matrix.nChromaOffset = 128 << nShift;
+    matrix.nMax = nMax;
+    matrix.nY = fixed(dYScale);
+    matrix.nCrToR = fixed((1 - weights.dRed) * dChromaScale);
+    matrix.nCbToB = fixed((1 - weights.dBlue) * dChromaScale);
+    matrix.nCrToG = fixed(-(1 - weights.dRed) * weights.dRed / dGreen * dChromaScale);
+    matrix.nCbToG = fixed(-(1 - weights.dBlue) * weights.dBlue / dGreen * dChromaScale);
+    return matrix;
+}
+
+} // namespace
+
+bool HasColorResult(const CSourceFormat& source, const CSettingValues& values)
+{
+    if (!source.bPolarized)
+        return source.HasColor();
+    const auto eMethod = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
+        ESetting::PolarizationImageTransformationMethod);
+    return eMethod == KxPolarizationImageTransformationMethod_ADOLP ||
+           (source.HasColor() && KeepsColor(eMethod));
+}
+
+CConversionPlan::CConversionPlan(const CConversionTask& task)
+    : m_task(task)
+    , m_dGamma(task.values.Get<double>(ESetting::Gamma))
+    , m_eBayer(task.values.GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod))
+    , m_polarization(PolarizationOptions(task.values))
+    , m_bIsCopy(task.source.pInfo->GetPixelFormat() == task.pDestination->eFormat && m_dGamma == 1.0)
+    , m_bIsPolarized(task.source.bPolarized &&
+                     m_polarization.eMethod != KxPolarizationImageTransformationMethod_Off)
+    , m_bIsNarrow(m_bIsPolarized
+                      ? m_polarization.eMethod == KxPolarizationImageTransformationMethod_ADOLP
+                      : task.source.nBits <= 8 || (task.pDestination->nBits == 8 && m_dGamma == 1.0))
+    , m_bIsGrey(IsGreySource(task.source, m_eBayer, m_polarization.eMethod))
+{
+    if (m_bIsCopy) {
+        // nothing happens to the values
+    } else if (task.pDestination->nBits == 8) {
+        MakeFinish(m_pFinish8);
+    } else {
+        MakeFinish(m_pFinish16);
+    }
+    m_vecEngines.push_back(MakeEngine());
+}
+
+bool CConversionPlan::MakesGreyOfColor() const { return !m_bIsGrey && !m_task.pDestination->HasColor(); }
+
+template <class U>
+void CConversionPlan::MakeFinish(std::shared_ptr<const CFinish<U>>& pFinish) const
+{
+    auto pNew = std::make_shared<CFinish<U>>();
+    pNew->pDestination = m_task.pDestination;
+    pNew->bIsGrey = m_bIsGrey || MakesGreyOfColor();
+    pNew->bHasAlpha = m_task.source.HasAlpha();
+    if (m_bIsNarrow)
+        MakeTables<uint8_t>(*pNew);
+    else
+        MakeTables<uint16_t>(*pNew);
+    pFinish = std::move(pNew);
+}
+
+template <class T, class U>
+void CConversionPlan::MakeTables(CFinish<U>& finish) const
+{
+    const CSettingValues& values = m_task.values;
+    const unsigned nSourceBits = m_bIsPolarized
+                                     ? PolarizationResultBits(m_polarization.eMethod, m_task.source.nBits)
+                                     : m_task.source.nBits;
+    const unsigned nFrom = sizeof(T) == 1 ? std::min(nSourceBits, 8U) : nSourceBits;
+    const CValueOptions options{nFrom, m_task.pDestination->nBits,
+                                values.GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode), m_dGamma};
+    const CColorMapOptions map{values.GetEnum<EKxColorMapType_t>(ESetting::ColorMapType),
+                               values.Get<int>(ESetting::ColorMapInversion) != 0,
+                               values.Get<int32_t>(ESetting::ColorMapPhase)};
+    if (m_bIsGrey && m_task.pDestination->HasColor() && !map.IsIdentity()) {
+        for (std::vector<U>& vecTable : MakeColorTables<T, U>(options, map))
+            finish.vecTables.push_back(std::move(vecTable));
+        return;
+    }
+    if (!std::is_same_v<T, U> || !options.IsIdentity())
+        finish.vecTables.push_back(MakeValueTable<T, U>(options));
+    CValueOptions alpha = options;
+    alpha.dGamma = 1.0;
+    if (finish.bHasAlpha && (!std::is_same_v<T, U> || !alpha.IsIdentity()))
+        finish.vecAlphaTable = MakeValueTable<T, U>(alpha);
+}
+
+template <class T>
+std::unique_ptr<IRowSource<T>> CConversionPlan::MakeBayerSource() const
+{
+    const CSourceFormat& source = m_task.source;
+    return std::make_unique<CBayerRows<T, CMosaicLines<T>>>(
+        CMosaicLines<T>(source, m_task.nWidth), CBayerPattern{source.nRedX, source.nRedY}, m_eBayer);
+}
+
+template <class T>
+std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
+{
+    const CSourceFormat& source = m_task.source;
+    const size_t nWidth = m_task.nWidth;
+    if (m_bIsPolarized) {
+        if constexpr (sizeof(T) == 1)
+            return MakePolarizationColorRows(source, nWidth, m_polarization);
+        else
+            return MakePolarizedRows(source, nWidth, m_polarization, m_eBayer);
+    }
+    if (source.eFamily == EFamily::Bayer && !source.bPolarized && m_eBayer != KxBayerInterpolationMethod_Off)
+        return MakeBayerSource<T>();
+    if constexpr (sizeof(T) == 1) {
+        // Values of a byte go straight into a mono image; all other work wants rows with padding.
+        if (source.ePacking == EPacking::Bytes && !m_task.pDestination->HasColor())
+            return std::make_unique<CByteLines>();
+    }
+    if (source.eFamily == EFamily::Ycc) {
+        const unsigned nBits = sizeof(T) == 1 ? std::min<unsigned>(source.nBits, 8) : source.nBits;
+        return std::make_unique<CYccRows<T>>(source, MakeYccMatrix(source.eYcc, nBits), MakesGreyOfColor(),
+                                             nWidth);
+    }
+    return std::make_unique<CPlainRows<T>>(source, nWidth);
+}
+
+template <class T>
+std::unique_ptr<IRowEngine> CConversionPlan::MakeEngineOf() const
+{
+    std::unique_ptr<IRowSource<T>> pSource = MakeSource<T>();
+    const bool bIsLuma = m_task.source.eFamily == EFamily::Ycc; // which is grey by itself
+    if (MakesGreyOfColor() && !bIsLuma)
+        pSource = std::make_unique<CGreyRows<T>>(std::move(pSource), m_task.nWidth);
+    if (m_pFinish8)
+        return std::make_unique<CRowEngine<T, uint8_t>>(std::move(pSource), m_pFinish8, m_task.nWidth);
+    return std::make_unique<CRowEngine<T, uint16_t>>(std::move(pSource), m_pFinish16, m_task.nWidth);
+}
+
+std::unique_ptr<IRowEngine> CConversionPlan::MakeEngine() const
+{
+    if (m_bIsCopy)
+        return std::make_unique<CCopyEngine>(m_task.source.pInfo->GetLinePitch(m_task.nWidth, 1));
+    return m_bIsNarrow ? MakeEngineOf<uint8_t>() : MakeEngineOf<uint16_t>();
+}
+
+namespace
+{
+
+/// What the threads of a conversion share.
+struct CRun
+{
+    std::vector<std::unique_ptr<IRowEngine>>& vecEngines;
+    size_t nHeight;
+    size_t nBandHeight;
+    std::atomic<size_t> nNextLine;
+};
+
+} // namespace
+
+void CConversionPlan::RunPart(void* pContext, size_t nPart)
+{
+    CRun& run = *static_cast<CRun*>(pContext);
+    for (;;) {
+        const size_t nFirst = run.nNextLine.fetch_add(run.nBandHeight);
+        if (nFirst >= run.nHeight)
+            return;
+        run.vecEngines[nPart]->Run(nFirst, std::min(nFirst + run.nBandHeight, run.nHeight));
+    }
+}
+
+void CConversionPlan::Run(const CSourceView& source, const CTargetView& target, size_t nThreads,
+                          CWorkers& workers)
+{
+    const size_t nWanted = std::clamp<size_t>(source.nWidth * source.nHeight / kPixelsPerThread, 1, nThreads);
+    if (nWanted > 1 && workers.GetHelpers() + 1 != nThreads)
+        workers.SetHelpers(nThreads - 1);
+    const size_t nParts = std::min(nWanted, workers.GetHelpers() + 1);
+    while (m_vecEngines.size() < nParts)
+        m_vecEngines.push_back(MakeEngine());
+    for (const std::unique_ptr<IRowEngine>& pEngine : m_vecEngines)
+        pEngine->Begin(source, target);
+    const size_t nBands = nParts == 1 ? 1 : nParts * kBandsPerThread;
+    CRun run{m_vecEngines, source.nHeight, (source.nHeight + nBands - 1) / nBands, {0}};
+    workers.Run(nParts - 1, RunPart, &run);
+}
+
+} // namespace Detail
+} // namespace KxApi

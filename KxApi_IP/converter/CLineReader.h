@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+// Reads the lines of a source image.
+#pragma once
+
+#include "SourceFormats.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// The image that is converted.
+struct CSourceView
+{
+    const uint8_t* pBytes;
+    size_t nWidth;
+    size_t nHeight;
+    size_t nLinePitch;
+    size_t nPlanePitch;
+};
+
+/// Gets the values of a line, a row for each channel. Rows of bytes get the high eight bits of what has more.
+class CLineReader
+{
+public:
+    CLineReader(const CSourceFormat& format, size_t nWidth);
+
+    void Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows) const;
+    void Read(const CSourceView& source, size_t nLine, uint16_t* const* apRows) const;
+
+    const CSourceFormat& GetFormat() const { return m_format; }
+
+    /// Bits of the values in rows of that type.
+    template <class T>
+    unsigned GetBits() const
+    {
+        return sizeof(T) == 1 && m_format.nBits > 8 ? 8 : m_format.nBits;
+    }
+
+private:
+    template <class T>
+    void ReadLine(const CSourceView& source, size_t nLine, T* const* apRows) const;
+    template <class T>
+    void ReadByTable(const CSourceView& source, size_t nLine, size_t nChannel, T* pRow) const;
+
+    CSourceFormat m_format;
+    EPacking m_ePacking;
+    size_t m_nLineBytes;
+    uint8_t m_anChannelInMemory[kMaxChannels]; ///< channel by the place among the values of a pixel
+};
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+// Takes the rows that a source stage makes into the lines of the target image.
+#pragma once
+
+#include "DestinationFormats.h"
+#include "RowSources.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// The image that is written.
+struct CTargetView
+{
+    uint8_t* pBytes;
+    size_t nLinePitch;
+    size_t nHeight;
+    bool bReverseY;
+
+    uint8_t* Line(size_t nLine) const
+    {
+        return pBytes + (bReverseY ? nHeight - 1 - nLine : nLine) * nLinePitch;
+    }
+};
+
+/// Converts lines; one thread has one.
+class IRowEngine
+{
+public:
+    IRowEngine() = default;
+    IRowEngine(const IRowEngine&) = delete;
+    IRowEngine& operator=(const IRowEngine&) = delete;
+    virtual ~IRowEngine() = default;
+
+    virtual void Begin(const CSourceView& source, const CTargetView& target) noexcept = 0;
+    /// Lines nFirst up to, not including, nEnd.
+    virtual void Run(size_t nFirst, size_t nEnd) noexcept = 0;
+};
+
+/// What happens to the values of a row, shared by the engines of a plan.
+template <class U>
+struct CFinish
+{
+    const CDestinationFormat* pDestination;
+    bool bIsGrey;                          ///< the row has one channel
+    bool bHasAlpha;                        ///< it has a fourth
+    std::vector<std::vector<U>> vecTables; ///< none: values stay; one for all channels, or one for each
+    std::vector<U> vecAlphaTable;          ///< empty: values stay
+};
+
+/// T: values of the source stage, U: of the target.
+template <class T, class U>
+class CRowEngine final : public IRowEngine
+{
+public:
+    CRowEngine(std::unique_ptr<IRowSource<T>> pSource, std::shared_ptr<const CFinish<U>> pFinish,
+               size_t nWidth)
+        : m_pSource(std::move(pSource))
+        , m_pFinish(std::move(pFinish))
+        , m_nWidth(nWidth)
+        , m_rows(kMaxChannels, nWidth)
+    {
+        std::fill_n(m_rows.Row(3), nWidth, static_cast<U>((1U << m_pFinish->pDestination->nBits) - 1));
+    }
+
+    void Begin(const CSourceView& source, const CTargetView& target) noexcept override
+    {
+        m_pSource->Begin(source);
+        m_target = target;
+    }
+
+    void Run(size_t nFirst, size_t nEnd) noexcept override
+    {
+        for (size_t nLine = nFirst; nLine < nEnd; ++nLine) {
+            const CRow<T> row = m_pSource->Get(nLine);
+            uint8_t* const pPixels = m_target.Line(nLine);
+            if (m_pFinish->pDestination->HasColor())
+                WriteColor(row, pPixels);
+            else
+                WriteMono(row[0], pPixels);
+        }
+    }
+
+private:
+    void WriteMono(const T* pRow, uint8_t* pPixels)
+    {
+        if (!m_pFinish->vecTables.empty())
+            MapRow(pRow, m_nWidth, m_pFinish->vecTables[0].data(), reinterpret_cast<U*>(pPixels));
+        else if constexpr (std::is_same_v<T, U>)
+            std::memcpy(pPixels, pRow, m_nWidth * sizeof(U));
+    }
+
+    /// The row by a table, or as it is where there is none.
+    const U* Mapped(const T* pRow, const std::vector<U>* pTable, size_t nChannel)
+    {
+        if constexpr (std::is_same_v<T, U>) {
+            if (!pTable)
+                return pRow;
+        }
+        MapRow(pRow, m_nWidth, pTable->data(), m_rows.Row(nChannel));
+        return m_rows.Row(nChannel);
+    }
+
+    void WriteColor(const CRow<T>& row, uint8_t* pPixels)
+    {
+        const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
+        const U* apRows[kMaxChannels] = {};
+        for (size_t k = 0; k < 3; ++k) {
+            if (k > 0 && m_pFinish->bIsGrey && vecTables.size() < 3) {
+                apRows[k] = apRows[0];
+                continue;
+            }
+            const std::vector<U>* const pTable =
+                vecTables.empty() ? nullptr : &vecTables[std::min(k, vecTables.size() - 1)];
+            apRows[k] = Mapped(row[m_pFinish->bIsGrey ? 0 : k], pTable, k);
+        }
+        apRows[3] = m_rows.Row(3);
+        if (m_pFinish->bHasAlpha && m_pFinish->pDestination->HasAlpha()) {
+            const std::vector<U>& vecAlpha = m_pFinish->vecAlphaTable;
+            apRows[3] = Mapped(row[3], vecAlpha.empty() ? nullptr : &vecAlpha, 3);
+        }
+        Pack(apRows, pPixels);
+    }
+
+    void Pack(const U** apRows, uint8_t* pPixels)
+    {
+        const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
+        if (eLayout == EDestinationLayout::Bgr || eLayout == EDestinationLayout::Bgra ||
+            eLayout == EDestinationLayout::BgrWord)
+            std::swap(apRows[0], apRows[2]);
+        if constexpr (sizeof(U) == 2) {
+            if (eLayout == EDestinationLayout::RgbWord || eLayout == EDestinationLayout::BgrWord) {
+                PackRow10p32(apRows, m_nWidth, pPixels);
+                return;
+            }
+        }
+        PackRow(apRows, m_pFinish->pDestination->HasAlpha() ? 4 : 3, m_nWidth, reinterpret_cast<U*>(pPixels));
+    }
+
+    std::unique_ptr<IRowSource<T>> m_pSource;
+    std::shared_ptr<const CFinish<U>> m_pFinish;
+    size_t m_nWidth;
+    CTargetView m_target{};
+    CRowBuffer<U> m_rows;
+};
+
+/// The lines as they are.
+class CCopyEngine final : public IRowEngine
+{
+public:
+    explicit CCopyEngine(size_t nLineBytes)
+        : m_nLineBytes(nLineBytes)
+    {}
+
+    void Begin(const CSourceView& source, const CTargetView& target) noexcept override
+    {
+        m_source = source;
+        m_target = target;
+    }
+
+    void Run(size_t nFirst, size_t nEnd) noexcept override
+    {
+        const uint8_t* pLine = m_source.pBytes + nFirst * m_source.nLinePitch;
+        if (m_source.nLinePitch == m_target.nLinePitch && !m_target.bReverseY) {
+            std::memcpy(m_target.Line(nFirst), pLine,
+                        (nEnd - nFirst - 1) * m_source.nLinePitch + m_nLineBytes);
+            return;
+        }
+        for (size_t nLine = nFirst; nLine < nEnd; ++nLine, pLine += m_source.nLinePitch)
+            std::memcpy(m_target.Line(nLine), pLine, m_nLineBytes);
+    }
+
+private:
+    size_t m_nLineBytes;
+    CSourceView m_source{};
+    CTargetView m_target{};
+};
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "CWorkers.h"
+
+#include <signal.h>
+
+#include <system_error>
+
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+/// Blocks all signals while it lives; a thread started meanwhile keeps them blocked.
+class CSignalsBlocked
+{
+public:
+    CSignalsBlocked()
+    {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_before);
+    }
+    CSignalsBlocked(const CSignalsBlocked&) = delete;
+    CSignalsBlocked& operator=(const CSignalsBlocked&) = delete;
+    ~CSignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+
+private:
+    sigset_t m_before;
+};
+
+} // namespace
+
+CWorkers::~CWorkers() { EndHelpers(); }
+
+void CWorkers::EndHelpers()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_bEnds = true;
+    }
+    m_objBegin.notify_all();
+    for (std::thread& thread : m_vecThreads)
+        thread.join();
+    m_vecThreads.clear();
+    m_bEnds = false;
+}
+
+void CWorkers::SetHelpers(size_t nHelpers)
+{
+    if (m_vecThreads.size() > nHelpers)
+        EndHelpers();
+    if (m_vecThreads.size() == nHelpers)
+        return;
+    m_vecThreads.reserve(nHelpers);
+    const CSignalsBlocked signals;
+    try {
+        while (m_vecThreads.size() < nHelpers) {
+            const size_t nPart = m_vecThreads.size() + 1;
+            m_vecThreads.emplace_back([this, nPart, nRound = m_nRound] { HelperBody(nPart, nRound); });
+        }
+    } catch (const std::system_error&) {
+        return; // those that there are do the work
+    }
+}
+
+void CWorkers::Run(size_t nHelpers, void (*pTask)(void* pContext, size_t nPart), void* pContext)
+{
+    if (nHelpers == 0) {
+        pTask(pContext, 0);
+        return;
+    }
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_pTask = pTask;
+        m_pContext = pContext;
+        m_nHelpers = m_nBusy = nHelpers;
+        ++m_nRound;
+    }
+    m_objBegin.notify_all();
+    pTask(pContext, 0);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_objEnd.wait(lock, [this] { return m_nBusy == 0; });
+}
+
+void CWorkers::HelperBody(size_t nPart, size_t nRound)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    for (;;) {
+        m_objBegin.wait(lock, [&] { return m_bEnds || m_nRound != nRound; });
+        if (m_bEnds)
+            return;
+        nRound = m_nRound;
+        if (nPart > m_nHelpers)
+            continue;
+        lock.unlock();
+        m_pTask(m_pContext, nPart);
+        lock.lock();
+        if (--m_nBusy == 0)
+            m_objEnd.notify_one();
+    }
+}
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+// Threads that help with a conversion.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// Helpers that sleep between tasks. One thread at a time; the destructor ends the helpers.
+class CWorkers
+{
+public:
+    CWorkers() = default;
+    CWorkers(const CWorkers&) = delete;
+    CWorkers& operator=(const CWorkers&) = delete;
+    ~CWorkers();
+
+    /// Sees to so many helpers; fewer when the system gives no more threads. Signals of the process are not
+    /// handled in them.
+    void SetHelpers(size_t nHelpers);
+    size_t GetHelpers() const { return m_vecThreads.size(); }
+
+    /// Calls pTask(pContext, i) for i = 0 in this thread and i = 1 to nHelpers in helpers, all at once, and
+    /// returns when all are done. The task must not throw. Allocates nothing.
+    void Run(size_t nHelpers, void (*pTask)(void* pContext, size_t nPart), void* pContext);
+
+private:
+    void HelperBody(size_t nPart, size_t nRound);
+    void EndHelpers();
+
+    std::vector<std::thread> m_vecThreads;
+
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_objBegin;
+    std::condition_variable m_objEnd;
+    size_t m_nRound = 0;   // counts the tasks
+    size_t m_nHelpers = 0; // that take part in the present task
+    size_t m_nBusy = 0;
+    bool m_bEnds = false;
+    void (*m_pTask)(void*, size_t) = nullptr;
+    void* m_pContext = nullptr;
+};
+
+} // namespace Detail
+} // namespace KxApi

@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: Apache-2.0
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "converter/RowColor.cpp"
+#include "RowKernels.h"
+
+#include <hwy/foreach_target.h> // compiles this file once for each instruction set
+#include <hwy/highway.h>
+
+#include <cstring>
+
+HWY_BEFORE_NAMESPACE();
+namespace KxApi
+{
+namespace Detail
+{
+namespace HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <class T>
+HWY_INLINE void YccToRgb(const CYccMatrix& matrix, T* const* apRows, size_t nWidth)
+{
+    const hn::ScalableTag<int32_t> d;
+    const hn::Rebind<T, decltype(d)> dT;
+    const auto yOffset = hn::Set(d, matrix.nYOffset);
+    const auto chromaOffset = hn::Set(d, matrix.nChromaOffset);
+    const auto zero = hn::Zero(d);
+    const auto max = hn::Set(d, matrix.nMax);
+    const auto half = hn::Set(d, 1 << 15);
+    T* HWY_RESTRICT const p0 = apRows[0];
+    T* HWY_RESTRICT const p1 = apRows[1];
+    T* HWY_RESTRICT const p2 = apRows[2];
+    for (size_t x = 0; x < nWidth; x += hn::Lanes(d)) {
+        const auto y = hn::Sub(hn::PromoteTo(d, hn::LoadU(dT, p0 + x)), yOffset);
+        const auto cb = hn::Sub(hn::PromoteTo(d, hn::LoadU(dT, p1 + x)), chromaOffset);
+        const auto cr = hn::Sub(hn::PromoteTo(d, hn::LoadU(dT, p2 + x)), chromaOffset);
+        const auto light = hn::Add(hn::Mul(y, hn::Set(d, matrix.nY)), half);
+        const auto store = [&](auto sum, T* pResult) HWY_ATTR {
+            const auto value = hn::Min(hn::Max(hn::ShiftRight<16>(sum), zero), max);
+            hn::StoreU(hn::DemoteTo(dT, value), dT, pResult);
+        };
+        store(hn::Add(light, hn::Mul(cr, hn::Set(d, matrix.nCrToR))), p0 + x);
+        store(hn::Add(light, hn::Add(hn::Mul(cb, hn::Set(d, matrix.nCbToG)),
+                                     hn::Mul(cr, hn::Set(d, matrix.nCrToG)))),
+              p1 + x);
+        store(hn::Add(light, hn::Mul(cb, hn::Set(d, matrix.nCbToB))), p2 + x);
+    }
+}
+
+template <class T>
+HWY_INLINE void YccToLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t nWidth)
+{
+    for (size_t x = 0; x < nWidth; ++x) {
+        int32_t nValue = ((pRow[x] - matrix.nYOffset) * matrix.nY + (1 << 15)) >> 16;
+        nValue = nValue < 0 ? 0 : nValue;
+        pRow[x] = static_cast<T>(nValue > matrix.nMax ? matrix.nMax : nValue);
+    }
+}
+
+template <class T>
+HWY_INLINE void RgbToLuma(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pGrey)
+{
+    const T* HWY_RESTRICT const pRed = apRows[0];
+    const T* HWY_RESTRICT const pGreen = apRows[1];
+    const T* HWY_RESTRICT const pBlue = apRows[2];
+    for (size_t x = 0; x < nWidth; ++x) {
+        // 0.299, 0.587 and 0.114 of 32768; the sum fits for 16 bits.
+        const uint32_t nSum = pRed[x] * 9798U + pGreen[x] * 19235U + pBlue[x] * 3735U;
+        pGrey[x] = static_cast<T>((nSum + (1U << 14)) >> 15);
+    }
+}
+
+template <class T>
+HWY_INLINE void Pack(const T* const* apRows, size_t nChannels, size_t nWidth, T* pPixels)
+{
+    const hn::ScalableTag<T> d;
+    const size_t nLanes = hn::Lanes(d);
+    const auto store = [&](size_t x, T* pTo) HWY_ATTR {
+        const auto v0 = hn::LoadU(d, apRows[0] + x);
+        const auto v1 = hn::LoadU(d, apRows[1] + x);
+        const auto v2 = hn::LoadU(d, apRows[2] + x);
+        if (nChannels == 3)
+            hn::StoreInterleaved3(v0, v1, v2, d, pTo);
+        else
+            hn::StoreInterleaved4(v0, v1, v2, hn::LoadU(d, apRows[3] + x), d, pTo);
+    };
+    size_t x = 0;
+    for (; x + nLanes <= nWidth; x += nLanes)
+        store(x, pPixels + nChannels * x);
+    if (x < nWidth) {
+        T aEnd[4 * hn::MaxLanes(d)];
+        store(x, aEnd);
+        std::memcpy(pPixels + nChannels * x, aEnd, (nWidth - x) * nChannels * sizeof(T));
+    }
+}
+
+void Pack10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* HWY_RESTRICT pPixels)
+{
+    const uint16_t* HWY_RESTRICT const p0 = apRows[0];
+    const uint16_t* HWY_RESTRICT const p1 = apRows[1];
+    const uint16_t* HWY_RESTRICT const p2 = apRows[2];
+    for (size_t x = 0; x < nWidth; ++x) {
+        const uint32_t nWord =
+            p0[x] | static_cast<uint32_t>(p1[x]) << 10 | static_cast<uint32_t>(p2[x]) << 20;
+        std::memcpy(pPixels + 4 * x, &nWord, sizeof(nWord));
+    }
+}
+
+void YccToRgb8(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
+{
+    YccToRgb(matrix, apRows, nWidth);
+}
+void YccToRgb16(const CYccMatrix& matrix, uint16_t* const* apRows, size_t nWidth)
+{
+    YccToRgb(matrix, apRows, nWidth);
+}
+void YccToLuma8(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth) { YccToLuma(matrix, pRow, nWidth); }
+void YccToLuma16(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth) { YccToLuma(matrix, pRow, nWidth); }
+void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+{
+    RgbToLuma(apRows, nWidth, pGrey);
+}
+void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
+{
+    RgbToLuma(apRows, nWidth, pGrey);
+}
+void Pack8(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
+{
+    Pack(apRows, nChannels, nWidth, pPixels);
+}
+void Pack16(const uint16_t* const* apRows, size_t nChannels, size_t nWidth, uint16_t* pPixels)
+{
+    Pack(apRows, nChannels, nWidth, pPixels);
+}
+
+} // namespace HWY_NAMESPACE
+} // namespace Detail
+} // namespace KxApi
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace KxApi
+{
+namespace Detail
+{
+
+HWY_EXPORT(YccToRgb8);
+HWY_EXPORT(YccToRgb16);
+HWY_EXPORT(YccToLuma8);
+HWY_EXPORT(YccToLuma16);
+HWY_EXPORT(RgbToLuma8);
+HWY_EXPORT(RgbToLuma16);
+HWY_EXPORT(Pack8);
+HWY_EXPORT(Pack16);
+HWY_EXPORT(Pack10p32);
+
+void YccToRgb(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
+{
+    HWY_DYNAMIC_DISPATCH(YccToRgb8)(matrix, apRows, nWidth);
+}
+void YccToRgb(const CYccMatrix& matrix, uint16_t* const* apRows, size_t nWidth)
+{
+    HWY_DYNAMIC_DISPATCH(YccToRgb16)(matrix, apRows, nWidth);
+}
+void YccToLuma(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth)
+{
+    HWY_DYNAMIC_DISPATCH(YccToLuma8)(matrix, pRow, nWidth);
+}
+void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth)
+{
+    HWY_DYNAMIC_DISPATCH(YccToLuma16)(matrix, pRow, nWidth);
+}
+void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+{
+    HWY_DYNAMIC_DISPATCH(RgbToLuma8)(apRows, nWidth, pGrey);
+}
+void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
+{
+    HWY_DYNAMIC_DISPATCH(RgbToLuma16)(apRows, nWidth, pGrey);
+}
+void PackRow(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
+{
+    HWY_DYNAMIC_DISPATCH(Pack8)(apRows, nChannels, nWidth, pPixels);
+}
+void PackRow(const uint16_t* const* apRows, size_t nChannels, size_t nWidth, uint16_t* pPixels)
+{
+    HWY_DYNAMIC_DISPATCH(Pack16)(apRows, nChannels, nWidth, pPixels);
+}
+void PackRow10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* pPixels)
+{
+    HWY_DYNAMIC_DISPATCH(Pack10p32)(apRows, nWidth, pPixels);
+}
+
+namespace
+{
+
+template <class T, class U>
+void Map(const T* __restrict pRow, size_t nWidth, const U* __restrict pTable, U* __restrict pResult)
+{
+    for (size_t x = 0; x < nWidth; ++x)
+        pResult[x] = pTable[pRow[x]];
+}
+
+} // namespace
+
+void MapRow(const uint8_t* pRow, size_t nWidth, const uint8_t* pTable, uint8_t* pResult)
+{
+    // Eight results are stored at once: single bytes would keep the store unit busy.
+    size_t x = 0;
+    for (; x + 8 <= nWidth; x += 8) {
+        uint64_t nValues;
+        std::memcpy(&nValues, pRow + x, sizeof(nValues));
+        uint64_t nResult = 0;
+        for (unsigned i = 0; i < 8; ++i)
+            nResult |= uint64_t{pTable[nValues >> (8 * i) & 0xFF]} << (8 * i);
+        std::memcpy(pResult + x, &nResult, sizeof(nResult));
+    }
+    Map(pRow + x, nWidth - x, pTable, pResult + x);
+}
+void MapRow(const uint8_t* pRow, size_t nWidth, const uint16_t* pTable, uint16_t* pResult)
+{
+    Map(pRow, nWidth, pTable, pResult);
+}
+void MapRow(const uint16_t* pRow, size_t nWidth, const uint8_t* pTable, uint8_t* pResult)
+{
+    Map(pRow, nWidth, pTable, pResult);
+}
+void MapRow(const uint16_t* pRow, size_t nWidth, const uint16_t* pTable, uint16_t* pResult)
+{
+    Map(pRow, nWidth, pTable, pResult);
+}
+
+} // namespace Detail
+} // namespace KxApi
+#endif

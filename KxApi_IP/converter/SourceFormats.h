@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the converter has to know of the formats that it reads.
+#pragma once
+
+#include <KxApi_TL/KxPixelFormat.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace KxApi
+{
+
+struct IKxPixelFormatInfoInside;
+
+namespace Detail
+{
+
+struct CPixelFormatRow;
+struct CPixelLayout;
+
+enum class EFamily : uint8_t
+{
+    Mono,
+    Bayer,
+    Rgb,
+    Ycc, ///< YUV and YCbCr
+};
+
+/// How values are got out of a line; all but Table have code of their own.
+enum class EPacking : uint8_t
+{
+    Table,    ///< any layout, value by value
+    Bytes,    ///< one value a byte
+    Words,    ///< one value in two bytes
+    Stream10, ///< 10 bits each, one behind the other
+    Stream12,
+    Halves10, ///< two values in three bytes, the low bits in the middle
+    Halves12,
+    Bytes3, ///< three values a pixel, a byte each
+    Bytes4,
+    Words3,
+    Words4,
+    Luma0Chroma1, ///< Y0 U Y1 V, a byte each
+    Chroma0Luma1, ///< U Y0 V Y1
+};
+
+/// Matrix and range of a Ycc format.
+enum class EYccKind : uint8_t
+{
+    Full601, ///< BT.601, all values used
+    Limited601,
+    Limited709,
+    Limited2020,
+};
+
+/// Channels of a pixel in the order in which all rows have them: R, G, B, alpha or Y, Cb, Cr.
+inline constexpr size_t kMaxChannels = 4;
+
+struct CSourceFormat
+{
+    const IKxPixelFormatInfoInside* pInfo;
+    const CPixelFormatRow* pRow;
+    const CPixelLayout* pLayout;
+    EFamily eFamily;
+    EPacking ePacking;
+    EYccKind eYcc;
+    uint8_t nBits;     ///< of a value
+    uint8_t nChannels; ///< 1, 3, or 4 with alpha
+    bool bSigned;      ///< two's complement; the middle of the range is 0
+    bool bPolarized;
+    uint8_t nRedX; ///< column and line of the first red value, in the squares of four for polarised formats
+    uint8_t nRedY;
+    uint8_t anComponent[kMaxChannels]; ///< of the format, by channel
+    uint8_t anPolarizer[4]; ///< place in the square (x + 2 y), by polariser: 0, 45, 90, 135 degrees
+    size_t nStepX;          ///< pixels that share chroma
+    size_t nStepY;
+
+    bool HasColor() const { return eFamily != EFamily::Mono; }
+    bool HasAlpha() const { return nChannels == 4; }
+};
+
+/// The description of a format, nothing when it is unknown or can't be converted.
+std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention_t eFormat);
+
+} // namespace Detail
+} // namespace KxApi

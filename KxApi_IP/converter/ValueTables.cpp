@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ValueTables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+uint32_t WithDepth(const CValueOptions& options, uint32_t nValue)
+{
+    if (options.nTo <= options.nFrom)
+        return nValue >> (options.nFrom - options.nTo);
+    switch (options.eExpansion) {
+    case KxBitExpansionMode_FullRange:
+        return RepeatedBits(nValue, options.nFrom, options.nTo);
+    case KxBitExpansionMode_ZeroFill:
+        return nValue << (options.nTo - options.nFrom);
+    case KxBitExpansionMode_Off:
+        break;
+    }
+    return nValue;
+}
+
+uint32_t GreatestValue(unsigned nBits) { return (1U << nBits) - 1; }
+
+} // namespace
+
+uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
+{
+    const uint32_t nMax = GreatestValue(options.nFrom);
+    nValue = std::min(nValue, nMax);
+    if (options.dGamma == 1.0)
+        return WithDepth(options, nValue);
+    // The greatest value goes where it goes without gamma.
+    const double dScale = WithDepth(options, nMax);
+    return static_cast<uint32_t>(std::lround(dScale * std::pow(double{1} * nValue / nMax, options.dGamma)));
+}
+
+template <class T, class U>
+std::vector<U> MakeValueTable(const CValueOptions& options)
+{
+    std::vector<U> vecTable(size_t{std::numeric_limits<T>::max()} + 1);
+    for (size_t i = 0; i < vecTable.size(); ++i)
+        vecTable[i] = static_cast<U>(MappedValue(options, static_cast<uint32_t>(i)));
+    return vecTable;
+}
+
+template <class T, class U>
+std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, const CColorMapOptions& map)
+{
+    unsigned int anColors[256];
+    SetColorMap(anColors, map.eType, map.bInversion, map.nPhase);
+    const CValueOptions toGrey{options.nFrom, 8, KxBitExpansionMode_FullRange, options.dGamma};
+    const std::vector<uint8_t> vecGreys = MakeValueTable<T, uint8_t>(toGrey);
+    std::array<std::vector<U>, 3> aTables;
+    for (unsigned nChannel = 0; nChannel < 3; ++nChannel) {
+        aTables[nChannel].reserve(vecGreys.size());
+        for (const uint8_t nGrey : vecGreys) {
+            const uint32_t nColor = anColors[nGrey] >> (16 - 8 * nChannel) & 0xFF;
+            aTables[nChannel].push_back(static_cast<U>(RepeatedBits(nColor, 8, options.nTo)));
+        }
+    }
+    return aTables;
+}
+
+template std::vector<uint8_t> MakeValueTable<uint8_t, uint8_t>(const CValueOptions&);
+template std::vector<uint16_t> MakeValueTable<uint8_t, uint16_t>(const CValueOptions&);
+template std::vector<uint8_t> MakeValueTable<uint16_t, uint8_t>(const CValueOptions&);
+template std::vector<uint16_t> MakeValueTable<uint16_t, uint16_t>(const CValueOptions&);
+template std::array<std::vector<uint8_t>, 3> MakeColorTables<uint8_t, uint8_t>(const CValueOptions&,
+                                                                               const CColorMapOptions&);
+template std::array<std::vector<uint16_t>, 3> MakeColorTables<uint8_t, uint16_t>(const CValueOptions&,
+                                                                                 const CColorMapOptions&);
+template std::array<std::vector<uint8_t>, 3> MakeColorTables<uint16_t, uint8_t>(const CValueOptions&,
+                                                                                const CColorMapOptions&);
+template std::array<std::vector<uint16_t>, 3> MakeColorTables<uint16_t, uint16_t>(const CValueOptions&,
+                                                                                  const CColorMapOptions&);
+
+} // namespace Detail
+} // namespace KxApi

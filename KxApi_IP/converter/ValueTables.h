@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+// How values change from source to destination: depth, gamma, colour map.
+#pragma once
+
+#include <KxApi_IP/KxConversionOptions.h>
+#include <KxSDKCommon/ColorMap.h>
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace KxApi
+{
+namespace Detail
+{
+
+/// A value of nFrom bits brought to more bits by repeating its own.
+constexpr uint32_t RepeatedBits(uint32_t nValue, unsigned nFrom, unsigned nTo)
+{
+    uint32_t nResult = nValue;
+    unsigned nBits = nFrom;
+    for (; nBits < nTo; nBits += nFrom)
+        nResult = nResult << nFrom | nValue;
+    return nResult >> (nBits - nTo);
+}
+
+struct CValueOptions
+{
+    unsigned nFrom; ///< bits
+    unsigned nTo;
+    EKxBitExpansionMode_t eExpansion;
+    double dGamma;
+
+    bool IsIdentity() const
+    {
+        return dGamma == 1.0 && (nFrom == nTo || (nFrom < nTo && eExpansion == KxBitExpansionMode_Off));
+    }
+};
+
+uint32_t MappedValue(const CValueOptions& options, uint32_t nValue);
+
+/// The map as a table with an entry for each value of rows of type T, those that don't occur included.
+template <class T, class U>
+std::vector<U> MakeValueTable(const CValueOptions& options);
+
+struct CColorMapOptions
+{
+    EKxColorMapType_t eType;
+    bool bInversion;
+    int32_t nPhase;
+
+    bool IsIdentity() const { return eType == KxColorMapType_Normal && !bInversion && nPhase == 0; }
+};
+
+/// Tables for R, G and B: values become an eight-bit grey first, then that grey's colour in nTo bits.
+template <class T, class U>
+std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, const CColorMapOptions& map);
+
+} // namespace Detail
+} // namespace KxApi
