@@ -12,9 +12,9 @@ import subprocess
 import sys
 import tempfile
 
-PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_common")
-# Seconds and bytes per unit of the table.
-UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6}
+PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_stream", "bench_common")
+# Seconds, bytes or things counted per unit of the table.
+UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6, "images": 1, "processors": 1}
 TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
 
 
@@ -46,7 +46,7 @@ def read_goals(pattern):
 def run(program, names):
     """Median of several repetitions of each benchmark, as {name: row}."""
     # Some benchmarks append what they were given (iterations:1, manual_time) to their names.
-    pattern = "^(" + "|".join(re.escape(name) for name in sorted(names)) + ")(/iterations:[0-9]+|/manual_time)?$"
+    pattern = "^(" + "|".join(re.escape(name) for name in sorted(names)) + ")(/iterations:[0-9]+|/manual_time)*$"
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         result = subprocess.run(
             [program, f"--benchmark_filter={pattern}", "--benchmark_repetitions=5", "--benchmark_min_time=0.2",
