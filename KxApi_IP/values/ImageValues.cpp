@@ -79,10 +79,13 @@ void TakeAny(const CStride& source, unsigned up, size_t count, T* values, size_t
 } // namespace
 
 CImageValues::CImageValues(const IKxImage* pImage)
-    : CImageValues(CheckedImage(pImage).GetImagePixelFormat(), pImage->GetImageWidth(),
-                   pImage->GetImageHeight(),
-                   {static_cast<const uint8_t*>(pImage->GetImageBuffer()), pImage->GetImageLinePitch(),
-                    pImage->GetImagePlanePitch()})
+    : CImageValues(CheckedImage(pImage))
+{}
+
+CImageValues::CImageValues(const IKxImage& image)
+    : CImageValues(image.GetImagePixelFormat(), image.GetImageWidth(), image.GetImageHeight(),
+                   {static_cast<const uint8_t*>(image.GetImageBuffer()), image.GetImageLinePitch(),
+                    image.GetImagePlanePitch()})
 {}
 
 CImageValues::CImageValues(EKxPixelFormatNamingConvention_t ePixelFormat, size_t nWidth, size_t nHeight,

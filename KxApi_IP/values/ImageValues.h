@@ -67,6 +67,7 @@ public:
     }
 
 private:
+    explicit CImageValues(const IKxImage& image);
     void CheckLines() const;
     size_t LineBits(const CComponentPlace& place, size_t k) const;
     const uint8_t* LineOf(const CComponentPlace& place, size_t y) const;
