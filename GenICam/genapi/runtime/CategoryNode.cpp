@@ -10,15 +10,31 @@
 namespace KxGenApi
 {
 
+// Each category once, however often it is listed.
+EVisibility CategoryNode::FindVisibility(std::map<const CategoryNode*, EVisibility>& known) const
+{
+    const auto [place, isNew] = known.emplace(this, Invisible);
+    if (!isNew)
+        return place->second;
+    const Level level(*this);
+    EVisibility visibility = Invisible;
+    for (const Property& property : Properties()) {
+        if (property.id != Prop::pFeature)
+            continue;
+        const Node& feature = Map().NodeAt(property.node);
+        const auto* const category = dynamic_cast<const CategoryNode*>(&feature);
+        visibility =
+            std::min(visibility, category ? category->FindVisibility(known) : feature.GetVisibility());
+    }
+    return place->second = Combine(visibility, ImposedVisibility());
+}
+
 EVisibility CategoryNode::GetVisibility() const
 {
     // It is as visible as the most visible thing in it.
-    EVisibility visibility = Invisible;
-    for (const Property& property : Properties()) {
-        if (property.id == Prop::pFeature)
-            visibility = std::min(visibility, Map().NodeAt(property.node).GetVisibility());
-    }
-    return Combine(visibility, ImposedVisibility());
+    const Call call(*this, "GetVisibility");
+    std::map<const CategoryNode*, EVisibility> known;
+    return FindVisibility(known);
 }
 
 gcstring CategoryNode::ToString(bool, bool)

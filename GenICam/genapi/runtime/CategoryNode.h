@@ -6,6 +6,8 @@
 
 #include <GenApi/ICategory.h>
 
+#include <map>
+
 namespace KxGenApi
 {
 
@@ -24,6 +26,9 @@ public:
 
 protected:
     EAccessMode ComputeAccessMode() const override;
+
+private:
+    EVisibility FindVisibility(std::map<const CategoryNode*, EVisibility>& known) const;
 };
 
 } // namespace KxGenApi

@@ -70,7 +70,8 @@ public:
     explicit Level(const Node& node)
         : m_map(node.Map())
     {
-        if (++m_map.m_depth > NodeMap::kMaxDepth)
+        m_map.m_steps = m_map.m_depth == 0 ? 0 : m_map.m_steps + 1;
+        if (++m_map.m_depth > NodeMap::kMaxDepth || m_map.m_steps > NodeMap::kMaxSteps)
             Raise(node);
     }
     Level(const Level&) = delete;

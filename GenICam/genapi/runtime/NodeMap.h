@@ -35,6 +35,10 @@ public:
     /// More nodes than this asking each other in a row means a circle; real files stay below 40.
     static constexpr unsigned kMaxDepth = 250;
 
+    /// Nodes that one call may ask, each as often as it is asked: references that fork level by level would
+    /// else let a short file run for ever. A real camera stays below some thousands.
+    static constexpr unsigned kMaxSteps = 1000000;
+
     NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName);
     NodeMap(const NodeMap&) = delete;
     NodeMap& operator=(const NodeMap&) = delete;
@@ -95,6 +99,7 @@ private:
             , m_node(map.m_callNode)
             , m_method(map.m_callMethod)
             , m_depth(map.m_depth)
+            , m_steps(map.m_steps)
         {
             map.m_callMethod = nullptr;
             map.m_depth = 0;
@@ -106,6 +111,7 @@ private:
             m_map.m_callNode = m_node;
             m_map.m_callMethod = m_method;
             m_map.m_depth = m_depth;
+            m_map.m_steps = m_steps;
         }
 
     private:
@@ -113,6 +119,7 @@ private:
         const Node* m_node;
         const char* m_method;
         unsigned m_depth;
+        unsigned m_steps;
     };
 
     bool EnterCall(const Node* node, const char* method)
@@ -150,6 +157,7 @@ private:
     const Node* m_callNode = nullptr;
     const char* m_callMethod = nullptr;
     mutable unsigned m_depth = 0;
+    mutable unsigned m_steps = 0; // since the depth was 0
     struct Polled
     {
         NodeIndex node;

@@ -175,6 +175,25 @@ TEST(Errors, DeepChainsOfNodesAreErrorsAndNoCrash)
     EXPECT_EQ(test->Int("N10").GetValue(), 2) << "the map is alive";
 }
 
+TEST(Errors, ReferencesThatForkLevelByLevelEnd)
+{
+    // Nothing is cached, so each level asks twice what lies below it.
+    std::string outline = "IntReg N0 { at 0 4 RO; Cachable NoCache; Little } Category C0 { pFeature Hidden } "
+                          "Integer Hidden { Visibility Guru; Value 1 } ";
+    for (int i = 1; i <= 60; ++i) {
+        const std::string below = std::to_string(i - 1), own = std::to_string(i);
+        outline += "IntSwissKnife N" + own + " { pVariable[Name=A] N" + below + "; pVariable[Name=B] N" +
+                   below + "; Formula A+B } Category C" + own + " { pFeature C" + below + "; pFeature C" +
+                   below + " } ";
+    }
+    TestMap test(outline);
+    const Raised raised = RaisedBy([&] { test.Int("N60").GetValue(); });
+    EXPECT_EQ(raised.kind, "LogicalError");
+    EXPECT_NE(raised.what.find("More than 1000000 nodes"), std::string::npos) << raised.what;
+    EXPECT_EQ(test.Int("N3").GetValue(), 0) << "the map is alive";
+    EXPECT_EQ(test.Get("C60").GetVisibility(), Guru);
+}
+
 TEST(Errors, FlagsThatGoRoundInCirclesAreErrorsAndNoHang)
 {
     // Whether a description with such circles is refused or its nodes are is not fixed; that it ends is.
