@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+// Devices that come and go while the device selection window is open, and producers that fail meanwhile.
+#include "DeviceTest.h"
+
+#include "device/WorkerDeviceDetection_qt.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <future>
+#include <thread>
+
+namespace KxTest
+{
+namespace
+{
+
+using ::testing::Contains;
+using ::testing::IsEmpty;
+using Strings = std::vector<std::string>;
+using namespace KxApi;
+
+std::ptrdiff_t Threads()
+{
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return std::distance(begin(tasks), end(tasks));
+}
+
+class DetectDevices : public DeviceTest
+{
+protected:
+    FakeSystem& m_system = AddSystem("System");
+    FakeInterface& m_first = m_system.Add("first", "U3V", {{"cam-1"}});
+    FakeInterface& m_second = m_system.Add("second", "U3V", {{"cam-2"}});
+
+    /// Shows the window while the lists are as new, so that the worker finds the devices.
+    void OpenUnasked()
+    {
+        m_pWnd->RegisterTargetIKxSystem(&m_system);
+        Show(*m_pWnd);
+    }
+};
+
+const Strings kAll{"System", "  first", "    cam-1", "  second", "    cam-2"};
+
+TEST_F(DetectDevices, ShowsWhatTheSearchFinds)
+{
+    OpenUnasked();
+    EXPECT_TRUE(PumpUntil([&] { return Rows() == kAll; }));
+}
+
+TEST_F(DetectDevices, LetsNoInterfaceThatFailsHideAnother)
+{
+    m_first.onUpdate = [] { throw RUNTIME_EXCEPTION("cable out"); };
+    OpenUnasked();
+    EXPECT_TRUE(PumpUntil([&] { return Rows() == Strings{"System", "  first", "  second", "    cam-2"}; }));
+    m_first.onAsk = [] { throw std::runtime_error("no producer of ours"); };
+    m_second.SetCameras({{"cam-3"}});
+    m_second.UpdateDeviceList();
+    TellOfChange();
+    EXPECT_EQ(Rows(), (Strings{"System", "  first", "  second", "    cam-3"}));
+}
+
+TEST_F(DetectDevices, TellsTheApplicationOfASystemThatHasGoneAndShowsTheOthers)
+{
+    CEventLog log;
+    FakeSystem& other = AddSystem("Other");
+    other.Add("third", "U3V", {{"cam-4"}});
+    const void* const hCallback = log.Watch(*m_pWnd);
+    const auto gone = [] { throw RUNTIME_EXCEPTION("the producer has gone"); };
+    Open({&m_system, &other});
+    Select("cam-1");
+    m_system.onAsk = gone;
+    m_first.onAsk = gone;
+    m_system.onUpdate = gone;
+    TellOfChange();
+    EXPECT_EQ(Rows(), (Strings{"Other", "  third", "    cam-4"}));
+    EXPECT_EQ(Selected(), "");
+    EXPECT_FALSE(IsEnabled("btnOK"));
+    EXPECT_EQ(log.Count(KxGUICallbackType_Error), 0u) << "what isn't listed needs no error";
+
+    Show(*m_pWnd); // and its worker begins with the system that has gone
+    EXPECT_TRUE(PumpUntil([&] { return log.Count(KxGUICallbackType_Error) > 0; }));
+    EXPECT_EQ(Rows(), (Strings{"Other", "  third", "    cam-4"}));
+    EXPECT_NE(hCallback, nullptr);
+    m_pWnd->Close();
+    Pump();
+    m_pWnd.Release();
+}
+
+TEST_F(DetectDevices, EndsAfterTheCallUnderWay)
+{
+    std::promise<void> entered;
+    std::promise<void> end;
+    std::atomic<int> nCallsAfter{0};
+    m_first.onUpdate = [&] {
+        entered.set_value();
+        end.get_future().wait();
+    };
+    m_second.onUpdate = [&] { ++nCallsAfter; };
+    GenApi::CLock lock;
+    CWorkerDeviceDetection worker(nullptr, {&m_system}, lock);
+    worker.Start();
+    entered.get_future().wait();
+    std::thread stop([&] { worker.Stop(); });
+    while (!worker.IsStopRequest(1)) {
+    }
+    end.set_value();
+    stop.join();
+    EXPECT_EQ(nCallsAfter, 0);
+    EXPECT_TRUE(lock.TryLock());
+    lock.Unlock();
+}
+
+TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndGo)
+{
+    m_pWnd->RegisterTargetIKxSystem(&m_system);
+    Show(*m_pWnd);
+    m_pWnd->Close();
+    Pump();
+    std::atomic<bool> bEnd{false};
+    std::thread plugging([&] {
+        for (unsigned n = 0; !bEnd; ++n) {
+            std::vector<FakeCamera> cameras(n % 4);
+            for (size_t i = 0; i < cameras.size(); ++i)
+                cameras[i] = {"cam-" + std::to_string(i), static_cast<int32_t>(n % 7)};
+            m_first.SetCameras(cameras);
+            std::this_thread::yield();
+        }
+    });
+    const std::ptrdiff_t nThreads = Threads();
+    for (int i = 0; i < 500; ++i) {
+        m_pWnd->Show(nullptr, KxWindowMode_Modaless);
+        if (i % 3 != 0)
+            Pump();
+        if (QTreeWidgetItem* const pItem = Item("cam-0"))
+            Tree().setCurrentItem(pItem);
+        if (i % 2 != 0)
+            Button("btnOK").click();
+        m_pWnd->Close();
+        Pump();
+        ASSERT_EQ(m_pWnd->GetWindowHandle(), nullptr);
+        ASSERT_EQ(Threads(), nThreads);
+    }
+    bEnd = true;
+    plugging.join();
+}
+
+TEST_F(DetectDevices, EndsWithTheWindow)
+{
+    const std::ptrdiff_t nThreads = Threads();
+    OpenUnasked();
+    EXPECT_EQ(Threads(), nThreads + 1);
+    m_pWnd->Release();
+    m_pWnd.Detach();
+    Pump();
+    EXPECT_EQ(Threads(), nThreads);
+    m_pWnd = DeviceWndPtr(CreateIKxWnd(KxWindowType_DeviceSelection));
+}
+
+} // namespace
+} // namespace KxTest

@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: Apache-2.0
+// Menus, context menu, toolbar and status bar of the image window.
+#include "ImageViewSupport.h"
+#include "image/DrawingToolBar_qt.h"
+
+#include <KxApi_IP/IKxPixelFormatConverter.h>
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+
+class ImageMenu : public ImageViewTest
+{
+protected:
+    /// Entries of a menu and of those below it, one line each, with what they are.
+    static QStringList Outline(const QWidget& menu, const QString& strIndent = QString())
+    {
+        QStringList list;
+        for (const QAction* const pAction : menu.actions()) {
+            if (pAction->isSeparator()) {
+                list += strIndent + "-";
+                continue;
+            }
+            list += strIndent + pAction->text() + (pAction->isCheckable() ? " [ ]" : "");
+            if (pAction->menu())
+                list += Outline(*pAction->menu(), strIndent + "  ");
+        }
+        return list;
+    }
+
+    void Choose(const QString& strText) const
+    {
+        Entry(strText)->trigger();
+        Pump();
+    }
+
+    QMenu& ContextMenu() const
+    {
+        for (QMenu* const pMenu : Dialog().findChildren<QMenu*>()) {
+            if (pMenu->title() == "Context menu")
+                return *pMenu;
+        }
+        throw std::logic_error("no context menu");
+    }
+};
+
+const QStringList kZoom = {"  &Zoom",         "    &Fixed Zoom", "      x 16 [ ]",
+                           "      x 15 [ ]",  "      x 14 [ ]",  "      x 13 [ ]",
+                           "      x 12 [ ]",  "      x 11 [ ]",  "      x 10 [ ]",
+                           "      x 9 [ ]",   "      x 8 [ ]",   "      x 4 [ ]",
+                           "      x 2 [ ]",   "      x 1 [ ]",   "      x 1/2 [ ]",
+                           "      x 1/4 [ ]", "      x 1/8 [ ]", "    Fit To The &Window [ ]"};
+const QStringList kConverter = {
+    "  &Pixel Converter",  "    &Bayer Interpolation",    "      &OFF [ ]",
+    "      &Mono [ ]",     "      &Nearest Neighbor [ ]", "      N&earest Neighbor 2 [ ]",
+    "      &Bilinear [ ]", "      &Bilinear 2 [ ]",       "      &Bilinear 3 [ ]",
+    "      Bi&cubic [ ]",  "    &Reverse Y [ ]"};
+const QStringList kSave = {"  &Save", "    &Registered Image", "    &Preview Image"};
+
+TEST_F(ImageMenu, HasTheEntriesThatUsersKnow)
+{
+    ShowWindow();
+    const QMenuBar& menuBar = *static_cast<CBaseDialogEx&>(Dialog()).getMenu();
+    EXPECT_EQ(Outline(menuBar), QStringList("&File") + kSave + QStringList("&View") + kZoom + kConverter +
+                                    QStringList({"  -", "  &Status Bar [ ]"}));
+    EXPECT_EQ(Outline(ContextMenu(), "  "), kSave + QStringList("  -") + kZoom + kConverter);
+}
+
+TEST_F(ImageMenu, ZoomEntriesAndSettingsFollowEachOther)
+{
+    ShowWindow();
+    ShowImage(MakeRamp(200, 100)->GetIKxImage());
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 1"));
+
+    Choose("x 2");
+    EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 2);
+    EXPECT_EQ(Widget().size(), QSize(400, 200));
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 2"));
+    Choose("x 2");
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 2")) << "an entry can't be switched off";
+
+    Choose("Fit To The &Window");
+    EXPECT_EQ(m_pWnd->GetZoomMode(), KxZoomMode_FitToTheWindow);
+    EXPECT_TRUE(Entry("Fit To The &Window")->isChecked());
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList());
+    Choose("Fit To The &Window");
+    EXPECT_TRUE(Entry("Fit To The &Window")->isChecked());
+
+    Choose("x 1/8");
+    EXPECT_EQ(m_pWnd->GetZoomMode(), KxZoomMode_FixedZoom);
+    EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 0.125);
+    EXPECT_FALSE(Entry("Fit To The &Window")->isChecked());
+
+    m_pWnd->SetManualZoomMagnification(3);
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList()) << "no entry has 3";
+    m_pWnd->SetManualZoomMagnification(16);
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 16"));
+    GenApi::CEnumerationPtr(m_pWnd->GetINodeMap()->GetNode("ZoomMode"))->FromString("FitToTheWindow");
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList());
+    EXPECT_TRUE(Entry("Fit To The &Window")->isChecked());
+}
+
+TEST_F(ImageMenu, ConverterEntriesAndConverterFollowEachOther)
+{
+    ShowWindow();
+    IKxPixelFormatConverter& converter = *m_pWnd->GetIKxPixelFormatConverter();
+    for (const auto& [szText, eMethod] :
+         {std::pair{"&OFF", KxBayerInterpolationMethod_Off},
+          {"&Mono", KxBayerInterpolationMethod_Mono},
+          {"N&earest Neighbor 2", KxBayerInterpolationMethod_NearestNeighbor2},
+          {"&Bilinear 3", KxBayerInterpolationMethod_Bilinear3},
+          {"Bi&cubic", KxBayerInterpolationMethod_Bicubic}})
+    {
+        Choose(szText);
+        EXPECT_EQ(converter.GetBayerInterpolationMethod(), eMethod);
+        EXPECT_EQ(CheckedBeside(szText), QStringList(szText));
+        Choose(szText);
+        EXPECT_EQ(CheckedBeside(szText), QStringList(szText));
+    }
+    converter.SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear2);
+    EXPECT_EQ(CheckedBeside("&OFF"), QStringList("&Bilinear 2"));
+
+    Choose("&Reverse Y");
+    EXPECT_TRUE(converter.GetReverseY());
+    GenApi::CBooleanPtr(converter.GetINodeMap()->GetNode("ReverseY"))->SetValue(false);
+    EXPECT_FALSE(Entry("&Reverse Y")->isChecked());
+}
+
+TEST_F(ImageMenu, ChangesOfOtherThreadsArrive)
+{
+    ShowWindow();
+    ShowImage(MakeRamp(200, 100)->GetIKxImage());
+    const std::unique_ptr<QThread> pThread(QThread::create([this] {
+        m_pWnd->SetManualZoomMagnification(4);
+        m_pWnd->SetBackgroundColor(0x00FF00);
+        m_pWnd->GetIKxPixelFormatConverter()->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bicubic);
+        m_pWnd->GetIKxPixelFormatConverter()->SetReverseY(true);
+        m_pWnd->SetVisibleStatusBar(false);
+    }));
+    pThread->start();
+    ASSERT_TRUE(PumpUntil([&] { return pThread->isFinished(); }));
+    Pump();
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 4"));
+    EXPECT_EQ(Widget().size(), QSize(800, 400));
+    EXPECT_EQ(ScrollArea().getBackgroundColor(), QColor(0, 255, 0));
+    EXPECT_EQ(CheckedBeside("&OFF"), QStringList("Bi&cubic"));
+    EXPECT_TRUE(Entry("&Reverse Y")->isChecked());
+    EXPECT_FALSE(Entry("&Status Bar")->isChecked());
+    EXPECT_FALSE(Dialog().findChild<QStatusBar*>()->isVisible());
+}
+
+TEST_F(ImageMenu, SettingsMadeWhileNothingIsShownAreFoundAgain)
+{
+    m_pWnd->SetManualZoomMagnification(8);
+    m_pWnd->SetBackgroundStyle(KxBackgroundStyle_None);
+    m_pWnd->GetIKxPixelFormatConverter()->SetReverseY(true);
+    m_pWnd->SetVisibleMenu(false);
+    m_pWnd->SetVisibleStatusBar(false);
+    m_pWnd->SetBuiltInDrawingToolbar(true);
+    ShowWindow();
+    EXPECT_EQ(CheckedBeside("x 2"), QStringList("x 8"));
+    EXPECT_EQ(ScrollArea().getBrushStyle(), Qt::SolidPattern);
+    EXPECT_TRUE(Entry("&Reverse Y")->isChecked());
+    EXPECT_FALSE(static_cast<CBaseDialogEx&>(Dialog()).getMenu()->isVisible());
+    EXPECT_FALSE(Dialog().findChild<QStatusBar*>()->isVisible());
+    EXPECT_TRUE(Dialog().findChild<CDrawingToolBar*>()->isVisible());
+    EXPECT_FALSE(Dialog().findChild<CDrawingToolBar*>()->isEnabled()) << "there is nothing to draw with";
+    m_pWnd->SetBuiltInDrawingToolbar(false);
+    EXPECT_FALSE(Dialog().findChild<CDrawingToolBar*>()->isVisible());
+}
+
+TEST_F(ImageMenu, StatusBarEntryHidesAndShowsTheStatusBar)
+{
+    ShowWindow();
+    const QStatusBar& statusBar = *Dialog().findChild<QStatusBar*>();
+    EXPECT_TRUE(statusBar.isVisible());
+    Choose("&Status Bar");
+    EXPECT_FALSE(statusBar.isVisible());
+    EXPECT_FALSE(m_pWnd->GetVisibleStatusBar());
+    m_pWnd->SetVisibleStatusBar(true);
+    EXPECT_TRUE(statusBar.isVisible());
+    EXPECT_TRUE(Entry("&Status Bar")->isChecked());
+}
+
+TEST_F(ImageMenu, StatusBarShowsTextsThatAreNotEmpty)
+{
+    ShowWindow();
+    const QList<QLabel*> labels = Dialog().findChild<QStatusBar*>()->findChildren<QLabel*>();
+    ASSERT_EQ(labels.size(), 2);
+    m_pWnd->SetUserStatusBarText("<b>gr\xC3\xBC\xC3\x9F"
+                                 "e</b>");
+    ASSERT_TRUE(PumpUntil([&] {
+        return labels[0]->text() == QString::fromUtf8("<b>gr\xC3\xBC\xC3\x9F"
+                                                      "e</b>");
+    }));
+    EXPECT_EQ(labels[0]->textFormat(), Qt::PlainText);
+    EXPECT_EQ(labels[0]->frameStyle(), static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken));
+    m_pWnd->SetUserStatusBarText("");
+    EXPECT_TRUE(PumpUntil([&] { return labels[0]->isHidden(); }));
+    m_pWnd->SetUserStatusBarText("again");
+    EXPECT_TRUE(PumpUntil([&] { return labels[0]->isVisible(); }));
+    ShowImage(MakeRamp(20, 10)->GetIKxImage());
+    EXPECT_TRUE(PumpUntil([&] { return labels[1]->text().contains("Mono8"); }))
+        << qPrintable(labels[1]->text());
+}
+
+TEST_F(ImageMenu, ContextMenuOpensAtARightClick)
+{
+    ShowWindow();
+    bool bOpened = false;
+    QTimer::singleShot(0, &Dialog(), [&] {
+        bOpened = ContextMenu().isVisible();
+        ContextMenu().close();
+    });
+    emit Dialog().customContextMenuRequested(QPoint(50, 50));
+    EXPECT_TRUE(bOpened);
+}
+
+TEST_F(ImageMenu, ContextMenuSurvivesTheEndOfItsWindow)
+{
+    ShowWindow();
+    QTimer::singleShot(0, &Dialog(), [this] { m_pWnd.Reset(); });
+    emit Dialog().customContextMenuRequested(QPoint(50, 50));
+    EXPECT_TRUE(PumpUntil([this] { return m_objLog.Count(KxGUICallbackType_Destroyed) == 1; }));
+}
+
+TEST_F(ImageMenu, ChildHasNoMenuBarButAContextMenu)
+{
+    QWidget parent;
+    QVBoxLayout layout(&parent);
+    parent.show();
+    m_pWnd->Show(&parent, KxWindowMode_Child);
+    Pump();
+    EXPECT_EQ(static_cast<CBaseDialogEx&>(Dialog()).getMenu()->parentWidget(), nullptr);
+    m_pWnd->SetVisibleMenu(false);
+    m_pWnd->SetVisibleMenu(true);
+    EXPECT_EQ(Outline(ContextMenu(), "  "), kSave + QStringList("  -") + kZoom + kConverter);
+    FindAction(ContextMenu(), "x 4")->trigger();
+    EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 4);
+}
+
+TEST_F(ImageMenu, ExceptionsOfEntriesBecomeErrorEvents)
+{
+    ShowWindow();
+    GenApi::Register(m_pWnd->GetIKxPixelFormatConverter()->GetINodeMap()->GetNode("BayerInterpolationMethod"),
+                     [](GenApi::INode*) { throw RUNTIME_EXCEPTION("the application fails"); });
+    std::string strError;
+    m_objLog.onEvent = [&](IKxCallbackParamBase& param) {
+        if (const auto* const pError = dynamic_cast<IKxCallbackParamKxApiGUIEventBaseWndError*>(&param))
+            strError = pError->GetException().GetDescription();
+    };
+    Choose("Bi&cubic");
+    EXPECT_EQ(strError, "the application fails");
+    EXPECT_TRUE(m_pWnd->IsVisible());
+}
+
+TEST_F(ImageMenu, DrawingToolBarTellsToolsAndGridLines)
+{
+    CDrawingToolBar toolBar;
+    QStringList listTexts;
+    for (const QAction* const pAction : toolBar.actions()) {
+        if (!pAction->isCheckable())
+            continue;
+        listTexts += pAction->text();
+        const QImage icon = pAction->icon().pixmap(16, 16).toImage();
+        int nPainted = 0;
+        for (int i = 0; i < 256; ++i)
+            nPainted += qAlpha(icon.pixel(i % 16, i / 16)) != 0;
+        EXPECT_GT(nPainted, 20) << qPrintable(pAction->text());
+    }
+    EXPECT_EQ(listTexts, QStringList({"Disable", "Select", "Line", "Rectangle", "Ellipse", "Text", "Angle",
+                                      "Polygon", "Perpendicular", "Arc", "Bezier", "Freehand", "Cross"}));
+    EXPECT_TRUE(toolBar.actions()[0]->isChecked());
+
+    QSignalSpy items(&toolBar, &CDrawingToolBar::itemTriggered);
+    toolBar.actions()[12]->trigger();
+    EXPECT_EQ(items.takeFirst().first().toInt(), KxDrawingItemType_Cross);
+    EXPECT_FALSE(toolBar.actions()[0]->isChecked());
+    toolBar.actions()[12]->trigger();
+    EXPECT_TRUE(toolBar.actions()[12]->isChecked()) << "the button that is down stays down";
+
+    QSignalSpy grids(&toolBar, &CDrawingToolBar::gridCountChosen);
+    toolBar.SetGridCount(false, 7);
+    EXPECT_TRUE(grids.isEmpty()) << "what is only shown isn't told";
+    QComboBox& boxH = *toolBar.findChildren<QComboBox*>()[0];
+    EXPECT_EQ(boxH.itemText(32), "H Line:32");
+    EXPECT_EQ(boxH.count(), 33);
+    EXPECT_EQ(toolBar.findChildren<QComboBox*>()[1]->currentText(), "V Line:7");
+    boxH.setCurrentIndex(5);
+    EXPECT_EQ(grids.takeFirst(), QVariantList({true, 5}));
+}
+
+} // namespace
+} // namespace KxTest

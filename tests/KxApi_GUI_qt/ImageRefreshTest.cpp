@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+// When images are shown, what lies behind and over them, and what is shown in place of those that can't be.
+#include "ImageViewSupport.h"
+
+#include <KxApi_IP/IKxPixelFormatConverter.h>
+#include <KxApi_TL/IKxPixelFormatInfo.h>
+
+#include <QPainter>
+#include <QScrollBar>
+#include <QThread>
+#include <thread>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+
+class ImageRefresh : public ImageViewTest
+{
+protected:
+    ImageBufferPtr Grey(unsigned char nValue) const { return MakeImage(40, 30, KxPixelFormat_Mono8, nValue); }
+    size_t Paints() const { return m_objLog.Count(KxGUICallbackType_Drawing); }
+};
+
+TEST_F(ImageRefresh, ImagesBetweenTwoTicksCostOnePaintOfTheNewest)
+{
+    ShowWindow();
+    m_pWnd->RegisterIKxImage(Grey(1)->GetIKxImage());
+    ASSERT_TRUE(PumpUntil([this] { return Paints() > 0; })) << "the timer runs";
+    Pump();
+    const size_t nBefore = Paints();
+    for (unsigned char n = 10; n < 20; ++n)
+        m_pWnd->RegisterIKxImage(Grey(n)->GetIKxImage());
+    EXPECT_EQ(Paints(), nBefore) << "registering doesn't paint";
+    ASSERT_TRUE(PumpUntil([&] { return Paints() > nBefore; }));
+    EXPECT_EQ(Paints(), nBefore + 1);
+    EXPECT_EQ(ShownAt(5, 5), Rgb(19, 19, 19));
+}
+
+TEST_F(ImageRefresh, AnImageIsShownAtTheNextTickWhateverTheInterval)
+{
+    ShowWindow();
+    for (const unsigned nInterval : {0U, 1U, 100U}) {
+        m_pWnd->SetRefreshInterval(nInterval);
+        const size_t nBefore = Paints();
+        m_pWnd->RegisterIKxImage(Grey(77)->GetIKxImage());
+        EXPECT_TRUE(PumpUntil([&] { return Paints() > nBefore; })) << nInterval;
+    }
+}
+
+TEST_F(ImageRefresh, SettingsShowAtOnceThoughTheTickIsFar)
+{
+    ShowWindow();
+    ShowImage(Grey(200)->GetIKxImage());
+    m_pWnd->SetRefreshInterval(1000);
+    Pump();
+    m_pWnd->SetColorMapInversion(true);
+    EXPECT_EQ(ShownAt(5, 5), Rgb(55, 55, 55));
+    m_pWnd->SetColorMapInversion(false);
+    EXPECT_EQ(ShownAt(5, 5), Rgb(200, 200, 200));
+}
+
+TEST_F(ImageRefresh, ThePaintedImageStaysWhileNewOnesComeFromAnotherThread)
+{
+    // Sizes that change make the window's buffers move; what is painted must not move with them.
+    m_pWnd->SetRefreshInterval(1);
+    ShowWindow();
+    std::atomic<bool> bStop{false};
+    std::thread camera([&] {
+        for (size_t n = 0; !bStop; ++n)
+            m_pWnd->RegisterIKxImage(
+                MakeImage(20 + n % 300, 20 + n % 200, KxPixelFormat_Mono8, 0x42)->GetIKxImage());
+    });
+    EXPECT_TRUE(PumpUntil([this] {
+        if (m_pWnd->HasImage() && Widget().width() > 10) {
+            EXPECT_EQ(ShownAt(5, 5), Rgb(0x42, 0x42, 0x42));
+        }
+        return Paints() > 200;
+    }));
+    bStop = true;
+    camera.join();
+}
+
+TEST_F(ImageRefresh, OverlaysPaintOnTopAndLearnWhatIsShown)
+{
+    m_pWnd->SetManualZoomMagnification(3);
+    bool bTold = false;
+    m_objLog.onEvent = [&](IKxCallbackParamBase& param) {
+        auto* const pDrawing = dynamic_cast<IKxCallbackParamKxApiGUIEventDrawing*>(&param);
+        if (!pDrawing)
+            return;
+        bTold = true;
+        EXPECT_EQ(param.GetCallbackType(), 9U);
+        EXPECT_EQ(pDrawing->GetIKxWnd(), m_pWnd.Get());
+        EXPECT_EQ(pDrawing->GetIKxImage()->GetImageWidth(), 40U);
+        EXPECT_EQ(QSize(pDrawing->GetROIWidth(), pDrawing->GetROIHeight()), QSize(40, 30));
+        EXPECT_EQ(QSize(pDrawing->GetDisplayWidth(), pDrawing->GetDisplayHeight()), QSize(120, 90));
+        EXPECT_EQ(QPoint(pDrawing->GetROIOffsetX(), pDrawing->GetROIOffsetY()), QPoint(0, 0));
+        static_cast<QPainter*>(pDrawing->GetDC())->fillRect(30, 30, 3, 3, Qt::red);
+    };
+    ShowWindow();
+    ShowImage(Grey(9)->GetIKxImage());
+    EXPECT_TRUE(bTold);
+    EXPECT_EQ(ShownAt(31, 31), Rgb(255, 0, 0));
+    EXPECT_EQ(ShownAt(33, 33), Rgb(9, 9, 9));
+}
+
+TEST_F(ImageRefresh, BackgroundHasColourAndPattern)
+{
+    ShowWindow();
+    SetAreaSize(300, 200);
+    m_pWnd->SetBackgroundColor(0x102030);
+    m_pWnd->SetForegroundColor(0xFF00FF);
+    const QRgb nBackground = Rgb(0x30, 0x20, 0x10), nPattern = Rgb(255, 0, 255);
+    const auto countPattern = [&](const QRect& rc) {
+        Pump();
+        const QImage shown = ScrollArea().viewport()->grab().toImage();
+        int nFound = 0;
+        for (int y = rc.top(); y <= rc.bottom(); ++y) {
+            for (int x = rc.left(); x <= rc.right(); ++x) {
+                const QRgb nColor = shown.pixel(x, y);
+                EXPECT_TRUE(nColor == nBackground || nColor == nPattern) << x << ' ' << y;
+                nFound += nColor == nPattern;
+            }
+        }
+        return nFound;
+    };
+    const QRect rcRow(10, 10, 80, 1), rcColumn(10, 10, 1, 80), rcSquare(10, 10, 80, 80);
+    m_pWnd->SetBackgroundStyle(KxBackgroundStyle_None);
+    EXPECT_EQ(countPattern(rcSquare), 0);
+    m_pWnd->SetBackgroundStyle(KxBackgroundStyle_Horizontal);
+    EXPECT_EQ(countPattern(rcColumn), 10);
+    EXPECT_EQ(countPattern(rcSquare), 800);
+    m_pWnd->SetBackgroundStyle(KxBackgroundStyle_Vertical);
+    EXPECT_EQ(countPattern(rcRow), 10);
+    EXPECT_EQ(countPattern(rcSquare), 800);
+    m_pWnd->SetBackgroundStyle(KxBackgroundStyle_Cross);
+    EXPECT_EQ(countPattern(rcSquare), 1500);
+    for (const auto eStyle :
+         {KxBackgroundStyle_FDiagonal, KxBackgroundStyle_BDiagonal, KxBackgroundStyle_DiagCross})
+    {
+        m_pWnd->SetBackgroundStyle(eStyle);
+        EXPECT_EQ(countPattern(rcRow), eStyle == KxBackgroundStyle_DiagCross ? countPattern(rcColumn) : 10);
+        EXPECT_GE(countPattern(rcSquare), 800);
+    }
+}
+
+TEST_F(ImageRefresh, WhatCantBeConvertedIsToldInPlaceOfTheImage)
+{
+    ShowWindow();
+    ShowImage(Grey(9)->GetIKxImage());
+    m_pWnd->SetManualZoomMagnification(8);
+    const QSize size = Widget().size();
+    // No converter makes false colours of a coordinate.
+    ShowImage(MakeImage(64, 64, KxPixelFormat_Coord3D_A32f)->GetIKxImage());
+    EXPECT_EQ(Widget().size(), size);
+    const QImage message = Widget().grab().toImage();
+    EXPECT_EQ(message.pixel(size.width() - 1, size.height() - 1) | 0xFF000000, Rgb(255, 255, 255));
+    int nDark = 0;
+    for (int y = 5; y < 25; ++y) {
+        for (int x = 20; x < 150; ++x)
+            nDark += qGray(message.pixel(x, y)) < 128;
+    }
+    EXPECT_GT(nDark, 50) << "the text";
+    EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Error), 0U);
+    ShowImage(Grey(9)->GetIKxImage());
+    EXPECT_EQ(ShownAt(5, 5), Rgb(9, 9, 9));
+}
+
+TEST_F(ImageRefresh, ADisplayOfManyPixelFormatsKeepsGoing)
+{
+    m_pWnd->SetRefreshInterval(0);
+    ShowWindow();
+    SetAreaSize(300, 200);
+    for (size_t n = 0; n < GetIKxPixelFormatInfoCount(); ++n) {
+        const IKxPixelFormatInfo& info = *GetIKxPixelFormatInfoByIndex(n);
+        ShowImage(MakeImage(48, 48, info.GetPixelFormat(), 0x5A)->GetIKxImage());
+        EXPECT_TRUE(m_pWnd->IsVisible()) << info.GetName();
+    }
+    EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Error), 0U);
+}
+
+} // namespace
+} // namespace KxTest

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWidget>
+#include <chrono>
+#include <cstring>
+#include <thread>
+
+namespace KxTest
+{
+namespace
+{
+
+// Here and not only in ctest's properties, so that the programs run by hand on a machine without a display.
+[[maybe_unused]] const bool kHasPlatform =
+    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
+
+} // namespace
+
+ImageBufferPtr MakeImage(size_t nWidth, size_t nHeight, KxApi::EKxPixelFormatNamingConvention_t ePixelFormat,
+                         unsigned char nValue)
+{
+    ImageBufferPtr pBuffer(KxApi::CreateIKxImageBuffer(nullptr));
+    pBuffer->CreateBuffer(nWidth, nHeight, ePixelFormat, KxApi::KxMemoryInitialization_None);
+    KxApi::IKxImage* const pImage = pBuffer->GetIKxImage();
+    std::memset(pImage->GetImageBuffer(), nValue, pImage->GetImageLinePitch() * pImage->GetImageHeight());
+    return pBuffer;
+}
+
+void Pump()
+{
+    KxApi::processEventGUI(false, 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool PumpUntil(const std::function<bool()>& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    for (;;) {
+        Pump();
+        if (condition())
+            return true;
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+QWidget* WidgetOf(KxApi::IKxWnd& window) { return static_cast<QWidget*>(window.GetWindowHandle()); }
+
+std::string ErrorOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const GenICam::GenericException& e) {
+        return e.GetDescription();
+    }
+    return {};
+}
+
+class CEventLog::CCallback final : public KxApi::IKxCallback
+{
+public:
+    explicit CCallback(CEventLog& log)
+        : m_log(log)
+    {}
+    void OnCallback(KxApi::IKxCallbackParamBase* pParam) override
+    {
+        {
+            const std::lock_guard lock(m_log.m_mutex);
+            m_log.m_vecTypes.push_back(pParam->GetCallbackType());
+        }
+        if (m_log.onEvent)
+            m_log.onEvent(*pParam);
+    }
+    void Release() override
+    {
+        ++m_log.nReleased;
+        delete this;
+    }
+
+private:
+    CEventLog& m_log;
+};
+
+void* CEventLog::Watch(KxApi::IKxRegisterCallback& source)
+{
+    return source.RegisterCallback(new CCallback(*this));
+}
+
+std::vector<unsigned> CEventLog::Types() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_vecTypes;
+}
+
+size_t CEventLog::Count(unsigned nType) const
+{
+    size_t nCount = 0;
+    for (const unsigned n : Types())
+        nCount += n == nType ? 1U : 0U;
+    return nCount;
+}
+
+ImageWndPtr GuiTest::MakeImageWnd()
+{
+    return ImageWndPtr(KxApi::CreateIKxWnd(KxApi::KxWindowType_ImageDisplay));
+}
+
+void GuiTest::Show(KxApi::IKxWnd& window)
+{
+    window.Show(nullptr, KxApi::KxWindowMode_Modaless);
+    Pump();
+}
+
+} // namespace KxTest

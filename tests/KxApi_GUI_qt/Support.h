@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the tests of the windows share: a started SDK, images, callbacks that keep a record, events.
+#pragma once
+
+#include <GenApi/GenApi.h>
+#include <KxApi_GUI/IKxWndCallback.h>
+#include <KxApi_GUI/KxApi_GUI.h>
+#include <KxApi_GUI/KxWndPtrList.h>
+#include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxImage.h>
+#include <KxApi_TL/IKxImageBuffer.h>
+#include <KxApi_TL/KxApi_TL.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace KxTest
+{
+
+using ImageBufferPtr = KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable>;
+using ImageWndPtr = KxApi::CIKxWndPtrT<KxApi::IKxImageDisplayWnd>;
+
+/// An image whose bytes are all `nValue`.
+ImageBufferPtr MakeImage(size_t nWidth, size_t nHeight,
+                         KxApi::EKxPixelFormatNamingConvention_t ePixelFormat = KxApi::KxPixelFormat_Mono8,
+                         unsigned char nValue = 0x80);
+
+/// Handles events until the condition holds; false when it doesn't within half a minute.
+bool PumpUntil(const std::function<bool()>& condition);
+
+/// Handles the events that wait, deferred deletions included.
+void Pump();
+
+/// The widget of a window that is shown.
+QWidget* WidgetOf(KxApi::IKxWnd& window);
+
+/// The text of the GenICam exception that a call raises; empty when it raises none.
+std::string ErrorOf(const std::function<void()>& call);
+
+/// What the callbacks of a window got. Outlives the window.
+class CEventLog
+{
+public:
+    /// Registers at a window, and returns the handle.
+    void* Watch(KxApi::IKxRegisterCallback& source);
+
+    /// The types of the events so far.
+    std::vector<unsigned> Types() const;
+    size_t Count(unsigned nType) const;
+
+    /// Runs for each event, in its thread.
+    std::function<void(KxApi::IKxCallbackParamBase&)> onEvent;
+    /// Callbacks that were released.
+    std::atomic<int> nReleased{0};
+
+private:
+    class CCallback;
+
+    mutable std::mutex m_mutex;
+    std::vector<unsigned> m_vecTypes;
+};
+
+/// A started SDK, and windows.
+class GuiTest : public ::testing::Test
+{
+protected:
+    static ImageWndPtr MakeImageWnd();
+
+    /// Shows a window as a modeless dialog.
+    static void Show(KxApi::IKxWnd& window);
+
+    KxApi::CKxApiAutoInitTerm m_objSdk;
+};
+
+} // namespace KxTest
