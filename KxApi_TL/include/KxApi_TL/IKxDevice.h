@@ -48,8 +48,9 @@ protected:
 /// Events of the device are taken in from the first GetINodeMap of the port on whose nodes they act: of the
 /// remote port features that changed by themselves (their nodes are invalidated), features that the producer
 /// wants changed (they are set), and events with data (ports of nodes with an EventID get them); of the local
-/// port the module's own events. Node callbacks that these fire, and the callbacks of EKxDeviceCallback_t,
-/// run in a thread of the device's, which must not release the device.
+/// port the module's own events. Node callbacks that these fire run in a thread of the device's, the
+/// callbacks of EKxDeviceCallback_t there or in a thread of one of its streams; neither must release the
+/// device, nor what keeps it open.
 struct IKxDevice : IKxRegisterCallback
 {
     virtual IKxInterface* GetIKxInterface() const = 0;

@@ -38,7 +38,8 @@ struct IKxStreamImage : IKxImageInside
     virtual size_t GetOffsetY() const = 0;
 
     /// Whether the buffer has chunk data. They are shown by the chunk nodes of the remote port's node map,
-    /// once that has been made: those of the image handed out last, until it is given back.
+    /// once that has been made: those of the image handed out last, until it is given back or the stream
+    /// released.
     virtual bool HasChunkData() const = 0;
     /// Lets the chunk nodes show this image's data, where several images are held at once; nothing without
     /// chunk data or node map. Raises RuntimeException when they are broken.
@@ -133,8 +134,8 @@ struct IKxStream
     virtual bool IsAcquiring() const = 0;
 
     /// Waits for the next image; null when the time is over, or the acquisition. Raises LogicalErrorException
-    /// when images go to a callback, or when none was started, and the error by which the acquisition ended,
-    /// if it did.
+    /// when images go to a callback, or when none was started; in place of an image what was wrong with its
+    /// buffer, after which the acquisition goes on; and the error by which the acquisition ended, if it did.
     /// @param nTimeoutMs milliseconds; 0 takes an image that is there.
     virtual IKxStreamImageReleasable* FetchImage(uint32_t nTimeoutMs) = 0;
 
