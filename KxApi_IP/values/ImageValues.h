@@ -56,14 +56,14 @@ public:
     template <class T>
     void Read(size_t k, size_t x, size_t y, size_t count, T* values, size_t step = 1) const;
 
-    /// Whether component k lies as plain numbers of T, each `step` of them behind the one before; and where
-    /// line y of them begins. The bits above the component's depth may hold anything.
+    /// Whether component k lies as numbers of T, one right behind the other; and where line y of them begins.
+    /// The bits above the component's depth may hold anything.
     template <class T>
     bool IsPlain(size_t k) const;
     template <class T>
     const T* PlainLine(size_t k, size_t y) const
     {
-        return reinterpret_cast<const T*>(LineOf(Layout().places[k], y) + Layout().places[k].high[0] / 8);
+        return reinterpret_cast<const T*>(LineOf(Layout().places[k], y));
     }
 
 private:
@@ -86,8 +86,10 @@ template <class T>
 bool CImageValues::IsPlain(size_t k) const
 {
     const CComponentPlace& place = Layout().places[k];
+    const auto isAligned = [](size_t value) { return value % sizeof(T) == 0; };
     return place.groupShift == 0 && place.lowBits == 0 && place.groupBits == 8 * sizeof(T) &&
-           place.high[0] == 0;
+           place.high[0] == 0 && isAligned(reinterpret_cast<uintptr_t>(m_memory.buffer)) &&
+           isAligned(m_memory.linePitch) && isAligned(m_memory.planePitch);
 }
 
 } // namespace Detail
