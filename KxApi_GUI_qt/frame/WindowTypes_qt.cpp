@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "frame/WindowTypes_qt.h"
 
+#include "device/DisplayDeviceSelectionPartDlg_qt.h"
+#include "device/KxDeviceSelectionWnd_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include <Base/GCException.h>
 
 #include <iterator>
+#include <type_traits>
 
 namespace KxApi
 {
@@ -25,7 +28,14 @@ struct CWindowTypeRow
 template <class TWnd, class TPartDlg>
 constexpr CWindowTypeRow Present()
 {
-    return {TWnd::kWndType, TWnd::kWndName, []() -> IKxWndReleasable* { return new TWnd(nullptr); },
+    return {TWnd::kWndType, TWnd::kWndName,
+            []() -> IKxWndReleasable* {
+                // Some take an allocator.
+                if constexpr (std::is_default_constructible_v<TWnd>)
+                    return new TWnd;
+                else
+                    return new TWnd(nullptr);
+            },
             [](QWidget* pParent, IDlgParent* pDlgParent, bool bWithMenuBar) -> CBaseDialogEx* {
                 return new TPartDlg(pParent, pDlgParent, bWithMenuBar);
             }};
@@ -38,7 +48,7 @@ constexpr CWindowTypeRow Absent(_EKxWindowType_t eType, const char* szName)
 
 // clang-format off
 constexpr CWindowTypeRow kRows[] = {
-    Absent(KxWindowType_DeviceSelection, "Device Selection"),
+    Present<CKxDeviceSelectionWnd, CDisplayDeviceSelectionPartDlg>(),
     Present<CKxDisplayImageWnd, CDisplayImagePartDlg>(),
     Absent(KxWindowType_NodeMapDisplay, "Node map display"),
     Absent(KxWindowType_GraphDisplay, "Graph display"),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Base/GCException.h>
+#include <KxApi_GUI/IKxDeviceSelectionWnd.h>
 #include <KxApi_GUI/IKxImageDisplayWnd.h>
 #include <KxApi_GUI/IKxWnd.h>
 #include <KxApi_GUI/IKxWndCallback.h>

@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "device/DisplayDeviceSelectionPartDlg_qt.h"
+
+#include "device/DeviceDiscoveryCommandOptionDlg_qt.h"
+#include "device/DisplayDeviceSelectionForceIPDlg_qt.h"
+#include "device/ICDisplayDeviceSelectionDlgParent.h"
+#include "device/WorkerDeviceDetection_qt.h"
+#include "ui_DisplayDeviceSelectionPartDlg_qt.h"
+
+#include <Base/GCBadAlloc.h>
+#include <KxApi_TL/IKxInterface.h>
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <utility>
+
+namespace KxApi
+{
+namespace
+{
+
+void InitListCtrl(QTableWidget& table)
+{
+    table.setColumnCount(2);
+    table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table.horizontalHeader()->hide();
+    table.verticalHeader()->hide();
+}
+
+void AddItemToListCtrl(QTableWidget& table, const CInfoRow& row)
+{
+    const int nRow = table.rowCount();
+    table.insertRow(nRow);
+    const auto add = [&](int nColumn, const QString& strText, Qt::GlobalColor eColor) {
+        auto* const pItem = new QTableWidgetItem(strText);
+        pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
+        pItem->setForeground(QBrush(eColor));
+        // A path seldom fits. It may look like markup, which it isn't.
+        pItem->setToolTip(QStringLiteral("<qt>%1</qt>").arg(strText.toHtmlEscaped()));
+        table.setItem(nRow, nColumn, pItem);
+    };
+    add(0, row.strName, Qt::black);
+    add(1, row.strValue, row.eColor);
+}
+
+/// Shows rows in place of those that are shown; the same ones again cost nothing, and don't flicker.
+void ShowRows(QTableWidget& table, CInfoRows& vecShown, CInfoRows vecRows)
+{
+    if (vecRows == vecShown)
+        return;
+    vecShown = std::move(vecRows);
+    table.setUpdatesEnabled(false);
+    table.clearContents();
+    table.setRowCount(0);
+    for (const CInfoRow& row : vecShown)
+        AddItemToListCtrl(table, row);
+    table.setUpdatesEnabled(true);
+}
+
+QVariant ToVariant(CDeviceListItemData* pRow) { return QVariant::fromValue(static_cast<void*>(pRow)); }
+
+CDeviceListItemData* RowOf(const QTreeWidgetItem& item)
+{
+    return static_cast<CDeviceListItemData*>(item.data(0, Qt::UserRole).value<void*>());
+}
+
+} // namespace
+
+CDisplayDeviceSelectionPartDlg::CDisplayDeviceSelectionPartDlg(QWidget* pParent, IDlgParent* pDlgParent,
+                                                               bool bWithMenuBar)
+    : CBaseDialogEx(pParent, pDlgParent)
+    , m_pUi(GenICam::GuardBadAlloc([] { return std::make_unique<Ui_CDisplayDeviceSelectionPartDlg>(); }))
+{
+    GenICam::GuardBadAlloc([&] {
+        m_pUi->setupUi(this);
+        m_pStatusBarWidget = m_pUi->widgetStatus;
+        m_pUi->layoutStatusBar->addWidget(&m_objStatusBar);
+        m_objStatusBar.show();
+        for (QTableWidget* const pTable : {m_pUi->tableSystem, m_pUi->tableInterface, m_pUi->tableDevice})
+            InitListCtrl(*pTable);
+        CreateMenu();
+        if (bWithMenuBar) {
+            m_pMenuBarWidget = m_pUi->widgetMenu;
+            m_pUi->layoutMenuBar->addWidget(&m_objMenuBar);
+        }
+        for (QPushButton* const pButton : {m_pUi->btnSetIP, m_pUi->btnDeviceDiscovery, m_pUi->btnOK})
+            pButton->setEnabled(false);
+        connect(this, &CDisplayDeviceSelectionPartDlg::onUpdateDeviceListSignal, this,
+                &CDisplayDeviceSelectionPartDlg::onUpdateDeviceList);
+    });
+}
+
+CDisplayDeviceSelectionPartDlg::~CDisplayDeviceSelectionPartDlg()
+{
+    EndPart();
+    if (m_pInterfaceDlg) {
+        // The parent widget went while that dialog was open: the worker, which is waited for, may wait for
+        // the lock.
+        m_pInterfaceDlg->reject();
+        m_objLock.Unlock();
+    }
+    m_pWorker.reset();
+    ClearDeviceList();
+}
+
+ICDisplayDeviceSelectionDlgParent& CDisplayDeviceSelectionPartDlg::Parent() const
+{
+    return dynamic_cast<ICDisplayDeviceSelectionDlgParent&>(*m_pDlgParent);
+}
+
+void CDisplayDeviceSelectionPartDlg::CreateMenu()
+{
+    m_menuView.setTitle(tr("&View"));
+    m_actAccessible.setText(tr("Show not &accessible devices"));
+    m_actStatusBar.setText(tr("&Status Bar"));
+    for (QAction* const pAction : {&m_actAccessible, &m_actStatusBar}) {
+        pAction->setCheckable(true);
+        m_menuView.addAction(pAction);
+    }
+    m_objMenuBar.addMenu(&m_menuView);
+    connect(&m_actAccessible, &QAction::toggled, this, &CDisplayDeviceSelectionPartDlg::onAccessibleToggled);
+    connect(&m_actStatusBar, &QAction::toggled, this,
+            &CDisplayDeviceSelectionPartDlg::onShowStatusBarToggled);
+}
+
+QMenuBar* CDisplayDeviceSelectionPartDlg::getMenu() { return m_pMenuBarWidget ? &m_objMenuBar : nullptr; }
+
+void CDisplayDeviceSelectionPartDlg::doUpdate() { emit onUpdateDeviceListSignal(); }
+
+void CDisplayDeviceSelectionPartDlg::doTellFailure(const GenICam::GenericException& e)
+{
+    InGuiThread([this, e] { m_pDlgParent->OnException(e); });
+}
+
+void CDisplayDeviceSelectionPartDlg::setShowAllDevice(bool bShow) { onAccessibleToggled(bShow); }
+
+void CDisplayDeviceSelectionPartDlg::setStatusBarVisible(bool value)
+{
+    m_actStatusBar.setChecked(value);
+    CBaseDialogEx::setStatusBarVisible(value);
+}
+
+void CDisplayDeviceSelectionPartDlg::showEvent(QShowEvent* pEvent)
+{
+    Guarded([this] {
+        UpdateDisplayDeviceTree();
+        ApplySettings();
+        StartWorker();
+    });
+    CBaseDialogEx::showEvent(pEvent);
+}
+
+void CDisplayDeviceSelectionPartDlg::ApplySettings()
+{
+    const IKxWnd& window = *m_pDlgParent->GetIKxWnd();
+    setMenuBarVisible(window.GetVisibleMenu());
+    setStatusBarVisible(window.GetVisibleStatusBar());
+}
+
+void CDisplayDeviceSelectionPartDlg::StartWorker()
+{
+    if (m_pWorker)
+        return;
+    std::vector<IKxSystem*> vecSystems;
+    Parent().GetSystems(vecSystems);
+    m_pWorker = std::make_unique<CWorkerDeviceDetection>(this, vecSystems, m_objLock);
+    m_pWorker->Start();
+}
+
+void CDisplayDeviceSelectionPartDlg::closeEvent(QCloseEvent* pEvent)
+{
+    if (!m_pInterfaceDlg) {
+        closeEventCheck(pEvent);
+        return;
+    }
+    // This dialog's own code is on the stack below the open one.
+    m_bCloseWanted = true;
+    m_pInterfaceDlg->reject();
+    pEvent->ignore();
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateDisplayDeviceTree()
+{
+    std::vector<IKxSystem*> vecSystems;
+    Parent().GetSystems(vecSystems);
+    ShowDeviceList(ListDevices(vecSystems, m_pUi->chkShowAllDevices->isChecked()));
+    UpdateDisplayInfo();
+}
+
+void CDisplayDeviceSelectionPartDlg::ShowDeviceList(CDeviceList list)
+{
+    // What the slot of a changed selection does is done at the end for all.
+    const QSignalBlocker blocker(m_pUi->treeDevice);
+    if (AreSameRows(list, m_vecItemData)) {
+        SelectRow(m_pSelected);
+        return;
+    }
+    const CDeviceListItemData selected = m_pSelected ? *m_pSelected : CDeviceListItemData();
+    QScrollBar& scrollBar = *m_pUi->treeDevice->verticalScrollBar();
+    const int nScrolled = scrollBar.value();
+    m_pUi->treeDevice->setUpdatesEnabled(false);
+    ClearDeviceList();
+    m_vecItemData = std::move(list);
+    BuildTree();
+    for (const auto& pRow : m_vecItemData) {
+        if (pRow->IsSameThing(selected)) {
+            SelectRow(pRow.get());
+            break;
+        }
+    }
+    scrollBar.setValue(nScrolled);
+    m_pUi->treeDevice->setUpdatesEnabled(true);
+}
+
+void CDisplayDeviceSelectionPartDlg::BuildTree()
+{
+    QList<QTreeWidgetItem*> listSystems;
+    QTreeWidgetItem* pInterfaceItem = nullptr;
+    for (const auto& pRow : m_vecItemData) {
+        pRow->pItem = new QTreeWidgetItem;
+        pRow->pItem->setText(0, pRow->strText);
+        if (pRow->szIcon)
+            pRow->pItem->setIcon(0, QIcon(QString::fromLatin1(pRow->szIcon)));
+        pRow->pItem->setData(0, Qt::UserRole, ToVariant(pRow.get()));
+        if (pRow->IsDevice())
+            pInterfaceItem->addChild(pRow->pItem);
+        else if (pRow->pInterface)
+            listSystems.back()->addChild(pInterfaceItem = pRow->pItem);
+        else
+            listSystems.append(pRow->pItem);
+    }
+    m_pUi->treeDevice->addTopLevelItems(listSystems);
+    m_pUi->treeDevice->expandAll();
+}
+
+void CDisplayDeviceSelectionPartDlg::ClearDeviceList()
+{
+    m_pSelected = nullptr;
+    m_vecItemData.clear();
+    const QSignalBlocker blocker(m_pUi->treeDevice);
+    m_pUi->treeDevice->clear();
+}
+
+void CDisplayDeviceSelectionPartDlg::SelectRow(CDeviceListItemData* pRow)
+{
+    m_pSelected = pRow;
+    if (pRow && !pRow->pItem->isSelected())
+        m_pUi->treeDevice->setCurrentItem(pRow->pItem);
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateDisplayInfo()
+{
+    UpdateDisplaySystemInfo(m_pSelected ? m_pSelected->pSystem : nullptr);
+    UpdateDisplayInterfaceInfo(m_pSelected ? m_pSelected->pInterface : nullptr);
+    UpdateDisplayDeviceInfo(m_pSelected);
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateDisplaySystemInfo(IKxSystem* pSystem)
+{
+    CInfoRows vecRows;
+    Guarded([&] {
+        if (pSystem)
+            vecRows = ViewSystem(*pSystem);
+    });
+    ShowRows(*m_pUi->tableSystem, m_vecSystemRows, std::move(vecRows));
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateDisplayInterfaceInfo(IKxInterface* pInterface)
+{
+    CInterfaceView view;
+    Guarded([&] {
+        if (pInterface)
+            view = ViewInterface(*pInterface);
+    });
+    ShowRows(*m_pUi->tableInterface, m_vecInterfaceRows, std::move(view.rows));
+    m_pUi->btnDeviceDiscovery->setEnabled(view.bDiscovery);
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateDisplayDeviceInfo(const CDeviceListItemData* pRow)
+{
+    CDeviceView view;
+    Guarded([&] {
+        const std::optional<uint32_t> nIndex = pRow ? FindDevice(*pRow) : std::nullopt;
+        if (nIndex)
+            view = ViewDevice(*pRow->pInterface, *nIndex);
+    });
+    ShowRows(*m_pUi->tableDevice, m_vecDeviceRows, std::move(view.rows));
+    m_pUi->btnSetIP->setEnabled(view.bForceIP);
+    m_pUi->btnOK->setEnabled(view.bSelectable);
+}
+
+void CDisplayDeviceSelectionPartDlg::UpdateData(bool bSave)
+{
+    IKxInterface* pInterface = nullptr;
+    const IKxDeviceInfo* pDeviceInfo = nullptr;
+    if (bSave && m_pSelected) {
+        pInterface = m_pSelected->pInterface;
+        if (const std::optional<uint32_t> nIndex = FindDevice(*m_pSelected))
+            pDeviceInfo = pInterface->GetIKxDeviceInfo(*nIndex);
+    }
+    Parent().SetSelectedDeviceInfo(pInterface, pDeviceInfo);
+}
+
+void CDisplayDeviceSelectionPartDlg::RunInterfaceDlg(CInterfaceDlg& dialog, const QWidget& button)
+{
+    m_objLock.Lock();
+    // The device may have gone since the button was enabled, and it has to be the one that the node map has
+    // selected.
+    UpdateDisplayDeviceTree();
+    if (m_pInterfaceDlg || !button.isEnabled()) {
+        m_objLock.Unlock();
+        return;
+    }
+    dialog.SetInterface(m_pSelected->pInterface);
+    dialog.setModal(true);
+    m_pInterfaceDlg = &dialog;
+    const QPointer<CDisplayDeviceSelectionPartDlg> pThis(this);
+    const int nResult = dialog.exec();
+    if (!pThis)
+        return; // the destructor has given the lock back
+    m_pInterfaceDlg = nullptr;
+    m_objLock.Unlock();
+    if (std::exchange(m_bUpdateWanted, false))
+        UpdateDisplayDeviceTree();
+    else if (nResult == QDialog::Accepted)
+        UpdateDisplayInfo();
+    if (std::exchange(m_bCloseWanted, false))
+        close();
+}
+
+void CDisplayDeviceSelectionPartDlg::onUpdateDeviceList()
+{
+    // Under an open dialog the selection stays what it is.
+    if (m_pInterfaceDlg)
+        m_bUpdateWanted = true;
+    else
+        Guarded([this] { UpdateDisplayDeviceTree(); });
+}
+
+void CDisplayDeviceSelectionPartDlg::onAccessibleToggled(bool checked)
+{
+    m_pUi->chkShowAllDevices->setChecked(checked);
+    Guarded([this] { UpdateDisplayDeviceTree(); });
+}
+
+void CDisplayDeviceSelectionPartDlg::on_chkShowAllDevices_toggled(bool checked)
+{
+    m_actAccessible.setChecked(checked);
+    Guarded([this] { UpdateDisplayDeviceTree(); });
+}
+
+void CDisplayDeviceSelectionPartDlg::onShowStatusBarToggled(bool checked)
+{
+    Guarded([&] { m_pDlgParent->GetIKxWnd()->SetVisibleStatusBar(checked); });
+}
+
+void CDisplayDeviceSelectionPartDlg::on_treeDevice_itemSelectionChanged()
+{
+    for (QPushButton* const pButton : {m_pUi->btnSetIP, m_pUi->btnDeviceDiscovery, m_pUi->btnOK})
+        pButton->setEnabled(false);
+    const QList<QTreeWidgetItem*> listSelected = m_pUi->treeDevice->selectedItems();
+    if (m_vecItemData.empty() || listSelected.isEmpty())
+        return;
+    m_pSelected = RowOf(*listSelected.first());
+    UpdateDisplayInfo();
+}
+
+void CDisplayDeviceSelectionPartDlg::on_treeDevice_itemDoubleClicked(QTreeWidgetItem*, int)
+{
+    if (m_pUi->btnOK->isEnabled())
+        on_btnOK_clicked();
+    else if (m_pUi->btnSetIP->isEnabled())
+        on_btnSetIP_clicked();
+}
+
+void CDisplayDeviceSelectionPartDlg::on_btnSetIP_clicked()
+{
+    Guarded([this] {
+        CDisplayDeviceSelectionForceIPDlg dialog(nullptr);
+        RunInterfaceDlg(dialog, *m_pUi->btnSetIP);
+    });
+}
+
+void CDisplayDeviceSelectionPartDlg::on_btnDeviceDiscovery_clicked()
+{
+    Guarded([this] {
+        CDeviceDiscoveryCommandOptionDlg dialog(nullptr);
+        RunInterfaceDlg(dialog, *m_pUi->btnDeviceDiscovery);
+    });
+}
+
+void CDisplayDeviceSelectionPartDlg::on_btnOK_clicked()
+{
+    Guarded([this] { UpdateData(true); });
+    close();
+}
+
+void CDisplayDeviceSelectionPartDlg::on_btnCancel_clicked()
+{
+    Guarded([this] { UpdateData(false); });
+    close();
+}
+
+} // namespace KxApi
