@@ -2,7 +2,6 @@
 
 #include "CAcquisition.h"
 
-#include "Caught.h"
 #include "GenTLInfo.h"
 
 #include <Base/GCBadAlloc.h>
@@ -86,7 +85,7 @@ void CAcquisition::Stop()
     if (!isThreadOver)
         TearDown(true);
     std::deque<CReady> unwanted;
-    std::exception_ptr error;
+    StoredErrorPtr error;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         unwanted.swap(m_ready);
@@ -98,7 +97,7 @@ void CAcquisition::Stop()
             "left alone",
             m_stream->ID().c_str());
     if (error)
-        std::rethrow_exception(error);
+        error->Raise();
 }
 
 bool CAcquisition::IsRunning() const
@@ -118,7 +117,7 @@ IKxStreamImageReleasable* CAcquisition::Fetch(std::chrono::milliseconds timeout)
     --m_nFetching;
     if (m_ready.empty()) {
         if (m_failure)
-            std::rethrow_exception(m_failure);
+            m_failure->Raise();
         return nullptr;
     }
     CReady ready = std::move(m_ready.front());
@@ -126,7 +125,7 @@ IKxStreamImageReleasable* CAcquisition::Fetch(std::chrono::milliseconds timeout)
     m_changed.notify_all();
     lock.unlock();
     if (ready.error)
-        std::rethrow_exception(ready.error);
+        ready.error->Raise();
     MarkHandedOut(*ready.buffer);
     try {
         ready.buffer->AttachChunkData();
@@ -189,8 +188,8 @@ bool CAcquisition::OnEvent(const CEvent& event)
         buffer = Received(event);
     } catch (const GenICam::GenericException&) {
         if (++m_nUnusableInRow >= kMaxFailuresInRow)
-            return EndBy(std::current_exception());
-        Refuse(std::current_exception());
+            return EndBy(StoreCaught());
+        Refuse(StoreCaught());
         return true;
     }
     m_nUnusableInRow = 0;
@@ -230,13 +229,13 @@ bool CAcquisition::Read(CStreamBuffer& buffer)
         }
         buffer.ReadContent(atProducer, m_defaults);
     } catch (const GenICam::GenericException&) {
-        Refuse(std::current_exception());
+        Refuse(StoreCaught());
         return false;
     }
     try {
         buffer.ReadChunkList(atProducer);
     } catch (const GenICam::GenericException&) {
-        CallOnError(std::current_exception(), false); // the image is there all the same
+        CallOnError(*StoreCaught(), false); // the image is there all the same
     }
     return true;
 }
@@ -255,7 +254,7 @@ void CAcquisition::HandToCallback(CStreamBuffer& buffer)
     try {
         buffer.AttachChunkData();
     } catch (const GenICam::GenericException&) {
-        CallOnError(std::current_exception(), false);
+        CallOnError(*StoreCaught(), false);
     }
     MarkHandedOut(buffer);
     try {
@@ -266,10 +265,10 @@ void CAcquisition::HandToCallback(CStreamBuffer& buffer)
             ++m_statistics.nCallbackErrors;
         }
         const GenICam::gcstring text = TextOfCaught();
-        CallOnError(std::make_exception_ptr(RUNTIME_EXCEPTION(
-                        "The callback raised with image %llu: %s",
-                        static_cast<unsigned long long>(buffer.GetFrameID()), text.c_str())),
-                    false);
+        CallOnError(
+            *Store(RUNTIME_EXCEPTION("The callback raised with image %llu: %s",
+                                     static_cast<unsigned long long>(buffer.GetFrameID()), text.c_str())),
+            false);
     }
     buffer.DetachChunkData();
 }
@@ -291,7 +290,7 @@ void CAcquisition::Requeue(CStreamBuffer& buffer)
         }
         isLast = ++m_nNotQueueable == m_pool.Count();
         if (isLast)
-            m_failure = std::make_exception_ptr(KX_GENTL_ERROR_EXCEPTION(
+            m_failure = Store(KX_GENTL_ERROR_EXCEPTION(
                 &m_stream->Lib(), static_cast<GenTL::GC_ERROR_LIST>(error), "DSQueueBuffer",
                 "%d = DSQueueBuffer of '%s', which takes no buffer back any more", error,
                 m_stream->ID().c_str()));
@@ -300,7 +299,7 @@ void CAcquisition::Requeue(CStreamBuffer& buffer)
         m_thread->RequestStop();
 }
 
-void CAcquisition::Refuse(std::exception_ptr error)
+void CAcquisition::Refuse(const StoredErrorPtr& error)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -310,19 +309,15 @@ void CAcquisition::Refuse(std::exception_ptr error)
             m_changed.notify_all();
         }
     }
-    CallOnError(error, false);
+    CallOnError(*error, false);
 }
 
-void CAcquisition::CallOnError(const std::exception_ptr& error, bool bEnded) noexcept
+void CAcquisition::CallOnError(const CStoredError& error, bool bEnded) noexcept
 {
     if (!m_settings.pCallback)
         return;
     try {
-        try {
-            std::rethrow_exception(error);
-        } catch (const GenICam::GenericException& e) {
-            m_settings.pCallback->OnError(e, bEnded);
-        }
+        m_settings.pCallback->OnError(error.Get(), bEnded);
     } catch (...) {
         const std::lock_guard<std::mutex> lock(m_mutex);
         ++m_statistics.nCallbackErrors;
@@ -339,8 +334,8 @@ bool CAcquisition::OnIdle()
     }
     if (!isLost)
         return true;
-    return EndBy(std::make_exception_ptr(RUNTIME_EXCEPTION(
-        "Device '%s' does not answer any more", device.GetIKxDeviceInfo()->GetDisplayName().c_str())));
+    return EndBy(Store(RUNTIME_EXCEPTION("Device '%s' does not answer any more",
+                                         device.GetIKxDeviceInfo()->GetDisplayName().c_str())));
 }
 
 bool CAcquisition::OnFailure(GenTL::GC_ERROR error, int nInRow)
@@ -349,14 +344,14 @@ bool CAcquisition::OnFailure(GenTL::GC_ERROR error, int nInRow)
                             nInRow >= kMaxFailuresInRow;
     if (!isHopeless)
         return true;
-    const std::exception_ptr failure = std::make_exception_ptr(
+    const StoredErrorPtr failure = Store(
         KX_GENTL_ERROR_EXCEPTION(&m_stream->Lib(), static_cast<GenTL::GC_ERROR_LIST>(error), "EventGetData",
                                  "%d = EventGetData of stream '%s'", error, m_stream->ID().c_str()));
     m_stream->Device()->CheckLost();
     return EndBy(failure);
 }
 
-bool CAcquisition::EndBy(std::exception_ptr error)
+bool CAcquisition::EndBy(StoredErrorPtr error)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_failure)
@@ -374,7 +369,7 @@ void CAcquisition::OnStopRequest() noexcept
 void CAcquisition::OnEnd() noexcept
 {
     TearDown(false);
-    std::exception_ptr error;
+    StoredErrorPtr error;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         error = m_failure;
@@ -382,7 +377,7 @@ void CAcquisition::OnEnd() noexcept
             error = std::exchange(m_stopError, nullptr);
     }
     if (error)
-        CallOnError(error, true);
+        CallOnError(*error, true);
 }
 
 void CAcquisition::TearDown(bool isThreadLeftAlone) noexcept
@@ -395,13 +390,13 @@ void CAcquisition::TearDown(bool isThreadLeftAlone) noexcept
         m_changed.notify_all();
     }
     const bool isLost = m_stream->Device()->IsLost();
-    std::exception_ptr firstError;
+    StoredErrorPtr firstError;
     const auto step = [&](auto&& undo) {
         try {
             undo();
         } catch (...) {
             if (!firstError && !isLost) // of a device that is gone nothing else is to be expected
-                firstError = std::current_exception();
+                firstError = StoreCaught();
         }
     };
     CKxGenTLLib& lib = m_stream->Lib();

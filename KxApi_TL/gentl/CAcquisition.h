@@ -4,6 +4,7 @@
 
 #include "CBufferPool.h"
 #include "CEventThread.h"
+#include "Caught.h"
 #include "DeviceControl.h"
 #include "FrameCounter.h"
 
@@ -11,7 +12,6 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
-#include <exception>
 #include <memory>
 #include <mutex>
 
@@ -66,7 +66,7 @@ private:
     struct CReady
     {
         BufferPtr buffer;
-        std::exception_ptr error;
+        StoredErrorPtr error;
     };
 
     BufferPtr Received(const CEvent& event);
@@ -75,9 +75,9 @@ private:
     void HandToCallback(CStreamBuffer& buffer);
     void MarkHandedOut(CStreamBuffer& buffer);
     void Requeue(CStreamBuffer& buffer);
-    void Refuse(std::exception_ptr error);
-    void CallOnError(const std::exception_ptr& error, bool bEnded) noexcept;
-    bool EndBy(std::exception_ptr error);
+    void Refuse(const StoredErrorPtr& error);
+    void CallOnError(const CStoredError& error, bool bEnded) noexcept;
+    bool EndBy(StoredErrorPtr error);
     void TearDown(bool isThreadLeftAlone) noexcept;
     uint64_t Underruns() const;
 
@@ -108,8 +108,8 @@ private:
     bool m_isEnding = false; // no buffer is queued any more
     bool m_isTornDown = false;
     bool m_isStopAwaited = false; // by somebody who is to get m_stopError
-    std::exception_ptr m_failure; // by which the acquisition ended
-    std::exception_ptr m_stopError;
+    StoredErrorPtr m_failure;     // by which the acquisition ended
+    StoredErrorPtr m_stopError;
 };
 
 } // namespace Detail
