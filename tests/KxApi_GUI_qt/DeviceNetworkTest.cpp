@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Giving a camera another address, and setting how cameras are looked for.
 #include "DeviceTest.h"
-
 #include "device/DeviceDiscoveryCommandOptionDlg_qt.h"
 #include "device/DisplayDeviceSelectionForceIPDlg_qt.h"
 
@@ -13,7 +12,7 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
-
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -111,15 +110,15 @@ TEST_F(NetworkDialogs, ForceIPShowsCardAndCameraAndWarnsAtOnce)
     const auto pDialog = Open<CDisplayDeviceSelectionForceIPDlg>();
     EXPECT_EQ(pDialog->windowTitle(), "Set IP Address");
     EXPECT_EQ(pDialog->minimumSize(), pDialog->maximumSize());
-    for (const auto& [szName, szText] : std::vector<std::pair<const char*, const char*>>{
-             {"lineEditNICMAC", "00:11:22:33:44:55"},
-             {"lineEditDevMAC", "aa:bb:cc:dd:ee:ff"},
-             {"lineEditNICIP", "192.168.0.1"},
-             {"lineEditDevIP", "10.0.0.5"},
-             {"lineEditNICMask", "255.255.255.0"},
-             {"lineEditDevMask", "255.255.255.0"},
-             {"lineEditNICgw", "0.0.0.0"},
-             {"lineEditDevgw", "0.0.0.0"}})
+    for (const auto& [szName, szText] :
+         std::vector<std::pair<const char*, const char*>>{{"lineEditNICMAC", "00:11:22:33:44:55"},
+                                                          {"lineEditDevMAC", "aa:bb:cc:dd:ee:ff"},
+                                                          {"lineEditNICIP", "192.168.0.1"},
+                                                          {"lineEditDevIP", "10.0.0.5"},
+                                                          {"lineEditNICMask", "255.255.255.0"},
+                                                          {"lineEditDevMask", "255.255.255.0"},
+                                                          {"lineEditNICgw", "0.0.0.0"},
+                                                          {"lineEditDevgw", "0.0.0.0"}})
         EXPECT_EQ(Edit(*pDialog, szName).text(), szText) << szName;
     EXPECT_TRUE(Edit(*pDialog, "lineEditNICIP").isReadOnly());
     EXPECT_EQ(Warning(*pDialog), std::string("IP | ") + kSubnet);
@@ -133,15 +132,16 @@ TEST_F(NetworkDialogs, ForceIPWarnsAsOneTypes)
         const char *szIP, *szMask, *szGateway;
         std::string warning;
     };
-    for (const Row& row : std::vector<Row>{
-             {"192.168.0.9", "255.255.255.0", "0.0.0.0", "| "},
-             {"192.168.0.9", "255.255.255.0", "192.168.0.254", "| "},
-             {"192.168.0.9", "255.255.255.0", "192.168.1.254", std::string("gw | ") + kSubnet},
-             {"192.168.0.9", "255.255.0.0", "0.0.0.0", std::string("Mask | ") + kSubnet},
-             {"192.168.0.1", "255.255.0.0", "10.0.0.1", std::string("IP Mask gw | ") + kAddress},
-             {"192.168.1.9", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet},
-             {"camera", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet},
-             {"", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet}}) {
+    for (const Row& row :
+         std::vector<Row>{{"192.168.0.9", "255.255.255.0", "0.0.0.0", "| "},
+                          {"192.168.0.9", "255.255.255.0", "192.168.0.254", "| "},
+                          {"192.168.0.9", "255.255.255.0", "192.168.1.254", std::string("gw | ") + kSubnet},
+                          {"192.168.0.9", "255.255.0.0", "0.0.0.0", std::string("Mask | ") + kSubnet},
+                          {"192.168.0.1", "255.255.0.0", "10.0.0.1", std::string("IP Mask gw | ") + kAddress},
+                          {"192.168.1.9", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet},
+                          {"camera", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet},
+                          {"", "255.255.255.0", "0.0.0.0", std::string("IP | ") + kSubnet}})
+    {
         Type(*pDialog, "lineEditDevIP", row.szIP);
         Type(*pDialog, "lineEditDevMask", row.szMask);
         Type(*pDialog, "lineEditDevgw", row.szGateway);
@@ -200,7 +200,8 @@ TEST_F(NetworkDialogs, DiscoverySendsOnlyAddresses)
     EXPECT_EQ(Edit(*pDialog, "lineEditDestinationIP").text(), "255.255.255.255");
     EXPECT_FALSE(pDialog->findChild<QCheckBox*>("chkAllowBroadcastACK")->isChecked());
     for (const auto& [szText, bValid] : std::vector<std::pair<const char*, bool>>{
-             {"192.168.0", false}, {"", false}, {"1.2.3.4.5", false}, {"255.255.255.255", true}}) {
+             {"192.168.0", false}, {"", false}, {"1.2.3.4.5", false}, {"255.255.255.255", true}})
+    {
         Type(*pDialog, "lineEditDestinationIP", szText);
         EXPECT_EQ(pDialog->findChild<QAbstractButton*>("btnOK")->isEnabled(), bValid) << szText;
         EXPECT_EQ(Edit(*pDialog, "lineEditDestinationIP").styleSheet().contains("yellow"), !bValid) << szText;
@@ -216,8 +217,8 @@ TEST_F(NetworkDialogs, DiscoverySendsOnlyAddresses)
     QTest::keyClick(pDialog.get(), Qt::Key_Return);
     EXPECT_EQ(pDialog->result(), 1);
     EXPECT_EQ(m_card.Value("GevDeviceDiscoveryCommandDestinationIPAddress"), 0xC0A800FF);
-    EXPECT_TRUE(
-        GenApi::CBooleanPtr(m_card.GetINodeMap()->GetNode("GevDiscoveryAllowsBroadcastOfAcknowledge"))->GetValue());
+    EXPECT_TRUE(GenApi::CBooleanPtr(m_card.GetINodeMap()->GetNode("GevDiscoveryAllowsBroadcastOfAcknowledge"))
+                    ->GetValue());
 }
 
 TEST_F(NetworkDialogs, MakeAFarCameraSelectable)
@@ -231,8 +232,7 @@ TEST_F(NetworkDialogs, MakeAFarCameraSelectable)
         Type(dialog, "lineEditDevIP", "192.168.0.9");
         Click(dialog, "btnOK");
     });
-    const QPoint pos = Tree().visualItemRect(Item("cam-far")).center();
-    QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, pos);
+    DoubleClick("cam-far");
     EXPECT_THAT(Lines("tableDevice"), Contains("IP Address: 192.168.0.9")) << "at once";
     m_system.Update();
     TellOfChange();
@@ -242,27 +242,26 @@ TEST_F(NetworkDialogs, MakeAFarCameraSelectable)
 
 TEST_F(NetworkDialogs, WaitForTheSearchAndHoldBackChangesOfTheTreeWhileOpen)
 {
+    std::atomic<bool> bFirst{true};
     std::atomic<bool> bSearching{false};
     std::promise<void> searching;
     std::promise<void> end;
-    DeviceTest::Open({});
-    m_pWnd->RegisterTargetIKxSystem(&m_system);
-    m_pWnd->Close();
-    m_card.onUpdate = [&, once = true]() mutable {
-        if (!std::exchange(once, false))
+    m_card.onUpdate = [&] {
+        if (!bFirst.exchange(false))
             return;
         bSearching = true;
         searching.set_value();
         end.get_future().wait();
         bSearching = false;
     };
+    m_pWnd->RegisterTargetIKxSystem(&m_system);
     Show(*m_pWnd);
     searching.get_future().wait();
     Select("eth0");
     InDialog<CDeviceDiscoveryCommandOptionDlg>([&](QDialog& dialog) {
         EXPECT_FALSE(bSearching);
         m_card.SetCameras({{"cam-new"}});
-        m_card.UpdateDeviceList();
+        m_card.Refresh();
         TellOfChange();
         EXPECT_EQ(Item("cam-new"), nullptr);
         Click(dialog, "btnCancel");

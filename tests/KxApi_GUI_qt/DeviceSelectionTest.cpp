@@ -65,8 +65,9 @@ TEST_F(SelectDevice, ListsSystemsInterfacesAndDevicesWithIconsOfTheirKinds)
     grabber.Add("Board 0", "CXP", {{"cam-e"}});
     grabber.Add("odd", "CL", {{"cam-f"}});
     Open({&m_usb, &m_net, &grabber});
-    EXPECT_EQ(Rows(), (Strings{"USB cameras", "  Port 1", "    cam-a", "    cam-b", "Network cameras", "  eth0",
-                               "    cam-d", "Grabber", "  Board 0", "    cam-e", "  odd", "    cam-f"}));
+    EXPECT_EQ(Rows(),
+              (Strings{"USB cameras", "  Port 1", "    cam-a", "    cam-b", "Network cameras", "  eth0",
+                       "    cam-d", "Grabber", "  Board 0", "    cam-e", "  odd", "    cam-f"}));
     for (const auto& [szRow, szIcon] :
          std::vector<std::pair<const char*, const char*>>{{"Grabber", "genicam"},
                                                           {"Board 0", "Board"},
@@ -74,7 +75,8 @@ TEST_F(SelectDevice, ListsSystemsInterfacesAndDevicesWithIconsOfTheirKinds)
                                                           {"Port 1", "USB"},
                                                           {"cam-e", "coaxpress"},
                                                           {"cam-d", "gev"},
-                                                          {"cam-a", "usb3_vision"}}) {
+                                                          {"cam-a", "usb3_vision"}})
+    {
         const QString strPath = QStringLiteral(":/icon/resqt/%1.bmp").arg(QLatin1String(szIcon));
         const QImage expected(strPath);
         EXPECT_FALSE(expected.isNull()) << szIcon;
@@ -113,9 +115,9 @@ TEST_F(SelectDevice, TellsTheFactsOfWhatIsSelected)
     Open({&m_usb, &m_net});
     Select("Network cameras");
     EXPECT_EQ(Lines("tableSystem"),
-              (Strings{"Vendor: Fake", "Model: Fake producer", "Version: 2.1", "TL Type: Mixed", "Name: fake.cti",
-                       "Path Name: /opt/fake.cti", "Display Name: Network cameras", "GenTL Version Major: 1",
-                       "GenTL Version Minor: 5"}));
+              (Strings{"Vendor: Fake", "Model: Fake producer", "Version: 2.1", "TL Type: Mixed",
+                       "Name: fake.cti", "Path Name: /opt/fake.cti", "Display Name: Network cameras",
+                       "GenTL Version Major: 1", "GenTL Version Minor: 5"}));
     EXPECT_THAT(Lines("tableInterface"), IsEmpty());
     EXPECT_FALSE(IsEnabled("btnDeviceDiscovery"));
     Select("eth0");
@@ -125,11 +127,12 @@ TEST_F(SelectDevice, TellsTheFactsOfWhatIsSelected)
     EXPECT_TRUE(IsEnabled("btnDeviceDiscovery"));
     EXPECT_THAT(Lines("tableDevice"), IsEmpty());
     Select("cam-d");
-    EXPECT_EQ(Lines("tableDevice"),
-              (Strings{"ID: cam-d", "Vendor: Fake", "Model: Fake camera", "TL Type: GEV", "Display Name: cam-d",
-                       "MAC Address: aa:bb:cc:dd:ee:ff", "IP Address: 192.168.0.7", "Subnet Mask: 255.255.255.0",
-                       "Gateway: 0.0.0.0", "Access Status: ReadWrite(Full access)[1]", "User Defined Name: left",
-                       "Serial Number: 4711", "Version: 1.2"}));
+    EXPECT_EQ(
+        Lines("tableDevice"),
+        (Strings{"ID: cam-d", "Vendor: Fake", "Model: Fake camera", "TL Type: GEV", "Display Name: cam-d",
+                 "MAC Address: aa:bb:cc:dd:ee:ff", "IP Address: 192.168.0.7", "Subnet Mask: 255.255.255.0",
+                 "Gateway: 0.0.0.0", "Access Status: ReadWrite(Full access)[1]", "User Defined Name: left",
+                 "Serial Number: 4711", "Version: 1.2"}));
     EXPECT_TRUE(IsEnabled("btnSetIP"));
     EXPECT_TRUE(IsEnabled("btnOK"));
     Select("cam-a");
@@ -162,17 +165,17 @@ TEST_P(AccessStatus, SaysWhetherTheDeviceCanBeChosen)
     EXPECT_EQ(IsEnabled("btnOK"), row.bOK);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    SelectDevice, AccessStatus,
-    ::testing::Values(StatusRow{1, 0, "ReadWrite(Full access)[1]", true},
-                      StatusRow{2, 0, "ReadOnly(Read-only access)[2] blue", true},
-                      StatusRow{3, 1, "NoAccess(Non-available device)[3] red", false},
-                      StatusRow{4, 1, "Busy[4] red", false}, StatusRow{5, 1, "OpenReadWrite[5] red", false},
-                      StatusRow{6, 1, "OpenRead[6] red", false},
-                      StatusRow{0, 0, "Unknown(Unknown status)[0] red", false},
-                      StatusRow{0, 1, "Unknown(Unknown status)[0]", true},
-                      StatusRow{77, 1, "Unknown(Unknown status)[77]", true}),
-    [](const auto& param) { return "Row" + std::to_string(param.index); });
+INSTANTIATE_TEST_SUITE_P(SelectDevice, AccessStatus,
+                         ::testing::Values(StatusRow{1, 0, "ReadWrite(Full access)[1]", true},
+                                           StatusRow{2, 0, "ReadOnly(Read-only access)[2] blue", true},
+                                           StatusRow{3, 1, "NoAccess(Non-available device)[3] red", false},
+                                           StatusRow{4, 1, "Busy[4] red", false},
+                                           StatusRow{5, 1, "OpenReadWrite[5] red", false},
+                                           StatusRow{6, 1, "OpenRead[6] red", false},
+                                           StatusRow{0, 0, "Unknown(Unknown status)[0] red", false},
+                                           StatusRow{0, 1, "Unknown(Unknown status)[0]", true},
+                                           StatusRow{77, 1, "Unknown(Unknown status)[77]", true}),
+                         [](const auto& param) { return "Row" + std::to_string(param.index); });
 
 TEST_F(SelectDevice, ShowsInRedWhyACameraCanNotBeReached)
 {
@@ -220,9 +223,7 @@ TEST_F(SelectDevice, HandsBackWhatWasChosenByButtonOrDoubleClickAndNothingAfterC
     Show(*m_pWnd);
     EXPECT_EQ(Selected(), "") << "a new dialog";
     EXPECT_EQ(Chosen(), "Port 1 cam-b") << "until another choice";
-    const QPoint pos = Tree().visualItemRect(Item("cam-d")).center();
-    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, pos);
-    QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, pos);
+    DoubleClick("cam-d");
     Pump();
     EXPECT_EQ(Chosen(), "eth0 cam-d");
 
@@ -238,12 +239,12 @@ TEST_F(SelectDevice, HandsBackNoDeviceForARowThatIsNone)
 {
     Open({&m_usb});
     for (const auto& [szRow, szChosen] :
-         std::vector<std::pair<const char*, const char*>>{{"USB cameras", "- -"}, {"Port 1", "Port 1 -"}}) {
+         std::vector<std::pair<const char*, const char*>>{{"USB cameras", "- -"}, {"Port 1", "Port 1 -"}})
+    {
         if (!m_pWnd->GetWindowHandle())
             Show(*m_pWnd);
-        Select(szRow);
+        DoubleClick(szRow);
         EXPECT_FALSE(IsEnabled("btnOK")) << szRow;
-        QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, Tree().visualItemRect(Item(szRow)).center());
         EXPECT_TRUE(m_pWnd->IsVisible()) << "a double click does no more than the button";
         QMetaObject::invokeMethod(WidgetOf(*m_pWnd), "on_btnOK_clicked");
         Pump();
@@ -284,6 +285,7 @@ TEST_F(SelectDevice, FollowsANodeMapThatOrdersItsDevicesAnotherWay)
 {
     m_card.SetCameras({{"cam-d", 1, 1}, {"cam-e", 1, 2}});
     Open({&m_net});
+    m_card.searchable = false;
     m_card.SetCameras({{"cam-e", 1, 2}, {"cam-d", 1, 1}}); // the registers know, the list does not
     Select("cam-d");
     EXPECT_THAT(Lines("tableDevice"), Contains("MAC Address: 00:00:00:00:00:01"));
@@ -316,12 +318,15 @@ TEST_F(SelectDevice, PaintsNothingWhenAnUpdateChangesNothing)
     std::vector<std::unique_ptr<PaintCounter>> counters;
     for (QWidget* const pWidget : WidgetOf(*m_pWnd)->findChildren<QWidget*>())
         counters.push_back(std::make_unique<PaintCounter>(*pWidget));
+    // Widgets paint a little later.
     const auto paints = [&] {
+        QTest::qWait(100);
         int nPaints = 0;
         for (const auto& pCounter : counters)
             nPaints += std::exchange(pCounter->nPaints, 0);
         return nPaints;
     };
+    ASSERT_TRUE(PumpUntil([&] { return paints() == 0; })) << "what showing it painted";
     for (int i = 0; i < 3; ++i)
         TellOfChange();
     EXPECT_EQ(paints(), 0);

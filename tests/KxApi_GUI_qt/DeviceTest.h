@@ -9,8 +9,8 @@
 
 #include <QAbstractButton>
 #include <QTableWidget>
+#include <QTest>
 #include <QTreeWidget>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +30,8 @@ protected:
     // Before the systems go.
     void TearDown() override
     {
-        m_pWnd->Close();
+        if (m_pWnd)
+            m_pWnd->Close();
         Pump();
     }
 
@@ -85,6 +86,12 @@ protected:
         return items.isEmpty() ? nullptr : items.first();
     }
     void Select(const char* text) { Tree().setCurrentItem(Item(text)); }
+    void DoubleClick(const char* text)
+    {
+        const QPoint pos = Tree().visualItemRect(Item(text)).center();
+        QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, pos);
+        QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, pos);
+    }
     std::string Selected()
     {
         const auto items = Tree().selectedItems();
@@ -114,8 +121,8 @@ protected:
         KxApi::IKxInterface* pInterface = nullptr;
         const KxApi::IKxDeviceInfo* pDevice = nullptr;
         m_pWnd->GetSelectedDeviceInfo(&pInterface, &pDevice);
-        return std::string(pInterface ? pInterface->GetIKxInterfaceInfo()->GetDisplayName().c_str() : "-") + " " +
-               (pDevice ? pDevice->GetID().c_str() : "-");
+        return std::string(pInterface ? pInterface->GetIKxInterfaceInfo()->GetDisplayName().c_str() : "-") +
+               " " + (pDevice ? pDevice->GetID().c_str() : "-");
     }
 
     std::vector<std::unique_ptr<FakeSystem>> m_systems;
