@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the image window does with the images that it is given.
+#include "Support.h"
+#include "image/ImageRing_qt.h"
+#include "image/KxDisplayImageWnd_qt.h"
+
+#include <KxApi_TL/IKxPixelFormatInfo.h>
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+using ::testing::StartsWith;
+
+constexpr const char* kNoImage = "There is no available image.";
+
+class Preview : public GuiTest
+{
+protected:
+    Preview()
+        : m_pWnd(MakeImageWnd())
+        , m_pDlgParent(dynamic_cast<ICDisplayImageDlgParent*>(&*m_pWnd))
+        , m_pConverter(m_pWnd->GetIKxPixelFormatConverter())
+    {}
+
+    void Register(const ImageBufferPtr& pBuffer) { m_pWnd->RegisterIKxImage(pBuffer->GetIKxImage()); }
+    /// What the widget is given.
+    IKxImageBufferReleasable* WidgetPreview() { return m_pDlgParent->GetPreviewImage(0); }
+    static unsigned char FirstByte(IKxImage* pImage)
+    {
+        return *static_cast<const unsigned char*>(pImage->GetImageBuffer());
+    }
+    QString StatusText()
+    {
+        QStringList listTexts;
+        m_pDlgParent->GetStatusBarText(listTexts);
+        return listTexts.value(1);
+    }
+
+    const ImageWndPtr m_pWnd;
+    ICDisplayImageDlgParent* const m_pDlgParent;
+    IKxPixelFormatConverter* const m_pConverter;
+};
+
+TEST(ImageRing, NeverTouchesABufferThatARoleNames)
+{
+    const CKxApiAutoInitTerm sdk;
+    CImageRing ring(nullptr);
+    EXPECT_EQ(ring.Buffer(ring.Index(CImageRing::RawLatest)), nullptr);
+    std::set<int32_t> setUsed;
+    for (size_t nRole = 0; nRole < CImageRing::kRoles; ++nRole)
+        EXPECT_TRUE(setUsed.insert(ring.Claim(static_cast<CImageRing::ERole>(nRole))).second);
+    const int32_t nOwn = ring.Index(CImageRing::RawWrite);
+    EXPECT_EQ(ring.Claim(CImageRing::RawWrite), nOwn) << "all in use: the role keeps its own";
+    const int32_t nFreed = ring.Index(CImageRing::ConvertedApi);
+    ring.Set(CImageRing::ConvertedApi, CImageRing::kNone);
+    EXPECT_EQ(ring.Claim(CImageRing::RawWrite), nFreed);
+}
+
+TEST_F(Preview, SaysThatThereIsNoImageYet)
+{
+    EXPECT_FALSE(m_pWnd->HasImage());
+    EXPECT_EQ(ErrorOf([this] { m_pWnd->GetRegisteredIKxImage(); }), kNoImage);
+    EXPECT_EQ(ErrorOf([this] { m_pWnd->GetConvertedIKxImage(); }), kNoImage);
+    EXPECT_EQ(WidgetPreview(), nullptr);
+    EXPECT_EQ(ErrorOf([this] { m_pWnd->RegisterIKxImage(nullptr); }), "IKxImage pointer is NULL");
+    int x = 17, y = 4;
+    m_pWnd->ScreenToImage(&x, &y);
+    EXPECT_EQ(x, 0);
+    EXPECT_EQ(y, 0);
+}
+
+/// An image of an application's own class, which buffers can't copy.
+struct CForeignImage final : IKxImage
+{
+    size_t GetImageWidth() const override { return 1; }
+    size_t GetImageHeight() const override { return 1; }
+    size_t GetImageLinePitch() const override { return 1; }
+    size_t GetImagePlanePitch() const override { return 1; }
+    EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override { return KxPixelFormat_Mono8; }
+    void* GetImageBuffer() const override { return nullptr; }
+    void* GetUserContext() const override { return nullptr; }
+    IKxImage* GetROIImage(size_t, size_t, size_t, size_t) override { return nullptr; }
+    IKxPixelComponent* GetIKxPixelComponentValue(size_t, size_t) override { return nullptr; }
+};
+
+/// An image whose format nobody knows.
+struct CUnknownImage final : IKxImageInside
+{
+    size_t GetImageWidth() const override { return 1; }
+    size_t GetImageHeight() const override { return 1; }
+    size_t GetImageLinePitch() const override { return 1; }
+    size_t GetImagePlanePitch() const override { return 1; }
+    EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override
+    {
+        return static_cast<EKxPixelFormatNamingConvention_t>(0x01234567);
+    }
+    void* GetImageBuffer() const override { return nullptr; }
+    void* GetUserContext() const override { return nullptr; }
+    IKxImage* GetROIImage(size_t, size_t, size_t, size_t) override { return nullptr; }
+    IKxPixelComponent* GetIKxPixelComponentValue(size_t, size_t) override { return nullptr; }
+};
+
+TEST_F(Preview, RefusesImagesThatCannotBeCopied)
+{
+    CForeignImage foreign;
+    EXPECT_THROW(m_pWnd->RegisterIKxImage(&foreign), GenICam::InvalidArgumentException);
+    CUnknownImage unknown;
+    EXPECT_EQ(ErrorOf([&] { m_pWnd->RegisterIKxImage(&unknown); }),
+              "Pixel format 0x01234567 of the image is unknown");
+    EXPECT_FALSE(m_pWnd->HasImage());
+}
+
+TEST_F(Preview, SharesTheImageWhenTheScreenTakesItAsItIs)
+{
+    for (const auto ePixelFormat : {KxPixelFormat_Mono8, KxPixelFormat_BGR8, KxPixelFormat_BGRa8}) {
+        for (const size_t nWidth : {1000U, 1002U, 1U}) {
+            const ImageBufferPtr pImage = MakeImage(nWidth, 2, ePixelFormat);
+            Register(pImage);
+            const bool bShared = WidgetPreview()->GetIKxImage() == m_pWnd->GetRegisteredIKxImage();
+            EXPECT_EQ(bShared, pImage->GetIKxImage()->GetImageLinePitch() % 4 == 0)
+                << nWidth << " of format " << ePixelFormat;
+            EXPECT_EQ(WidgetPreview()->GetIKxImage()->GetImageWidth(), nWidth);
+        }
+    }
+}
+
+TEST_F(Preview, ConvertsToGreyOrColourByTheImage)
+{
+    const std::pair<EKxPixelFormatNamingConvention_t, EKxPixelFormatNamingConvention_t> cases[] = {
+        {KxPixelFormat_Mono12, KxPixelFormat_Mono8},
+        {KxPixelFormat_BayerRG8, KxPixelFormat_RGB8},
+        {KxPixelFormat_RGB8, KxPixelFormat_RGB8},
+        {KxPixelFormat_YUV422_8, KxPixelFormat_RGB8},
+    };
+    for (const auto& [eSource, eShown] : cases) {
+        Register(MakeImage(16, 16, eSource));
+        EXPECT_EQ(m_pWnd->GetConvertedIKxImage()->GetImagePixelFormat(), eShown);
+    }
+}
+
+TEST_F(Preview, ConvertsOnceForEachImageAndEachChange)
+{
+    Register(MakeImage(16, 16, KxPixelFormat_BayerRG8));
+    IKxImageBufferReleasable* pShown = WidgetPreview();
+    EXPECT_EQ(WidgetPreview(), pShown);
+    EXPECT_EQ(m_pDlgParent->GetPreviewImage(1), pShown);
+
+    const auto expectNew = [&](const char* szChange) {
+        IKxImageBufferReleasable* const pNew = WidgetPreview();
+        EXPECT_NE(pNew, pShown) << szChange;
+        EXPECT_EQ(WidgetPreview(), pNew) << szChange;
+        pShown = pNew;
+    };
+    const std::pair<const char*, const char*> changes[] = {
+        {"DestinationPixelFormat", "BGR8"},
+        {"BayerInterpolationMethod", "NearestNeighbor"},
+        {"ReverseY", "true"},
+        {"Gamma", "0.5"},
+        {"BitExpansionMode", "ZeroFill"},
+        {"PolarizationImageTransformationMethod", "SpecifiedAngle"},
+        {"PolarizationSpecifiedAngle", "45"},
+        {"PolarizationSpecifiedAngleInterpolationMethod", "BiLinear"},
+        {"PolarizationImageTransformationMethod", "ADOLP"},
+        {"ADOLPDarkMode", "true"},
+        {"ADOLPColorInversion", "true"},
+        {"ADOLPColorPhase", "7"},
+        {"ColorMapType", "PseudoColor_BGR"},
+        {"ColorMapInversion", "true"},
+        {"ColorMapPhase", "9"},
+    };
+    for (const auto& [szNode, szValue] : changes) {
+        const GenApi::CValuePtr pNode(m_pConverter->GetINodeMap()->GetNode(szNode));
+        ASSERT_TRUE(pNode.IsValid()) << szNode;
+        pNode->FromString(szValue);
+        expectNew(szNode);
+    }
+    m_pWnd->SetStretchMode(KxBayerInterpolationMethod_Bilinear);
+    expectNew("stretch mode");
+    m_pWnd->SetColorMapPhase(3);
+    EXPECT_EQ(WidgetPreview(), pShown) << "the widget's colour map doesn't change the preview";
+}
+
+TEST_F(Preview, LeavesTheDestinationToTheApplicationInManualMode)
+{
+    m_pWnd->SetPreviewPixelFormatMode(KxPreviewPixelFormatMode_Manual);
+    m_pConverter->SetDestinationPixelFormat(KxPixelFormat_BGR8);
+    Register(MakeImage(16, 16, KxPixelFormat_Mono8));
+    EXPECT_EQ(m_pWnd->GetConvertedIKxImage()->GetImagePixelFormat(), KxPixelFormat_BGR8);
+    m_pConverter->SetDestinationPixelFormat(KxPixelFormat_Mono8);
+    EXPECT_EQ(m_pWnd->GetConvertedIKxImage(), m_pWnd->GetRegisteredIKxImage());
+    m_pWnd->SetPreviewPixelFormatMode(KxPreviewPixelFormatMode_Auto);
+    Register(MakeImage(16, 16, KxPixelFormat_RGB8));
+    EXPECT_EQ(m_pWnd->GetConvertedIKxImage()->GetImagePixelFormat(), KxPixelFormat_RGB8);
+}
+
+TEST_F(Preview, LeavesImagesAloneThatSomebodyHolds)
+{
+    Register(MakeImage(8, 8, KxPixelFormat_Mono8, 1));
+    IKxImage* const pRaw = m_pWnd->GetRegisteredIKxImage();
+    Register(MakeImage(8, 8, KxPixelFormat_Mono16, 2));
+    IKxImage* const pConverted = m_pWnd->GetConvertedIKxImage();
+    Register(MakeImage(8, 8, KxPixelFormat_Mono8, 3));
+    IKxImage* const pWidget = WidgetPreview()->GetIKxImage();
+    for (int i = 0; i < 50; ++i) {
+        Register(MakeImage(8, 8, KxPixelFormat_Mono8, 4));
+        StatusText();
+    }
+    EXPECT_EQ(FirstByte(pRaw), 1);
+    EXPECT_EQ(FirstByte(pConverted), 2);
+    EXPECT_EQ(FirstByte(pWidget), 3);
+    EXPECT_EQ(FirstByte(m_pWnd->GetRegisteredIKxImage()), 4);
+}
+
+TEST_F(Preview, TakesTheLastImageBackAsANewOne)
+{
+    Register(MakeImage(8, 8, KxPixelFormat_Mono8, 1));
+    m_pWnd->RegisterIKxImage(m_pWnd->GetRegisteredIKxImage());
+    EXPECT_EQ(FirstByte(m_pWnd->GetRegisteredIKxImage()), 1);
+}
+
+TEST_F(Preview, GoesOnAfterAnImageThatCannotBeConverted)
+{
+    Register(MakeImage(8, 8, KxPixelFormat_Coord3D_ABC32f, 0));
+    EXPECT_THROW(WidgetPreview(), GenICam::GenericException);
+    EXPECT_EQ(ErrorOf([this] { m_pWnd->GetConvertedIKxImage(); }), kNoImage);
+    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Coord3D_ABC32f:A=   0,B=   0,C=   0");
+    EXPECT_EQ(m_pWnd->GetRegisteredIKxImage()->GetImagePixelFormat(), KxPixelFormat_Coord3D_ABC32f);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_THROW(WidgetPreview(), GenICam::GenericException);
+    Register(MakeImage(8, 8));
+    EXPECT_NE(WidgetPreview(), nullptr);
+}
+
+TEST_F(Preview, TellsThePixelUnderTheCursorInBothFormats)
+{
+    QStringList listTexts;
+    m_pWnd->SetUserStatusBarText("Kamera \xC3\xBC");
+    m_pDlgParent->GetStatusBarText(listTexts);
+    EXPECT_EQ(listTexts, QStringList{QString::fromUtf8("Kamera \xC3\xBC")});
+    Register(MakeImage(8, 8));
+    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Mono8 128");
+    Register(MakeImage(8, 8, KxPixelFormat_BayerRG8));
+    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  BayerRG8:R= 128 -> RGB8:R= 128,G= 128,B= 128");
+    Register(MakeImage(8, 8, KxPixelFormat_Mono16, 0xFF));
+    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Mono1665535 -> Mono8 255");
+}
+
+} // namespace
+} // namespace KxTest

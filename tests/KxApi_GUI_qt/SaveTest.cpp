@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: Apache-2.0
+// Saving images from the image window, and the clipboard.
+#include "Support.h"
+#include "image/KxDisplayImageWnd_qt.h"
+#include "image/StillImageSave_qt.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFileDialog>
+#include <QImage>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstring>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+
+class SaveImages : public GuiTest
+{
+protected:
+    /// Saves while `answer` deals with the dialogs that open.
+    template <class Dialog>
+    void Save(bool bPreview, const std::function<void(Dialog&)>& answer)
+    {
+        QTimer timer;
+        bool bAnswered = false;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            auto* const pDialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!pDialog || bAnswered)
+                return;
+            bAnswered = true;
+            answer(*pDialog);
+        });
+        timer.start(1);
+        dynamic_cast<ICDisplayImageDlgParent&>(*m_pWnd).SaveImage(bPreview);
+        EXPECT_TRUE(bAnswered);
+    }
+
+    void SaveAs(bool bPreview, const QString& strName, const char* szFilter)
+    {
+        Save<QFileDialog>(bPreview, [&](QFileDialog& dialog) {
+            dialog.selectNameFilter(szFilter);
+            dialog.selectFile(strName);
+            QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
+        });
+    }
+
+    QTemporaryDir m_objFolder;
+    const ImageWndPtr m_pWnd = MakeImageWnd();
+};
+
+TEST_F(SaveImages, NameTheFileByTheFilter)
+{
+    EXPECT_EQ(CompletedFileName("/x/a.BMP", "Bitmap File (*.bmp)").strName, "/x/a.BMP");
+    EXPECT_EQ(CompletedFileName("/x/a.bmp.png", "bitmap file (*.BMP)").strName, "/x/a.bmp.png.bmp");
+    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)").strName, "/x/a.kxraw");
+    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)").eFileType, KxStillImageFileType_Raw);
+    EXPECT_EQ(CompletedFileName("/x/a", "anything").strName, "/x/a");
+    EXPECT_EQ(CompletedFileName("/x/a", "anything").eFileType, KxStillImageFileType_Bmp);
+}
+
+TEST_F(SaveImages, OfferOnlyTheTypesThatTakeTheFormat)
+{
+    const CKxAutoPtr<IKxFilerReleasable> pFiler(CreateIKxFiler(KxFilerType_StillImage));
+    EXPECT_EQ(StillImageFilters(*pFiler, KxPixelFormat_Mono8).toStdString(),
+              "Bitmap File (*.bmp);;Jpeg File (*.jpg);;Tiff File (*.tif);;PNG File (*.png);;CSV File "
+              "(*.csv);;KxRaw File (*.kxraw)");
+    EXPECT_FALSE(StillImageFilters(*pFiler, KxPixelFormat_Mono12).contains("jpg"));
+    EXPECT_TRUE(StillImageFilters(*pFiler, KxPixelFormat_Mono12).contains("kxraw"));
+}
+
+TEST_F(SaveImages, WriteTheRegisteredImageAndThePreview)
+{
+    const ImageBufferPtr pImage = MakeImage(8, 4, KxPixelFormat_BayerRG8, 0x50);
+    m_pWnd->RegisterIKxImage(pImage->GetIKxImage());
+    const QString strRaw = m_objFolder.filePath("raw"), strShown = m_objFolder.filePath("shown.PNG");
+    SaveAs(false, strRaw, "PNG File (*.png)");
+    SaveAs(true, strShown, "PNG File (*.png)");
+    const QImage raw(strRaw + ".png"), shown(strShown);
+    EXPECT_EQ(raw.size(), QSize(8, 4));
+    EXPECT_TRUE(raw.isGrayscale());
+    EXPECT_EQ(shown.size(), QSize(8, 4));
+    EXPECT_EQ(shown.pixel(3, 3), 0xFF505050U);
+}
+
+TEST_F(SaveImages, KeepTheFolderWhenTheUserCancels)
+{
+    m_pWnd->RegisterIKxImage(MakeImage(8, 4)->GetIKxImage());
+    SaveAs(false, m_objFolder.filePath("a.bmp"), "Bitmap File (*.bmp)");
+    QString strFolder;
+    const auto cancel = [&](QFileDialog& dialog) {
+        strFolder = dialog.directory().path();
+        dialog.reject();
+    };
+    Save<QFileDialog>(false, cancel);
+    Save<QFileDialog>(false, cancel);
+    EXPECT_EQ(QDir(strFolder), QDir(m_objFolder.path()));
+    EXPECT_EQ(QDir(m_objFolder.path()).entryList(QDir::Files), QStringList{"a.bmp"});
+}
+
+TEST_F(SaveImages, TellTheUserWhatFailed)
+{
+    QString strText;
+    Save<QMessageBox>(false, [&](QMessageBox& box) {
+        strText = box.text();
+        box.accept();
+    });
+    EXPECT_TRUE(strText.startsWith("KxApi_GUI_qt/")) << strText.toStdString();
+    EXPECT_TRUE(strText.endsWith("There is no available image.")) << strText.toStdString();
+}
+
+TEST_F(SaveImages, ConvertAsThePreviewButWithTheBetterBayerMethod)
+{
+    // A single red line in a mosaic comes out differently with each method.
+    const ImageBufferPtr pImage = MakeImage(16, 16, KxPixelFormat_BayerRG8, 0);
+    auto* const pBytes = static_cast<unsigned char*>(pImage->GetIKxImage()->GetImageBuffer());
+    for (size_t i = 0; i < 256; ++i)
+        pBytes[i] = static_cast<unsigned char>(i * 37);
+    const auto convert = [&](EKxBayerInterpolationMethod_t eMethod, bool bReverseY) {
+        const CKxAutoPtr<IKxConverterReleasable> pConverter(CreateIKxConverter(KxConverterType_PixelFormat));
+        pConverter->SetDestinationPixelFormat(KxPixelFormat_RGB8);
+        pConverter->SetBayerInterpolationMethod(eMethod);
+        pConverter->SetReverseY(bReverseY);
+        const ImageBufferPtr pTarget(CreateIKxImageBuffer(nullptr));
+        pConverter->Convert(pImage->GetIKxImage(), pTarget.Get());
+        const auto* const p = static_cast<const unsigned char*>(pTarget->GetIKxImage()->GetImageBuffer());
+        return std::vector<unsigned char>(p, p + 3 * 256);
+    };
+    const auto saved = [&](const char* szName) {
+        SaveAs(true, m_objFolder.filePath(szName), "PNG File (*.png)");
+        const QImage image = QImage(m_objFolder.filePath(szName)).convertToFormat(QImage::Format_RGB888);
+        std::vector<unsigned char> vecBytes;
+        for (int y = 0; y < image.height(); ++y)
+            vecBytes.insert(vecBytes.end(), image.constScanLine(y),
+                            image.constScanLine(y) + 3 * image.width());
+        return vecBytes;
+    };
+    m_pWnd->RegisterIKxImage(pImage->GetIKxImage());
+    IKxPixelFormatConverter* const pPreview = m_pWnd->GetIKxPixelFormatConverter();
+    pPreview->SetBayerInterpolationMethod(KxBayerInterpolationMethod_NearestNeighbor);
+    pPreview->SetReverseY(true);
+    m_pWnd->GetConvertedIKxImage();
+    EXPECT_EQ(saved("auto.png"), convert(KxBayerInterpolationMethod_Bilinear3, true));
+    m_pWnd->SetBayerInterpolationMethodForStillImageFile(KxBayerInterpolationMethodForStillImageFile_Manual);
+    EXPECT_EQ(saved("manual.png"), convert(KxBayerInterpolationMethod_NearestNeighbor, true));
+}
+
+TEST_F(SaveImages, PutImagesOnTheClipboard)
+{
+    SetIKxImageToClipboard(nullptr);
+    for (const size_t nWidth : {1000U, 1001U}) {
+        const ImageBufferPtr pImage = MakeImage(nWidth, 3, KxPixelFormat_Mono8, 0x30);
+        SetIKxImageToClipboard(pImage->GetIKxImage());
+        const QImage image = QGuiApplication::clipboard()->image();
+        EXPECT_EQ(image.size(), QSize(static_cast<int>(nWidth), 3));
+        EXPECT_EQ(image.pixel(500, 2), 0xFF303030U);
+    }
+    const ImageBufferPtr pRed = MakeImage(4, 1, KxPixelFormat_BGR8, 0);
+    static_cast<unsigned char*>(pRed->GetIKxImage()->GetImageBuffer())[2] = 0xFF;
+    SetIKxImageToClipboard(pRed->GetIKxImage());
+    EXPECT_EQ(QGuiApplication::clipboard()->image().pixel(0, 0), 0xFF0000FFU) << "red and blue change places";
+}
+
+} // namespace
+} // namespace KxTest
