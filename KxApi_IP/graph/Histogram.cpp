@@ -11,6 +11,7 @@
 #include <limits>
 #include <map>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace KxApi
@@ -26,20 +27,39 @@ constexpr unsigned kMaxBits = 16; // of an entry's number
 using CCounts = std::vector<uint32_t>;
 using CLaneTables = std::array<uint32_t*, kLanes>;
 
-/// Counts values, the i-th into the table of lane i % 4. Equal values that follow each other are common;
-/// each increment would wait for the one before if they shared a table.
-template <class T>
-void CountLine(const T* line, size_t count, uint32_t mask, const CLaneTables& tables)
+/// The values of a word, written out one by one, since a loop over them costs as much as the counting.
+template <class T, size_t... kIndices>
+void CountWord(uint64_t word, uint32_t mask, const CLaneTables& tables, std::index_sequence<kIndices...>)
 {
-    constexpr size_t kPerWord = sizeof(uint64_t) / sizeof(T);
-    constexpr unsigned kBits = 8 * sizeof(T);
-    static_assert(kPerWord % kLanes == 0);
+    (++tables[kIndices % kLanes][static_cast<T>(word >> (8 * sizeof(T) * kIndices)) & mask], ...);
+}
+
+template <class T, size_t... kIndices>
+void CountStep(const T* line, size_t step, uint32_t mask, const CLaneTables& tables,
+               std::index_sequence<kIndices...>)
+{
+    (++tables[kIndices][line[kIndices * step] & mask], ...);
+}
+
+/// Counts values `step` apart, the i-th into the table of lane i % 4. Equal values that follow each other are
+/// common; each increment would wait for the one before if they shared a table.
+template <class T>
+void CountLine(const T* line, size_t step, size_t count, uint32_t mask, const CLaneTables& tables)
+{
     size_t i = 0;
+    if (step != 1) {
+        for (; i + kLanes <= count; i += kLanes, line += kLanes * step)
+            CountStep(line, step, mask, tables, std::make_index_sequence<kLanes>());
+        for (; i < count; ++i, line += step)
+            ++tables[i % kLanes][*line & mask];
+        return;
+    }
+    constexpr size_t kPerWord = sizeof(uint64_t) / sizeof(T);
+    static_assert(kPerWord % kLanes == 0);
     for (; i + kPerWord <= count; i += kPerWord) {
         uint64_t word; // NOLINT(cppcoreguidelines-init-variables)
         std::memcpy(&word, line + i, sizeof word);
-        for (size_t lane = 0; lane < kPerWord; ++lane)
-            ++tables[lane % kLanes][static_cast<T>(word >> (kBits * lane)) & mask];
+        CountWord<T>(word, mask, tables, std::make_index_sequence<kPerWord>());
     }
     for (; i < count; ++i)
         ++tables[i % kLanes][line[i] & mask];
@@ -92,25 +112,26 @@ CLaneTables CComponentCounter::TablesOf(size_t y)
 
 void CComponentCounter::Count()
 {
-    const bool isByte = m_bits == 8 && m_values.IsPlain<uint8_t>(m_k);
-    const bool isWord = m_bits <= kMaxBits && m_values.IsPlain<uint16_t>(m_k);
+    const size_t byteStep = m_bits == 8 ? m_values.PlainStep<uint8_t>(m_k) : 0;
+    const size_t wordStep = m_bits > 8 ? m_values.PlainStep<uint16_t>(m_k) : 0;
     const auto mask = static_cast<uint32_t>(m_bins - 1);
+    const size_t x = m_rect.nX;
     const size_t width = m_rect.nWidth;
-    m_narrow.resize(isByte || isWord || m_bits > kMaxBits ? 0 : width);
+    m_narrow.resize(byteStep || wordStep || m_bits > kMaxBits ? 0 : width);
     m_wide.resize(m_bits > kMaxBits ? width : 0);
     for (size_t y = m_rect.nY; y < m_rect.nY + m_rect.nHeight; ++y) {
         const CLaneTables tables = TablesOf(y);
-        if (isByte) {
-            CountLine(m_values.PlainLine<uint8_t>(m_k, y) + m_rect.nX, width, mask, tables);
-        } else if (isWord) {
-            CountLine(m_values.PlainLine<uint16_t>(m_k, y) + m_rect.nX, width, mask, tables);
+        if (byteStep != 0) {
+            CountLine(m_values.PlainLine<uint8_t>(m_k, y) + x * byteStep, byteStep, width, mask, tables);
+        } else if (wordStep != 0) {
+            CountLine(m_values.PlainLine<uint16_t>(m_k, y) + x * wordStep, wordStep, width, mask, tables);
         } else if (m_bits <= kMaxBits) {
-            m_values.Read(m_k, m_rect.nX, y, width, m_narrow.data());
-            CountLine(m_narrow.data(), width, mask, tables);
+            m_values.Read(m_k, x, y, width, m_narrow.data());
+            CountLine(m_narrow.data(), 1, width, mask, tables);
         } else {
-            m_values.Read(m_k, m_rect.nX, y, width, m_wide.data());
-            for (size_t x = 0; x < width; ++x)
-                ++tables[x % kLanes][m_wide[x] >> (m_bits - kMaxBits)];
+            m_values.Read(m_k, x, y, width, m_wide.data());
+            for (size_t i = 0; i < width; ++i)
+                ++tables[i % kLanes][m_wide[i] >> (m_bits - kMaxBits)];
         }
     }
 }

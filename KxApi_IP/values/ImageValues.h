@@ -56,14 +56,16 @@ public:
     template <class T>
     void Read(size_t k, size_t x, size_t y, size_t count, T* values, size_t step = 1) const;
 
-    /// Whether component k lies as numbers of T, one right behind the other; and where line y of them begins.
-    /// The bits above the component's depth may hold anything.
+    /// How many numbers of T lie from one value of component k to the next, if its values are such numbers;
+    /// else 0. And where the value of pixel 0 of line y lies. The bits above the component's depth may hold
+    /// anything.
     template <class T>
-    bool IsPlain(size_t k) const;
+    size_t PlainStep(size_t k) const;
     template <class T>
     const T* PlainLine(size_t k, size_t y) const
     {
-        return reinterpret_cast<const T*>(LineOf(Layout().places[k], y));
+        const CComponentPlace& place = Layout().places[k];
+        return reinterpret_cast<const T*>(LineOf(place, y) + place.high[0] / 8);
     }
 
 private:
@@ -83,13 +85,16 @@ extern template void CImageValues::Read(size_t, size_t, size_t, size_t, uint16_t
 extern template void CImageValues::Read(size_t, size_t, size_t, size_t, uint32_t*, size_t) const;
 
 template <class T>
-bool CImageValues::IsPlain(size_t k) const
+size_t CImageValues::PlainStep(size_t k) const
 {
     const CComponentPlace& place = Layout().places[k];
+    constexpr size_t kBits = 8 * sizeof(T);
     const auto isAligned = [](size_t value) { return value % sizeof(T) == 0; };
-    return place.groupShift == 0 && place.lowBits == 0 && place.groupBits == 8 * sizeof(T) &&
-           place.high[0] == 0 && isAligned(reinterpret_cast<uintptr_t>(m_memory.buffer)) &&
-           isAligned(m_memory.linePitch) && isAligned(m_memory.planePitch);
+    const bool isPlain = place.groupShift == 0 && place.lowBits == 0 && place.groupBits % kBits == 0 &&
+                         place.high[0] % kBits == 0 && m_row.components[k].bits <= kBits &&
+                         isAligned(reinterpret_cast<uintptr_t>(m_memory.buffer)) &&
+                         isAligned(m_memory.linePitch) && isAligned(m_memory.planePitch);
+    return isPlain ? place.groupBits / kBits : 0;
 }
 
 } // namespace Detail
