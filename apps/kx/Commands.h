@@ -26,6 +26,9 @@ void AddSetCommand(CLI::App& program);
 /// kx grab CAMERA: acquires images.
 void AddGrabCommand(CLI::App& program);
 
+/// kx convert IN OUT: writes an image file as another type or in another pixel format.
+void AddConvertCommand(CLI::App& program);
+
 /// kx genapi FILE: loads, checks and shows a node-map description.
 void AddGenApiCommand(CLI::App& program);
 
