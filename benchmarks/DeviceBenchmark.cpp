@@ -11,7 +11,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTreeWidget>
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <stdexcept>
