@@ -7,14 +7,23 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace KxSim
 {
 namespace
 {
 
-constexpr const CFeatureGroup* kGroups[] = {&kDeviceFeatures, &kImageFormatFeatures, &kAcquisitionFeatures,
-                                            &kAnalogFeatures, &kSceneFeatures,       &kTransportFeatures};
+std::vector<const CFeatureGroup*> GroupsOf(const CCameraModel& model)
+{
+    std::vector<const CFeatureGroup*> groups = {
+        &kDeviceFeatures, &kImageFormatFeatures, &kAcquisitionFeatures, &kAnalogFeatures, &kSceneFeatures,
+        &kChunkFeatures,  &kEventFeatures,       &kTransportFeatures,   &kFaultFeatures};
+    if (model.hasAllKinds)
+        groups.push_back(&kAllKindsFeatures);
+    groups.push_back(&kUserSetFeatures);
+    return groups;
+}
 
 std::string IdOf(const CCameraModel& model) { return Format("%s_%s", model.model, model.serial); }
 
@@ -22,6 +31,9 @@ EByteOrder OrderOf(ETechnology technology)
 {
     return technology == ETechnology::U3V ? EByteOrder::Little : EByteOrder::Big;
 }
+
+// Images between two tellings of their number: at high rates each of them would be too often.
+constexpr uint64_t kInvalidateEvery = 10;
 
 std::chrono::nanoseconds Microseconds(double value)
 {
@@ -37,23 +49,18 @@ CCamera::CCamera(const CCameraModel& model)
     , m_accessLock(m_id)
     , m_ip(model.ip)
 {
+    const std::vector<const CFeatureGroup*> groups = GroupsOf(model);
     CFeatureList list;
-    for (const CFeatureGroup* group : kGroups)
+    for (const CFeatureGroup* group : groups)
         group->describe(model, list);
     m_port.Publish(list, {model.model, model.about, "Device", std::string("00000000") + model.serial},
                    model.isZipped);
-    for (const CFeatureGroup* group : kGroups)
+    for (const CFeatureGroup* group : groups)
         group->bind(*this);
     m_port.check = [this](uint64_t address, bool) { CheckAccess(address); };
 }
 
 CCamera::~CCamera() { Close(); }
-
-void CCamera::CheckAccess(uint64_t) const
-{
-    if (!IsStillPlugged())
-        Fail(GenTL::GC_ERR_IO, "Camera '%s' is unplugged", m_id.c_str());
-}
 
 CIpConfig CCamera::GetIp() const
 {
@@ -76,7 +83,7 @@ std::string CCamera::GetUserId()
 bool CCamera::IsPlugged() const
 {
     const std::lock_guard<std::mutex> lock(m_port.Mutex());
-    return IsStillPlugged();
+    return IsBack();
 }
 
 void CCamera::SetPlugged(bool isPlugged)
@@ -88,21 +95,11 @@ void CCamera::SetPlugged(bool isPlugged)
         Unplug(std::chrono::milliseconds(0));
 }
 
-void CCamera::Unplug(std::chrono::milliseconds replugAfter)
-{
-    m_isPlugged = false;
-    m_replugTime = replugAfter.count() > 0 ? Clock::now() + replugAfter : Clock::time_point::max();
-    m_isAcquiring = false;
-    m_changed.notify_all();
-    if (m_listener)
-        m_listener->OnLost();
-}
-
 void CCamera::Open(ICameraListener* listener)
 {
     const std::lock_guard<std::mutex> lock(m_port.Mutex());
     m_listener = listener;
-    m_isClosing = false;
+    m_isClosing = m_isLost = false;
     m_thread = std::thread([this] { Run(); });
 }
 
@@ -177,10 +174,10 @@ void CCamera::Invalidate(const std::string& feature)
         m_listener->OnFeatureChanged(feature);
 }
 
-void CCamera::SendEvent(uint64_t id, const std::string& data)
+void CCamera::AskForChange(const std::string& feature, const std::string& value)
 {
     if (m_listener)
-        m_listener->OnRemoteEvent(id, data);
+        m_listener->OnChangeWanted(feature, value);
 }
 
 uint64_t CCamera::Timestamp() const
@@ -221,7 +218,12 @@ CFrameSettings CCamera::FrameSettings()
     return s;
 }
 
-size_t CCamera::PayloadSize() { return FrameSettings().ImageSize(); }
+size_t CCamera::PayloadSize()
+{
+    const CFrameSettings settings = FrameSettings();
+    CFrameInfo info;
+    return settings.ImageSize() + ChunkTail(settings, info).size();
+}
 
 double CCamera::FrameRateLimit()
 {
@@ -273,29 +275,44 @@ bool CCamera::WaitForImage(std::unique_lock<std::mutex>& lock)
 
 void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
 {
-    const uint64_t acquisition = m_acquisition;
+    const uint64_t acquisition = m_acquisition, image = m_images++;
     const CFrameSettings settings = FrameSettings();
     CFrameInfo info;
-    info.frameId = m_images++;
+    // GigE Vision counts from 1.
+    info.frameId = image + (m_model.technology == ETechnology::GEV ? 1 : 0);
     info.timestampNs = Timestamp();
     info.width = static_cast<size_t>(settings.width);
     info.height = info.deliveredHeight = static_cast<size_t>(settings.height);
     info.offsetX = static_cast<size_t>(settings.offsetX);
     info.offsetY = static_cast<size_t>(settings.offsetY);
     info.pixelFormat = settings.format->code;
-    info.dataSize = settings.ImageSize();
-    const std::shared_ptr<CStream> stream = m_stream;
+    const std::string tail = ChunkTail(settings, info);
+    info.dataSize = settings.ImageSize() + tail.size();
+    info.isIncomplete = IsStruck("KxFaultIncompleteEveryReg", image);
+    Notify(EEvent::ExposureEnd, info.frameId);
+    if (IsStruck("KxFaultLateEveryReg", image))
+        m_changed.wait_for(lock, std::chrono::milliseconds(Registers().GetInteger("KxFaultLateByReg")),
+                           [&] { return m_isClosing || m_acquisition != acquisition || !m_isAcquiring; });
+    const bool isLost = IsStruck("KxFaultLoseEveryReg", image) || m_isLost;
+    const std::shared_ptr<CStream> stream = isLost ? nullptr : m_stream;
     lock.unlock();
     if (stream) {
-        stream->Deliver(info, [&](uint8_t* memory) {
+        stream->Deliver(std::move(info), [&](uint8_t* memory, size_t size) {
             m_renderer.Prepare(settings);
-            m_renderer.Fill(info.frameId, memory);
+            m_renderer.Fill(image, memory, std::min(size, settings.ImageSize()));
+            if (size > settings.ImageSize())
+                std::memcpy(memory + settings.ImageSize(), tail.data(), size - settings.ImageSize());
         });
     }
     lock.lock();
-    if (m_acquisition == acquisition && m_imagesLeft > 0 && --m_imagesLeft == 0) {
+    if (m_acquisition != acquisition)
+        return;
+    Registers().SetInteger("KxImageCountReg", static_cast<int64_t>(m_images & 0xFFFFFFFF));
+    if (m_images % kInvalidateEvery == 0 || m_imagesLeft == 1)
+        Invalidate("KxImageCount");
+    if (m_imagesLeft > 0 && --m_imagesLeft == 0) {
         m_isAcquiring = false;
-        Invalidate("AcquisitionStatus");
+        Notify(EEvent::AcquisitionEnd, m_images - 1);
     }
 }
 

@@ -9,7 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <thread>
@@ -19,12 +19,21 @@ namespace KxSim
 {
 
 class CStream;
+struct CFrameInfo;
+
+enum class EEvent
+{
+    ExposureEnd,
+    AcquisitionEnd,
+    Test
+};
 
 /// Who hears what the camera has to tell: the open device. Called with the lock of the camera's port held.
 class ICameraListener
 {
 public:
     virtual void OnFeatureChanged(const std::string& name) = 0;
+    virtual void OnChangeWanted(const std::string& name, const std::string& value) = 0;
     virtual void OnRemoteEvent(uint64_t id, const std::string& data) = 0;
     virtual void OnLost() = 0;
 
@@ -56,6 +65,9 @@ public:
     std::string GetUserId();
     bool IsPlugged() const;
     void SetPlugged(bool isPlugged);
+    /// Whether only half of the description can be had.
+    bool IsTruncated() const { return m_port.IsTruncated(); }
+    void SetTruncated(bool isTruncated) { m_port.SetTruncated(isTruncated); }
 
     /// From opening to closing, a thread takes images. Without a lock held.
     void Open(ICameraListener* listener);
@@ -76,12 +88,19 @@ public:
     void FindExposure();
     const CIpConfig& Ip() const { return m_ip; }
     void Invalidate(const std::string& feature);
-    void SendEvent(uint64_t id, const std::string& data);
+    void AskForChange(const std::string& feature, const std::string& value);
+    /// Sends an event, if it is wanted.
+    void Notify(EEvent event, uint64_t frameId);
+    /// The camera vanishes. Whoever has it open gets errors until it is closed, also when it is back.
     void Unplug(std::chrono::milliseconds replugAfter);
+    void SetFailingRegister(const CRegister* failing) { m_failingRegister = failing; }
+    void SaveSettings(int64_t set);
+    void LoadSettings(int64_t set);
     /// Nanoseconds since the camera came to life.
     uint64_t Timestamp() const;
     void ResetTimestamp() { m_born = Clock::now(); }
     size_t PayloadSize();
+    static size_t MaxChunks();
     CFrameSettings FrameSettings();
     double FrameRateLimit();
 
@@ -89,7 +108,12 @@ private:
     void Run();
     bool WaitForImage(std::unique_lock<std::mutex>& lock);
     void TakeImage(std::unique_lock<std::mutex>& lock);
-    bool IsStillPlugged() const { return m_isPlugged || Clock::now() >= m_replugTime; }
+    bool IsStillPlugged() const { return !m_isLost && IsBack(); }
+    bool IsBack() const { return m_isPlugged || Clock::now() >= m_replugTime; }
+    /// What comes behind an image; tells the chunks in `info`.
+    std::string ChunkTail(const CFrameSettings& settings, CFrameInfo& info);
+    /// Whether a fault strikes each image of a number, and this one.
+    bool IsStruck(const char* faultRegister, uint64_t image);
     void CheckAccess(uint64_t address) const;
     bool IsTriggered() { return Registers().GetInteger("TriggerModeReg") == 1; }
     std::chrono::nanoseconds Period();
@@ -101,6 +125,9 @@ private:
     CAccessLock m_accessLock;
     CIpConfig m_ip;
     bool m_isPlugged = true;
+    bool m_isLost = false; // unplugged since it was opened
+    const CRegister* m_failingRegister = nullptr;
+    std::map<int64_t, std::map<std::string, std::vector<uint8_t>>> m_settings; // user sets: bytes by register
     Clock::time_point m_replugTime = Clock::time_point::max();
 
     ICameraListener* m_listener = nullptr;

@@ -20,7 +20,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
     list.Add(String("DeviceVersion", "Version of the device").ReadOnly().Default("1.0.0"));
     list.Add(String("DeviceFirmwareVersion", "Version of its firmware").ReadOnly().Default("1.0.0"));
     list.Add(String("DeviceSerialNumber", "Serial number").ReadOnly().Expert().Default(model.serial));
-    list.Add(String("DeviceUserID", "Name that the user gives it").Length(16));
+    list.Add(String("DeviceUserID", "Name that the user gives it").Length(16).NotStored());
     list.Add(Enumeration("DeviceTLType", "Transport technology")
                  .ReadOnly()
                  .Expert()

@@ -22,6 +22,12 @@ extern const CFeatureGroup kImageFormatFeatures;
 extern const CFeatureGroup kAcquisitionFeatures;
 extern const CFeatureGroup kAnalogFeatures;
 extern const CFeatureGroup kSceneFeatures;
+extern const CFeatureGroup kChunkFeatures;
+extern const CFeatureGroup kEventFeatures;
 extern const CFeatureGroup kTransportFeatures;
+extern const CFeatureGroup kFaultFeatures;
+extern const CFeatureGroup kAllKindsFeatures; // of one camera
+// The last one: the settings of all are what the camera comes with.
+extern const CFeatureGroup kUserSetFeatures;
 
 } // namespace KxSim

@@ -15,6 +15,8 @@ namespace
 
 constexpr const char* kVisibilities[] = {"Beginner", "Expert", "Guru", "Invisible"};
 constexpr const char* kAccesses[] = {"RO", "RW", "WO"};
+// Changes all settings at once.
+constexpr char kSettingsLoader[] = "UserSetLoad";
 constexpr const char* kElements[] = {"Category",    "Integer", "Float", "Boolean",
                                      "Enumeration", "Command", "String"};
 
@@ -207,6 +209,8 @@ private:
             Element("PollingTime", std::to_string(feature.pollingMs));
         for (const std::string& other : feature.invalidators)
             Element("pInvalidator", other);
+        if (entry.isSetting && m_features.Find(kSettingsLoader))
+            Element("pInvalidator", kSettingsLoader);
         if (entry.type == ERegister::Unsigned || entry.type == ERegister::Signed)
             Element("Sign", entry.type == ERegister::Signed ? "Signed" : "Unsigned");
         if (entry.type != ERegister::Text)

@@ -21,6 +21,7 @@ CRegister RegisterFor(const CFeature& feature)
     CRegister entry;
     entry.name = CFeatureList::RegisterOf(feature.name);
     entry.access = feature.access;
+    entry.isSetting = feature.isStored && feature.kind != EFeature::Command;
     switch (feature.kind) {
     case EFeature::Float:
         entry.type = ERegister::Real;

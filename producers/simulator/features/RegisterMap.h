@@ -47,6 +47,7 @@ struct CRegister
     double min = 0;
     double max = 0; // values are checked when it is not below min; limits that move are the owner's to check
     std::vector<int64_t> allowed; // the only values, when there are any
+    bool isSetting = false;       // belongs to what a user set keeps
     std::vector<uint8_t> bytes;
     std::function<void(size_t index)> beforeRead;  // refreshes what isn't just stored
     std::function<void(size_t index)> beforeWrite; // may refuse
@@ -84,6 +85,9 @@ public:
     void SetReal(const std::string& name, double value, size_t index = 0);
     void SetText(const std::string& name, const std::string& value, size_t index = 0);
 
+    /// Bytes of an integer in the port's order.
+    void Encode(uint64_t value, uint8_t* data, size_t size) const;
+
     /// All of them, in the order of their addresses.
     std::deque<CRegister>& All() { return m_registers; }
 
@@ -92,7 +96,6 @@ private:
     uint8_t* Element(const std::string& name, size_t index, CRegister** found = nullptr);
     void CheckValue(const CRegister& entry, const uint8_t* element) const;
     uint64_t Decode(const uint8_t* data, size_t size) const;
-    void Encode(uint64_t value, uint8_t* data, size_t size) const;
     int64_t ToInteger(const CRegister& entry, const uint8_t* element) const;
 
     EByteOrder m_order;

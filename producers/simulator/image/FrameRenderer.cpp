@@ -85,7 +85,9 @@ void CFrameRenderer::Prepare(const CFrameSettings& settings)
     m_isMoving = IsDigital() ? settings.pattern == ETestPattern::GreyHorizontalRampMoving
                              : settings.source == ESource::MovingShapes || isNoise;
     const auto width = static_cast<size_t>(settings.width);
-    m_period = m_isMoving ? static_cast<size_t>(settings.sensorWidth / settings.stepX) : width;
+    m_period = m_isMoving
+                   ? static_cast<size_t>(settings.sensorWidth / settings.stepX / kWidthStep * kWidthStep)
+                   : width;
     m_columns = m_isMoving ? m_period + width : width;
     MakeTables();
     size_t variants = std::max<size_t>(1, m_files.size());
@@ -301,24 +303,28 @@ size_t CFrameRenderer::StartColumn(uint64_t number) const
            kWidthStep * kWidthStep;
 }
 
-void CFrameRenderer::Fill(uint64_t number, uint8_t* image)
+void CFrameRenderer::Fill(uint64_t number, uint8_t* image, size_t size)
 {
-    const size_t variant = static_cast<size_t>(number % m_pictures.size());
+    const auto variant = static_cast<size_t>(number % m_pictures.size());
     if (m_pictures[variant].empty())
         MakePicture(variant);
     const Picture& picture = m_pictures[variant];
     const CPixelFormat& format = *m_settings.format;
     const auto width = static_cast<size_t>(m_settings.width), height = static_cast<size_t>(m_settings.height);
     if (m_columns == width) {
-        std::memcpy(image, picture.data(), picture.size());
+        std::memcpy(image, picture.data(), size);
         return;
     }
     const size_t start = StartColumn(number);
     const auto copyPlane = [&](const uint8_t* from, size_t bits, size_t reduction) {
         const size_t pitch = m_columns * bits / 8 / reduction, bytes = width * bits / 8 / reduction;
         from += start * bits / 8 / reduction;
-        for (size_t line = 0; line < height / reduction; ++line, from += pitch, image += bytes)
-            std::memcpy(image, from, bytes);
+        for (size_t line = 0; line < height / reduction && size != 0; ++line, from += pitch) {
+            const size_t count = std::min(bytes, size);
+            std::memcpy(image, from, count);
+            image += count;
+            size -= count;
+        }
     };
     if (format.packing != EPacking::Planar420)
         return copyPlane(picture.data(), format.BitsPerPixel(), 1);

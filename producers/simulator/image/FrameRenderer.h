@@ -72,8 +72,8 @@ public:
     static constexpr double kUsualExposureUs = 1500;
 
     void Prepare(const CFrameSettings& settings);
-    /// Writes the image of this number: ImageSize() bytes.
-    void Fill(uint64_t number, uint8_t* image);
+    /// Writes the image of this number, or its first bytes; `size` is at most ImageSize().
+    void Fill(uint64_t number, uint8_t* image, size_t size);
 
 private:
     /// A picture as the format stores it, broader than an image where the scene moves.

@@ -74,11 +74,14 @@ size_t CDevice::PayloadSize()
     return m_camera->PayloadSize();
 }
 
-size_t CDevice::MaxChunks() { return 16; }
-
 void CDevice::OnFeatureChanged(const std::string& name)
 {
     Fire(GenTL::EVENT_FEATURE_INVALIDATE, FeatureBlock(name));
+}
+
+void CDevice::OnChangeWanted(const std::string& name, const std::string& value)
+{
+    Fire(GenTL::EVENT_FEATURE_CHANGE, FeatureBlock(name, value));
 }
 
 void CDevice::OnRemoteEvent(uint64_t id, const std::string& data)

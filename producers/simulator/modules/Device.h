@@ -37,7 +37,7 @@ public:
     // Any thread, without a lock held.
     const char* TlType() const { return KxSim::TlType(m_camera->Model().technology); }
     size_t PayloadSize();
-    size_t MaxChunks();
+    static size_t MaxChunks() { return CCamera::MaxChunks(); }
     /// Both ways that the standard knows are shown: of some technologies the stream tells, of others the
     /// camera.
     bool DefinesPayloadSize() const { return m_camera->Model().technology != ETechnology::U3V; }
@@ -48,6 +48,7 @@ protected:
 private:
     void DescribePort();
     void OnFeatureChanged(const std::string& name) override;
+    void OnChangeWanted(const std::string& name, const std::string& value) override;
     void OnRemoteEvent(uint64_t id, const std::string& data) override;
     void OnLost() override;
 

@@ -41,6 +41,7 @@ public:
 private:
     void DescribePort();
     void BindDevices();
+    void BindFaults();
     void BindGev();
     void ForceIp(CCamera& camera);
     CCamera& ListedCamera(size_t index) const;

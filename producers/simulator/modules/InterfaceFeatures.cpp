@@ -3,7 +3,7 @@
 
 #include "modules/Interface.h"
 
-#include <array>
+#include <algorithm>
 
 namespace KxSim
 {
@@ -146,9 +146,34 @@ void CInterface::DescribePort()
                      .Expert()
                      .Default(m_adapter.allowsBroadcastAnswers ? 1 : 0));
     }
+    list.Category("KxFaultControl", "What goes wrong with the cameras");
+    std::vector<CEntry> cameras;
+    for (const auto& camera : m_adapter.cameras)
+        cameras.push_back({camera->Id(), static_cast<int64_t>(cameras.size()), camera->Model().about, true});
+    for (CEntry& entry : cameras)
+        std::replace(entry.name.begin(), entry.name.end(), '-', '_');
+    list.Add(Enumeration("KxCameraSelector", "Which camera, whether listed or not")
+                 .Custom()
+                 .Guru()
+                 .Entries(cameras)
+                 .NotStored());
+    list.Add(Boolean("KxCameraPlugged", "Whether the camera is plugged in")
+                 .Custom()
+                 .Guru()
+                 .NotStored()
+                 .Volatile()
+                 .SelectedBy({"KxCameraSelector"}));
+    list.Add(
+        Boolean("KxCameraDescriptionTruncated", "Whether only half of the camera's description can be read")
+            .Custom()
+            .Guru()
+            .NotStored()
+            .Volatile()
+            .SelectedBy({"KxCameraSelector"}));
     m_port.Publish(list, {"KxSimulator_Interface", m_adapter.displayName, "InterfacePort",
                           Format("%012d", 10 + static_cast<int>(m_adapter.technology))});
     BindDevices();
+    BindFaults();
     if (isGev)
         BindGev();
 }
@@ -185,6 +210,22 @@ void CInterface::BindDevices()
     map.At("DeviceAccessStatusReg").beforeRead = [this, &map](size_t i) {
         map.SetInteger("DeviceAccessStatusReg", AccessStatus(ListedCamera(i)), i);
     };
+}
+
+void CInterface::BindFaults()
+{
+    CRegisterMap& map = m_port.Registers();
+    const auto flag = [this, &map](const char* name, bool (CCamera::*get)() const,
+                                   void (CCamera::*set)(bool)) {
+        map.At(name).beforeRead = [this, &map, name, get](size_t i) {
+            map.SetInteger(name, ((*m_adapter.cameras.at(i)).*get)() ? 1 : 0, i);
+        };
+        map.At(name).afterWrite = [this, &map, name, set](size_t i) {
+            ((*m_adapter.cameras.at(i)).*set)(map.GetFlag(name, i));
+        };
+    };
+    flag("KxCameraPluggedReg", &CCamera::IsPlugged, &CCamera::SetPlugged);
+    flag("KxCameraDescriptionTruncatedReg", &CCamera::IsTruncated, &CCamera::SetTruncated);
 }
 
 void CInterface::BindGev()

@@ -28,6 +28,12 @@ void CPort::SetTruncated(bool isTruncated)
     m_isTruncated = isTruncated;
 }
 
+bool CPort::IsTruncated() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_isTruncated;
+}
+
 void CPort::Read(uint64_t address, void* data, size_t size)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -33,6 +33,7 @@ public:
     void Publish(const CFeatureList& features, const CDescriptionHead& head, bool isZipped = false);
     /// From now on only half of the description can be had.
     void SetTruncated(bool isTruncated);
+    bool IsTruncated() const;
 
     /// Access by consumers. Any thread.
     void Read(uint64_t address, void* data, size_t size);

@@ -221,7 +221,7 @@ void CStream::PutOut(const BufferPtr& buffer)
     Fire(GenTL::EVENT_NEW_BUFFER, BlockOf(*buffer));
 }
 
-void CStream::Deliver(CFrameInfo info, const std::function<void(uint8_t*)>& fill)
+void CStream::Deliver(CFrameInfo info, const std::function<void(uint8_t*, size_t)>& fill)
 {
     BufferPtr buffer;
     {
@@ -236,20 +236,15 @@ void CStream::Deliver(CFrameInfo info, const std::function<void(uint8_t*)>& fill
         }
         m_isFilling = true;
     }
-    if (buffer->size >= info.dataSize) {
-        fill(buffer->base);
-        if (!info.isIncomplete)
-            info.sizeFilled = info.dataSize;
-    } else {
-        m_spare.resize(info.dataSize);
-        fill(m_spare.data());
-        std::memcpy(buffer->base, m_spare.data(), buffer->size);
-        info.sizeFilled = buffer->size;
+    // Of an incomplete image the upper half comes; of one that is too large, what there is room for.
+    info.sizeFilled = std::min(buffer->size, info.isIncomplete ? info.dataSize / 2 : info.dataSize);
+    if (info.sizeFilled < info.dataSize) {
         info.isIncomplete = true;
+        info.deliveredHeight = info.height * info.sizeFilled / info.dataSize;
         info.chunks.clear();
         info.chunkSize = 0;
-        info.deliveredHeight = info.height * buffer->size / info.dataSize;
     }
+    fill(buffer->base, info.sizeFilled);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         buffer->frame = std::move(info);

@@ -85,8 +85,8 @@ public:
     /// Throws if the buffer is none of this stream's.
     std::shared_ptr<CBuffer> Find(void* handle) const;
 
-    /// An image of the camera's: `fill` writes info.dataSize bytes.
-    void Deliver(CFrameInfo info, const std::function<void(uint8_t*)>& fill);
+    /// An image of the camera's: `fill` writes as many bytes of it as it is told.
+    void Deliver(CFrameInfo info, const std::function<void(uint8_t*, size_t)>& fill);
 
 protected:
     bool HasEvent(GenTL::EVENT_TYPE type) const override;
@@ -119,7 +119,6 @@ private:
     EBufferHandling m_handling = EBufferHandling::OldestFirst;
     uint64_t m_left = 0;
     uint64_t m_delivered = 0, m_underruns = 0, m_started = 0;
-    std::vector<uint8_t> m_spare; // for images that their buffer can't hold; of the filling thread
 };
 
 } // namespace KxSim

@@ -4,12 +4,21 @@
 
 #include "modules/System.h"
 
+#include <cstdlib>
+
 namespace KxSim
 {
 namespace
 {
 
 constexpr uint32_t kBroadcast = 0xFFFFFFFF;
+
+/// Whether an environment variable, a list with commas, names the camera.
+bool IsNamedIn(const char* variable, const CCamera& camera)
+{
+    const char* const value = std::getenv(variable);
+    return value && ("," + std::string(value) + ",").find("," + camera.Id() + ",") != std::string::npos;
+}
 
 struct CAdapterRow
 {
@@ -60,8 +69,12 @@ CWorld::CWorld()
         adapter->mac = row.mac;
         adapter->ip = row.ip;
         for (const CCameraModel& model : CameraModels()) {
-            if (model.technology == row.technology)
-                adapter->cameras.push_back(std::make_shared<CCamera>(model));
+            if (model.technology != row.technology)
+                continue;
+            auto camera = std::make_shared<CCamera>(model);
+            camera->SetPlugged(!IsNamedIn("KXSIM_UNPLUGGED", *camera));
+            camera->SetTruncated(IsNamedIn("KXSIM_TRUNCATED_XML", *camera));
+            adapter->cameras.push_back(std::move(camera));
         }
         m_adapters.push_back(std::move(adapter));
     }
