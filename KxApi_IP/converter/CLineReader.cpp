@@ -37,7 +37,7 @@ uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsign
 
 CLineReader::CLineReader(const CSourceFormat& format, size_t nWidth)
     : m_format(format)
-    , m_ePacking(HasUnpackKernels() || format.ePacking == EPacking::Bytes ? format.ePacking : EPacking::Table)
+    , m_ePacking(HasUnpackKernels() ? format.ePacking : EPacking::Table)
     , m_nLineBytes(format.pInfo->GetLinePitch(nWidth, 1))
     , m_anChannelInMemory{0, 1, 2, 3}
 {

@@ -19,7 +19,7 @@ namespace HWY_NAMESPACE
 namespace hn = hwy::HWY_NAMESPACE;
 
 template <class T>
-HWY_INLINE void YccToRgb(const CYccMatrix& matrix, T* const* apRows, size_t nWidth)
+HWY_INLINE void ApplyMatrix(const CYccMatrix& matrix, T* const* apRows, size_t nWidth)
 {
     const hn::ScalableTag<int32_t> d;
     const hn::Rebind<T, decltype(d)> dT;
@@ -49,7 +49,7 @@ HWY_INLINE void YccToRgb(const CYccMatrix& matrix, T* const* apRows, size_t nWid
 }
 
 template <class T>
-HWY_INLINE void YccToLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t nWidth)
+HWY_INLINE void ScaleLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t nWidth)
 {
     for (size_t x = 0; x < nWidth; ++x) {
         int32_t nValue = ((pRow[x] - matrix.nYOffset) * matrix.nY + (1 << 15)) >> 16;
@@ -59,7 +59,7 @@ HWY_INLINE void YccToLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t
 }
 
 template <class T>
-HWY_INLINE void RgbToLuma(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pGrey)
+HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pGrey)
 {
     const T* HWY_RESTRICT const pRed = apRows[0];
     const T* HWY_RESTRICT const pGreen = apRows[1];
@@ -109,21 +109,21 @@ void Pack10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* HWY_RESTRI
 
 void YccToRgb8(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
 {
-    YccToRgb(matrix, apRows, nWidth);
+    ApplyMatrix(matrix, apRows, nWidth);
 }
 void YccToRgb16(const CYccMatrix& matrix, uint16_t* const* apRows, size_t nWidth)
 {
-    YccToRgb(matrix, apRows, nWidth);
+    ApplyMatrix(matrix, apRows, nWidth);
 }
-void YccToLuma8(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth) { YccToLuma(matrix, pRow, nWidth); }
-void YccToLuma16(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth) { YccToLuma(matrix, pRow, nWidth); }
+void YccToLuma8(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth) { ScaleLuma(matrix, pRow, nWidth); }
+void YccToLuma16(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth) { ScaleLuma(matrix, pRow, nWidth); }
 void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 {
-    RgbToLuma(apRows, nWidth, pGrey);
+    WeighColors(apRows, nWidth, pGrey);
 }
 void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
-    RgbToLuma(apRows, nWidth, pGrey);
+    WeighColors(apRows, nWidth, pGrey);
 }
 void Pack8(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
 {
