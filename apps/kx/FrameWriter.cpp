@@ -28,7 +28,7 @@ FrameWriter::FrameWriter(const std::string& output)
     m_prefix = parts[1];
     m_digits = parts[2].matched ? static_cast<size_t>(parts[2].str()[0] - '0') : 0;
     m_suffix = parts[3];
-    m_type = FileTypeOf(m_suffix);
+    m_type = FileTypeOf(PathOf(0));
 }
 
 std::string FrameWriter::PathOf(uint64_t number) const
@@ -39,9 +39,23 @@ std::string FrameWriter::PathOf(uint64_t number) const
     return m_prefix + digits + m_suffix;
 }
 
+IKxImage* FrameWriter::Savable(IKxImage& image)
+{
+    if (m_filer->IsSavable(image.GetImagePixelFormat(), m_type))
+        return &image;
+    if (!m_converter) {
+        m_converter.Reset(CreateIKxConverter(KxConverterType_PixelFormat));
+        m_converter->SetAutoDestination(true);
+        m_converter->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear3);
+        m_converted.Reset(CreateIKxImageBuffer(nullptr));
+    }
+    m_converter->Convert(&image, m_converted.Get());
+    return m_converted->GetIKxImage();
+}
+
 void FrameWriter::Write(IKxStreamImage& image, uint64_t number)
 {
-    m_filer->Save(&image, m_type, PathOf(number).c_str());
+    m_filer->Save(Savable(image), m_type, PathOf(number).c_str());
 }
 
 } // namespace Kx

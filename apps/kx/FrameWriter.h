@@ -2,8 +2,11 @@
 // Images of an acquisition into files, one each.
 #pragma once
 
+#include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_IP/IKxStillImageFiler.h>
 #include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxImageBuffer.h>
+#include <KxApi_TL/KxApi_TL.h>
 
 #include <cstdint>
 #include <string>
@@ -29,17 +32,22 @@ public:
     /// type.
     explicit FrameWriter(const std::string& output);
 
-    /// Raises what the file type, the format or the disk object to, with the path.
+    /// What the file type doesn't take as it is, mosaics and packed formats for most, is converted to what
+    /// the converter chooses. Raises what the format or the disk object to, with the path.
     void Write(KxApi::IKxStreamImage& image, uint64_t number);
 
 private:
     std::string PathOf(uint64_t number) const;
+    KxApi::IKxImage* Savable(KxApi::IKxImage& image);
 
+    KxApi::CKxApiAutoInitTerm m_sdk; // filers need it
     std::string m_prefix;
     std::string m_suffix;
     size_t m_digits = 0;
     KxApi::EKxStillImageFileType_t m_type = KxApi::KxStillImageFileType_Raw;
     KxApi::CKxAutoPtr<KxApi::IKxFilerReleasable, KxApi::IKxStillImageFiler> m_filer;
+    KxApi::CKxAutoPtr<KxApi::IKxConverterReleasable> m_converter; // made at the first need
+    KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable, KxApi::IKxImageBuffer> m_converted;
 };
 
 } // namespace Kx

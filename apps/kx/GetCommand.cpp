@@ -36,7 +36,9 @@ std::string Read(OpenCamera& camera, const std::string& name)
 
 void RunGet(const Options& options)
 {
-    OpenCamera camera(options.camera, KxApi::KxDeviceAccess_ReadOnly);
+    // Persistence keeps what can be written, which nothing can through a read-only connection.
+    OpenCamera camera(options.camera,
+                      options.file.empty() ? KxApi::KxDeviceAccess_ReadOnly : KxApi::KxDeviceAccess_Control);
     for (const std::string& name : options.names)
         std::cout << name << "=" << Read(camera, name) << "\n";
     Finish(std::cout);

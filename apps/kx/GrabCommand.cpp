@@ -72,24 +72,24 @@ Image Next(IKxStream& stream, uint32_t timeoutMs)
     return Image();
 }
 
-void Receive(IKxStream& stream, const Options& options, GrabProgress& progress)
+void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, GrabProgress& progress)
 {
-    std::optional<FrameWriter> writer;
-    if (!options.output.empty())
-        writer.emplace(options.output);
     const InterruptWatch watch;
     for (uint64_t n = 0; n < options.images; ++n) {
         const Image image = Next(stream, options.timeoutMs);
         if (!image)
             break;
-        if (writer)
-            writer->Write(*image, n);
+        if (pWriter)
+            pWriter->Write(*image, n);
         progress.Count(stream.GetPayloadSize(), stream.GetStatistics());
     }
 }
 
 void RunGrab(const Options& options)
 {
+    std::optional<FrameWriter> writer; // a wrong name is told before the camera is touched
+    if (!options.output.empty())
+        writer.emplace(options.output);
     OpenCamera camera(options.camera, KxDeviceAccess_Control);
     KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
     const Stream stream(camera.Device().OpenIKxStream(0));
@@ -98,7 +98,7 @@ void RunGrab(const Options& options)
 
     GrabProgress progress(options.images);
     try {
-        Receive(*stream, options, progress);
+        Receive(*stream, options, writer ? &*writer : nullptr, progress);
     } catch (const GenICam::GenericException&) {
         progress.End();
         std::cerr << progress.Summary() << "\n"; // what came before the fault isn't kept back

@@ -12,14 +12,13 @@ namespace Kx
 GrabProgress::GrabProgress(uint64_t expected)
     : m_expected(expected)
     , m_terminal(isatty(STDERR_FILENO) == 1)
-    , m_shown(Clock::now())
 {}
 
 void GrabProgress::Count(size_t bytes, const KxApi::CKxStreamStatistics& statistics)
 {
     m_last = Clock::now();
     if (m_images == 0)
-        m_first = m_last;
+        m_first = m_shown = m_last;
     ++m_images;
     m_bytes += bytes;
     m_statistics = statistics;

@@ -15,7 +15,8 @@ namespace
 using AddCommand = void (*)(CLI::App&);
 
 constexpr AddCommand kCommands[] = {
-    Kx::AddGenApiCommand,
+    Kx::AddListCommand, Kx::AddFeaturesCommand, Kx::AddGetCommand,    Kx::AddSetCommand,
+    Kx::AddGrabCommand, Kx::AddConvertCommand,  Kx::AddGenApiCommand,
 };
 
 // Exit codes, as told in the help text.

@@ -105,7 +105,12 @@ void MainWindow::Open(const KxApps::Camera& camera, const std::vector<std::strin
     m_session = std::make_unique<CameraSession>(camera, settings, *m_pImageWnd);
     connect(m_session.get(), &CameraSession::Failed, this, &MainWindow::OnFailed, Qt::QueuedConnection);
     connect(
-        m_session.get(), &CameraSession::Finished, this, [this] { emit Ended(true); }, Qt::QueuedConnection);
+        m_session.get(), &CameraSession::Finished, this,
+        [this] {
+            Follow();
+            emit Ended(true);
+        },
+        Qt::QueuedConnection);
     setWindowTitle(m_session->GetName() + " - KxApi viewer");
     Follow();
 }

@@ -10,7 +10,7 @@
 #include <optional>
 
 /// Counts paints by the drawing callback of the image window, which it has to outlive. GUI thread.
-class RunReport : public KxApi::IKxCallback
+class RunReport final : public KxApi::IKxCallback
 {
 public:
     /// Takes the counters of the acquisition.
