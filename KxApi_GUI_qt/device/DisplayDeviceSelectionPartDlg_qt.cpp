@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <map>
 #include <utility>
 
 namespace KxApi
@@ -216,13 +217,21 @@ void CDisplayDeviceSelectionPartDlg::ShowDeviceList(CDeviceList list)
 
 void CDisplayDeviceSelectionPartDlg::BuildTree()
 {
+    // Rows of a kind share their icon, which is then read once.
+    std::map<const char*, QIcon> mapIcons;
+    const auto iconOf = [&](const char* szIcon) {
+        const auto found = mapIcons.find(szIcon);
+        return found != mapIcons.end()
+                   ? found->second
+                   : mapIcons.emplace(szIcon, QIcon(QString::fromLatin1(szIcon))).first->second;
+    };
     QList<QTreeWidgetItem*> listSystems;
     QTreeWidgetItem* pInterfaceItem = nullptr;
     for (const auto& pRow : m_vecItemData) {
         pRow->pItem = new QTreeWidgetItem;
         pRow->pItem->setText(0, pRow->strText);
         if (pRow->szIcon)
-            pRow->pItem->setIcon(0, QIcon(QString::fromLatin1(pRow->szIcon)));
+            pRow->pItem->setIcon(0, iconOf(pRow->szIcon));
         pRow->pItem->setData(0, Qt::UserRole, ToVariant(pRow.get()));
         if (pRow->IsDevice())
             pInterfaceItem->addChild(pRow->pItem);
