@@ -100,7 +100,20 @@ std::string Describe(const std::string& file, const IKxImage& image)
            std::to_string(image.GetImageHeight());
 }
 
-Converter MakeConverter(const Options& options)
+void SetDestination(IKxPixelFormatConverter& converter, const std::string& format, const IKxImage& source)
+{
+    if (format.empty()) {
+        converter.SetAutoDestination(true);
+        return;
+    }
+    const auto destination = GetIKxPixelFormatInfoByName(format.c_str())->GetPixelFormat();
+    if (!converter.IsConvertible(source.GetImagePixelFormat(), destination))
+        throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted to %s", NameOf(source).c_str(),
+                                         format.c_str());
+    converter.SetDestinationPixelFormat(destination);
+}
+
+Converter MakeConverter(const Options& options, const IKxImage& source)
 {
     Converter converter(CreateIKxConverter(KxConverterType_PixelFormat));
     converter->SetConversionOption(static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 8U)));
@@ -113,11 +126,7 @@ Converter MakeConverter(const Options& options)
     if (options.gamma)
         converter->SetGamma(*options.gamma);
     converter->SetReverseY(options.reverseY);
-    if (options.format.empty())
-        converter->SetAutoDestination(true);
-    else
-        converter->SetDestinationPixelFormat(
-            GetIKxPixelFormatInfoByName(options.format.c_str())->GetPixelFormat());
+    SetDestination(*converter, options.format, source);
     return converter;
 }
 
@@ -137,7 +146,7 @@ void RunConvert(const Options& options)
     const std::string before = Describe(options.input, *image->GetIKxImage());
     if (options.AskForConversion() || !filer->IsSavable(image->GetIKxImage()->GetImagePixelFormat(), type)) {
         Buffer converted(CreateIKxImageBuffer(nullptr));
-        MakeConverter(options)->Convert(image->GetIKxImage(), converted.Get());
+        MakeConverter(options, *image->GetIKxImage())->Convert(image->GetIKxImage(), converted.Get());
         image = std::move(converted);
     }
     filer->Save(image->GetIKxImage(), type, options.output.c_str());

@@ -26,7 +26,7 @@ using namespace KxApi::Detail;
 namespace
 {
 
-constexpr uint64_t kMaxImage = uint64_t{16} << 20;
+constexpr uint64_t kMaxImage = uint64_t{1} << 20;
 
 void Put(uint8_t* bytes, uint64_t value)
 {
