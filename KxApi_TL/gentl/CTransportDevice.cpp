@@ -245,7 +245,9 @@ void CTransportDevice::OnErrorEvent(const CEvent& event)
     const GenTL::GC_ERROR error =
         static_cast<GenTL::GC_ERROR>(event.Number(GenTL::EVENT_DATA_ID, GenTL::GC_ERR_ERROR));
     ReportError(error, event.Text(GenTL::EVENT_DATA_VALUE).c_str());
-    CheckLost();
+    for (int i = 0; i < kProbesUntilLost && !CheckLost(); ++i) {
+        // With the error there is no need to wait for the next look.
+    }
 }
 
 bool CTransportDevice::FindLoss(GenTL::GC_ERROR& error) const
