@@ -4,6 +4,7 @@
 #include "ImageFileType.h"
 
 #include <Base/GCException.h>
+#include <KxApi_TL/IKxPixelFormatInfo.h>
 #include <KxApi_TL/IKxStream.h>
 
 #include <filesystem>
@@ -14,9 +15,22 @@ using namespace KxApi;
 namespace Kx
 {
 
-FrameWriter::FrameWriter(const std::string& output)
+FrameWriter::FrameWriter(const std::string& output, const std::string& format)
     : m_filer(CreateIKxFiler(KxFilerType_StillImage))
+    , m_convertsAll(!format.empty())
+    , m_converter(CreateIKxConverter(KxConverterType_PixelFormat))
+    , m_converted(CreateIKxImageBuffer(nullptr))
 {
+    m_converter->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear3);
+    if (m_convertsAll) {
+        const IKxPixelFormatInfo* const pInfo = GetIKxPixelFormatInfoByName(format.c_str());
+        if (!pInfo)
+            throw INVALID_ARGUMENT_EXCEPTION("'%s' is no pixel format", format.c_str());
+        m_converter->SetDestinationPixelFormat(pInfo->GetPixelFormat());
+    } else {
+        m_converter->SetAutoDestination(true);
+    }
+
     static const std::regex kNumber("([^%]*)%(?:0([1-9]))?d([^%]*)");
     std::string pattern = output;
     if (std::filesystem::is_directory(output))
@@ -41,14 +55,8 @@ std::string FrameWriter::PathOf(uint64_t number) const
 
 IKxImage* FrameWriter::Savable(IKxImage& image)
 {
-    if (m_filer->IsSavable(image.GetImagePixelFormat(), m_type))
+    if (!m_convertsAll && m_filer->IsSavable(image.GetImagePixelFormat(), m_type))
         return &image;
-    if (!m_converter) {
-        m_converter.Reset(CreateIKxConverter(KxConverterType_PixelFormat));
-        m_converter->SetAutoDestination(true);
-        m_converter->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear3);
-        m_converted.Reset(CreateIKxImageBuffer(nullptr));
-    }
     m_converter->Convert(&image, m_converted.Get());
     return m_converted->GetIKxImage();
 }

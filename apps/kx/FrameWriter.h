@@ -25,15 +25,15 @@ class FrameWriter
 public:
     static constexpr const char* kHelp =
         "Saves each image: a name with its number as %d or %04d, such as frame-%04d.png (.bmp, .jpg, .tif, "
-        ".png, "
-        ".csv, .kxraw), or a folder, which gets all bytes as they are in .kxraw files";
+        ".png, .csv, .kxraw), or a folder, which gets all bytes as they are in .kxraw files";
 
-    /// Raises InvalidArgumentException for a name that can't hold a number or whose ending names no file
-    /// type.
-    explicit FrameWriter(const std::string& output);
+    /// @param format name of the pixel format that images are converted to; empty to save them as they are
+    /// Raises InvalidArgumentException for an output that can't hold a number or whose ending names no file
+    /// type, and for a format that the converter doesn't make.
+    FrameWriter(const std::string& output, const std::string& format);
 
-    /// What the file type doesn't take as it is, mosaics and packed formats for most, is converted to what
-    /// the converter chooses. Raises what the format or the disk object to, with the path.
+    /// What the file type doesn't take as it is, is converted to what the converter chooses. Raises what the
+    /// format or the disk object to, with the path.
     void Write(KxApi::IKxStreamImage& image, uint64_t number);
 
 private:
@@ -46,7 +46,8 @@ private:
     size_t m_digits = 0;
     KxApi::EKxStillImageFileType_t m_type = KxApi::KxStillImageFileType_Raw;
     KxApi::CKxAutoPtr<KxApi::IKxFilerReleasable, KxApi::IKxStillImageFiler> m_filer;
-    KxApi::CKxAutoPtr<KxApi::IKxConverterReleasable> m_converter; // made at the first need
+    bool m_convertsAll = false;
+    KxApi::CKxAutoPtr<KxApi::IKxConverterReleasable> m_converter;
     KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable, KxApi::IKxImageBuffer> m_converted;
 };
 

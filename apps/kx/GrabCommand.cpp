@@ -38,6 +38,7 @@ struct Options
     uint32_t timeoutMs = 5000;
     std::vector<std::string> settings;
     std::string output;
+    std::string format;
     bool json = false;
 };
 
@@ -89,7 +90,7 @@ void RunGrab(const Options& options)
 {
     std::optional<FrameWriter> writer; // a wrong name is told before the camera is touched
     if (!options.output.empty())
-        writer.emplace(options.output);
+        writer.emplace(options.output, options.format);
     OpenCamera camera(options.camera, KxDeviceAccess_Control);
     KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
     const Stream stream(camera.Device().OpenIKxStream(0));
@@ -134,6 +135,11 @@ void AddGrabCommand(CLI::App& program)
     command->add_option("--timeout", options->timeoutMs, "Milliseconds to wait for an image")
         ->capture_default_str();
     command->add_option("-o,--output", options->output, FrameWriter::kHelp);
+    command
+        ->add_option(
+            "--format", options->format,
+            "Converts saved images to this pixel format, such as RGB8; mosaics stay mosaics without it")
+        ->needs("--output");
     command->add_flag("--json", options->json, "The result as a JSON object");
     command->callback([options] { RunGrab(*options); });
 }
