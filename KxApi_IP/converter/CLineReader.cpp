@@ -54,7 +54,9 @@ template <class T>
 void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nChannel, T* pRow) const
 {
     const size_t nComponent = m_format.anComponent[nChannel];
-    const CComponentPlace& place = m_format.pLayout->places[nComponent];
+    // Copies of all that the loop needs, for a store to a row of bytes might change anything else.
+    const CComponentPlace place = m_format.pLayout->places[nComponent];
+    const unsigned nFullBits = m_format.nBits;
     const unsigned nBits = m_format.pRow->components[nComponent].bits;
     const uint8_t* pLine = source.pBytes;
     size_t nPitch = source.nLinePitch;
@@ -66,10 +68,11 @@ void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nC
         nBytes /= m_format.pLayout->chromaDivisor;
     }
     pLine += (nLine >> place.lineShift) * nPitch;
-    const unsigned nCut = m_format.nBits - GetBits<T>();
+    const unsigned nCut = nFullBits - GetBits<T>();
     const uint32_t nFlip = m_format.bSigned ? 1U << (nBits - 1) : 0;
     const size_t nGroupMask = (size_t{1} << place.groupShift) - 1;
-    for (size_t x = 0; x < source.nWidth; ++x) {
+    const size_t nWidth = source.nWidth;
+    for (size_t x = 0; x < nWidth; ++x) {
         const size_t nGroupBit = (x >> place.groupShift) * place.groupBits;
         const size_t nInGroup = x & nGroupMask;
         uint32_t nValue =
@@ -77,8 +80,8 @@ void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nC
         if (place.lowBits != 0)
             nValue = nValue << place.lowBits |
                      ReadBitsOfLine(pLine, nBytes, nGroupBit + place.low[nInGroup], place.lowBits);
-        if (nBits < m_format.nBits)
-            nValue = RepeatedBits(nValue, nBits, m_format.nBits);
+        if (nBits < nFullBits)
+            nValue = RepeatedBits(nValue, nBits, nFullBits);
         pRow[x] = static_cast<T>((nValue ^ nFlip) >> nCut);
     }
 }

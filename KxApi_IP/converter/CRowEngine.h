@@ -78,8 +78,9 @@ public:
     void Run(size_t nFirst, size_t nEnd) noexcept override
     {
         for (size_t nLine = nFirst; nLine < nEnd; ++nLine) {
-            const CRow<T> row = m_pSource->Get(nLine);
             uint8_t* const pPixels = m_target.Line(nLine);
+            Fetch(pPixels);
+            const CRow<T> row = m_pSource->Get(nLine);
             if (m_pFinish->pDestination->HasColor())
                 WriteColor(row, pPixels);
             else
@@ -88,6 +89,14 @@ public:
     }
 
 private:
+    /// Has the line's memory brought near while the row is made: else writing would wait for it.
+    void Fetch(uint8_t* pPixels) const
+    {
+        constexpr size_t kCacheLine = 64;
+        for (size_t i = 0; i < m_target.nLinePitch; i += kCacheLine)
+            __builtin_prefetch(pPixels + i, 1);
+    }
+
     void WriteMono(const T* pRow, uint8_t* pPixels)
     {
         if (!m_pFinish->vecTables.empty())

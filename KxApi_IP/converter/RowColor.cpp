@@ -48,6 +48,54 @@ HWY_INLINE void ApplyMatrix(const CYccMatrix& matrix, T* const* apRows, size_t n
     }
 }
 
+/// (nFactor * v) as its high half and its low one.
+template <class D16>
+struct CProduct
+{
+    hn::Vec<D16> high;
+    hn::Vec<hn::RebindToUnsigned<D16>> low;
+
+    HWY_INLINE CProduct(D16 d, hn::Vec<D16> v, int32_t nFactor)
+        : high(hn::MulHigh(v, hn::Set(d, static_cast<int16_t>(nFactor))))
+        , low(hn::BitCast(hn::RebindToUnsigned<D16>(), hn::Mul(v, hn::Set(d, static_cast<int16_t>(nFactor)))))
+    {}
+};
+
+/// The same as ApplyMatrix where luma keeps its value: then only what chroma adds is rounded, which 16 bits
+/// are enough for. Factors beyond 16 bits are split into a multiple of 65536 and a rest.
+HWY_INLINE void ApplyMatrixToFullRange(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
+{
+    const hn::ScalableTag<int16_t> d;
+    const hn::RebindToUnsigned<decltype(d)> dU;
+    const hn::Rebind<uint8_t, decltype(d)> d8;
+    const auto middle = hn::Set(d, int16_t{128});
+    uint8_t* HWY_RESTRICT const p0 = apRows[0];
+    uint8_t* HWY_RESTRICT const p1 = apRows[1];
+    uint8_t* HWY_RESTRICT const p2 = apRows[2];
+    for (size_t x = 0; x < nWidth; x += hn::Lanes(d)) {
+        const auto y = hn::PromoteTo(d, hn::LoadU(d8, p0 + x));
+        const auto cb = hn::Sub(hn::PromoteTo(d, hn::LoadU(d8, p1 + x)), middle);
+        const auto cr = hn::Sub(hn::PromoteTo(d, hn::LoadU(d8, p2 + x)), middle);
+        const CProduct<decltype(d)> red(d, cr, matrix.nCrToR - 65536);
+        const CProduct<decltype(d)> blue(d, cb, matrix.nCbToB - 2 * 65536);
+        const CProduct<decltype(d)> green1(d, cb, matrix.nCbToG);
+        const CProduct<decltype(d)> green2(d, cr, matrix.nCrToG + 65536);
+        const auto roundUp = [&](auto low) HWY_ATTR { return hn::BitCast(d, hn::ShiftRight<15>(low)); };
+        // The low halves and a half make a carry of 0, 1 or 2; a quarter of their sum has room for it.
+        const auto excess = hn::And(hn::Xor(green1.low, green2.low), hn::Set(dU, uint16_t{1}));
+        const auto mean = hn::Sub(hn::AverageRound(green1.low, green2.low), excess);
+        const auto carry =
+            hn::ShiftRight<14>(hn::Add(hn::ShiftRight<1>(mean), hn::Set(dU, uint16_t{1 << 13})));
+        const auto r = hn::Add(hn::Add(y, cr), hn::Add(red.high, roundUp(red.low)));
+        const auto b = hn::Add(hn::Add(y, hn::Add(cb, cb)), hn::Add(blue.high, roundUp(blue.low)));
+        const auto g =
+            hn::Add(hn::Sub(y, cr), hn::Add(hn::Add(green1.high, green2.high), hn::BitCast(d, carry)));
+        hn::StoreU(hn::DemoteTo(d8, r), d8, p0 + x);
+        hn::StoreU(hn::DemoteTo(d8, g), d8, p1 + x);
+        hn::StoreU(hn::DemoteTo(d8, b), d8, p2 + x);
+    }
+}
+
 template <class T>
 HWY_INLINE void ScaleLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t nWidth)
 {
@@ -71,28 +119,39 @@ HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRI
     }
 }
 
-template <class T>
-HWY_INLINE void Pack(const T* const* apRows, size_t nChannels, size_t nWidth, T* pPixels)
+template <size_t kChannels, class T>
+HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPixels)
 {
     const hn::ScalableTag<T> d;
     const size_t nLanes = hn::Lanes(d);
-    const auto store = [&](size_t x, T* pTo) HWY_ATTR {
-        const auto v0 = hn::LoadU(d, apRows[0] + x);
-        const auto v1 = hn::LoadU(d, apRows[1] + x);
-        const auto v2 = hn::LoadU(d, apRows[2] + x);
-        if (nChannels == 3)
+    const T* HWY_RESTRICT const p0 = apRows[0];
+    const T* HWY_RESTRICT const p1 = apRows[1];
+    const T* HWY_RESTRICT const p2 = apRows[2];
+    const T* HWY_RESTRICT const p3 = apRows[kChannels - 1];
+    const auto store = [&](size_t x, T* HWY_RESTRICT pTo) HWY_ATTR {
+        const auto v0 = hn::LoadU(d, p0 + x), v1 = hn::LoadU(d, p1 + x), v2 = hn::LoadU(d, p2 + x);
+        if constexpr (kChannels == 3)
             hn::StoreInterleaved3(v0, v1, v2, d, pTo);
         else
-            hn::StoreInterleaved4(v0, v1, v2, hn::LoadU(d, apRows[3] + x), d, pTo);
+            hn::StoreInterleaved4(v0, v1, v2, hn::LoadU(d, p3 + x), d, pTo);
     };
     size_t x = 0;
     for (; x + nLanes <= nWidth; x += nLanes)
-        store(x, pPixels + nChannels * x);
+        store(x, pPixels + kChannels * x);
     if (x < nWidth) {
-        T aEnd[4 * hn::MaxLanes(d)];
+        T aEnd[kChannels * hn::MaxLanes(d)];
         store(x, aEnd);
-        std::memcpy(pPixels + nChannels * x, aEnd, (nWidth - x) * nChannels * sizeof(T));
+        std::memcpy(pPixels + kChannels * x, aEnd, (nWidth - x) * kChannels * sizeof(T));
     }
+}
+
+template <class T>
+HWY_INLINE void PackChannels(const T* const* apRows, size_t nChannels, size_t nWidth, T* pPixels)
+{
+    if (nChannels == 3)
+        Pack<3>(apRows, nWidth, pPixels);
+    else
+        Pack<4>(apRows, nWidth, pPixels);
 }
 
 void Pack10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* HWY_RESTRICT pPixels)
@@ -109,7 +168,10 @@ void Pack10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* HWY_RESTRI
 
 void YccToRgb8(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
 {
-    ApplyMatrix(matrix, apRows, nWidth);
+    if (matrix.nY == 65536 && matrix.nYOffset == 0)
+        ApplyMatrixToFullRange(matrix, apRows, nWidth);
+    else
+        ApplyMatrix(matrix, apRows, nWidth);
 }
 void YccToRgb16(const CYccMatrix& matrix, uint16_t* const* apRows, size_t nWidth)
 {
@@ -127,11 +189,11 @@ void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 }
 void Pack8(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
 {
-    Pack(apRows, nChannels, nWidth, pPixels);
+    PackChannels(apRows, nChannels, nWidth, pPixels);
 }
 void Pack16(const uint16_t* const* apRows, size_t nChannels, size_t nWidth, uint16_t* pPixels)
 {
-    Pack(apRows, nChannels, nWidth, pPixels);
+    PackChannels(apRows, nChannels, nWidth, pPixels);
 }
 
 } // namespace HWY_NAMESPACE

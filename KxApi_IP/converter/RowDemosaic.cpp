@@ -110,15 +110,6 @@ HWY_INLINE void Green(const CMosaicRows<T>& rows, T* HWY_RESTRICT pGreen)
     }
 }
 
-// What follows needs more bits than the values have; the compiler makes vectors of the loops.
-
-template <class T>
-HWY_INLINE T Clamped(int32_t nValue, int32_t nMax)
-{
-    nValue = nValue < 0 ? 0 : nValue;
-    return static_cast<T>(nValue > nMax ? nMax : nValue);
-}
-
 template <class T>
 HWY_INLINE void Cell(const CMosaicRows<T>& rows, const CColorRows<T>& result)
 {
@@ -135,77 +126,103 @@ HWY_INLINE void Cell(const CMosaicRows<T>& rows, const CColorRows<T>& result)
     }
 }
 
+/// Arithmetic that needs more bits than the values have, and a sign.
+template <class T>
+struct CWide
+{
+    using D = hn::ScalableTag<hwy::MakeWide<hwy::MakeSigned<T>>>;
+    using V = hn::Vec<D>;
+
+    D d;
+    hn::Rebind<T, D> dT;
+
+    HWY_INLINE V Load(const T* p) const { return hn::PromoteTo(d, hn::LoadU(dT, p)); }
+    /// The sum of the values to the left and right.
+    HWY_INLINE V Sides(const T* p) const { return hn::Add(Load(p - 1), Load(p + 1)); }
+    HWY_INLINE V Times(V v, int nFactor) const
+    {
+        return hn::Mul(v, hn::Set(d, static_cast<hn::TFromD<D>>(nFactor)));
+    }
+    template <int kShift>
+    HWY_INLINE V Rounded(V v) const
+    {
+        return hn::ShiftRight<kShift>(hn::Add(v, hn::Set(d, static_cast<hn::TFromD<D>>(1 << (kShift - 1)))));
+    }
+    /// Stores with the limits 0 and nMax.
+    HWY_INLINE void Store(V v, unsigned nMax, T* p) const
+    {
+        const auto narrow = hn::DemoteTo(dT, v); // which limits to what T can hold
+        hn::StoreU(hn::Min(narrow, hn::Set(dT, static_cast<T>(nMax))), dT, p);
+    }
+};
+
 template <class T>
 HWY_INLINE void Gradient(const CMosaicRows<T>& rows, const CColorRows<T>& result)
 {
+    const CWide<T> w;
     const T* HWY_RESTRICT const pAbove2 = rows.apRows[0];
     const T* HWY_RESTRICT const pAbove = rows.apRows[1];
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
     const T* HWY_RESTRICT const pBelow2 = rows.apRows[4];
-    T* HWY_RESTRICT const pOwn = result.pOwn;
-    T* HWY_RESTRICT const pGreen = result.pGreen;
-    T* HWY_RESTRICT const pOther = result.pOther;
-    const int32_t nMax = static_cast<int32_t>(rows.nMax);
-    const size_t nChroma = rows.bIsChromaEven ? 0 : 1;
-    for (size_t x = 0; x < rows.nWidth; ++x) {
-        const int32_t nHere = pLine[x];
-        const int32_t nSides = pLine[x - 1] + pLine[x + 1];
-        const int32_t nSides2 = pLine[x - 2] + pLine[x + 2];
-        const int32_t nColumn = pAbove[x] + pBelow[x];
-        const int32_t nColumn2 = pAbove2[x] + pBelow2[x];
-        const int32_t nCorners = pAbove[x - 1] + pAbove[x + 1] + pBelow[x - 1] + pBelow[x + 1];
-        const int32_t nFar = nSides2 + nColumn2;
-        const int32_t nGreen = (4 * nHere + 2 * (nSides + nColumn) - nFar + 4) >> 3;
-        const int32_t nAcross = (12 * nHere + 4 * nCorners - 3 * nFar + 8) >> 4;
-        const int32_t nBeside = (10 * nHere + 8 * nSides - 2 * (nSides2 + nCorners) + nColumn2 + 8) >> 4;
-        const int32_t nOver = (10 * nHere + 8 * nColumn - 2 * (nColumn2 + nCorners) + nSides2 + 8) >> 4;
-        const bool bIsChroma = (x & 1) == nChroma;
-        pOwn[x] = Clamped<T>(bIsChroma ? nHere : nBeside, nMax);
-        pGreen[x] = Clamped<T>(bIsChroma ? nGreen : nHere, nMax);
-        pOther[x] = Clamped<T>(bIsChroma ? nAcross : nOver, nMax);
+    for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(w.d)) {
+        const auto chroma = ChromaLanes(w.d, rows.bIsChromaEven, x);
+        const auto here = w.Load(pLine + x);
+        const auto sides = w.Sides(pLine + x);
+        const auto sides2 = hn::Add(w.Load(pLine + x - 2), w.Load(pLine + x + 2));
+        const auto column = hn::Add(w.Load(pAbove + x), w.Load(pBelow + x));
+        const auto column2 = hn::Add(w.Load(pAbove2 + x), w.Load(pBelow2 + x));
+        const auto corners = hn::Add(w.Sides(pAbove + x), w.Sides(pBelow + x));
+        const auto far = hn::Add(sides2, column2);
+        const auto green = w.template Rounded<3>(
+            hn::Sub(hn::Add(w.Times(here, 4), w.Times(hn::Add(sides, column), 2)), far));
+        const auto across =
+            w.template Rounded<4>(hn::Sub(hn::Add(w.Times(here, 12), w.Times(corners, 4)), w.Times(far, 3)));
+        const auto beside =
+            w.template Rounded<4>(hn::Sub(hn::Add(hn::Add(w.Times(here, 10), w.Times(sides, 8)), column2),
+                                          w.Times(hn::Add(sides2, corners), 2)));
+        const auto over =
+            w.template Rounded<4>(hn::Sub(hn::Add(hn::Add(w.Times(here, 10), w.Times(column, 8)), sides2),
+                                          w.Times(hn::Add(column2, corners), 2)));
+        w.Store(hn::IfThenElse(chroma, here, beside), rows.nMax, result.pOwn + x);
+        w.Store(hn::IfThenElse(chroma, green, here), rows.nMax, result.pGreen + x);
+        w.Store(hn::IfThenElse(chroma, across, over), rows.nMax, result.pOther + x);
     }
 }
 
 template <class T>
 HWY_INLINE void Difference(const CMosaicRows<T>& rows, const T* const* apGreen, const CColorRows<T>& result)
 {
+    const CWide<T> w;
     const T* HWY_RESTRICT const pAbove = rows.apRows[1];
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
-    const T* HWY_RESTRICT const pGreenAbove = apGreen[0];
-    const T* HWY_RESTRICT const pGreenLine = apGreen[1];
-    const T* HWY_RESTRICT const pGreenBelow = apGreen[2];
-    T* HWY_RESTRICT const pOwn = result.pOwn;
-    T* HWY_RESTRICT const pGreen = result.pGreen;
-    T* HWY_RESTRICT const pOther = result.pOther;
-    const int32_t nMax = static_cast<int32_t>(rows.nMax);
-    const size_t nChroma = rows.bIsChromaEven ? 0 : 1;
-    for (size_t x = 0; x < rows.nWidth; ++x) {
-        const int32_t nGreen = pGreenLine[x];
-        const int32_t nSides = pLine[x - 1] - pGreenLine[x - 1] + pLine[x + 1] - pGreenLine[x + 1];
-        const int32_t nColumn = pAbove[x] - pGreenAbove[x] + pBelow[x] - pGreenBelow[x];
-        const int32_t nCorners = pAbove[x - 1] - pGreenAbove[x - 1] + pAbove[x + 1] - pGreenAbove[x + 1] +
-                                 pBelow[x - 1] - pGreenBelow[x - 1] + pBelow[x + 1] - pGreenBelow[x + 1];
-        const bool bIsChroma = (x & 1) == nChroma;
-        pOwn[x] = Clamped<T>(bIsChroma ? pLine[x] : nGreen + ((nSides + 1) >> 1), nMax);
-        pGreen[x] = static_cast<T>(nGreen);
-        pOther[x] =
-            Clamped<T>(bIsChroma ? nGreen + ((nCorners + 2) >> 2) : nGreen + ((nColumn + 1) >> 1), nMax);
+    for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(w.d)) {
+        const auto chroma = ChromaLanes(w.d, rows.bIsChromaEven, x);
+        const auto green = w.Load(apGreen[1] + x);
+        const auto sides = hn::Sub(w.Sides(pLine + x), w.Sides(apGreen[1] + x));
+        const auto column = hn::Sub(hn::Add(w.Load(pAbove + x), w.Load(pBelow + x)),
+                                    hn::Add(w.Load(apGreen[0] + x), w.Load(apGreen[2] + x)));
+        const auto corners = hn::Sub(hn::Add(w.Sides(pAbove + x), w.Sides(pBelow + x)),
+                                     hn::Add(w.Sides(apGreen[0] + x), w.Sides(apGreen[2] + x)));
+        const auto beside = hn::Add(green, w.template Rounded<1>(sides));
+        const auto over = hn::Add(green, w.template Rounded<1>(column));
+        const auto across = hn::Add(green, w.template Rounded<2>(corners));
+        w.Store(hn::IfThenElse(chroma, w.Load(pLine + x), beside), rows.nMax, result.pOwn + x);
+        w.Store(green, rows.nMax, result.pGreen + x);
+        w.Store(hn::IfThenElse(chroma, across, over), rows.nMax, result.pOther + x);
     }
 }
 
 template <class T>
 HWY_INLINE void Mono(const CMosaicRows<T>& rows, T* HWY_RESTRICT pGrey)
 {
-    const T* HWY_RESTRICT const pAbove = rows.apRows[1];
-    const T* HWY_RESTRICT const pLine = rows.apRows[2];
-    const T* HWY_RESTRICT const pBelow = rows.apRows[3];
-    for (size_t x = 0; x < rows.nWidth; ++x) {
-        const uint32_t nAbove = static_cast<uint32_t>(pAbove[x - 1] + 2 * pAbove[x] + pAbove[x + 1]);
-        const uint32_t nLine = static_cast<uint32_t>(pLine[x - 1] + 2 * pLine[x] + pLine[x + 1]);
-        const uint32_t nBelow = static_cast<uint32_t>(pBelow[x - 1] + 2 * pBelow[x] + pBelow[x + 1]);
-        pGrey[x] = static_cast<T>((nAbove + 2 * nLine + nBelow + 8) >> 4);
+    const CWide<T> w;
+    const auto line = [&](const T* p) HWY_ATTR { return hn::Add(w.Sides(p), w.Times(w.Load(p), 2)); };
+    for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(w.d)) {
+        const auto around = hn::Add(line(rows.apRows[1] + x), line(rows.apRows[3] + x));
+        const auto sum = hn::Add(around, w.Times(line(rows.apRows[2] + x), 2));
+        w.Store(w.template Rounded<4>(sum), rows.nMax, pGrey + x);
     }
 }
 
