@@ -27,13 +27,29 @@ function(kxapi_install_component component)
         "set(_KxApi_${component}_requires ${arg_REQUIRES})\n")
 endfunction()
 
-# kxapi_install_foreign_genapi(): component GenApi of a package that was built against another installation.
+# kxapi_install_foreign_genapi(): component GenApi, and pkg-config file, of a package that was built against another
+# installation.
 function(kxapi_install_foreign_genapi)
     file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/KxApiGenApiTargets.cmake" @ONLY CONTENT
         "set(KXAPI_GENAPI_ROOT [[@KXAPI_GENAPI_ROOT@]])\ninclude(\"\${CMAKE_CURRENT_LIST_DIR}/KxApiForeignGenApi.cmake\")\n")
     install(FILES "${PROJECT_BINARY_DIR}/KxApiGenApiTargets.cmake" "${PROJECT_SOURCE_DIR}/cmake/KxApiForeignGenApi.cmake"
         DESTINATION "${KXAPI_INSTALL_CMAKEDIR}")
     set_property(GLOBAL APPEND PROPERTY KXAPI_COMPONENTS GenApi)
+
+    set(cflags "")
+    set(libs "")
+    foreach(target KxApi::GenApi KxApi::GCBase)
+        get_target_property(includeDir ${target} INTERFACE_INCLUDE_DIRECTORIES)
+        get_target_property(library ${target} IMPORTED_LOCATION)
+        list(APPEND cflags "-I${includeDir}")
+        list(APPEND libs "${library}")
+    endforeach()
+    list(REMOVE_DUPLICATES cflags)
+    list(JOIN cflags " " cflags)
+    list(JOIN libs " " libs)
+    file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/kxgenapi.pc" @ONLY CONTENT
+        "Name: kxgenapi\nDescription: GenApi that the KxApi SDK was built against\nVersion: @PROJECT_VERSION@\nLibs: @libs@\nCflags: @cflags@\n")
+    install(FILES "${PROJECT_BINARY_DIR}/kxgenapi.pc" DESTINATION "${KXAPI_INSTALL_PKGCONFIGDIR}")
 endfunction()
 
 # kxapi_install_pkgconfig(name LIBRARY library DESCRIPTION text [REQUIRES module...])

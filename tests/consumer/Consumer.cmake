@@ -14,6 +14,15 @@ function(run)
     execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+# The program is to find a camera whose producer doesn't lie in the installation.
+function(expect_camera)
+    set(ENV{GENICAM_GENTL64_PATH} "${BUILD_DIR}/tests/KxApi_TL/producers/FakeCamera.cti")
+    execute_process(COMMAND ${ARGV} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT output MATCHES "Fake camera / GEV / cam\n")
+        message(FATAL_ERROR "the consumer printed \"${output}\"")
+    endif()
+endfunction()
+
 function(expect_output)
     execute_process(COMMAND ${ARGV} "${description}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
     if(NOT output STREQUAL expected)
@@ -25,13 +34,28 @@ if(STEP STREQUAL "install")
     file(REMOVE_RECURSE "${work}")
     run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${work}/installed")
     file(RENAME "${work}/installed" "${prefix}")
-    file(COPY "${SOURCE_DIR}/samples/first" DESTINATION "${work}")
+    file(COPY "${SOURCE_DIR}/samples/first" "${SOURCE_DIR}/tests/consumer/list" DESTINATION "${work}")
 
 elseif(STEP STREQUAL "cmake-package")
     run(${CMAKE_COMMAND} -S "${work}/first" -B "${work}/by-cmake" -G Ninja
         -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
     run(${CMAKE_COMMAND} --build "${work}/by-cmake")
     expect_output("${work}/by-cmake/first")
+
+elseif(STEP STREQUAL "list-by-cmake")
+    run(${CMAKE_COMMAND} -S "${work}/list" -B "${work}/list-by-cmake" -G Ninja
+        -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
+    run(${CMAKE_COMMAND} --build "${work}/list-by-cmake")
+    expect_camera("${work}/list-by-cmake/list")
+
+elseif(STEP STREQUAL "list-by-pkg-config")
+    set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIB_DIR}/pkgconfig")
+    execute_process(COMMAND pkg-config --cflags --libs kxapi-tl
+        OUTPUT_VARIABLE options OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(options UNIX_COMMAND "${options}")
+    run(${CXX} -std=c++17 "${work}/list/main.cpp" -o "${work}/list-by-pkg-config" ${options})
+    set(ENV{LD_LIBRARY_PATH} "${prefix}/${LIB_DIR}")
+    expect_camera("${work}/list-by-pkg-config")
 
 elseif(STEP STREQUAL "unknown-component")
     file(WRITE "${work}/unknown/CMakeLists.txt"
@@ -57,11 +81,17 @@ elseif(STEP STREQUAL "other-genapi")
     # The SDK itself built against an installed GenApi; our own installation plays the other one.
     run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${work}/other" -G Ninja -DKXAPI_GENAPI_ROOT=${prefix} -DKXAPI_TESTS=OFF
         -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Debug)
-    run(${CMAKE_COMMAND} --build "${work}/other")
+    # What the tool needs is enough.
+    run(${CMAKE_COMMAND} --build "${work}/other" --target kx)
     execute_process(COMMAND "${work}/other/bin/kx" genapi --tree "${description}"
         OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
     if(NOT output MATCHES "PayloadSize = 2304000 B")
         message(FATAL_ERROR "kx printed: ${output}")
+    endif()
+    set(ENV{PKG_CONFIG_PATH} "${work}/other")
+    execute_process(COMMAND pkg-config --cflags --libs kxapi-tl OUTPUT_VARIABLE options COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT options MATCHES "-I${prefix}/[^ ]* .*${prefix}/[^ ]*GenApi[^ ]*\\.so")
+        message(FATAL_ERROR "pkg-config doesn't lead to the other GenApi: ${options}")
     endif()
 
 elseif(STEP STREQUAL "clean-up")
