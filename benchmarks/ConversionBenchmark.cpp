@@ -11,6 +11,7 @@
 #include <opencv2/core/utility.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include <chrono>
 #include <cstdint>
 #include <cstring>
 
@@ -48,6 +49,7 @@ struct Task
 
 void Convert(benchmark::State& state, const Task& task)
 {
+    using Clock = std::chrono::steady_clock;
     const CKxApiAutoInitTerm sdk;
     const CKxAutoPtr<IKxConverterReleasable, IKxPixelFormatConverterInside> converter(CreateIKxConverter(0));
     converter->SetDestinationPixelFormat(task.destination);
@@ -58,8 +60,12 @@ void Convert(benchmark::State& state, const Task& task)
         static_cast<EKxPolarizationImageTransformationMethod_t>(task.polarization));
     CKxImageBuffer source(nullptr), target(nullptr);
     Fill(source, task.source);
-    for (auto _ : state)
+    for (auto _ : state) {
+        // Taken only where the benchmark asks for it: the processor's time doesn't show what threads gain.
+        const Clock::time_point start = Clock::now();
         converter->Convert(&source, &target);
+        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+    }
     state.SetItemsProcessed(state.iterations() * int64_t{kWidth * kHeight});
 }
 
@@ -119,9 +125,13 @@ KX_CONVERSION(yuv422limited, KxPixelFormat_YCbCr601_422_8, KxPixelFormat_BGR8);
 KX_CONVERSION(rgb12p, KxPixelFormat_RGB12p, KxPixelFormat_BGR8);
 KX_CONVERSION(adolp, KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 1, 1.0, 3,
               KxPolarizationImageTransformationMethod_ADOLP);
-KX_CONVERSION(bayerTwoThreads, KxPixelFormat_BayerRG8, KxPixelFormat_BGR8, 2)->UseRealTime();
+KX_CONVERSION(bayerOneThread, KxPixelFormat_BayerRG8, KxPixelFormat_BGR8)->UseManualTime();
+KX_CONVERSION(bayerTwoThreads, KxPixelFormat_BayerRG8, KxPixelFormat_BGR8, 2)->UseManualTime();
+KX_CONVERSION(adolpOneThread, KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 1, 1.0, 3,
+              KxPolarizationImageTransformationMethod_ADOLP)
+    ->UseManualTime();
 KX_CONVERSION(adolpTwoThreads, KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 2, 1.0, 3,
               KxPolarizationImageTransformationMethod_ADOLP)
-    ->UseRealTime();
+    ->UseManualTime();
 
 } // namespace
