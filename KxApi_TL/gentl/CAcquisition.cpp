@@ -183,6 +183,15 @@ CAcquisition::BufferPtr CAcquisition::Received(const CEvent& event)
 
 bool CAcquisition::OnEvent(const CEvent& event)
 {
+    try {
+        return Process(event);
+    } catch (...) {
+        return EndBy(StoreCaught()); // there is no memory
+    }
+}
+
+bool CAcquisition::Process(const CEvent& event)
+{
     BufferPtr buffer;
     try {
         buffer = Received(event);

@@ -70,6 +70,7 @@ private:
     };
 
     BufferPtr Received(const CEvent& event);
+    bool Process(const CEvent& event);
     bool Use(const BufferPtr& buffer);
     bool Read(CStreamBuffer& buffer);
     void HandToCallback(CStreamBuffer& buffer);

@@ -174,16 +174,12 @@ bool CEventThread::Stop() noexcept
     const auto isOver = [this] {
         return m_state->phase == EPhase::Idle || m_state->phase == EPhase::Ended || m_state->isLeftAlone;
     };
-    Clock::time_point limit = Clock::now() + kHangTime;
     while (!isOver()) {
-        if (m_state->phase == EPhase::Working) {
-            m_state->changed.wait(lock);
-            limit = Clock::now() + kHangTime;
-        } else if (m_state->changed.wait_until(lock, limit) == std::cv_status::timeout &&
-                   m_state->phase == EPhase::Waiting)
-        {
+        if (m_state->phase == EPhase::Working)
+            m_state->changed.wait(lock); // it doesn't enter the producer any more
+        else if (m_state->changed.wait_until(lock, m_state->limit) == std::cv_status::timeout &&
+                 m_state->phase == EPhase::Waiting)
             m_state->isLeftAlone = true;
-        }
     }
     std::thread thread = std::move(m_state->thread);
     const bool isLeftAlone = m_state->isLeftAlone;
