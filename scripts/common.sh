@@ -24,7 +24,8 @@ usage() {
     esac
 }
 
-# build PRESET [CMAKE-OPTION...]: configures and builds build/PRESET.
+# build PRESET [CMAKE-OPTION...]: configures and builds build/PRESET, all of it or what the array `targets` names.
+targets=()
 build() {
     local preset=$1 messages
     shift
@@ -34,7 +35,7 @@ build() {
         fail "cmake could not configure the preset '$preset'"
     }
     say "building build/$preset"
-    cmake --build --preset "$preset" || fail "the preset '$preset' does not build"
+    cmake --build --preset "$preset" ${targets[@]+--target "${targets[@]}"} || fail "the preset '$preset' does not build"
 }
 
 # run_ctest PRESET [CTEST-OPTION...]

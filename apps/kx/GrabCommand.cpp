@@ -76,13 +76,14 @@ Image Next(IKxStream& stream, uint32_t timeoutMs)
 void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, GrabProgress& progress)
 {
     const InterruptWatch watch;
+    const size_t payload = stream.GetPayloadSize();
     for (uint64_t n = 0; n < options.images; ++n) {
         const Image image = Next(stream, options.timeoutMs);
         if (!image)
             break;
         if (pWriter)
             pWriter->Write(*image, n);
-        progress.Count(stream.GetPayloadSize(), stream.GetStatistics());
+        progress.Count(payload, image->GetTimestampNs(), stream.GetStatistics());
     }
 }
 

@@ -14,16 +14,20 @@ GrabProgress::GrabProgress(uint64_t expected)
     , m_terminal(isatty(STDERR_FILENO) == 1)
 {}
 
-void GrabProgress::Count(size_t bytes, const KxApi::CKxStreamStatistics& statistics)
+void GrabProgress::Count(size_t bytes, uint64_t timestampNs, const KxApi::CKxStreamStatistics& statistics)
 {
-    m_last = Clock::now();
-    if (m_images == 0)
-        m_first = m_shown = m_last;
+    const auto now = Clock::now();
+    const auto own = std::chrono::duration_cast<std::chrono::nanoseconds>(now.time_since_epoch()).count();
+    m_last = timestampNs ? timestampNs : static_cast<uint64_t>(own);
+    if (m_images == 0) {
+        m_first = m_last;
+        m_shown = now;
+    }
     ++m_images;
     m_bytes += bytes;
     m_statistics = statistics;
     const auto interval = m_terminal ? std::chrono::milliseconds(100) : std::chrono::milliseconds(1000);
-    if (m_last - m_shown >= interval)
+    if (now - m_shown >= interval)
         Show();
 }
 
@@ -82,7 +86,7 @@ std::string GrabProgress::Bar() const
 
 void GrabProgress::Show()
 {
-    m_shown = m_last;
+    m_shown = Clock::now();
     if (m_terminal)
         std::fprintf(stderr, "\r%s%s\033[K", Bar().c_str(), Summary().c_str());
     else

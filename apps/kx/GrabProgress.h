@@ -20,7 +20,9 @@ public:
     explicit GrabProgress(uint64_t expected);
 
     /// An image of so many bytes has come.
-    void Count(size_t bytes, const KxApi::CKxStreamStatistics& statistics);
+    /// @param timestampNs when the camera took it, 0 if it doesn't tell: a busy computer fetches several
+    /// images at once, which says nothing of the camera's rate
+    void Count(size_t bytes, uint64_t timestampNs, const KxApi::CKxStreamStatistics& statistics);
 
     /// Draws the last state and ends the line.
     void End();
@@ -34,7 +36,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    double Seconds() const { return std::chrono::duration<double>(m_last - m_first).count(); }
+    double Seconds() const { return static_cast<double>(m_last - m_first) * 1e-9; }
     double PerSecond(double amount) const;
     std::string Bar() const;
     void Show();
@@ -44,9 +46,9 @@ private:
     uint64_t m_images = 0;
     uint64_t m_bytes = 0;
     KxApi::CKxStreamStatistics m_statistics;
-    Clock::time_point
-        m_first; // arrival of the first image: the start-up of the camera is no part of the rate
-    Clock::time_point m_last;
+    // Nanoseconds of the first and last image: the start-up of the camera is no part of the rate.
+    uint64_t m_first = 0;
+    uint64_t m_last = 0;
     Clock::time_point m_shown;
 };
 

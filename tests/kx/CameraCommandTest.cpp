@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+// The commands for cameras, against the simulated ones.
+#include "KxProgram.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace
+{
+
+using KxTest::ContentOf;
+using KxTest::LinesOf;
+using KxTest::Outcome;
+using testing::AllOf;
+using testing::Contains;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::SizeIs;
+using testing::StartsWith;
+
+constexpr const char* kMono = "KX-U5M_1001";
+
+class CameraCommand : public KxTest::KxProgram
+{
+protected:
+    // A temporary folder of the test's own keeps it apart from tests that open the same cameras at this
+    // moment.
+    Outcome Run(const std::string& arguments, const std::string& environment = "") const
+    {
+        return RunKx(arguments, "TMPDIR=. " + environment);
+    }
+    void ExpectFailure(const Outcome& outcome, const std::string& told, int exitCode = 1) const
+    {
+        EXPECT_EQ(outcome.exitCode, exitCode);
+        EXPECT_THAT(outcome.output, IsEmpty());
+        EXPECT_THAT(outcome.errors, HasSubstr(told));
+    }
+    size_t Files(const std::string& ending) const
+    {
+        const std::filesystem::directory_iterator files(m_folder);
+        return static_cast<size_t>(std::count_if(
+            begin(files), end(files), [&](const auto& file) { return file.path().extension() == ending; }));
+    }
+};
+
+TEST_F(CameraCommand, ListShowsCamerasWithoutAnythingSet)
+{
+    const Outcome outcome = Run("list", "GENICAM_GENTL64_PATH= ");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(LinesOf(outcome.output), AllOf(Contains(HasSubstr("KxSimulator.cti")),
+                                               Contains(AllOf(HasSubstr(kMono), EndsWith("[ReadWrite]"))),
+                                               Contains(EndsWith("[NoAccess]"))));
+}
+
+TEST_F(CameraCommand, ABrokenProducerIsToldAndHidesNoCamera)
+{
+    std::ofstream(m_folder / "Broken.cti") << "this is no library";
+    const Outcome outcome = Run("list --json", "GENICAM_GENTL64_PATH=. ");
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
+    const auto json = nlohmann::json::parse(outcome.output);
+    ASSERT_THAT(json.at("producers"), SizeIs(2));
+    EXPECT_THAT(json.at("producers")[0].at("path").get<std::string>(), EndsWith("Broken.cti"));
+    EXPECT_THAT(json.at("producers")[0].at("error").get<std::string>(), Not(IsEmpty()));
+    ASSERT_THAT(json.at("systems"), SizeIs(1));
+    EXPECT_EQ(json.at("systems")[0].at("interfaces")[0].at("devices")[0].at("id"), kMono);
+}
+
+TEST_F(CameraCommand, FeaturesShowTheTreeUpToAVisibility)
+{
+    const Outcome outcome = Run(std::string("features ") + kMono);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(LinesOf(outcome.output),
+                AllOf(Contains("  ImageFormatControl/"), Contains("    Width = 2448 px [RW]"),
+                      Contains("    PixelFormat = Mono8 [RW]")));
+    const Outcome beginner = Run(std::string("features --visibility beginner ") + kMono);
+    EXPECT_LT(LinesOf(beginner.output).size(), LinesOf(outcome.output).size());
+    for (const char* module : {"local", "stream", "interface", "system"}) {
+        const Outcome other = Run(std::string("features ") + kMono + " --module " + module);
+        EXPECT_EQ(other.exitCode, 0) << module << ": " << other.errors;
+        EXPECT_THAT(LinesOf(other.output), Contains(StartsWith("Root/"))) << module;
+    }
+}
+
+TEST_F(CameraCommand, WhatIsSetIsGotUntilTheCameraIsClosed)
+{
+    // The camera forgets when nobody has it open, so files carry settings from one run to the next.
+    const Outcome got = Run(std::string("get ") + kMono + " Width PixelFormat");
+    EXPECT_EQ(got.output, "Width=2448\nPixelFormat=Mono8\n");
+    const Outcome saved = Run(std::string("get ") + kMono + " --save camera.txt");
+    EXPECT_EQ(saved.exitCode, 0) << saved.errors;
+    EXPECT_THAT(LinesOf(ContentOf(m_folder / "camera.txt")), Contains("Width\t2448"));
+    EXPECT_EQ(Run(std::string("set ") + kMono + " --load camera.txt Width=640").exitCode, 0);
+
+    std::ofstream(m_folder / "wrong.txt") << ContentOf(m_folder / "camera.txt") << "Width\t1000000\n";
+    ExpectFailure(Run(std::string("set ") + kMono + " --load wrong.txt"), "wrong.txt: ");
+    ExpectFailure(Run(std::string("set ") + kMono + " --load nowhere.txt"), "nowhere.txt: cannot be read");
+}
+
+TEST_F(CameraCommand, FaultsNameTheThingTheValueAndTheLimit)
+{
+    const std::string set = std::string("set ") + kMono;
+    ExpectFailure(Run(set + " Width=1000000"), "Width=1000000: ");
+    ExpectFailure(Run(set + " Width=1000000"), "2448");
+    ExpectFailure(Run(set + " Width"), "Width needs a value");
+    ExpectFailure(Run(set + " AcquisitionStop=1"), "takes no value");
+    ExpectFailure(Run(set + " Breadth=1"), "no feature 'Breadth'");
+    ExpectFailure(Run(set + " PixelFormat=Mono9"), "PixelFormat=Mono9: ");
+    ExpectFailure(Run("get nobody Width"), "no camera is called 'nobody'; there are: ");
+    ExpectFailure(Run("get KX-G1M_2003 Width"), "cannot open KX-G1M_2003 (NoAccess)");
+    ExpectFailure(Run(std::string("get ") + kMono), "NAME or --save", 2);
+}
+
+TEST_F(CameraCommand, GrabTellsRateAndLosses)
+{
+    const Outcome outcome = Run(std::string("grab ") + kMono + " -n 5 --set Width=640 --set Height=480");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(outcome.output,
+                MatchesRegex("5 images in .* s: .* images/s, .* MB/s, .* lost, 0 incomplete\n"));
+    const Outcome json = Run(std::string("grab ") + kMono + " -n 5 --json");
+    EXPECT_EQ(nlohmann::json::parse(json.output).at("images"), 5) << json.errors;
+}
+
+TEST_F(CameraCommand, GrabSavesNumberedPicturesOfAnyType)
+{
+    const std::string grab = std::string("grab KX-U5C_1002 -n 2 --set Width=64 --set Height=32 -o ");
+    EXPECT_EQ(Run(grab + "frame-%03d.png --format RGB8").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "frame-001.png"));
+    EXPECT_EQ(Run(grab + ".").exitCode, 0);
+    EXPECT_EQ(Files(".kxraw"), 2U);
+    ExpectFailure(Run(grab + "frame.png"), "'frame.png'");
+    ExpectFailure(Run(grab + "frame-%d.gif"), "frame-0.gif");
+    ExpectFailure(Run(grab + "frame-%d.png --format RGB9"), "'RGB9' is no pixel format");
+    EXPECT_EQ(Run(grab + "nowhere/%d.png").exitCode, 1);
+}
+
+TEST_F(CameraCommand, GrabGivesUpWhenNoImageComes)
+{
+    const Outcome outcome = Run(std::string("grab ") + kMono +
+                                " -n 1 --timeout 300 --set TriggerMode=On --set TriggerSource=Software");
+    ExpectFailure(outcome, "no image came within 300 ms");
+    EXPECT_THAT(outcome.errors, HasSubstr("0 images"));
+}
+
+} // namespace
