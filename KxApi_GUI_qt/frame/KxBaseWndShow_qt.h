@@ -53,6 +53,7 @@ void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::Open(QWidget* pParent, bool bWit
             if (m_setDialogs.count(pDialog) == 0)
                 return; // it went with its parent widget
             pOther = std::exchange(m_pPartDlg, pDialog);
+            m_nWaitingUpdates = 0; // a new dialog shows what is set
         }
         if (pOther)
             pOther->doClose(); // shown by another thread at the same time

@@ -38,6 +38,49 @@ Result CKxBaseWnd<TInside, TDlgParent, TPartDlg>::AskDialog(Function function, R
 }
 
 template <class TInside, class TDlgParent, class TPartDlg>
+void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::UpdateDialog(uint32_t nKinds)
+{
+    if (IsGuiThread()) {
+        if (m_pPartDlg)
+            OnUpdateDialog(*m_pPartDlg, nKinds);
+        return;
+    }
+    const GenApi::AutoLock lock(m_lockPartDlg);
+    if (m_pPartDlg && m_nWaitingUpdates.fetch_or(nKinds) == 0)
+        QMetaObject::invokeMethod(
+            m_pPartDlg, [this] { RunUpdates(); }, Qt::QueuedConnection);
+}
+
+template <class TInside, class TDlgParent, class TPartDlg>
+void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::RunUpdates()
+{
+    const uint32_t nKinds = m_nWaitingUpdates.exchange(0);
+    if (m_pPartDlg)
+        m_pPartDlg->Guarded([&] { OnUpdateDialog(*m_pPartDlg, nKinds); });
+}
+
+template <class TInside, class TDlgParent, class TPartDlg>
+void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::OnUpdateDialog(TPartDlg& dialog, uint32_t nKinds)
+{
+    GenICam::gcstring strTitle;
+    CRect rcPosition{};
+    {
+        const GenApi::AutoLock lock(m_lockProperty);
+        strTitle = m_strWantedTitle;
+        rcPosition = m_rcWantedPosition;
+    }
+    if (nKinds & UpdateTitle)
+        emit dialog.setWindowTitleSignal(ToQString(strTitle));
+    if (nKinds & UpdatePosition)
+        emit dialog.setPositionSignal(rcPosition.nLeft, rcPosition.nTop, rcPosition.Width(),
+                                      rcPosition.Height());
+    if (nKinds & UpdateMenuBar)
+        emit dialog.setMenuBarVisibleSignal(GetVisibleMenu());
+    if (nKinds & UpdateStatusBar)
+        emit dialog.setStatusBarVisibleSignal(GetVisibleStatusBar());
+}
+
+template <class TInside, class TDlgParent, class TPartDlg>
 void* CKxBaseWnd<TInside, TDlgParent, TPartDlg>::GetWindowHandle()
 {
     return AskDialog([](TPartDlg& dialog) -> void* { return static_cast<QWidget*>(&dialog); },
@@ -63,7 +106,11 @@ GenICam::gcstring CKxBaseWnd<TInside, TDlgParent, TPartDlg>::GetTitle()
 template <class TInside, class TDlgParent, class TPartDlg>
 void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::SetTitle(const GenICam::gcstring& strTitle)
 {
-    WithDialog([&](TPartDlg& dialog) { emit dialog.setWindowTitleSignal(ToQString(strTitle)); });
+    {
+        const GenApi::AutoLock lock(m_lockProperty);
+        m_strWantedTitle = strTitle;
+    }
+    UpdateDialog(UpdateTitle);
 }
 
 template <class TInside, class TDlgParent, class TPartDlg>
@@ -110,9 +157,9 @@ void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::SetPosition(int nX, int nY, int 
         const auto last = [](int nFirst, int nSize) {
             return static_cast<int>(static_cast<unsigned>(nFirst) + static_cast<unsigned>(nSize) - 1U);
         };
-        m_rcPosition = {nX, nY, last(nX, nWidth), last(nY, nHeight)};
+        m_rcPosition = m_rcWantedPosition = {nX, nY, last(nX, nWidth), last(nY, nHeight)};
     }
-    WithDialog([=](TPartDlg& dialog) { emit dialog.setPositionSignal(nX, nY, nWidth, nHeight); });
+    UpdateDialog(UpdatePosition);
 }
 
 template <class TInside, class TDlgParent, class TPartDlg>
@@ -138,13 +185,13 @@ void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::SetVisibleStatusBar(bool bVisibl
 template <class TInside, class TDlgParent, class TPartDlg>
 void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::OnWrittenMenuVisibility()
 {
-    WithDialog([this](TPartDlg& dialog) { emit dialog.setMenuBarVisibleSignal(GetVisibleMenu()); });
+    UpdateDialog(UpdateMenuBar);
 }
 
 template <class TInside, class TDlgParent, class TPartDlg>
 void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::OnWrittenStatusBarVisibility()
 {
-    WithDialog([this](TPartDlg& dialog) { emit dialog.setStatusBarVisibleSignal(GetVisibleStatusBar()); });
+    UpdateDialog(UpdateStatusBar);
 }
 
 template <class TInside, class TDlgParent, class TPartDlg>

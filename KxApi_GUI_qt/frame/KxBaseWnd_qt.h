@@ -31,14 +31,15 @@ namespace KxApi
 ///
 /// States, with the references held (the application's, and one for each dialog):
 ///   unshown (1) -- Show --> shown (2) -- OnClose, not refused --> closing (2) -- OnDlgDestroy --> unshown
-///   (1) Release takes the application's reference; at 0 the window deletes itself.
-/// A Show in the state shown closes the present dialog first, so two dialogs live until the old one is
-/// destroyed; m_pPartDlg is the new one. A dialog whose parent widget is destroyed goes from shown to unshown
-/// at once.
+///
+/// Release takes the application's reference; at 0 the window deletes itself. A Show in the state shown
+/// closes the present dialog first, so two dialogs live until the old one is destroyed; m_pPartDlg is the new
+/// one. A dialog whose parent widget is destroyed goes from shown to unshown at once.
 ///
 /// The dialog is destroyed in the GUI thread only. There it may be called without a lock, and is, since what
-/// it does takes locks of node maps and images; other threads call it with m_lockPartDlg held, and the dialog
-/// then does no more than to post events.
+/// it does takes locks of node maps and images. Changes from other threads reach it by UpdateDialog, which
+/// lets each kind of change wait for the GUI thread once, so that nobody can bury that thread under events;
+/// what else they call of the dialog, with m_lockPartDlg held, does no more than to look or to leave a note.
 template <class TInside, class TDlgParent, class TPartDlg>
 class CKxBaseWnd : public TInside, public TDlgParent, public GenApi::IPort
 {
@@ -121,6 +122,22 @@ protected:
     void OnWrittenMenuVisibility();
     void OnWrittenStatusBarVisibility();
 
+    /// What a dialog shows of the window's settings.
+    enum EUpdate : uint32_t
+    {
+        UpdateTitle = 1U << 0,
+        UpdatePosition = 1U << 1,
+        UpdateMenuBar = 1U << 2,
+        UpdateStatusBar = 1U << 3,
+        UpdateFirstOfWindow = 1U << 4, ///< where the kinds of derived windows begin
+    };
+    /// Has the dialog, if there is one, show changed settings: at once in the GUI thread, soon from others.
+    void UpdateDialog(uint32_t nKinds);
+    /// Whether a change of the kind is still to be shown.
+    bool IsUpdateWaiting(uint32_t nKind) const { return (m_nWaitingUpdates & nKind) != 0; }
+    /// Shows them. GUI thread.
+    virtual void OnUpdateDialog(TPartDlg& dialog, uint32_t nKinds);
+
     /// Calls a function with the dialog as TPartDlg&, unless there is none; see above for the locks. Returns
     /// its result, or `none`.
     template <class Function, class Result>
@@ -159,6 +176,7 @@ private:
         int Height() const { return nBottom - nTop + 1; }
     };
 
+    void RunUpdates();
     void CloseShown(bool bOnlyVisible);
     void BeginShow(_EKxWindowMode_t eMode);
     /// Builds the dialog for the mode that is set and shows it by `present`, a void(TPartDlg&) for the GUI
@@ -173,6 +191,9 @@ private:
     // Of the dialog, which other threads may not ask.
     GenICam::gcstring m_strShownTitle KXGC_GUARDED_BY(m_lockProperty);
     CRect m_rcPosition KXGC_GUARDED_BY(m_lockProperty){0, 0, 639, 479};
+    // What UpdateTitle and UpdatePosition bring to the dialog.
+    GenICam::gcstring m_strWantedTitle KXGC_GUARDED_BY(m_lockProperty);
+    CRect m_rcWantedPosition KXGC_GUARDED_BY(m_lockProperty){};
     GenICam::gcstring m_strUserStatusBarText KXGC_GUARDED_BY(m_lockStatusBarText);
     const int m_nStatusBarIndicatorsCount;
 
@@ -184,6 +205,7 @@ private:
     const int m_nXMLResourceID;
     const GenApi::EAccessMode m_eAccessMode;
     const char* const m_szPortName;
+    std::atomic<uint32_t> m_nWaitingUpdates{0}; // reset with m_lockPartDlg held when another dialog comes
     // Dialogs that hold a reference, the one in m_pPartDlg and those being closed.
     std::set<const CBaseDialogEx*> m_setDialogs KXGC_GUARDED_BY(m_lockPartDlg);
     uint64_t m_nRefCount KXGC_GUARDED_BY(m_lockPartDlg) = 1;

@@ -84,13 +84,12 @@ void CKxDisplayImageWnd::OnNodeCallbackPixelFormatConv(GenApi::INode* pNode)
         return;
     m_bPreviewDirty = true;
     const GenICam::gcstring strName = pNode->GetName();
-    WithVisibleDialog([&](CDisplayImagePartDlg& dialog) {
-        if (strName == "ReverseY")
-            dialog.updateMenuReverseY(m_pConverter->GetReverseY());
-        if (strName == "BayerInterpolationMethod")
-            dialog.updateMenuBayerInterpolation(m_pConverter->GetBayerInterpolationMethod());
-        dialog.RefreshPreviewImage(true);
-    });
+    uint32_t nKinds = UpdatePicture;
+    if (strName == "ReverseY")
+        nKinds |= UpdateReverseYMenu;
+    if (strName == "BayerInterpolationMethod")
+        nKinds |= UpdateBayerMenu;
+    UpdateDialog(nKinds);
 }
 
 void CKxDisplayImageWnd::RegisterIKxImage(IKxImage* pIKxImage)
@@ -100,7 +99,11 @@ void CKxDisplayImageWnd::RegisterIKxImage(IKxImage* pIKxImage)
     m_objRing.Buffer(nSlot)->CopyImage(pIKxImage);
     m_objRing.Set(CImageRing::RawLatest, nSlot);
     m_bHasImage = true;
-    WithVisibleDialog([](CDisplayImagePartDlg& dialog) { dialog.RefreshPreviewImage(false); });
+    // This one directly: it only leaves a note for the next refresh.
+    WithDialog([](CDisplayImagePartDlg& dialog) {
+        if (dialog.isVisible())
+            dialog.RefreshPreviewImage(false);
+    });
 }
 
 IKxImage* CKxDisplayImageWnd::GetRegisteredIKxImage()
@@ -122,13 +125,13 @@ IKxImage* CKxDisplayImageWnd::GetConvertedIKxImage()
 IKxImageBufferReleasable* CKxDisplayImageWnd::GetPreviewImage(unsigned char bForApplication)
 {
     const GenApi::AutoLock lock(m_lockPreview);
-    UpdatePreview();
+    MakePreview();
     return m_objRing.Buffer(m_objRing.Copy(CImageRing::ConvertedLatest, bForApplication
                                                                             ? CImageRing::ConvertedApi
                                                                             : CImageRing::ConvertedWidget));
 }
 
-void CKxDisplayImageWnd::UpdatePreview()
+void CKxDisplayImageWnd::MakePreview()
 {
     const int32_t nOldSource = m_objRing.Index(CImageRing::RawPreviewSource);
     const int32_t nSource = m_objRing.Copy(CImageRing::RawLatest, CImageRing::RawPreviewSource);

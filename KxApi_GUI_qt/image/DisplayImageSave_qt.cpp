@@ -13,11 +13,17 @@ namespace KxApi
 
 void CKxDisplayImageWnd::SaveImage(bool bPreview)
 {
+    // The application may give the window back while the user looks for a name.
+    AddRef();
     try {
         SaveWithDialog(bPreview);
     } catch (const GenICam::GenericException& e) {
         ShowErrorMessage(e);
+    } catch (...) {
+        DelRef();
+        throw;
     }
+    DelRef();
 }
 
 void CKxDisplayImageWnd::ConvertAsShown(IKxImage* pImage, IKxImageBuffer* pTarget)

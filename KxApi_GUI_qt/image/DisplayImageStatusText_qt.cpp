@@ -69,7 +69,7 @@ QString CKxDisplayImageWnd::PixelText(int x, int y)
 
         // As GetConvertedIKxImage, but what the application got by that stays what it is.
         const GenApi::AutoLock lock(m_lockPreview);
-        UpdatePreview();
+        MakePreview();
         const CPixel converted = m_objRing.Look(CImageRing::ConvertedLatest,
                                                 [=](IKxImage* pImage) { return CPixel(pImage, x, y); });
         if (converted.pInfo != raw.pInfo) {

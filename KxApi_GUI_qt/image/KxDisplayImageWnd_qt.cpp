@@ -8,6 +8,7 @@
 #include <Base/GCException.h>
 
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace KxApi
 {
@@ -89,7 +90,7 @@ void CKxDisplayImageWnd::mSetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t
         InvalidateNode("PreviewPixelFormatModeReg");
     m_pConverter->SetAutoDestination(eMode == KxPreviewPixelFormatMode_Auto);
     m_bPreviewDirty = true;
-    RefreshPreview();
+    UpdateDialog(UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetRefreshInterval(uint32_t nInterval) { mSetRefreshInterval(nInterval, true); }
@@ -105,7 +106,7 @@ void CKxDisplayImageWnd::mSetRefreshInterval(uint32_t nInterval, bool bInvalidat
     m_nRefreshInterval = nInterval;
     if (bInvalidate)
         InvalidateNode("RefreshIntervalReg");
-    WithVisibleDialog([](CDisplayImagePartDlg& dialog) { dialog.UpdateRefreshInterval(); });
+    UpdateDialog(UpdateInterval);
 }
 
 void CKxDisplayImageWnd::SetZoomMode(_EKxZoomMode_t eZoomMode) { mSetZoomMode(eZoomMode, true); }
@@ -121,12 +122,7 @@ void CKxDisplayImageWnd::mSetZoomMode(_EKxZoomMode_t eZoomMode, bool bInvalidate
     }
     m_bPreviewDirty = true;
     const bool bFit = eZoomMode == KxZoomMode_FitToTheWindow;
-    WithVisibleDialog([bFit](CDisplayImagePartDlg& dialog) {
-        dialog.updateMenuZoom(bFit);
-        dialog.updateImageWidgetSize(bFit);
-        if (bFit)
-            dialog.RefreshPreviewImage(true);
-    });
+    UpdateDialog(UpdateZoomMenu | UpdateSize | (bFit ? UpdatePicture : 0U));
 }
 
 void CKxDisplayImageWnd::SetStretchMode(EKxBayerInterpolationMethod_t eStretchMode)
@@ -145,7 +141,7 @@ void CKxDisplayImageWnd::mSetStretchMode(EKxBayerInterpolationMethod_t eStretchM
         OnScrollPosOrRangeChanged();
     }
     m_bPreviewDirty = true;
-    RefreshPreview();
+    UpdateDialog(UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetManualZoomMagnification(double dMagnification)
@@ -168,11 +164,7 @@ void CKxDisplayImageWnd::mSetManualZoomMagnification(double dMagnification, bool
         OnScrollPosOrRangeChanged();
     }
     m_bPreviewDirty = true;
-    WithVisibleDialog([](CDisplayImagePartDlg& dialog) {
-        dialog.updateMenuZoom(false);
-        dialog.updateImageWidgetSize(false);
-        dialog.RefreshPreviewImage(true);
-    });
+    UpdateDialog(UpdateZoomMenu | UpdateSize | UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetBackgroundStyle(_EKxBackgroundStyle_t eStyle)
@@ -187,7 +179,7 @@ void CKxDisplayImageWnd::mSetBackgroundStyle(_EKxBackgroundStyle_t eStyle, bool 
         return;
     if (bInvalidate)
         InvalidateNode("BackgroundStyleReg");
-    RefreshBackground();
+    UpdateDialog(UpdateBackground);
 }
 
 void CKxDisplayImageWnd::SetForegroundColor(uint32_t nColor) { mSetForegroundColor(nColor, true); }
@@ -198,7 +190,7 @@ void CKxDisplayImageWnd::mSetForegroundColor(uint32_t nColor, bool bInvalidate)
         return;
     if (bInvalidate)
         InvalidateNode("ForegroundColorReg");
-    RefreshBackground();
+    UpdateDialog(UpdateBackground);
 }
 
 void CKxDisplayImageWnd::SetBackgroundColor(uint32_t nColor) { mSetBackgroundColor(nColor, true); }
@@ -209,7 +201,7 @@ void CKxDisplayImageWnd::mSetBackgroundColor(uint32_t nColor, bool bInvalidate)
         return;
     if (bInvalidate)
         InvalidateNode("BackgroundColorReg");
-    RefreshBackground();
+    UpdateDialog(UpdateBackground);
 }
 
 void CKxDisplayImageWnd::SetColorMapType(EKxColorMapType_t eType) { mSetColorMapType(eType, true); }
@@ -221,7 +213,7 @@ void CKxDisplayImageWnd::mSetColorMapType(EKxColorMapType_t eType, bool bInvalid
         return;
     if (bInvalidate)
         InvalidateNode("ColorMapTypeReg");
-    RefreshPreview();
+    UpdateDialog(UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetColorMapInversion(bool bInversion) { mSetColorMapInversion(bInversion, true); }
@@ -233,7 +225,7 @@ void CKxDisplayImageWnd::mSetColorMapInversion(bool bInversion, bool bInvalidate
     // No node has this name, so the feature keeps its cached value.
     if (bInvalidate)
         InvalidateNode("ColorMapInversonReg");
-    RefreshPreview();
+    UpdateDialog(UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetColorMapPhase(int nPhase) { mSetColorMapPhase(nPhase, true); }
@@ -246,7 +238,7 @@ void CKxDisplayImageWnd::mSetColorMapPhase(int nPhase, bool bInvalidate)
         return;
     if (bInvalidate)
         InvalidateNode("ColorMapPhaseReg");
-    RefreshPreview();
+    UpdateDialog(UpdatePicture);
 }
 
 void CKxDisplayImageWnd::SetBayerInterpolationMethodForStillImageFile(
@@ -270,15 +262,24 @@ void CKxDisplayImageWnd::SetBuiltInDrawingToolbar(bool bShow)
     InvalidateNode("VisibleDrawingToolBarReg");
 }
 
-void CKxDisplayImageWnd::OnVisibleDrawingToolBar()
-{
-    WithVisibleDialog([](CDisplayImagePartDlg& dialog) { dialog.PostVisibleDrawingToolBarUpdated(); });
-}
+void CKxDisplayImageWnd::OnVisibleDrawingToolBar() { UpdateDialog(UpdateDrawingToolBar); }
 
 void CKxDisplayImageWnd::SetEnableDrawingOnSavingImage(bool bEnable)
 {
     m_regEnableDrawingOnSavingImage.SetValue(bEnable);
     InvalidateNode("EnableDrawingOnSavingImageReg");
+}
+
+int CKxDisplayImageWnd::ScrollPosition(uint32_t nKind, const std::atomic<int>& nWanted,
+                                       int (CDisplayImagePartDlg::*get)() const,
+                                       int (CDisplayImagePartDlg::*getMax)() const) const
+{
+    return AskDialog(
+        [&](CDisplayImagePartDlg& dialog) {
+            return IsUpdateWaiting(nKind) ? std::clamp(nWanted.load(), 0, (dialog.*getMax)())
+                                          : (dialog.*get)();
+        },
+        0);
 }
 
 int CKxDisplayImageWnd::GetScrollHMax() const
@@ -288,14 +289,16 @@ int CKxDisplayImageWnd::GetScrollHMax() const
 
 int CKxDisplayImageWnd::GetScrollHPosition() const
 {
-    return AskDialog([](CDisplayImagePartDlg& dialog) { return dialog.getScrollBarH(); }, 0);
+    return ScrollPosition(UpdateScrollH, m_nWantedScrollH, &CDisplayImagePartDlg::getScrollBarH,
+                          &CDisplayImagePartDlg::getScrollBarHMax);
 }
 
 void CKxDisplayImageWnd::SetScrollHPosition(int nPosition) { mSetScrollHPosition(nPosition, true); }
 
 void CKxDisplayImageWnd::mSetScrollHPosition(int nPosition, bool bInvalidate)
 {
-    WithDialog([nPosition](CDisplayImagePartDlg& dialog) { dialog.setScrollBarH(nPosition); });
+    m_nWantedScrollH = nPosition;
+    UpdateDialog(UpdateScrollH);
     if (bInvalidate)
         InvalidateNode("ScrollHPositionReg");
 }
@@ -307,14 +310,16 @@ int CKxDisplayImageWnd::GetScrollVMax() const
 
 int CKxDisplayImageWnd::GetScrollVPosition() const
 {
-    return AskDialog([](CDisplayImagePartDlg& dialog) { return dialog.getScrollBarV(); }, 0);
+    return ScrollPosition(UpdateScrollV, m_nWantedScrollV, &CDisplayImagePartDlg::getScrollBarV,
+                          &CDisplayImagePartDlg::getScrollBarVMax);
 }
 
 void CKxDisplayImageWnd::SetScrollVPosition(int nPosition) { mSetScrollVPosition(nPosition, true); }
 
 void CKxDisplayImageWnd::mSetScrollVPosition(int nPosition, bool bInvalidate)
 {
-    WithDialog([nPosition](CDisplayImagePartDlg& dialog) { dialog.setScrollBarV(nPosition); });
+    m_nWantedScrollV = nPosition;
+    UpdateDialog(UpdateScrollV);
     if (bInvalidate)
         InvalidateNode("ScrollVPositionReg");
 }
@@ -324,6 +329,34 @@ void CKxDisplayImageWnd::OnScrollPosOrRangeChanged()
     for (const char* const szNode :
          {"ScrollHMaxReg", "ScrollVMaxReg", "ScrollHPositionReg", "ScrollVPositionReg"})
         InvalidateNode(szNode);
+}
+
+void CKxDisplayImageWnd::OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t nKinds)
+{
+    Base::OnUpdateDialog(dialog, nKinds);
+    if (nKinds & UpdateScrollH)
+        dialog.setScrollBarH(m_nWantedScrollH);
+    if (nKinds & UpdateScrollV)
+        dialog.setScrollBarV(m_nWantedScrollV);
+    if (!dialog.isVisible())
+        return;
+    const bool bFit = GetZoomMode() == KxZoomMode_FitToTheWindow;
+    if (nKinds & UpdateInterval)
+        dialog.UpdateRefreshInterval();
+    if (nKinds & UpdateZoomMenu)
+        dialog.updateMenuZoom(bFit);
+    if (nKinds & UpdateSize)
+        dialog.updateImageWidgetSize(bFit);
+    if (nKinds & UpdateReverseYMenu)
+        dialog.updateMenuReverseY(m_pConverter->GetReverseY());
+    if (nKinds & UpdateBayerMenu)
+        dialog.updateMenuBayerInterpolation(m_pConverter->GetBayerInterpolationMethod());
+    if (nKinds & UpdateBackground)
+        dialog.RefreshBackground();
+    if (nKinds & UpdateDrawingToolBar)
+        dialog.PostVisibleDrawingToolBarUpdated();
+    if (nKinds & UpdatePicture)
+        dialog.RefreshPreviewImage(true);
 }
 
 } // namespace KxApi

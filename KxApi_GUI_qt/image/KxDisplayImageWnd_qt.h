@@ -122,29 +122,31 @@ private:
     using RegisterBool =
         CRegisterParamNumeric<CKxDisplayImageWnd, void (CKxDisplayImageWnd::*)(), bool, unsigned int>;
 
-    template <class Function>
-    void WithVisibleDialog(Function function) const
+    enum EImageUpdate : uint32_t
     {
-        WithDialog([&](CDisplayImagePartDlg& dialog) {
-            if (dialog.isVisible())
-                function(dialog);
-        });
-    }
-    /// Shows a changed setting, now or at the next chance.
-    void RefreshPreview() const
-    {
-        WithVisibleDialog([](CDisplayImagePartDlg& dialog) { dialog.RefreshPreviewImage(true); });
-    }
-    void RefreshBackground() const
-    {
-        WithVisibleDialog([](CDisplayImagePartDlg& dialog) { dialog.RefreshBackground(); });
-    }
+        UpdateScrollH = UpdateFirstOfWindow << 0,
+        UpdateScrollV = UpdateFirstOfWindow << 1,
+        // These only while the dialog is visible, since it reads all when it is shown.
+        UpdateInterval = UpdateFirstOfWindow << 2,
+        UpdateZoomMenu = UpdateFirstOfWindow << 3,
+        UpdateSize = UpdateFirstOfWindow << 4,
+        UpdateBayerMenu = UpdateFirstOfWindow << 5,
+        UpdateReverseYMenu = UpdateFirstOfWindow << 6,
+        UpdateBackground = UpdateFirstOfWindow << 7,
+        UpdateDrawingToolBar = UpdateFirstOfWindow << 8,
+        UpdatePicture = UpdateFirstOfWindow << 9,
+    };
+    void OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t nKinds) override;
+    /// A scroll bar's position, or the one that it is about to have.
+    int ScrollPosition(uint32_t nKind, const std::atomic<int>& nWanted,
+                       int (CDisplayImagePartDlg::*get)() const,
+                       int (CDisplayImagePartDlg::*getMax)() const) const;
     void OnVisibleDrawingToolBar();
 
     void WatchConverter();
     void OnNodeCallbackPixelFormatConv(GenApi::INode* pNode);
     /// Brings the newest preview up to date.
-    void UpdatePreview() KXGC_REQUIRES(m_lockPreview);
+    void MakePreview() KXGC_REQUIRES(m_lockPreview);
     bool CanBeShownAsItIs(const IKxImage& image) const;
     EKxPixelFormatNamingConvention_t AutoDestination(EKxPixelFormatNamingConvention_t ePixelFormat) const;
     void SetDestination(EKxPixelFormatNamingConvention_t ePixelFormat);
@@ -171,6 +173,10 @@ private:
     RegisterBool m_regShowBuiltInDrawingToolbar;
     RegisterBool m_regEnableDrawingOnSavingImage;
     QString m_strLastSaveFolder; // GUI thread
+
+    // What UpdateScrollH and UpdateScrollV bring to the scroll bars.
+    std::atomic<int> m_nWantedScrollH{0};
+    std::atomic<int> m_nWantedScrollV{0};
 
     std::atomic<bool> m_bHasImage{false};
     std::atomic<bool> m_bPreviewDirty{false}; // a setting changed, so that the next preview is made anew
