@@ -206,7 +206,7 @@ std::unique_ptr<IRowEngine> CConversionPlan::MakeEngineOf() const
     std::unique_ptr<IRowSource<T>> pSource = MakeSource<T>();
     const bool bIsLuma = m_task.source.eFamily == EFamily::Ycc; // which is grey by itself
     if (MakesGreyOfColor() && !bIsLuma)
-        pSource = std::make_unique<CGreyRows<T>>(std::move(pSource), m_task.nWidth);
+        pSource = std::make_unique<CGreyRows<T>>(std::move(pSource));
     if (m_pFinish8)
         return std::make_unique<CRowEngine<T, uint8_t>>(std::move(pSource), m_pFinish8, m_task.nWidth);
     return std::make_unique<CRowEngine<T, uint16_t>>(std::move(pSource), m_pFinish16, m_task.nWidth);

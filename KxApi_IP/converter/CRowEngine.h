@@ -64,9 +64,11 @@ public:
         : m_pSource(std::move(pSource))
         , m_pFinish(std::move(pFinish))
         , m_nWidth(nWidth)
-        , m_rows(kMaxChannels, nWidth)
+        , m_nPixelBytes(m_pFinish->pDestination->GetPixelBytes())
+        , m_rows(kMaxChannels, kPartWidth)
+        , m_opaque(1, kPartWidth)
     {
-        std::fill_n(m_rows.Row(3), nWidth, static_cast<U>((1U << m_pFinish->pDestination->nBits) - 1));
+        std::fill_n(m_opaque.Row(0), kPartWidth, static_cast<U>((1U << m_pFinish->pDestination->nBits) - 1));
     }
 
     void Begin(const CSourceView& source, const CTargetView& target) noexcept override
@@ -78,45 +80,50 @@ public:
     void Run(size_t nFirst, size_t nEnd) noexcept override
     {
         for (size_t nLine = nFirst; nLine < nEnd; ++nLine) {
-            uint8_t* const pPixels = m_target.Line(nLine);
-            Fetch(pPixels);
-            const CRow<T> row = m_pSource->Get(nLine);
-            if (m_pFinish->pDestination->HasColor())
-                WriteColor(row, pPixels);
-            else
-                WriteMono(row[0], pPixels);
+            uint8_t* const pLine = m_target.Line(nLine);
+            m_pSource->BeginLine(nLine);
+            for (size_t nColumn = 0; nColumn < m_nWidth; nColumn += kPartWidth) {
+                uint8_t* const pPixels = pLine + nColumn * m_nPixelBytes;
+                const size_t nCount = std::min(kPartWidth, m_nWidth - nColumn);
+                Fetch(pPixels, nCount * m_nPixelBytes);
+                const CRow<T> row = m_pSource->Get(nColumn, nCount);
+                if (m_pFinish->pDestination->HasColor())
+                    WriteColor(row, nCount, pPixels);
+                else
+                    WriteMono(row[0], nCount, pPixels);
+            }
         }
     }
 
 private:
-    /// Has the line's memory brought near while the row is made: else writing would wait for it.
-    void Fetch(uint8_t* pPixels) const
+    /// Has the target's memory brought near while the values are made: else writing would wait for it.
+    static void Fetch(uint8_t* pPixels, size_t nBytes)
     {
         constexpr size_t kCacheLine = 64;
-        for (size_t i = 0; i < m_target.nLinePitch; i += kCacheLine)
+        for (size_t i = 0; i < nBytes; i += kCacheLine)
             __builtin_prefetch(pPixels + i, 1);
     }
 
-    void WriteMono(const T* pRow, uint8_t* pPixels)
+    void WriteMono(const T* pRow, size_t nCount, uint8_t* pPixels)
     {
         if (!m_pFinish->vecTables.empty())
-            MapRow(pRow, m_nWidth, m_pFinish->vecTables[0].data(), reinterpret_cast<U*>(pPixels));
+            MapRow(pRow, nCount, m_pFinish->vecTables[0].data(), reinterpret_cast<U*>(pPixels));
         else if constexpr (std::is_same_v<T, U>)
-            std::memcpy(pPixels, pRow, m_nWidth * sizeof(U));
+            std::memcpy(pPixels, pRow, nCount * sizeof(U));
     }
 
     /// The row by a table, or as it is where there is none.
-    const U* Mapped(const T* pRow, const std::vector<U>* pTable, size_t nChannel)
+    const U* Mapped(const T* pRow, size_t nCount, const std::vector<U>* pTable, size_t nChannel)
     {
         if constexpr (std::is_same_v<T, U>) {
             if (!pTable)
                 return pRow;
         }
-        MapRow(pRow, m_nWidth, pTable->data(), m_rows.Row(nChannel));
+        MapRow(pRow, nCount, pTable->data(), m_rows.Row(nChannel));
         return m_rows.Row(nChannel);
     }
 
-    void WriteColor(const CRow<T>& row, uint8_t* pPixels)
+    void WriteColor(const CRow<T>& row, size_t nCount, uint8_t* pPixels)
     {
         const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
         const U* apRows[kMaxChannels] = {};
@@ -127,17 +134,17 @@ private:
             }
             const std::vector<U>* const pTable =
                 vecTables.empty() ? nullptr : &vecTables[std::min(k, vecTables.size() - 1)];
-            apRows[k] = Mapped(row[m_pFinish->bIsGrey ? 0 : k], pTable, k);
+            apRows[k] = Mapped(row[m_pFinish->bIsGrey ? 0 : k], nCount, pTable, k);
         }
-        apRows[3] = m_rows.Row(3);
+        apRows[3] = m_opaque.Row(0);
         if (m_pFinish->bHasAlpha && m_pFinish->pDestination->HasAlpha()) {
             const std::vector<U>& vecAlpha = m_pFinish->vecAlphaTable;
-            apRows[3] = Mapped(row[3], vecAlpha.empty() ? nullptr : &vecAlpha, 3);
+            apRows[3] = Mapped(row[3], nCount, vecAlpha.empty() ? nullptr : &vecAlpha, 3);
         }
-        Pack(apRows, pPixels);
+        Pack(apRows, nCount, pPixels);
     }
 
-    void Pack(const U** apRows, uint8_t* pPixels)
+    void Pack(const U** apRows, size_t nCount, uint8_t* pPixels)
     {
         const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
         if (eLayout == EDestinationLayout::Bgr || eLayout == EDestinationLayout::Bgra ||
@@ -145,18 +152,20 @@ private:
             std::swap(apRows[0], apRows[2]);
         if constexpr (sizeof(U) == 2) {
             if (eLayout == EDestinationLayout::RgbWord || eLayout == EDestinationLayout::BgrWord) {
-                PackRow10p32(apRows, m_nWidth, pPixels);
+                PackRow10p32(apRows, nCount, pPixels);
                 return;
             }
         }
-        PackRow(apRows, m_pFinish->pDestination->HasAlpha() ? 4 : 3, m_nWidth, reinterpret_cast<U*>(pPixels));
+        PackRow(apRows, m_pFinish->pDestination->HasAlpha() ? 4 : 3, nCount, reinterpret_cast<U*>(pPixels));
     }
 
     std::unique_ptr<IRowSource<T>> m_pSource;
     std::shared_ptr<const CFinish<U>> m_pFinish;
     size_t m_nWidth;
+    size_t m_nPixelBytes;
     CTargetView m_target{};
-    CRowBuffer<U> m_rows;
+    CRowBuffer<U> m_rows; ///< of a part
+    CRowBuffer<U> m_opaque;
 };
 
 /// The lines as they are.

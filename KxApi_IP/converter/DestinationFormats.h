@@ -30,6 +30,7 @@ struct CDestinationFormat
     EDestinationLayout eLayout;
     uint8_t nBits; ///< of a value
 
+    size_t GetPixelBytes() const { return eFormat >> 19 & 0x1F; } ///< the code tells the bits from bit 16 on
     bool HasColor() const { return eLayout != EDestinationLayout::Mono; }
     bool HasAlpha() const
     {

@@ -31,18 +31,26 @@ public:
         m_nLine = SIZE_MAX;
     }
 
-    CRow<T> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
-        if (nLine / 2 != m_nLine) {
-            m_nLine = nLine / 2;
-            const CRow<T> cells = m_pCells->Get(m_nLine);
+        if (nLine / 2 == m_nLine)
+            return;
+        m_nLine = nLine / 2;
+        m_pCells->BeginLine(m_nLine);
+        const size_t nCells = (m_nWidth + 1) / 2;
+        for (size_t nFirst = 0; nFirst < nCells; nFirst += kPartWidth) {
+            const size_t nCount = std::min(kPartWidth, nCells - nFirst);
+            const CRow<T> cells = m_pCells->Get(nFirst, nCount);
             for (size_t k = 0; k < m_nChannels; ++k) {
-                T* const pRow = m_rows.Row(k);
-                for (size_t x = 0; x < m_nWidth; ++x)
-                    pRow[x] = cells[k][x / 2];
+                T* const pRow = m_rows.Row(k) + 2 * nFirst;
+                for (size_t i = 0; i < 2 * nCount; ++i)
+                    pRow[i] = cells[k][i / 2];
             }
         }
-        return {m_rows.Row(0), m_rows.Row(1), m_rows.Row(2), nullptr};
+    }
+    CRow<T> Get(size_t nFirst, size_t) override
+    {
+        return From<T>({m_rows.Row(0), m_rows.Row(1), m_rows.Row(2), nullptr}, nFirst);
     }
 
 private:
@@ -64,7 +72,7 @@ public:
 
     void Begin(const CSourceView& source) override { m_source = source; }
 
-    CRow<uint16_t> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         const size_t nUpper = (m_source.nHeight + 1) / 2;
         uint16_t* const pLine = m_rows.Row(0);
@@ -74,8 +82,8 @@ public:
             for (size_t x = nFirst; x < m_source.nWidth; x += 2)
                 *pResult++ = pLine[x];
         }
-        return {m_rows.Row(1)};
     }
+    CRow<uint16_t> Get(size_t nFirst, size_t) override { return {m_rows.Row(1) + nFirst}; }
 
 private:
     CLineReader m_reader;
@@ -95,11 +103,11 @@ public:
 
     void Begin(const CSourceView& source) override { m_lines.Begin(source); }
 
-    CRow<uint16_t> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         m_value.Make(m_lines.Bilinear(nLine), m_lines.GetWidth(), m_row.Row(0));
-        return {m_row.Row(0)};
     }
+    CRow<uint16_t> Get(size_t nFirst, size_t) override { return {m_row.Row(0) + nFirst}; }
 
 private:
     CPolarizedLines m_lines;
@@ -118,11 +126,8 @@ public:
 
     void Begin(const CSourceView& source) override { m_lines.Begin(source); }
 
-    CRow<uint16_t> Get(size_t nLine) override
-    {
-        m_lines.Make(nLine, m_row.Row(0));
-        return {m_row.Row(0)};
-    }
+    void BeginLine(size_t nLine) override { m_lines.Make(nLine, m_row.Row(0)); }
+    CRow<uint16_t> Get(size_t nFirst, size_t) override { return {m_row.Row(0) + nFirst}; }
 
 private:
     CCellLines m_lines;
@@ -146,7 +151,7 @@ public:
 
     void Begin(const CSourceView& source) override { m_lines.Begin(source); }
 
-    CRow<uint8_t> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         const uint16_t* const* const apRows = m_bOfCells ? m_lines.OfCells(nLine) : m_lines.Bilinear(nLine);
         const CPolarizationRows rows{{apRows[0], apRows[1], apRows[2], apRows[3]}, m_nWidth, 0};
@@ -154,7 +159,10 @@ public:
         PolarizationAngle(rows, m_values.Row(1));
         uint8_t* const apColors[] = {m_colors.Row(0), m_colors.Row(1), m_colors.Row(2)};
         PolarizationColor(m_values.Row(0), m_values.Row(1), m_nWidth, m_vecCircle.data(), m_bDark, apColors);
-        return {apColors[0], apColors[1], apColors[2], nullptr};
+    }
+    CRow<uint8_t> Get(size_t nFirst, size_t) override
+    {
+        return From<uint8_t>({m_colors.Row(0), m_colors.Row(1), m_colors.Row(2), nullptr}, nFirst);
     }
 
 private:

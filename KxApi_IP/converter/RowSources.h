@@ -9,6 +9,7 @@
 
 #include <KxApi_IP/KxConversionOptions.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -36,9 +37,25 @@ public:
     /// Begins with another image of the same width.
     virtual void Begin(const CSourceView& source) = 0;
 
-    /// Line nLine of the result; it stays until the next call.
-    virtual CRow<T> Get(size_t nLine) = 0;
+    /// Turns to a line.
+    virtual void BeginLine(size_t nLine) = 0;
+
+    /// nCount pixels of the line from nFirst on, a multiple of kPartWidth; they stay until the next call.
+    /// Rows are made in parts so that the memory of the target takes one part in while the next is worked
+    /// out.
+    virtual CRow<T> Get(size_t nFirst, size_t nCount) = 0;
 };
+
+inline constexpr size_t kPartWidth = 512;
+
+/// The channels from column nFirst on.
+template <class T>
+CRow<T> From(CRow<T> row, size_t nFirst)
+{
+    for (const T*& pChannel : row)
+        pChannel = pChannel ? pChannel + nFirst : nullptr;
+    return row;
+}
 
 /// The channels as the source has them.
 template <class T>
@@ -52,11 +69,14 @@ public:
 
     void Begin(const CSourceView& source) override { m_source = source; }
 
-    CRow<T> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         T* const apRows[] = {m_rows.Row(0), m_rows.Row(1), m_rows.Row(2), m_rows.Row(3)};
         m_reader.Read(m_source, nLine, apRows);
-        return {apRows[0], apRows[1], apRows[2], apRows[3]};
+    }
+    CRow<T> Get(size_t nFirst, size_t) override
+    {
+        return From<T>({m_rows.Row(0), m_rows.Row(1), m_rows.Row(2), m_rows.Row(3)}, nFirst);
     }
 
 private:
@@ -70,10 +90,12 @@ class CByteLines final : public IRowSource<uint8_t>
 {
 public:
     void Begin(const CSourceView& source) override { m_source = source; }
-    CRow<uint8_t> Get(size_t nLine) override { return {m_source.pBytes + nLine * m_source.nLinePitch}; }
+    void BeginLine(size_t nLine) override { m_pLine = m_source.pBytes + nLine * m_source.nLinePitch; }
+    CRow<uint8_t> Get(size_t nFirst, size_t) override { return {m_pLine + nFirst}; }
 
 private:
     CSourceView m_source{};
+    const uint8_t* m_pLine = nullptr;
 };
 
 /// RGB, or luma alone, from YUV and YCbCr.
@@ -86,19 +108,31 @@ public:
         , m_matrix(matrix)
         , m_bLumaOnly(bLumaOnly)
         , m_rows(kMaxChannels, nWidth)
+        , m_part(3, kPartWidth)
     {}
 
     void Begin(const CSourceView& source) override { m_source = source; }
 
-    CRow<T> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         T* const apRows[] = {m_rows.Row(0), m_rows.Row(1), m_rows.Row(2), m_rows.Row(3)};
         m_reader.Read(m_source, nLine, apRows);
-        if (m_bLumaOnly)
-            YccToLuma(m_matrix, apRows[0], m_source.nWidth);
-        else
-            YccToRgb(m_matrix, apRows, m_source.nWidth);
-        return {apRows[0], apRows[1], apRows[2], apRows[3]};
+    }
+    CRow<T> Get(size_t nFirst, size_t nCount) override
+    {
+        // A part is changed in place, up to a vector's length behind its end: into a copy, as that belongs to
+        // the next part.
+        T* apRows[3];
+        for (size_t k = 0; k < (m_bLumaOnly ? 1 : 3); ++k) {
+            apRows[k] = m_part.Row(k);
+            std::copy_n(m_rows.Row(k) + nFirst, nCount, apRows[k]);
+        }
+        if (m_bLumaOnly) {
+            YccToLuma(m_matrix, apRows[0], nCount);
+            return {apRows[0]};
+        }
+        YccToRgb(m_matrix, apRows, nCount);
+        return {apRows[0], apRows[1], apRows[2]};
     }
 
 private:
@@ -107,6 +141,7 @@ private:
     bool m_bLumaOnly;
     CSourceView m_source{};
     CRowBuffer<T> m_rows;
+    CRowBuffer<T> m_part;
 };
 
 /// Grey from R, G and B of another stage.
@@ -114,24 +149,23 @@ template <class T>
 class CGreyRows final : public IRowSource<T>
 {
 public:
-    CGreyRows(std::unique_ptr<IRowSource<T>> pColors, size_t nWidth)
+    explicit CGreyRows(std::unique_ptr<IRowSource<T>> pColors)
         : m_pColors(std::move(pColors))
-        , m_nWidth(nWidth)
-        , m_row(1, nWidth)
+        , m_row(1, kPartWidth)
     {}
 
     void Begin(const CSourceView& source) override { m_pColors->Begin(source); }
 
-    CRow<T> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override { m_pColors->BeginLine(nLine); }
+    CRow<T> Get(size_t nFirst, size_t nCount) override
     {
-        const CRow<T> colors = m_pColors->Get(nLine);
-        RgbToLuma(colors.data(), m_nWidth, m_row.Row(0));
+        const CRow<T> colors = m_pColors->Get(nFirst, nCount);
+        RgbToLuma(colors.data(), nCount, m_row.Row(0));
         return {m_row.Row(0)};
     }
 
 private:
     std::unique_ptr<IRowSource<T>> m_pColors;
-    size_t m_nWidth;
     CRowBuffer<T> m_row;
 };
 
@@ -175,7 +209,7 @@ public:
         , m_eMethod(eMethod)
         , m_ring(m_lines.GetWidth())
         , m_ringGreen(eMethod == KxBayerInterpolationMethod_Bilinear2 ? m_lines.GetWidth() : 1)
-        , m_rows(3, m_lines.GetWidth())
+        , m_rows(3, kPartWidth)
     {}
 
     void Begin(const CSourceView& source) override
@@ -185,21 +219,33 @@ public:
         m_ringGreen.Clear();
     }
 
-    CRow<T> Get(size_t nLine) override
+    void BeginLine(size_t nLine) override
     {
         const auto nMiddle = static_cast<ptrdiff_t>(nLine);
+        m_bHasRed = (nLine & 1) == m_pattern.nRedY;
+        m_lineRows = Around(nMiddle);
+        if (m_eMethod == KxBayerInterpolationMethod_Bilinear2) {
+            for (ptrdiff_t i = 0; i < 3; ++i)
+                m_apGreen[i] = GreenLine(nMiddle + i - 1);
+        }
+    }
+
+    CRow<T> Get(size_t nFirst, size_t nCount) override
+    {
         if (m_eMethod == KxBayerInterpolationMethod_Off)
-            return {MosaicLine(nMiddle)};
-        const CMosaicRows<T> rows = Around(nMiddle);
+            return {m_lineRows.apRows[2] + nFirst};
+        CMosaicRows<T> rows = m_lineRows;
+        for (const T*& pRow : rows.apRows)
+            pRow = pRow ? pRow + nFirst : nullptr;
+        rows.nWidth = nCount;
         T* const pGreen = m_rows.Row(1);
         if (m_eMethod == KxBayerInterpolationMethod_Mono) {
             DemosaicMono(rows, pGreen);
             return {pGreen};
         }
-        const bool bHasRed = (nLine & 1) == m_pattern.nRedY;
         T* const pRed = m_rows.Row(0);
         T* const pBlue = m_rows.Row(2);
-        Demosaic(rows, nMiddle, {bHasRed ? pRed : pBlue, pGreen, bHasRed ? pBlue : pRed});
+        Demosaic(rows, nFirst, {m_bHasRed ? pRed : pBlue, pGreen, m_bHasRed ? pBlue : pRed});
         return {pRed, pGreen, pBlue};
     }
 
@@ -232,7 +278,7 @@ private:
         });
     }
 
-    void Demosaic(const CMosaicRows<T>& rows, ptrdiff_t nLine, const CColorRows<T>& result)
+    void Demosaic(const CMosaicRows<T>& rows, size_t nFirst, const CColorRows<T>& result)
     {
         switch (m_eMethod) {
         case KxBayerInterpolationMethod_NearestNeighbor:
@@ -242,7 +288,7 @@ private:
             DemosaicCell(rows, result);
             break;
         case KxBayerInterpolationMethod_Bilinear2: {
-            const T* const apGreen[] = {GreenLine(nLine - 1), GreenLine(nLine), GreenLine(nLine + 1)};
+            const T* const apGreen[] = {m_apGreen[0] + nFirst, m_apGreen[1] + nFirst, m_apGreen[2] + nFirst};
             DemosaicDifference(rows, apGreen, result);
             break;
         }
@@ -263,7 +309,10 @@ private:
     EKxBayerInterpolationMethod_t m_eMethod;
     CRowRing<T> m_ring;
     CRowRing<T> m_ringGreen;
-    CRowBuffer<T> m_rows;
+    CRowBuffer<T> m_rows; ///< of a part
+    bool m_bHasRed = false;
+    CMosaicRows<T> m_lineRows{};
+    const T* m_apGreen[3] = {};
 };
 
 } // namespace Detail
