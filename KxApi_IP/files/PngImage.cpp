@@ -247,6 +247,24 @@ void Unspread(CDecodedImage& image, unsigned depth)
     }
 }
 
+/// The library takes memory for a chunk by the length that it tells, so all chunks have to lie in the file.
+void CheckChunks(const CFileContent& content)
+{
+    constexpr size_t kSignature = 8;
+    constexpr size_t kAround = 12; // length, name and checksum
+    for (size_t at = kSignature; content.size - at >= kAround;) {
+        const uint8_t* const chunk = content.data + at;
+        const size_t length =
+            size_t{chunk[0]} << 24 | size_t{chunk[1]} << 16 | size_t{chunk[2]} << 8 | chunk[3];
+        if (length > content.size - at - kAround)
+            break;
+        if (std::memcmp(chunk + 4, "IEND", 4) == 0)
+            return;
+        at += kAround + length;
+    }
+    content.Raise("it ends too early");
+}
+
 /// Deflate yields at most some 1032 bytes a byte, so that a size which the file can't hold is known early.
 void CheckPlausible(const CPngRead& read)
 {
@@ -276,6 +294,7 @@ void EncodePng(const CImageValues& values, const CEncodeOptions& options, COutpu
 
 CDecodedImage DecodePng(const CFileContent& content)
 {
+    CheckChunks(content);
     CPngRead read{content, 0, {}};
     read.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &read.message, OnError, OnWarning);
     read.info = read.png ? png_create_info_struct(read.png) : nullptr;

@@ -133,7 +133,7 @@ TEST_F(ImageFileTest, packed_formats_come_back_in_their_unpacked_form)
 
 TEST_F(ImageFileTest, types_refuse_what_they_cannot_hold)
 {
-    const auto savable = [&](FormatCode format) {
+    const auto typesFor = [&](FormatCode format) {
         std::string types;
         for (int type = -1; type <= 6; ++type) {
             if (m_filer->IsSavable(format, static_cast<EKxStillImageFileType_t>(type)))
@@ -141,20 +141,20 @@ TEST_F(ImageFileTest, types_refuse_what_they_cannot_hold)
         }
         return types;
     };
-    EXPECT_EQ(savable(KxPixelFormat_Mono8), "012345");
-    EXPECT_EQ(savable(KxPixelFormat_BGR8), "012345");
-    EXPECT_EQ(savable(KxPixelFormat_BGRa8), "012345");
-    EXPECT_EQ(savable(KxPixelFormat_Mono12p), "0345");
-    EXPECT_EQ(savable(KxPixelFormat_RGB16), "0345");
-    EXPECT_EQ(savable(KxPixelFormat_BayerRG8), "0345"); // would come back as grey from the others
-    EXPECT_EQ(savable(KxPixelFormat_YUV422_8), "05");
-    EXPECT_EQ(savable(KxPixelFormat_Mono1p), "05");
-    EXPECT_EQ(savable(KxPixelFormat_Coord3D_ABC32f), "05");
-    EXPECT_EQ(savable(KxPixelFormat_None), "");
+    EXPECT_EQ(typesFor(KxPixelFormat_Mono8), "012345");
+    EXPECT_EQ(typesFor(KxPixelFormat_BGR8), "012345");
+    EXPECT_EQ(typesFor(KxPixelFormat_BGRa8), "012345");
+    EXPECT_EQ(typesFor(KxPixelFormat_Mono12p), "0345");
+    EXPECT_EQ(typesFor(KxPixelFormat_RGB16), "0345");
+    EXPECT_EQ(typesFor(KxPixelFormat_BayerRG8), "0345"); // would come back as grey from the others
+    EXPECT_EQ(typesFor(KxPixelFormat_YUV422_8), "05");
+    EXPECT_EQ(typesFor(KxPixelFormat_Mono1p), "05");
+    EXPECT_EQ(typesFor(KxPixelFormat_Coord3D_ABC32f), "05");
+    EXPECT_EQ(typesFor(KxPixelFormat_None), "");
 
     m_filer->SetColorMapType(KxColorMapType_PseudoColorBGR);
-    EXPECT_EQ(savable(KxPixelFormat_Mono12p), "012345"); // as colours of 8 bits
-    EXPECT_EQ(savable(KxPixelFormat_BayerRG12), "0345");
+    EXPECT_EQ(typesFor(KxPixelFormat_Mono12p), "012345"); // as colours of 8 bits
+    EXPECT_EQ(typesFor(KxPixelFormat_BayerRG12), "0345");
 }
 
 TEST_F(ImageFileTest, raw_files_keep_pitch_and_every_bit)
