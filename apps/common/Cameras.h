@@ -49,6 +49,9 @@ public:
     const std::vector<KxApi::CKxProducerInfo>& Producers() const { return m_producers; }
     const std::vector<SystemEntry>& Systems() const { return m_entries; }
 
+    /// All open systems, for what takes them as a whole.
+    KxApi::CIKxSystemPtrArray& SystemArray() { return m_systems; }
+
     /// All cameras, in the order of systems, interfaces and devices.
     std::vector<Camera> All() const;
 

@@ -3,8 +3,6 @@
 
 #include "Pictures.h"
 
-#include <GenTL/GenTL.h>
-
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -19,6 +17,7 @@ namespace
 {
 
 constexpr int kFollowMs = 500; // how often counters are shown anew
+constexpr int kSelectionWidth = 780, kSelectionHeight = 560;
 
 } // namespace
 
@@ -26,7 +25,6 @@ MainWindow::MainWindow(KxApps::Cameras& cameras, RunReport& report)
     : m_cameras(cameras)
     , m_report(report)
     , m_window(CreateIKxWnd(KxWindowType_ImageDisplay))
-    , m_pImageWnd(&dynamic_cast<IKxImageDisplayWnd&>(*m_window))
 {
     setWindowTitle("KxApi viewer");
     resize(1000, 760);
@@ -36,7 +34,7 @@ MainWindow::MainWindow(KxApps::Cameras& cameras, RunReport& report)
     setCentralWidget(pCentre);
     MakeActions();
 
-    m_pImageWnd->SetZoomMode(KxZoomMode_FitToTheWindow);
+    m_window->SetZoomMode(KxZoomMode_FitToTheWindow);
     m_window->RegisterCallback(&m_report);
     m_window->Show(pCentre, KxWindowMode_Child);
     connect(&m_timer, &QTimer::timeout, this, &MainWindow::Follow);
@@ -59,8 +57,8 @@ void MainWindow::MakeActions()
     m_pStart->setEnabled(false);
     m_pStop->setEnabled(false);
 
-    m_pCameraMenu = menuBar()->addMenu("&Camera");
-    connect(m_pCameraMenu, &QMenu::aboutToShow, this, &MainWindow::ListCameras);
+    menuBar()->addMenu("&Camera")->addAction(
+        "&Choose...", [this] { Choose({}); }, QKeySequence::Open);
     QMenu* const pAcquisition = menuBar()->addMenu("&Acquisition");
     pAcquisition->addActions({m_pStart, m_pStop});
 
@@ -80,29 +78,29 @@ void MainWindow::Try(const Call& call)
     Follow();
 }
 
-void MainWindow::ListCameras()
+void MainWindow::Choose(const std::vector<std::string>& settings)
 {
-    m_pCameraMenu->clear();
-    Try([this] { m_cameras.Update(); });
-    for (const KxApps::Camera& camera : m_cameras.All()) {
-        const int32_t nStatus = camera.pInfo->GetAccessStatus();
-        QAction* const pAction = m_pCameraMenu->addAction(QString("%1 [%2]").arg(
-            QString::fromUtf8(camera.pInfo->GetDisplayName().c_str()), KxApps::AccessStatusName(nStatus)));
-        pAction->setEnabled(nStatus == GenTL::DEVICE_ACCESS_STATUS_READWRITE);
-        connect(pAction, &QAction::triggered, this, [this, camera] {
-            Try([&] { Open(camera, {}); });
-            if (m_session)
-                Start(kKxEndless);
-        });
-    }
-    if (m_pCameraMenu->isEmpty())
-        m_pCameraMenu->addAction("No camera was found")->setEnabled(false);
+    Try([&] {
+        const CKxAutoPtr<IKxWndReleasable, IKxDeviceSelectionWnd> selection(
+            CreateIKxWnd(KxWindowType_DeviceSelection));
+        selection->RegisterTargetIKxSystemList(m_cameras.SystemArray());
+        const QPoint middle = geometry().center();
+        selection->SetPosition(middle.x() - kSelectionWidth / 2, middle.y() - kSelectionHeight / 2,
+                               kSelectionWidth, kSelectionHeight);
+        selection->Show(this, KxWindowMode_Modal);
+        KxApps::Camera camera{};
+        selection->GetSelectedDeviceInfo(&camera.pInterface, &camera.pInfo);
+        if (!camera.pInfo)
+            return;
+        Open(camera, settings);
+        m_session->Start(kKxEndless);
+    });
 }
 
 void MainWindow::Open(const KxApps::Camera& camera, const std::vector<std::string>& settings)
 {
     m_session.reset(); // the same camera may be opened anew
-    m_session = std::make_unique<CameraSession>(camera, settings, *m_pImageWnd);
+    m_session = std::make_unique<CameraSession>(camera, settings, *m_window);
     connect(m_session.get(), &CameraSession::Failed, this, &MainWindow::OnFailed, Qt::QueuedConnection);
     connect(
         m_session.get(), &CameraSession::Finished, this,

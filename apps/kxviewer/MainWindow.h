@@ -12,7 +12,6 @@
 #include <memory>
 
 class QLabel;
-class QMenu;
 
 class MainWindow : public QMainWindow
 {
@@ -21,6 +20,10 @@ class MainWindow : public QMainWindow
 public:
     MainWindow(KxApps::Cameras& cameras, RunReport& report);
     ~MainWindow() override;
+
+    /// Lets the user choose a camera, opens and starts it; what is open stays open when none is chosen.
+    /// Errors are shown in the window.
+    void Choose(const std::vector<std::string>& settings);
 
     /// Opens the camera in place of the one that is open. Raises what keeps it from being opened; then none
     /// is.
@@ -41,7 +44,6 @@ signals:
 
 private:
     void MakeActions();
-    void ListCameras();
     void Follow();
     void OnFailed(const QString& strText, bool bEnded);
     /// Runs what a click asks for; its exceptions are shown.
@@ -50,10 +52,8 @@ private:
 
     KxApps::Cameras& m_cameras;
     RunReport& m_report;
-    KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxWnd> m_window;
-    KxApi::IKxImageDisplayWnd* m_pImageWnd;
+    KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxImageDisplayWnd> m_window;
     std::unique_ptr<CameraSession> m_session; // before the window goes, whose images it makes
-    QMenu* m_pCameraMenu = nullptr;
     QAction* m_pStart = nullptr;
     QAction* m_pStop = nullptr;
     QLabel* m_pState = nullptr;

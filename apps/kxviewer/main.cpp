@@ -23,11 +23,14 @@ constexpr int kNoImageMs = 10000;       // a run that waits for images gives up
 struct Options
 {
     bool list = false;
+    bool first = false;
     bool report = false;
     std::string device;
     uint64_t images = 0;
     std::string pictures;
     std::vector<std::string> settings;
+
+    bool Ends() const { return images > 0 || !pictures.empty(); }
 };
 
 void AddOptions(CLI::App& program, Options& options)
@@ -91,18 +94,28 @@ void EndByItself(MainWindow& window, const Options& options)
     pWatch->start(kNoImageMs);
 }
 
+// Runs that end by themselves have nobody who could choose.
+bool IsChosenByUser(const Options& options)
+{
+    return options.device.empty() && !options.first && !options.Ends();
+}
+
 int Show(KxApps::Cameras& cameras, const Options& options)
 {
     RunReport report;
     MainWindow window(cameras, report);
-    window.Open(options.device.empty() ? cameras.First() : cameras.Find(options.device), options.settings);
-    window.show();
-    const bool bEnds = options.images > 0 || !options.pictures.empty();
-    if (bEnds)
+    if (options.Ends())
         EndByItself(window, options);
-    QTimer::singleShot(0, [&] {
-        window.Start(!bEnds ? kKxEndless : options.images > 0 ? options.images : kPictureImages);
-    });
+    if (IsChosenByUser(options)) {
+        QTimer::singleShot(0, [&] { window.Choose(options.settings); });
+    } else {
+        window.Open(options.device.empty() ? cameras.First() : cameras.Find(options.device),
+                    options.settings);
+        QTimer::singleShot(0, [&] {
+            window.Start(!options.Ends() ? kKxEndless : options.images > 0 ? options.images : kPictureImages);
+        });
+    }
+    window.show();
     const int nResult = QApplication::exec();
     if (options.report)
         std::cout << report.Text().toStdString() << "\n";
