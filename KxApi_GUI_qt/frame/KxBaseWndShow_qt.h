@@ -45,7 +45,13 @@ template <class Present>
 void CKxBaseWnd<TInside, TDlgParent, TPartDlg>::Open(QWidget* pParent, bool bWithMenuBar, Present present)
 {
     const _EKxWindowMode_t eMode = m_regWindowMode.GetValue();
-    auto* const pDialog = static_cast<TPartDlg*>(CreatePartDlg(pParent, bWithMenuBar));
+    TPartDlg* pDialog = nullptr;
+    try {
+        pDialog = static_cast<TPartDlg*>(CreatePartDlg(pParent, bWithMenuBar));
+    } catch (...) {
+        SetWindowModeValue(KxWindowMode_None);
+        throw;
+    }
     RunInGuiThread([&] {
         TPartDlg* pOther = nullptr;
         {

@@ -95,9 +95,12 @@ void CKxDisplayImageWnd::OnNodeCallbackPixelFormatConv(GenApi::INode* pNode)
 void CKxDisplayImageWnd::RegisterIKxImage(IKxImage* pIKxImage)
 {
     CheckImage(pIKxImage);
-    const int32_t nSlot = m_objRing.Claim(CImageRing::RawWrite);
-    m_objRing.Buffer(nSlot)->CopyImage(pIKxImage);
-    m_objRing.Set(CImageRing::RawLatest, nSlot);
+    {
+        const GenApi::AutoLock lock(m_lockRegister);
+        const int32_t nSlot = m_objRing.Claim(CImageRing::RawWrite);
+        m_objRing.Buffer(nSlot)->CopyImage(pIKxImage);
+        m_objRing.Set(CImageRing::RawLatest, nSlot);
+    }
     m_bHasImage = true;
     // This one directly: it only leaves a note for the next refresh.
     WithDialog([](CDisplayImagePartDlg& dialog) {

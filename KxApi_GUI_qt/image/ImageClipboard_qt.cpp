@@ -43,8 +43,11 @@ constexpr CFormatRow kFormats[] = {
     {KxPixelFormat_BGRa8, QImage::Format_RGBX8888},
 };
 
+/// Whether an image buffer can copy it, and the clipboard take the copy.
 bool GoesAsItIs(const IKxImage& image)
 {
+    if (!dynamic_cast<const IKxImageInside*>(&image))
+        return false;
     const EKxPixelFormatNamingConvention_t ePixelFormat = image.GetImagePixelFormat();
     return image.GetImageLinePitch() % kLineAlignment == 0 &&
            (ePixelFormat == KxPixelFormat_Mono8 || ePixelFormat == KxPixelFormat_BGR8 ||

@@ -182,6 +182,7 @@ private:
     std::atomic<bool> m_bPreviewDirty{false}; // a setting changed, so that the next preview is made anew
     // Held for a whole conversion; the ring's lock may be taken with it held, and the converter's, no other.
     GenApi::CLock m_lockPreview;
+    GenApi::CLock m_lockRegister; // held while an image is copied; the ring's lock may be taken with it held
     CImageRing m_objRing;
     CKxAutoPtr<IKxConverterReleasable, IKxPixelFormatConverterInside> m_pConverter;
     EKxPixelFormatNamingConvention_t m_eColorDestinationPixelFormat = KxPixelFormat_RGB8;

@@ -51,12 +51,14 @@ enum _EKxBayerInterpolationMethodForStillImageFile_t : uint32_t
 /// it, so that the camera's thread pays for one copy and no more. Any thread. Settings also exist as features
 /// of GetINodeMap; they survive closing. A value out of range raises OutOfRangeException and changes nothing.
 ///
-/// Images that it hands out belong to the window and stay what they are until the same call is made again.
+/// Images that it hands out belong to the window and stay what they are until the same call is made again;
+/// the registered one also until the user saves an image.
 struct IKxImageDisplayWnd : virtual IKxWnd
 {
-    /// Shows the image from the next refresh on. It is read during the call only. One thread at a time.
-    /// Raises InvalidArgumentException for null, RuntimeException for an image without size,
-    /// BadAllocException.
+    /// Shows the image from the next refresh on. It is read during the call only; calls take turns. Raises
+    /// InvalidArgumentException for null, an unknown pixel format and an image that isn't of the SDK's own
+    /// making, RuntimeException for one without pixels, BadAllocException. The window then goes on with the
+    /// image it had.
     virtual void RegisterIKxImage(IKxImage* pIKxImage) = 0;
     /// Whether there ever was an image.
     virtual bool HasImage() const = 0;
