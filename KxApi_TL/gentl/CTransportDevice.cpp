@@ -223,6 +223,9 @@ void CTransportDevice::TakeOwnEvents(GenTL::EVENT_TYPE type, const char* szThrea
 
 void CTransportDevice::OnRemoteNodeMap(GenApi::INodeMap& map)
 {
+    // A port that doesn't let the description be read in parts says nothing about the device.
+    if (Probe() != GenTL::GC_ERR_SUCCESS)
+        m_probeAddress = 0;
     m_remoteEvents = std::make_unique<GenApi::CEventAdapterGeneric>(&map);
     TakeOwnEvents(GenTL::EVENT_REMOTE_DEVICE, "KxRemoteEvents",
                   [this](const CEvent& event) { DeliverEvent(event, *m_remoteEvents); });
@@ -262,6 +265,17 @@ bool CTransportDevice::FindLoss(GenTL::GC_ERROR& error) const
     return size == sizeof(status) && status == GenTL::DEVICE_ACCESS_STATUS_NOACCESS;
 }
 
+GenTL::GC_ERROR CTransportDevice::Probe() const
+{
+    GenTL::PORT_HANDLE port = nullptr;
+    const GenTL::GC_ERROR error = m_lib->DevGetPort(m_handle, &port);
+    if (error != GenTL::GC_ERR_SUCCESS)
+        return error;
+    uint32_t beginning = 0;
+    size_t size = sizeof(beginning);
+    return m_lib->GCReadPort(port, m_probeAddress, &beginning, &size);
+}
+
 bool CTransportDevice::CheckLost()
 {
     GenTL::GC_ERROR error = GenTL::GC_ERR_SUCCESS;
@@ -271,12 +285,7 @@ bool CTransportDevice::CheckLost()
         ReportLoss(error);
     } else if (m_probeAddress != 0) {
         // Not all producers know the state of a device that nobody talks to.
-        uint32_t beginning = 0;
-        size_t size = sizeof(beginning);
-        GenTL::PORT_HANDLE port = nullptr;
-        error = m_lib->DevGetPort(m_handle, &port);
-        if (error == GenTL::GC_ERR_SUCCESS)
-            error = m_lib->GCReadPort(port, m_probeAddress, &beginning, &size);
+        error = Probe();
         if (error == GenTL::GC_ERR_SUCCESS)
             m_failedProbes = 0;
         else if (++m_failedProbes >= kProbesUntilLost)

@@ -79,6 +79,7 @@ private:
     void OnLocalNodeMap(GenApi::INodeMap& map);
     void OnErrorEvent(const CEvent& event);
     bool FindLoss(GenTL::GC_ERROR& error) const;
+    GenTL::GC_ERROR Probe() const;
     void ReportLoss(GenTL::GC_ERROR error);
     void Report(uint32_t nType, GenTL::GC_ERROR error, const GenICam::gcstring& text);
 

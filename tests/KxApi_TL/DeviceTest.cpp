@@ -173,10 +173,10 @@ TEST_F(Device, EventDataArriveInTheNodesWithTheirID)
     const DevicePtr device = Open();
     const StreamPtr stream = OpenStream(device);
     const GenApi::CIntegerPtr line = Integer(device->GetIKxRemotePort(), "EventExposureEndLine");
-    const GenApi::CIntegerPtr ofModule = Integer(device->GetIKxLocalPort(), "EventCount");
-    const GenApi::CIntegerPtr ofStream = Integer(stream->GetIKxPort(), "EventCount");
+    const GenApi::CIntegerPtr moduleCount = Integer(device->GetIKxLocalPort(), "EventCount");
+    const GenApi::CIntegerPtr streamCount = Integer(stream->GetIKxPort(), "EventCount");
     EXPECT_FALSE(GenApi::IsReadable(line->GetAccessMode())) << "no event yet";
-    const Watcher lineWatcher(line), moduleWatcher(ofModule), streamWatcher(ofStream);
+    const Watcher lineWatcher(line), moduleWatcher(moduleCount), streamWatcher(streamCount);
     const auto value = [](uint32_t nValue) { return Told(nValue, GenTL::INFO_DATATYPE_BUFFER); };
     camera->Push('l', GenTL::EVENT_REMOTE_DEVICE, {ToldText("9001"), value(4711)});
     camera->Push('l', GenTL::EVENT_MODULE, {ToldText("A1"), value(5)});
@@ -184,9 +184,9 @@ TEST_F(Device, EventDataArriveInTheNodesWithTheirID)
     EXPECT_TRUE(lineWatcher.Sees(1));
     EXPECT_EQ(line->GetValue(), 4711);
     EXPECT_TRUE(moduleWatcher.Sees(1));
-    EXPECT_EQ(ofModule->GetValue(), 5);
+    EXPECT_EQ(moduleCount->GetValue(), 5);
     EXPECT_TRUE(streamWatcher.Sees(1));
-    EXPECT_EQ(ofStream->GetValue(), 6);
+    EXPECT_EQ(streamCount->GetValue(), 6);
 }
 
 TEST_F(Device, BrokenEventsAreToldAndHarmNothing)
@@ -234,9 +234,11 @@ TEST_F(Device, ClosesThoughTheProducerHangsInItsEvents)
     DevicePtr device = Open();
     device->GetIKxRemotePort()->GetINodeMap();
     camera->isHanging = true;
+    EXPECT_TRUE(Eventually([&] { return camera->hangingCount == 4; })) << "each kind of events";
     device.Reset();
     EXPECT_EQ(camera->access, 0);
     camera->LetGo();
+    EXPECT_TRUE(Eventually([&] { return camera->hangingCount == 0; }));
 }
 
 } // namespace

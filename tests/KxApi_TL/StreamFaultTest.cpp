@@ -317,7 +317,8 @@ TEST_F(StreamFault, AProducerThatHangsInItsWaitIsLeftAlone)
 {
     m_stream->StartAcquisition(nullptr, kKxEndless);
     camera->isHanging = true;
-    EXPECT_FALSE(ImagePtr(m_stream->FetchImage(300))) << "the time-out holds all the same";
+    EXPECT_TRUE(Eventually([&] { return camera->hangingCount == 5; })) << "the stream and the events";
+    EXPECT_FALSE(ImagePtr(m_stream->FetchImage(20))) << "the time-out holds all the same";
     EXPECT_THROW(m_stream->StopAcquisition(), GenICam::RuntimeException);
     EXPECT_FALSE(m_stream->IsAcquiring());
     EXPECT_FALSE(camera->isStarted);

@@ -16,11 +16,12 @@ using Lock = std::unique_lock<std::mutex>;
 
 constexpr uint64_t kXmlAddress = 0x10000;
 
-FakeCamera g_camera;
+// Never destroyed: a thread that was left alone may still be here when the process ends.
+FakeCamera& g_camera = *new FakeCamera;
 // Handles are addresses of these.
 char g_system, g_interface, g_device, g_remote, g_stream;
 using EventKey = std::pair<char, int32_t>;
-std::map<EventKey, EventKey> g_events; // by themselves, for handles
+auto& g_events = *new std::map<EventKey, EventKey>; // by themselves, for handles
 
 /// Modules by the letters that tests name them by.
 char ModuleOf(const void* handle)
@@ -325,7 +326,9 @@ GC_API EventGetData(EVENT_HANDLE event, void* buffer, size_t* size, uint64_t tim
         return queue == g_camera.queues.end() || queue->second.isKilled || !queue->second.events.empty();
     };
     g_camera.changed.wait_for(lock, std::chrono::milliseconds(timeout), isNews);
+    ++g_camera.hangingCount;
     g_camera.changed.wait(lock, [] { return !g_camera.isHanging; });
+    --g_camera.hangingCount;
     const auto queue = g_camera.queues.find(*key);
     if (queue == g_camera.queues.end() || std::exchange(queue->second.isKilled, false))
         return GC_ERR_ABORT;

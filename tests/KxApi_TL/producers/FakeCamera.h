@@ -89,6 +89,7 @@ public:
     FakeInfos deviceInfos;
     std::map<char, std::string> descriptions; ///< of the modules 'r'emote, 'l'ocal, 's'tream, instead of ours
     std::atomic<bool> isHanging{false};       ///< waits for events neither time out nor can be killed
+    std::atomic<int> hangingCount{0};         ///< of these waits
     std::atomic<bool> isUnplugged{false};
     size_t eventSize = sizeof(GenTL::EVENT_NEW_BUFFER_DATA); ///< bytes of a new-buffer event
 
