@@ -28,6 +28,7 @@ namespace
 
 constexpr const char* kFormatKey = "PixelFormat"; // of the text that names the pixel format
 constexpr size_t kChunkSize = size_t{64} * 1024;
+constexpr uint32_t kFastCompression = 3;
 constexpr png_uint_32 kMaxSize = 0x7FFFFFFF;
 
 struct CMessage
@@ -130,6 +131,10 @@ bool WritePng(CPngWrite& write)
     png_set_user_limits(write.png, kMaxSize, kMaxSize);
     png_set_compression_level(write.png, static_cast<int>(write.compression));
     png_set_compression_buffer_size(write.png, kChunkSize);
+    // Trying all filters on each line takes longer than the fast levels' compression itself.
+    if (write.compression <= kFastCompression && !write.picture.Palette())
+        png_set_filter(write.png, PNG_FILTER_TYPE_BASE,
+                       write.compression == 0 ? PNG_FILTER_NONE : PNG_FILTER_SUB);
     png_set_IHDR(write.png, write.info, static_cast<png_uint_32>(write.picture.Width()),
                  static_cast<png_uint_32>(write.picture.Height()), form.depth > 8 ? 16 : 8,
                  ColorType(write.picture), PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
