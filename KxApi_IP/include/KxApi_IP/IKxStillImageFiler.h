@@ -34,8 +34,8 @@ enum EKxFilerType_t : int32_t
 };
 
 /// Writes images to files and reads them. No pixel is converted: a file holds the values of the image, or the
-/// type refuses the format, which IsSavable tells beforehand; only a colour map set on the filer changes what
-/// the picture types show of grey images. One thread at a time for each filer; different filers don't
+/// type refuses the format, which IsSavable tells beforehand. JPEG alone changes values, and leaves alpha out;
+/// and a colour map set on the filer changes what the picture types show of grey images. One thread at a time for each filer; different filers don't
 /// disturb each other.
 struct IKxStillImageFiler
 {
