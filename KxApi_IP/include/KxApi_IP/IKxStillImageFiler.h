@@ -34,9 +34,9 @@ enum EKxFilerType_t : int32_t
 };
 
 /// Writes images to files and reads them. No pixel is converted: a file holds the values of the image, or the
-/// type refuses the format, which IsSavable tells beforehand. JPEG alone changes values, and leaves alpha out;
-/// and a colour map set on the filer changes what the picture types show of grey images. One thread at a time for each filer; different filers don't
-/// disturb each other.
+/// type refuses the format, which IsSavable tells beforehand. JPEG alone changes values, and leaves alpha
+/// out; and a colour map set on the filer changes what the picture types show of grey images. One thread at a
+/// time for each filer; different filers don't disturb each other.
 struct IKxStillImageFiler
 {
     /// Whether images of the format can go into files of the type. False for codes that name neither.
