@@ -85,6 +85,7 @@ TEST_F(Network, DiscoveryFindsWhomItAddresses)
         return Interface("KxSim_GEV").GetDeviceCount();
     };
     EXPECT_EQ(count(), 3U);
+    Set(Map(), "DeviceSelector", "2");
     Set(Map(), "GevDiscoveryAllowsBroadcastOfAcknowledge", "0");
     EXPECT_EQ(count(), 2U) << "from another subnet no answer to one address comes back";
     Set(Map(), "GevDiscoveryAllowsBroadcastOfAcknowledge", "1");
@@ -93,6 +94,7 @@ TEST_F(Network, DiscoveryFindsWhomItAddresses)
     Set(Map(), "GevDeviceDiscoveryCommandDestinationIPAddress", "192.168.10.22");
     ASSERT_EQ(count(), 1U);
     EXPECT_EQ(Interface("KxSim_GEV").GetIKxDeviceInfo(0)->GetID(), kPolarized.camera);
+    EXPECT_EQ(Get(Map(), "DeviceID"), kPolarized.camera) << "the selector doesn't stay behind the end";
     Set(Map(), "GevDeviceDiscoveryCommandDestinationIPAddress", "192.168.77.1");
     EXPECT_EQ(count(), 0U);
     EXPECT_EQ(Map().GetNode("DeviceSelector")->GetAccessMode(), GenApi::NA);

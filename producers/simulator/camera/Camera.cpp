@@ -307,6 +307,9 @@ void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
     lock.lock();
     if (m_acquisition != acquisition)
         return;
+    // The first image took the making of the scene, after which the others are not to come in a burst.
+    if (m_images == 1)
+        m_nextImage = std::max(m_nextImage, Clock::now());
     Registers().SetInteger("KxImageCountReg", static_cast<int64_t>(m_images & 0xFFFFFFFF));
     if (m_images % kInvalidateEvery == 0 || m_imagesLeft == 1)
         Invalidate("KxImageCount");

@@ -113,11 +113,11 @@ public:
         const float column = std::floor(across), row = std::floor(down);
         const bool isField = column >= 0 && column < 4 && row >= 0 && row < 4;
         if (!isField || across - column > 0.9F || down - row > 0.9F)
-            return Grey(0.3F);
+            return Grey(0.2F);
         static constexpr std::array<CLight, 4> kColours = {{{0.9F, 0.9F, 0.9F, 0, 0},
-                                                            {0.8F, 0.3F, 0.3F, 0, 0},
-                                                            {0.3F, 0.8F, 0.3F, 0, 0},
-                                                            {0.3F, 0.3F, 0.8F, 0, 0}}};
+                                                            {0.9F, 0.5F, 0.5F, 0, 0},
+                                                            {0.5F, 0.9F, 0.5F, 0, 0},
+                                                            {0.5F, 0.5F, 0.9F, 0, 0}}};
         const CLight& colour = kColours[static_cast<size_t>(row)];
         return Polarized(colour.red, colour.green, colour.blue, 1 - row * 0.25F, column * 45);
     }

@@ -35,6 +35,10 @@ bool CInterface::UpdateDeviceList()
     }
     const bool hasChanged = found != m_devices;
     m_devices = std::move(found);
+    // The selector stays on a device. The producer's lock guards the registers as well.
+    const int64_t last = std::max<int64_t>(0, static_cast<int64_t>(m_devices.size()) - 1);
+    CRegisterMap& map = m_port.Registers();
+    map.SetInteger("DeviceSelectorReg", std::min(map.GetInteger("DeviceSelectorReg"), last));
     return hasChanged;
 }
 

@@ -36,6 +36,7 @@ void DescribeDevices(const CAdapter& adapter, CFeatureList& list)
     list.Add(Integer("DeviceSelector", "Which device the features below are about")
                  .Expert()
                  .Range("0", "KxDeviceSelectorMax")
+                 .ChangedBy({"DeviceUpdateList"})
                  .AvailableIf(kHasDevices)
                  .NotStored());
     const auto device = [&](CFeature feature) {
