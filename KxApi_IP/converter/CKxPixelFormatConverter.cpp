@@ -67,6 +67,7 @@ CSourceView CheckedView(const IKxImage& image, const CSourceFormat& source)
     if (view.nLinePitch < nLineBytes)
         throw INVALID_ARGUMENT_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "LinePitch",
                                          Signed(view.nLinePitch), Signed(nLineBytes));
+    source.pInfo->GetImageSize(view.nHeight, view.nLinePitch); // raises when it can't be told
     if (source.pInfo->GetPlaneCount() > 1 && view.nPlanePitch < view.nLinePitch * view.nHeight)
         throw INVALID_ARGUMENT_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "PlanePitch",
                                          Signed(view.nPlanePitch), Signed(view.nLinePitch * view.nHeight));

@@ -67,10 +67,10 @@ std::vector<Component> ComponentsAt(IKxImage& image, size_t x, size_t y, bool na
     return components;
 }
 
-int64_t ValueOf(const std::vector<Component>& components, std::initializer_list<unsigned> whats)
+int64_t ValueOf(const std::vector<Component>& components, std::initializer_list<unsigned> kinds)
 {
     for (const Component& c : components) {
-        if (std::find(whats.begin(), whats.end(), c.what) != whats.end())
+        if (std::find(kinds.begin(), kinds.end(), c.what) != kinds.end())
             return c.value;
     }
     return -1;

@@ -201,6 +201,7 @@ TEST(ConverterRun, BadSourcesAreNamedAndNothingIsWritten)
               "OutOfRange: Height = 0 must be equal or greater than Min = 1");
     EXPECT_EQ(refused(mono, [](View& v) { v.nWidth = size_t{1} << 60; }),
               "OutOfRange: Width = 1152921504606846976 must be equal or smaller than Max = 16777216");
+    EXPECT_EQ(refused(mono, [](View& v) { v.nHeight = size_t{1} << 62; }).substr(0, 11), "OutOfRange:");
     EXPECT_EQ(refused(mono, [](View& v) { v.nLinePitch = 11; }),
               "InvalidArgument: LinePitch = 11 must be equal or greater than Min = 12");
     EXPECT_EQ(refused(mono, [](View& v) { v.isEmpty = true; }), "Runtime: There is no available image.");

@@ -2,4 +2,7 @@
 // Image processing: everything that libKxApi_IP offers.
 #pragma once
 
+#include <KxApi_IP/IKxGraphDataBufferList.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
+#include <KxApi_IP/IKxStillImageFiler.h>
+#include <KxApi_IP/KxImageGraph.h>
