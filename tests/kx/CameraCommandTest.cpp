@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The commands for cameras, against the simulated ones.
-#include "KxProgram.h"
+#include "ProgramTest.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -24,14 +24,14 @@ using testing::StartsWith;
 
 constexpr const char* kMono = "KX-U5M_1001";
 
-class CameraCommand : public KxTest::KxProgram
+class CameraCommand : public KxTest::ProgramTest
 {
 protected:
     // A temporary folder of the test's own keeps it apart from tests that open the same cameras at this
     // moment.
     Outcome Run(const std::string& arguments, const std::string& environment = "") const
     {
-        return RunKx(arguments, "TMPDIR=. " + environment);
+        return RunProgram(KX_PROGRAM, arguments, "TMPDIR=. " + environment);
     }
     void ExpectFailure(const Outcome& outcome, const std::string& told, int exitCode = 1) const
     {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "KxProgram.h"
+#include "ProgramTest.h"
 
 #include <KxApi_IP/IKxStillImageFiler.h>
 #include <KxApi_TL/CKxAutoPtr.h>
@@ -27,10 +27,10 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class ConvertCommand : public KxTest::KxProgram
+class ConvertCommand : public KxTest::ProgramTest
 {
 protected:
-    Outcome Run(const std::string& arguments) const { return RunKx("convert " + arguments); }
+    Outcome Run(const std::string& arguments) const { return RunProgram(KX_PROGRAM, "convert " + arguments); }
 
     template <class T>
     void MakeRaw(const std::string& name, EKxPixelFormatNamingConvention_t format, size_t width,

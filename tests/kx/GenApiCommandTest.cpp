@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "KxProgram.h"
+#include "ProgramTest.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -24,10 +24,10 @@ using testing::StartsWith;
 
 const std::string kSample = "'" SAMPLE_DESCRIPTION "'";
 
-class GenApiCommand : public KxTest::KxProgram
+class GenApiCommand : public KxTest::ProgramTest
 {
 protected:
-    Outcome Run(const std::string& arguments) const { return RunKx("genapi " + arguments); }
+    Outcome Run(const std::string& arguments) const { return RunProgram(KX_PROGRAM, "genapi " + arguments); }
 
     Outcome RunOn(const std::string& xml, const std::string& arguments = "") const
     {

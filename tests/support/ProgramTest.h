@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// kx as its users meet it: the program is run, its output and exit code are looked at.
+// Programs as their users meet them: run, with output and exit code looked at.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -38,8 +38,8 @@ inline std::vector<std::string> LinesOf(const std::string& text)
     return lines;
 }
 
-/// Runs kx in a folder of the test's own.
-class KxProgram : public testing::Test
+/// Runs programs in a folder of the test's own.
+class ProgramTest : public testing::Test
 {
 protected:
     void SetUp() override
@@ -51,9 +51,10 @@ protected:
     void TearDown() override { std::filesystem::remove_all(m_folder); }
 
     /// @param environment such as "NAME=value NAME2=value "
-    Outcome RunKx(const std::string& arguments, const std::string& environment = "") const
+    Outcome RunProgram(const std::string& program, const std::string& arguments,
+                       const std::string& environment = "") const
     {
-        const std::string command = "cd " + m_folder.string() + " && " + environment + "'" KX_PROGRAM "' " +
+        const std::string command = "cd " + m_folder.string() + " && " + environment + "'" + program + "' " +
                                     arguments + " >output.txt 2>errors.txt </dev/null";
         const int status = std::system(command.c_str());
         Outcome outcome;

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+// The viewer, and the sample that knows nothing of Qt, run without a display.
+#include "ProgramTest.h"
+
+#include <gmock/gmock.h>
+
+#include <QImage>
+#include <set>
+
+namespace
+{
+
+using KxTest::LinesOf;
+using KxTest::Outcome;
+using testing::AllOf;
+using testing::Contains;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::StartsWith;
+
+class Viewer : public KxTest::ProgramTest
+{
+protected:
+    // A temporary folder of the test's own keeps it apart from tests that open the same cameras at this
+    // moment.
+    Outcome Run(const std::string& arguments, const std::string& program = VIEWER_PROGRAM) const
+    {
+        return RunProgram(program, arguments, "TMPDIR=. QT_QPA_PLATFORM=offscreen ");
+    }
+    // Number of different colours in a saved picture.
+    size_t Colours(const char* name) const
+    {
+        const QImage image(QString::fromStdString((m_folder / name).string()));
+        std::set<QRgb> colours;
+        for (int y = 0; y < image.height(); y += 5)
+            for (int x = 0; x < image.width(); x += 5)
+                colours.insert(image.pixel(x, y));
+        return colours.size();
+    }
+};
+
+TEST_F(Viewer, ListsCamerasWithoutADisplay)
+{
+    const Outcome outcome = Run("--list");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(LinesOf(outcome.output),
+                AllOf(Contains(AllOf(StartsWith("KX-U5M_1001"), EndsWith("[ReadWrite]"))),
+                      Contains(AllOf(StartsWith("KX-G1M_2003"), EndsWith("[NoAccess]")))));
+}
+
+TEST_F(Viewer, SavesPicturesOfItsWindowsWithTheImageInThem)
+{
+    const Outcome outcome = Run("--frames 3 --screenshot pictures --report --set Width=640");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(LinesOf(outcome.output), AllOf(Contains(EndsWith("pictures/viewer.png")),
+                                               Contains(StartsWith("3 images acquired, "))));
+    // The scene has more greys than an empty window has colours.
+    EXPECT_GT(Colours("pictures/image.png"), 8U);
+    EXPECT_GT(Colours("pictures/viewer.png"), 8U);
+}
+
+TEST_F(Viewer, TellsWhatKeepsItFromShowingACamera)
+{
+    const struct
+    {
+        const char* arguments;
+        const char* told;
+        int exitCode;
+    } cases[] = {
+        {"--device nobody --frames 1", "no camera is called 'nobody'; there are: ", 1},
+        {"--device KX-G1M_2003 --frames 1", "cannot open KX-G1M_2003 (NoAccess)", 1},
+        {"--set Width=1000000 --frames 1", "Width=1000000: ", 1},
+        {"--frames 1 --screenshot /proc/pictures", "'/proc/pictures'", 1},
+        {"--frames 0", "--frames", 2},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = Run(c.arguments);
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.arguments;
+        EXPECT_THAT(outcome.errors, HasSubstr(c.told)) << c.arguments;
+    }
+}
+
+TEST_F(Viewer, SampleShowsLiveImagesFromAHostWithoutQt)
+{
+    const Outcome outcome = Run("5", LIVE_PROGRAM);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_THAT(outcome.output, MatchesRegex("[1-9][0-9]* images\n"));
+}
+
+} // namespace
