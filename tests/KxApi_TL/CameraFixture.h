@@ -19,7 +19,9 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <functional>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -45,6 +47,12 @@ inline bool Eventually(const std::function<bool()>& holds)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return false;
+}
+
+inline size_t ThreadCount()
+{
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return static_cast<size_t>(std::distance(begin(tasks), end(tasks)));
 }
 
 /// Remembers the images it got, and does with them what a test wants.
@@ -143,7 +151,11 @@ protected:
         ASSERT_NE(m_library, nullptr);
         camera = reinterpret_cast<decltype(&KxFakeCamera)>(dlsym(m_library, "KxFakeCamera"))();
     }
-    void TearDown() override { dlclose(m_library); }
+    void TearDown() override
+    {
+        EXPECT_TRUE(Eventually([this] { return ThreadCount() <= m_nThreads; })) << "a thread is left";
+        dlclose(m_library);
+    }
 
     DevicePtr Open(KxApi::EKxDeviceAccess_t eAccess = KxApi::KxDeviceAccess_Control) const
     {
@@ -155,6 +167,7 @@ protected:
         return pPort->GetINodeMap()->GetNode(szName);
     }
 
+    const size_t m_nThreads = ThreadCount();
     KxApi::CKxApiAutoInitTerm m_sdk;
     SystemPtr m_system;
     KxApi::IKxInterface* m_interface = nullptr;

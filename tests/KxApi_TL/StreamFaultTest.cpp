@@ -14,7 +14,6 @@ using namespace KxApi;
 using namespace KxTest;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class StreamFault : public CameraFixture
 {

@@ -8,7 +8,6 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <set>
 
@@ -356,12 +355,6 @@ TEST_F(Stream, HandsOutChunksWithoutImage)
     EXPECT_EQ(image->GetImagePixelFormat(), KxPixelFormat_None);
     EXPECT_THROW(image->GetROIImage(0, 0, 1, 1), GenICam::RuntimeException);
     EXPECT_EQ(Integer(m_device->GetIKxRemotePort(), "ChunkGain")->GetValue(), 1) << "the frame's ID";
-}
-
-size_t ThreadCount()
-{
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return static_cast<size_t>(std::distance(begin(tasks), end(tasks)));
 }
 
 /// Bytes of the process that lie in memory.

@@ -16,12 +16,11 @@ using Lock = std::unique_lock<std::mutex>;
 
 constexpr uint64_t kXmlAddress = 0x10000;
 
-// Never destroyed: a thread that was left alone may still be here when the process ends.
-FakeCamera& g_camera = *new FakeCamera;
+FakeCamera g_camera;
 // Handles are addresses of these.
 char g_system, g_interface, g_device, g_remote, g_stream;
 using EventKey = std::pair<char, int32_t>;
-auto& g_events = *new std::map<EventKey, EventKey>; // by themselves, for handles
+std::map<EventKey, EventKey> g_events; // by themselves, for handles
 
 /// Modules by the letters that tests name them by.
 char ModuleOf(const void* handle)
