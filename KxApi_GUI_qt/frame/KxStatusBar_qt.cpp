@@ -16,6 +16,7 @@ namespace
 
 constexpr int kPollIntervalMs = 500;
 constexpr int kMaximumHeight = 30;
+constexpr int kTextFrame = static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken);
 
 } // namespace
 
@@ -40,6 +41,9 @@ void CKxStatusBar::AddField(int nIndex)
     pLabel->setMinimumWidth(1);
     // A text of the user's may look like markup.
     pLabel->setTextFormat(Qt::PlainText);
+    // As high as with a text, since what is above would jump when the first one comes.
+    pLabel->setFrameStyle(kTextFrame);
+    pLabel->setText(" ");
     unsigned int nWidth = 0;
     bool bStretch = false;
     m_pInfo->GetStatusBarInfo(nIndex, &nWidth, &bStretch);
@@ -49,6 +53,13 @@ void CKxStatusBar::AddField(int nIndex)
         pLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_vecLabels.push_back(pLabel);
     addWidget(pLabel, bStretch ? 2 : 1);
+}
+
+void CKxStatusBar::showEvent(QShowEvent* pEvent)
+{
+    // The first texts needn't wait.
+    QTimer::singleShot(0, this, &CKxStatusBar::OnTimer);
+    QStatusBar::showEvent(pEvent);
 }
 
 void CKxStatusBar::OnTimer()
@@ -73,7 +84,7 @@ void CKxStatusBar::ShowTexts()
             label.hide();
             continue;
         }
-        label.setFrameStyle(static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken));
+        label.setFrameStyle(kTextFrame);
         label.setText(listText[nIndex]);
         label.show();
     }

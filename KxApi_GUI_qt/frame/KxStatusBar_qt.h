@@ -13,8 +13,8 @@ namespace KxApi
 
 struct IKxStatusBarInfo;
 
-/// Asks the window for the texts of its fields every 500 ms while it is visible, and shows those that aren't
-/// empty. GUI thread.
+/// Asks the window for the texts of its fields when it is shown and every 500 ms while it is visible, and
+/// shows those that aren't empty. GUI thread.
 class CKxStatusBar : public QStatusBar
 {
     Q_OBJECT
@@ -22,6 +22,9 @@ class CKxStatusBar : public QStatusBar
 public:
     /// @param pInfo the window, not owned. Raises BadAllocException.
     explicit CKxStatusBar(IKxStatusBarInfo* pInfo);
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
 
 private slots:
     void OnTimer();

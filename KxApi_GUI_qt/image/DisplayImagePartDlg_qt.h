@@ -135,14 +135,14 @@ private:
     std::atomic<uint64_t> m_nImageHeight{0};
 
     QMenuBar m_objMenuBar;
-    QMenu m_objContextMenu;
-    QMenu m_objMenuFile;
-    QMenu m_objMenuSave;
-    QMenu m_objMenuView;
-    QMenu m_objMenuZoom;
-    QMenu m_objMenuFixedZoom;
-    QMenu m_objMenuPixelConverter;
-    QMenu m_objMenuBayer;
+    QMenu m_objContextMenu{this};
+    QMenu m_objMenuFile{this};
+    QMenu m_objMenuSave{this};
+    QMenu m_objMenuView{this};
+    QMenu m_objMenuZoom{this};
+    QMenu m_objMenuFixedZoom{this};
+    QMenu m_objMenuPixelConverter{this};
+    QMenu m_objMenuBayer{this};
     QAction m_objActionFit;
     QAction m_objActionReverseY;
     QAction m_objActionStatusBar;

@@ -61,13 +61,23 @@ bool FitsPicture(const IKxImage& image)
            image.GetImageLinePitch() <= static_cast<size_t>(std::numeric_limits<int>::max());
 }
 
+/// Shares the image's memory. As read-only: what changes the picture then copies it, and the image stays what
+/// it is.
 QImage Wrapped(const IKxImage& image, QImage::Format eFormat)
 {
-    // As read-only memory: what changes the picture then copies it, and the image of the ring stays what it
-    // is.
     return QImage(static_cast<const uchar*>(image.GetImageBuffer()), static_cast<int>(image.GetImageWidth()),
                   static_cast<int>(image.GetImageHeight()), static_cast<int>(image.GetImageLinePitch()),
                   eFormat);
+}
+
+/// The same with a table of colours; of read-only memory, QImage would make a copy to set one.
+QImage WrappedWithTable(const IKxImage& image, const QVector<QRgb>& vecTable)
+{
+    QImage picture(static_cast<uchar*>(image.GetImageBuffer()), static_cast<int>(image.GetImageWidth()),
+                   static_cast<int>(image.GetImageHeight()), static_cast<int>(image.GetImageLinePitch()),
+                   QImage::Format_Indexed8);
+    picture.setColorTable(vecTable);
+    return picture;
 }
 
 /// One row of values follows the other on both sides, without regard to what fills the lines: rows of a width
@@ -108,9 +118,7 @@ QImage CPreviewPictureMaker::Make(const IKxImage& image, const CColorMapSettings
     }
     if (pShown->ePixelFormat != KxPixelFormat_Mono8 || objColorMap == CColorMapSettings())
         return Wrapped(image, pShown->eFormat);
-    QImage picture = Wrapped(image, QImage::Format_Indexed8);
-    picture.setColorTable(ColorTable(objColorMap));
-    return picture;
+    return WrappedWithTable(image, ColorTable(objColorMap));
 }
 
 const QVector<QRgb>& CPreviewPictureMaker::ColorTable(const CColorMapSettings& objColorMap)
