@@ -34,6 +34,12 @@ ImageViewTest::ImageViewTest()
     m_objLog.Watch(*m_pWnd);
 }
 
+void ImageViewTest::TearDown()
+{
+    m_pWnd.Reset();
+    Pump();
+}
+
 void ImageViewTest::ShowWindow()
 {
     Show(*m_pWnd);
@@ -122,7 +128,12 @@ void ImageViewTest::TurnWheel(const QPoint& ptWidget, int nDelta, bool bCtrl) co
         QTest::keyPress(pWindow, Qt::Key_Control, modifiers);
     QWheelEvent event(ptWidget, ptGlobal, QPoint(), QPoint(0, nDelta), Qt::NoButton, modifiers,
                       Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&Widget(), &event);
+    // As the platform's events do, it goes on to the parents until one takes it.
+    QWidget* pWidget = &Widget();
+    do {
+        QApplication::sendEvent(pWidget, &event);
+        pWidget = pWidget->parentWidget();
+    } while (!event.isAccepted() && pWidget);
     if (bCtrl)
         QTest::keyRelease(pWindow, Qt::Key_Control);
     Pump();

@@ -31,6 +31,7 @@ class ImageViewTest : public GuiTest
 {
 protected:
     ImageViewTest();
+    void TearDown() override;
 
     void ShowWindow();
 
@@ -61,8 +62,8 @@ protected:
     /// Turns the wheel over a place of the widget, with or without Ctrl.
     void TurnWheel(const QPoint& ptWidget, int nDelta, bool bCtrl) const;
 
-    ImageWndPtr m_pWnd;
     CEventLog m_objLog;
+    ImageWndPtr m_pWnd;
 };
 
 } // namespace KxTest
