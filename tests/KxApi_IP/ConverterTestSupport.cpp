@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ConverterTestSupport.h"
 
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 #include <random>
@@ -27,8 +28,10 @@ View RandomImage(EKxPixelFormatNamingConvention_t format, size_t width, size_t h
         info.GetPlaneCount() > 1 ? info.GetImageSize(height, pitch) : (height - 1) * pitch + lineBytes;
     View view(width, height, pitch, format, size);
     std::mt19937 random(seed);
-    for (uint8_t& byte : view.bytes)
-        byte = static_cast<uint8_t>(random());
+    for (size_t i = 0; i < view.bytes.size(); i += 4) {
+        const uint32_t four = static_cast<uint32_t>(random());
+        std::memcpy(&view.bytes[i], &four, std::min<size_t>(4, view.bytes.size() - i));
+    }
     return view;
 }
 
