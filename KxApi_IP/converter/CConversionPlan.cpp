@@ -154,16 +154,16 @@ void CConversionPlan::MakeTables(CFinish<U>& finish) const
                                values.Get<int>(ESetting::ColorMapInversion) != 0,
                                values.Get<int32_t>(ESetting::ColorMapPhase)};
     if (m_bIsGrey && m_task.pDestination->HasColor() && !map.IsIdentity()) {
-        for (std::vector<U>& vecTable : MakeColorTables<T, U>(options, map))
+        for (std::vector<U>& vecTable : MakeColorTables<U>(options, map))
             finish.vecTables.push_back(std::move(vecTable));
         return;
     }
     if (!std::is_same_v<T, U> || !options.IsIdentity())
-        finish.vecTables.push_back(MakeValueTable<T, U>(options));
+        finish.vecTables.push_back(MakeValueTable<U>(options));
     CValueOptions alpha = options;
     alpha.dGamma = 1.0;
     if (finish.bHasAlpha && (!std::is_same_v<T, U> || !alpha.IsIdentity()))
-        finish.vecAlphaTable = MakeValueTable<T, U>(alpha);
+        finish.vecAlphaTable = MakeValueTable<U>(alpha);
 }
 
 template <class T>

@@ -22,7 +22,7 @@ bool IsInterleaved(EPacking ePacking)
            ePacking == EPacking::Words4;
 }
 
-/// As ReadBits, with one access where the line has eight bytes left.
+/// As ReadBits for 0 to 16 bits, with one access where the line has eight bytes left.
 uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsigned nCount)
 {
     const size_t nByte = nBit / 8;
@@ -30,7 +30,7 @@ uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsign
         return static_cast<uint32_t>(ReadBits(pLine, nBit, nCount));
     uint64_t nWord;
     std::memcpy(&nWord, pLine + nByte, sizeof(nWord));
-    return static_cast<uint32_t>(nWord >> nBit % 8) & ((1U << nCount) - 1);
+    return static_cast<uint32_t>(nWord >> nBit % 8) & (0xFFFFU >> (16 - nCount));
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ValueTables.h"
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace KxApi
 {
@@ -34,7 +32,6 @@ uint32_t GreatestValue(unsigned nBits) { return (1U << nBits) - 1; }
 uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
 {
     const uint32_t nMax = GreatestValue(options.nFrom);
-    nValue = std::min(nValue, nMax);
     if (options.dGamma == 1.0)
         return WithDepth(options, nValue);
     // The greatest value goes where it goes without gamma.
@@ -42,22 +39,22 @@ uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
     return static_cast<uint32_t>(std::lround(dScale * std::pow(double{1} * nValue / nMax, options.dGamma)));
 }
 
-template <class T, class U>
+template <class U>
 std::vector<U> MakeValueTable(const CValueOptions& options)
 {
-    std::vector<U> vecTable(size_t{std::numeric_limits<T>::max()} + 1);
+    std::vector<U> vecTable(size_t{GreatestValue(options.nFrom)} + 1);
     for (size_t i = 0; i < vecTable.size(); ++i)
         vecTable[i] = static_cast<U>(MappedValue(options, static_cast<uint32_t>(i)));
     return vecTable;
 }
 
-template <class T, class U>
+template <class U>
 std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, const CColorMapOptions& map)
 {
     unsigned int anColors[256];
     SetColorMap(anColors, map.eType, map.bInversion, map.nPhase);
     const CValueOptions toGrey{options.nFrom, 8, KxBitExpansionMode_FullRange, options.dGamma};
-    const std::vector<uint8_t> vecGreys = MakeValueTable<T, uint8_t>(toGrey);
+    const std::vector<uint8_t> vecGreys = MakeValueTable<uint8_t>(toGrey);
     std::array<std::vector<U>, 3> aTables;
     for (unsigned nChannel = 0; nChannel < 3; ++nChannel) {
         aTables[nChannel].reserve(vecGreys.size());
@@ -69,18 +66,12 @@ std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, cons
     return aTables;
 }
 
-template std::vector<uint8_t> MakeValueTable<uint8_t, uint8_t>(const CValueOptions&);
-template std::vector<uint16_t> MakeValueTable<uint8_t, uint16_t>(const CValueOptions&);
-template std::vector<uint8_t> MakeValueTable<uint16_t, uint8_t>(const CValueOptions&);
-template std::vector<uint16_t> MakeValueTable<uint16_t, uint16_t>(const CValueOptions&);
-template std::array<std::vector<uint8_t>, 3> MakeColorTables<uint8_t, uint8_t>(const CValueOptions&,
-                                                                               const CColorMapOptions&);
-template std::array<std::vector<uint16_t>, 3> MakeColorTables<uint8_t, uint16_t>(const CValueOptions&,
-                                                                                 const CColorMapOptions&);
-template std::array<std::vector<uint8_t>, 3> MakeColorTables<uint16_t, uint8_t>(const CValueOptions&,
-                                                                                const CColorMapOptions&);
-template std::array<std::vector<uint16_t>, 3> MakeColorTables<uint16_t, uint16_t>(const CValueOptions&,
-                                                                                  const CColorMapOptions&);
+template std::vector<uint8_t> MakeValueTable<uint8_t>(const CValueOptions&);
+template std::vector<uint16_t> MakeValueTable<uint16_t>(const CValueOptions&);
+template std::array<std::vector<uint8_t>, 3> MakeColorTables<uint8_t>(const CValueOptions&,
+                                                                      const CColorMapOptions&);
+template std::array<std::vector<uint16_t>, 3> MakeColorTables<uint16_t>(const CValueOptions&,
+                                                                        const CColorMapOptions&);
 
 } // namespace Detail
 } // namespace KxApi

@@ -39,8 +39,8 @@ struct CValueOptions
 
 uint32_t MappedValue(const CValueOptions& options, uint32_t nValue);
 
-/// The map as a table with an entry for each value of rows of type T, those that don't occur included.
-template <class T, class U>
+/// The map as a table with an entry for each value of nFrom bits.
+template <class U>
 std::vector<U> MakeValueTable(const CValueOptions& options);
 
 struct CColorMapOptions
@@ -53,7 +53,7 @@ struct CColorMapOptions
 };
 
 /// Tables for R, G and B: values become an eight-bit grey first, then that grey's colour in nTo bits.
-template <class T, class U>
+template <class U>
 std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, const CColorMapOptions& map);
 
 } // namespace Detail
