@@ -27,7 +27,9 @@ int PixelAt(int nDialog, int64_t nOffset, double dScroll, double dMagnification,
 
 int PixelInCentre(int nHalfSize, double dScroll, double dMagnification, uint64_t nSize)
 {
-    return ClampToImage(std::trunc(std::trunc(nHalfSize + dScroll) / dMagnification), nSize);
+    // The view may have been larger than the image.
+    const double dHalfSize = std::min<double>(nHalfSize, static_cast<double>(nSize) * dMagnification / 2);
+    return ClampToImage(std::trunc(std::trunc(dHalfSize + dScroll) / dMagnification), nSize);
 }
 
 } // namespace

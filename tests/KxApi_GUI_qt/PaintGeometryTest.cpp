@@ -54,7 +54,10 @@ TEST(PaintGeometry, PlacesBesideTheImageGiveItsBorder)
 TEST(PaintGeometry, CentreIsWhatLiesInTheMiddleOfTheView)
 {
     EXPECT_EQ(Geometry(2).ImagePixelInCentre(QPoint(150, 75)), QPoint(125, 62));
-    EXPECT_EQ(Geometry(2).ImagePixelInCentre(QPoint(100'000, 100'000)), QPoint(639, 479));
+    CPaintGeometry geometry = Geometry(0.5);
+    geometry.dScrollX = geometry.dScrollY = 0;
+    EXPECT_EQ(geometry.ImagePixelInCentre(QPoint(1000, 1000)), QPoint(320, 240))
+        << "of an image within the view";
     EXPECT_EQ(CPaintGeometry().ImagePixelInCentre(QPoint(150, 75)), QPoint(0, 0));
     EXPECT_EQ(ScrollPosition(125, 4, 150), 350);
     EXPECT_EQ(ScrollPosition(3, 0.5, 150), -148);
