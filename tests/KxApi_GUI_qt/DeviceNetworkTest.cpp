@@ -6,12 +6,9 @@
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 #include <atomic>
 #include <chrono>
 #include <future>
@@ -57,22 +54,6 @@ protected:
         return pDialog;
     }
 
-    static QLineEdit& Edit(const QWidget& dialog, const char* name)
-    {
-        return *dialog.findChild<QLineEdit*>(name);
-    }
-    static void Type(const QWidget& dialog, const char* name, const char* text)
-    {
-        Edit(dialog, name).selectAll();
-        QTest::keyClicks(&Edit(dialog, name), text);
-        if (!*text)
-            QTest::keyClick(&Edit(dialog, name), Qt::Key_Delete);
-    }
-    static void Click(const QWidget& dialog, const char* name)
-    {
-        QTest::mouseClick(dialog.findChild<QAbstractButton*>(name), Qt::LeftButton);
-    }
-
     /// The marked entries of the Force IP dialog and its message.
     static std::string Warning(const QWidget& dialog)
     {
@@ -82,19 +63,6 @@ protected:
                 text += std::string(szName).substr(11) + " ";
         }
         return text + "| " + dialog.findChild<QLabel*>("labelStatus")->text().toStdString();
-    }
-
-    /// Runs while a dialog is open that the window opens, once it is there.
-    template <class Dialog>
-    void InDialog(std::function<void(Dialog&)> act)
-    {
-        QTimer::singleShot(0, [this, act] {
-            auto* const pDialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (pDialog)
-                act(*pDialog);
-            else
-                InDialog<Dialog>(act);
-        });
     }
 
     FakeSystem& m_system = AddSystem("Network cameras");

@@ -8,9 +8,13 @@
 #include <KxApi_GUI/IKxDeviceSelectionWnd.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -123,6 +127,35 @@ protected:
         m_pWnd->GetSelectedDeviceInfo(&pInterface, &pDevice);
         return std::string(pInterface ? pInterface->GetIKxInterfaceInfo()->GetDisplayName().c_str() : "-") +
                " " + (pDevice ? pDevice->GetID().c_str() : "-");
+    }
+
+    static QLineEdit& Edit(const QWidget& dialog, const char* name)
+    {
+        return *dialog.findChild<QLineEdit*>(name);
+    }
+    static void Type(const QWidget& dialog, const char* name, const char* text)
+    {
+        Edit(dialog, name).selectAll();
+        QTest::keyClicks(&Edit(dialog, name), text);
+        if (!*text)
+            QTest::keyClick(&Edit(dialog, name), Qt::Key_Delete);
+    }
+    static void Click(const QWidget& dialog, const char* name)
+    {
+        QTest::mouseClick(dialog.findChild<QAbstractButton*>(name), Qt::LeftButton);
+    }
+
+    /// Runs while a dialog is open that the window opens, once it is there.
+    template <class Dialog>
+    void InDialog(std::function<void(Dialog&)> act)
+    {
+        QTimer::singleShot(0, [this, act] {
+            auto* const pDialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (pDialog)
+                act(*pDialog);
+            else
+                InDialog<Dialog>(act);
+        });
     }
 
     std::vector<std::unique_ptr<FakeSystem>> m_systems;
