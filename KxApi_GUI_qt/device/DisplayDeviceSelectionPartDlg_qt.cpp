@@ -28,6 +28,15 @@ void InitListCtrl(QTableWidget& table)
     table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table.horizontalHeader()->hide();
     table.verticalHeader()->hide();
+    // Long values take several lines, and the others no more than they need.
+    table.verticalHeader()->setMinimumSectionSize(table.fontMetrics().height() + 2);
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+}
+
+/// Of a text that may not fit. It may look like markup, which it isn't.
+QString ToToolTip(const QString& strText)
+{
+    return QStringLiteral("<qt>%1</qt>").arg(strText.toHtmlEscaped());
 }
 
 void AddItemToListCtrl(QTableWidget& table, const CInfoRow& row)
@@ -38,8 +47,7 @@ void AddItemToListCtrl(QTableWidget& table, const CInfoRow& row)
         auto* const pItem = new QTableWidgetItem(strText);
         pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
         pItem->setForeground(QBrush(eColor));
-        // A path seldom fits. It may look like markup, which it isn't.
-        pItem->setToolTip(QStringLiteral("<qt>%1</qt>").arg(strText.toHtmlEscaped()));
+        pItem->setToolTip(ToToolTip(strText));
         table.setItem(nRow, nColumn, pItem);
     };
     add(0, row.strName, Qt::black);
@@ -230,6 +238,7 @@ void CDisplayDeviceSelectionPartDlg::BuildTree()
     for (const auto& pRow : m_vecItemData) {
         pRow->pItem = new QTreeWidgetItem;
         pRow->pItem->setText(0, pRow->strText);
+        pRow->pItem->setToolTip(0, ToToolTip(pRow->strText));
         if (pRow->szIcon)
             pRow->pItem->setIcon(0, iconOf(pRow->szIcon));
         pRow->pItem->setData(0, Qt::UserRole, ToVariant(pRow.get()));
