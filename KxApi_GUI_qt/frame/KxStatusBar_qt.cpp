@@ -18,6 +18,15 @@ constexpr int kPollIntervalMs = 500;
 constexpr int kMaximumHeight = 30;
 constexpr int kTextFrame = static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken);
 
+/// Lets a field be as wide as its text, up to the greater part of the bar. It keeps what it had for longer
+/// texts, since numbers change all the time.
+void MakeRoom(QLabel& label)
+{
+    const int nRoom = label.parentWidget()->width() * 2 / 3;
+    label.setMinimumWidth(
+        std::clamp(std::max(label.minimumWidth(), label.sizeHint().width()), 1, std::max(1, nRoom)));
+}
+
 } // namespace
 
 CKxStatusBar::CKxStatusBar(IKxStatusBarInfo* pInfo)
@@ -28,6 +37,8 @@ CKxStatusBar::CKxStatusBar(IKxStatusBarInfo* pInfo)
         for (int nIndex = 0; nIndex < nCount; ++nIndex)
             AddField(nIndex);
         setMaximumHeight(kMaximumHeight);
+        // However long the texts are, the window can be made narrow.
+        setSizePolicy(QSizePolicy::Ignored, sizePolicy().verticalPolicy());
         setSizeGripEnabled(true);
         connect(&m_objTimer, &QTimer::timeout, this, &CKxStatusBar::OnTimer);
         m_objTimer.start(kPollIntervalMs);
@@ -86,6 +97,9 @@ void CKxStatusBar::ShowTexts()
         }
         label.setFrameStyle(kTextFrame);
         label.setText(listText[nIndex]);
+        const bool bFixed = label.maximumWidth() != QWIDGETSIZE_MAX;
+        if (!bFixed && label.sizePolicy().horizontalPolicy() != QSizePolicy::Expanding)
+            MakeRoom(label);
         label.show();
     }
 }
