@@ -6,30 +6,7 @@
 #include <hwy/targets.h>
 
 #include <atomic>
-#include <cstdlib>
-#include <new>
 #include <thread>
-
-namespace
-{
-std::atomic<size_t> g_allocations{0};
-}
-
-// Counted, to see that a conversion does without.
-void* operator new(size_t size)
-{
-    ++g_allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
-}
-void* operator new(size_t size, const std::nothrow_t&) noexcept
-{
-    ++g_allocations;
-    return std::malloc(size == 0 ? 1 : size);
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t) noexcept { std::free(memory); }
 
 namespace
 {
@@ -119,11 +96,15 @@ TEST(ConverterRun, ProcessorsOfAllKindsGiveTheSame)
     const int64_t supported = hwy::SupportedTargets();
     for (const Work& work : kWorks) {
         SCOPED_TRACE(Title(work));
-        View source = RandomImage(work.source, 316, 6, 5);
+        // A large image, and the smallest that all of these formats can have.
+        View large = RandomImage(work.source, 316, 6, 5), small = RandomImage(work.source, 2, 2);
         const auto run = [&] {
             TestConverter converter;
             Set(converter, work);
-            return PixelBytes(converter.Convert(source));
+            std::vector<uint8_t> bytes = PixelBytes(converter.Convert(large));
+            const std::vector<uint8_t> more = PixelBytes(converter.Convert(small));
+            bytes.insert(bytes.end(), more.begin(), more.end());
+            return bytes;
         };
         use(0);
         const std::vector<uint8_t> expected = run();
@@ -137,6 +118,17 @@ TEST(ConverterRun, ProcessorsOfAllKindsGiveTheSame)
     use(0);
 }
 
+TEST(ConverterRun, AMosaicOfOnePixelIsGrey)
+{
+    // Without neighbours the one value is all that there is; Bicubic's factors add up to 1 as well.
+    for (int method = 0; method < 8; ++method) {
+        TestConverter converter(KxPixelFormat_RGB8);
+        converter->SetBayerInterpolationMethod(static_cast<EKxBayerInterpolationMethod_t>(method));
+        View source = ImageOf(KxPixelFormat_BayerGB8, 1, 1, [](size_t, size_t) { return 77U; });
+        EXPECT_EQ(PixelBytes(converter.Convert(source)), (std::vector<uint8_t>{77, 77, 77})) << method;
+    }
+}
+
 TEST(ConverterRun, ASecondConversionAllocatesNothing)
 {
     for (const Work& work : kWorks) {
@@ -146,9 +138,10 @@ TEST(ConverterRun, ASecondConversionAllocatesNothing)
         converter->SetConversionOption(2);
         View source = RandomImage(work.source, 1204, 1002);
         converter.Convert(source);
-        const size_t before = g_allocations;
+        const size_t before = AllocationCount();
+        ASSERT_GT(before, 0U) << "they are not counted";
         converter->Convert(&source, &converter.target);
-        EXPECT_EQ(g_allocations, before);
+        EXPECT_EQ(AllocationCount(), before);
     }
 }
 
