@@ -3,7 +3,6 @@
 // offscreen platform, unless QT_QPA_PLATFORM names another one.
 
 #include "image/DisplayImagePartDlg_qt.h"
-#include "image/ICDisplayImageDlgParent.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_TL/CKxAutoPtr.h>
@@ -15,10 +14,9 @@
 
 #include <QImage>
 #include <QPainter>
-#include <QStringList>
 #include <QWidget>
 #include <ctime>
-#include <stdexcept>
+#include <utility>
 
 namespace
 {
@@ -81,7 +79,6 @@ public:
         return dynamic_cast<CDisplayImagePartDlg&>(*static_cast<QWidget*>(m_window->GetWindowHandle()));
     }
     QSize Shown() const { return Dialog().findChild<QWidget*>("m_CDisplayImageWidget")->size(); }
-    IKxImageDisplayWnd& operator*() const { return *m_window; }
     void NewImage() { m_window->RegisterIKxImage(m_image->GetIKxImage()); }
 
 private:
@@ -189,29 +186,5 @@ void PaintBareBgr8(benchmark::State& state)
     PaintBare(state, picture.rgbSwapped(), [&] { benchmark::DoNotOptimize(picture.rgbSwapped()); });
 }
 BENCHMARK(PaintBareBgr8)->Name("Paint/bgr8/peer")->UseManualTime();
-
-void MapMouse(benchmark::State& state)
-{
-    Window window(k5MP, KxPixelFormat_Mono8, 0);
-    for (auto _ : state) {
-        int x = 500, y = 400;
-        (*window).ScreenToImage(&x, &y);
-        benchmark::DoNotOptimize(x + y);
-    }
-}
-BENCHMARK(MapMouse)->Name("Paint/mapMouse");
-
-void StatusText(benchmark::State& state)
-{
-    Window window(k5MP, KxPixelFormat_BayerRG8, 0);
-    auto& parent = dynamic_cast<ICDisplayImageDlgParent&>(*window);
-    for (auto _ : state) {
-        QStringList texts;
-        parent.GetStatusBarText(texts);
-        if (texts.size() != 2)
-            throw std::runtime_error("no text");
-    }
-}
-BENCHMARK(StatusText)->Name("Paint/statusText");
 
 } // namespace
