@@ -55,8 +55,9 @@ TEST_F(Factory, MakesAnApplicationForAProgramWithoutQt)
 
 TEST_F(Factory, TakesTheApplicationOfAProgramWithQt)
 {
-    int argc = 0;
-    QApplication application(argc, nullptr);
+    // Never destroyed, as Qt's offscreen platform leaves its screens behind.
+    static int argc = 0;
+    static QApplication& application = *new QApplication(argc, nullptr);
     const ImageWndPtr pWnd = MakeImageWnd();
     EXPECT_EQ(GetModuleHandleGUI(), &application);
     EXPECT_NE(theApp, nullptr);
