@@ -20,7 +20,7 @@ FeatureSetting Parse(GenApi::INodeMap& map, const std::string& setting)
         throw INVALID_ARGUMENT_EXCEPTION("%s is a command, which takes no value", name.c_str());
     if (!isCommand && equals == std::string::npos)
         throw INVALID_ARGUMENT_EXCEPTION("%s needs a value: %s=...", name.c_str(), name.c_str());
-    return {&feature, isCommand ? "" : setting.substr(equals + 1)};
+    return {feature, isCommand ? "" : setting.substr(equals + 1)};
 }
 
 void Execute(GenApi::ICommand& command)
@@ -58,12 +58,12 @@ void Apply(const std::vector<FeatureSetting>& settings)
 {
     for (const FeatureSetting& setting : settings) {
         try {
-            if (auto* const pCommand = dynamic_cast<GenApi::ICommand*>(setting.pFeature))
+            if (auto* const pCommand = dynamic_cast<GenApi::ICommand*>(&setting.feature))
                 Execute(*pCommand);
             else
-                setting.pFeature->FromString(setting.value.c_str());
+                setting.feature.FromString(setting.value.c_str());
         } catch (const GenICam::GenericException& e) {
-            throw RUNTIME_EXCEPTION("%s=%s: %s", setting.pFeature->GetNode()->GetName().c_str(),
+            throw RUNTIME_EXCEPTION("%s=%s: %s", setting.feature.GetNode()->GetName().c_str(),
                                     setting.value.c_str(), e.GetDescription());
         }
     }

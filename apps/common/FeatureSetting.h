@@ -13,7 +13,7 @@ namespace KxApps
 /// A feature and the text that it is to be set to; commands have none.
 struct FeatureSetting
 {
-    GenApi::IValue* pFeature;
+    GenApi::IValue& feature;
     std::string value;
 };
 

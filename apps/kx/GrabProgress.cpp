@@ -50,13 +50,13 @@ double GrabProgress::PerSecond(double amount) const
 
 std::string GrabProgress::Summary() const
 {
+    const unsigned long long lost = m_statistics.nLost + m_statistics.nUnderrun;
     char text[256];
     std::snprintf(text, sizeof text,
                   "%llu images in %.3f s: %.1f images/s, %.1f MB/s, %llu lost, %llu incomplete",
                   static_cast<unsigned long long>(m_images), Seconds(),
                   PerSecond(static_cast<double>(m_images)), PerSecond(static_cast<double>(m_bytes)) / 1e6,
-                  static_cast<unsigned long long>(m_statistics.nLost + m_statistics.nUnderrun),
-                  static_cast<unsigned long long>(m_statistics.nIncomplete));
+                  lost, static_cast<unsigned long long>(m_statistics.nIncomplete));
     return text;
 }
 
