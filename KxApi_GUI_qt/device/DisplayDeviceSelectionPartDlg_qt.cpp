@@ -323,11 +323,13 @@ void CDisplayDeviceSelectionPartDlg::UpdateData(bool bSave)
 
 void CDisplayDeviceSelectionPartDlg::RunInterfaceDlg(CInterfaceDlg& dialog, const QWidget& button)
 {
+    if (m_pInterfaceDlg)
+        return;
     m_objLock.Lock();
-    // The device may have gone since the button was enabled, and it has to be the one that the node map has
+    // The device may have gone since the button was enabled, and has to be the one that the node map has
     // selected.
-    UpdateDisplayDeviceTree();
-    if (m_pInterfaceDlg || !button.isEnabled()) {
+    Guarded([this] { UpdateDisplayDeviceTree(); });
+    if (!m_pSelected || !button.isEnabled()) {
         m_objLock.Unlock();
         return;
     }

@@ -20,8 +20,10 @@ void CKxDeviceSelectionWnd::RegisterTargetIKxSystem(IKxSystem* pSystem)
 {
     if (!pSystem)
         throw INVALID_ARGUMENT_EXCEPTION("pSystem must not be null.");
-    const GenApi::AutoLock lock(m_objLock);
-    GenICam::GuardBadAlloc([&] { m_vecSystems.push_back(pSystem); });
+    GenICam::GuardBadAlloc([&] {
+        const GenApi::AutoLock lock(m_objLock);
+        m_vecSystems.push_back(pSystem);
+    });
 }
 
 void CKxDeviceSelectionWnd::RegisterTargetIKxSystemList(CIKxSystemPtrArray& systems)
@@ -43,9 +45,10 @@ void CKxDeviceSelectionWnd::GetSelectedDeviceInfo(IKxInterface** ppInterface,
 
 void CKxDeviceSelectionWnd::GetSystems(std::vector<IKxSystem*>& vecSystems)
 {
-    const GenApi::AutoLock lock(m_objLock);
-    GenICam::GuardBadAlloc(
-        [&] { vecSystems.insert(vecSystems.end(), m_vecSystems.begin(), m_vecSystems.end()); });
+    GenICam::GuardBadAlloc([&] {
+        const GenApi::AutoLock lock(m_objLock);
+        vecSystems.insert(vecSystems.end(), m_vecSystems.begin(), m_vecSystems.end());
+    });
 }
 
 void CKxDeviceSelectionWnd::SetSelectedDeviceInfo(IKxInterface* pInterface, const IKxDeviceInfo* pDeviceInfo)

@@ -28,16 +28,16 @@ CWorkerDeviceDetection::~CWorkerDeviceDetection() { CWorker::Stop(); }
 
 int CWorkerDeviceDetection::mWork()
 {
-    auto& dialog = *static_cast<CDisplayDeviceSelectionPartDlg*>(m_pDlg);
+    auto* const pDialog = static_cast<CDisplayDeviceSelectionPartDlg*>(m_pDlg);
     try {
         while (!IsStopRequest(0)) {
             if (LookForChanges())
-                dialog.doUpdate();
+                pDialog->doUpdate();
             IsStopRequest(kPauseMs);
         }
     } catch (...) {
         // A system that doesn't answer any more ends the search; what is shown stays.
-        TellCurrentException([&](const GenICam::GenericException& e) { dialog.doTellFailure(e); });
+        TellCurrentException([&](const GenICam::GenericException& e) { pDialog->doTellFailure(e); });
     }
     return 0;
 }
