@@ -242,7 +242,8 @@ void CDisplayDeviceSelectionPartDlg::BuildTree()
         if (pRow->szIcon)
             pRow->pItem->setIcon(0, iconOf(pRow->szIcon));
         pRow->pItem->setData(0, Qt::UserRole, ToVariant(pRow.get()));
-        if (pRow->IsDevice())
+        // A device stands behind its interface.
+        if (pRow->IsDevice() && pInterfaceItem)
             pInterfaceItem->addChild(pRow->pItem);
         else if (pRow->pInterface)
             listSystems.back()->addChild(pInterfaceItem = pRow->pItem);

@@ -16,7 +16,7 @@ CDisplayImageScrollArea::CDisplayImageScrollArea(QWidget* pParent)
     , m_strPendingStyleSheet("CDisplayImageScrollArea {background-color:#ffffff;}")
 {}
 
-void CDisplayImageScrollArea::setBackgroundColor(QColor colBackground)
+void CDisplayImageScrollArea::setBackgroundColor(const QColor& colBackground)
 {
     m_colBackgroundColor = colBackground;
     m_strPendingStyleSheet =

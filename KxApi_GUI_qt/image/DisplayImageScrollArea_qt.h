@@ -16,13 +16,13 @@ public:
     explicit CDisplayImageScrollArea(QWidget* pParent = nullptr);
 
     /// The pattern's colour and style; Qt::SolidPattern for no pattern. They show with the next paint.
-    void setBrushColor(QColor colBrush) { m_colBrushColor = colBrush; }
+    void setBrushColor(const QColor& colBrush) { m_colBrushColor = colBrush; }
     QColor getBrushColor() const { return m_colBrushColor; }
     void setBrushStyle(Qt::BrushStyle eStyle) { m_eBrushStyle = eStyle; }
     Qt::BrushStyle getBrushStyle() const { return m_eBrushStyle; }
 
     /// The colour below the pattern.
-    void setBackgroundColor(QColor colBackground);
+    void setBackgroundColor(const QColor& colBackground);
     QColor getBackgroundColor() const { return m_colBackgroundColor; }
 
     /// Paints the background into a rectangle. The painter's coordinates are those of the viewport.

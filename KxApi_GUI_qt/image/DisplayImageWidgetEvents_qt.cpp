@@ -102,7 +102,7 @@ void CDisplayImageWidget::RunOverlays(QPainter& painter, IKxImage& image, const 
 {
     ICDisplayImageDlgParent* const pDlgParent = m_pParent ? m_pParent->GetICDisplayImageDlgParent() : nullptr;
     IKxImageDisplayWndInside* const pWnd = Window();
-    if (!pWnd)
+    if (!pDlgParent || !pWnd)
         return;
     COverlayParam::CValues values;
     values.pIKxWnd = pWnd;
