@@ -187,8 +187,8 @@ void CRegisterMap::SetText(const std::string& name, const std::string& value, si
 {
     CRegister* entry = nullptr;
     uint8_t* const element = Element(name, index, &entry);
-    std::memset(element, 0, entry->size);
-    std::memcpy(element, value.data(), std::min(value.size(), entry->size));
+    const size_t length = std::min(value.size(), entry->size);
+    std::fill(std::copy_n(value.begin(), length, element), element + entry->size, uint8_t{0});
 }
 
 } // namespace KxSim

@@ -24,6 +24,9 @@ inline CInfo TextInfo(const std::string& text)
     return {GenTL::INFO_DATATYPE_STRING, std::string(text.c_str(), text.size() + 1)};
 }
 
+/// What a text's bytes hold up to the first NUL.
+inline std::string UpToNul(const std::string& bytes) { return bytes.substr(0, bytes.find('\0')); }
+
 template <class T>
 CInfo RawInfo(GenTL::INFO_DATATYPE type, const T& value)
 {

@@ -242,7 +242,8 @@ void CFrameRenderer::DevelopLine(size_t line, uint64_t& random, uint16_t* values
             continue;
         }
         const float noise = m_deviation[colour][signal[i]] * NextNormal(random);
-        values[i] = static_cast<uint16_t>(std::clamp(static_cast<float>(code) + noise, 0.0F, white) + 0.5F);
+        values[i] =
+            static_cast<uint16_t>(std::lround(std::clamp(static_cast<float>(code) + noise, 0.0F, white)));
     }
 }
 

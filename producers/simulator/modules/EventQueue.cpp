@@ -152,7 +152,7 @@ CInfo BufferEventInfo(const std::string& block, GenTL::EVENT_DATA_INFO_CMD comma
 
 CInfo FeatureEventInfo(const std::string& block, GenTL::EVENT_DATA_INFO_CMD command)
 {
-    const std::string name(block.c_str());
+    const std::string name = UpToNul(block);
     switch (command) {
     case GenTL::EVENT_DATA_ID:
         return TextInfo(name);

@@ -205,7 +205,7 @@ void CInterface::BindDevices()
                                        {"DeviceUserIDReg", GenTL::DEVICE_INFO_USER_DEFINED_NAME}};
     for (const CText& text : kTexts) {
         map.At(text.name).beforeRead = [this, &map, &text](size_t i) {
-            map.SetText(text.name, GetDeviceInfo(ListedCamera(i), text.command).bytes.c_str(), i);
+            map.SetText(text.name, UpToNul(GetDeviceInfo(ListedCamera(i), text.command).bytes), i);
         };
     }
     map.At("DeviceAccessStatusReg").beforeRead = [this, &map](size_t i) {

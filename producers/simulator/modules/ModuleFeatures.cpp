@@ -27,8 +27,6 @@ void BindInteger(CRegisterMap& map, const std::string& feature, Value value)
     };
 }
 
-std::string TextOf(const CInfo& info) { return info.bytes.c_str(); }
-
 CEntry TypeEntry(ETechnology technology)
 {
     return {ConventionName(technology), static_cast<int64_t>(technology), ""};
@@ -41,7 +39,7 @@ void CSystem::DescribePort()
     CFeatureList list;
     list.Category("SystemInformation", "The producer");
     const auto text = [&](const char* name, const char* tip, GenTL::TL_INFO_CMD command) {
-        list.Add(String(name, tip).ReadOnly().Length(256).Default(TextOf(GetSystemInfo(command))));
+        list.Add(String(name, tip).ReadOnly().Length(256).Default(UpToNul(GetSystemInfo(command).bytes)));
     };
     text("TLID", "Identifier of the producer", GenTL::TL_INFO_ID);
     text("TLVendorName", "Maker of the producer", GenTL::TL_INFO_VENDOR);
