@@ -4,6 +4,7 @@
 #define GCTLIDLL
 
 #include "Call.h"
+#include "Immortal.h"
 #include "Info.h"
 #include "modules/System.h"
 #include "modules/World.h"
@@ -30,9 +31,8 @@ thread_local CLastError t_lastError;
 
 std::recursive_mutex& ProducerLock()
 {
-    // Never destroyed: threads of the consumer may still call when the program ends.
-    static auto* const mutex = new std::recursive_mutex;
-    return *mutex;
+    static CImmortal<std::recursive_mutex> mutex;
+    return mutex.Get();
 }
 
 CWorld& World()

@@ -5,9 +5,9 @@
 #include "gentl/Error.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <mutex>
-#include <unordered_map>
 
 namespace KxSim
 {
@@ -69,7 +69,7 @@ private:
     static constexpr uintptr_t kStep = 0x10;
 
     mutable std::mutex m_mutex;
-    std::unordered_map<uintptr_t, std::shared_ptr<CHandled>> m_objects;
+    std::map<uintptr_t, std::shared_ptr<CHandled>> m_objects; // keeps no memory when it is empty
     uintptr_t m_last = 0x10000;
 };
 

@@ -2,14 +2,15 @@
 
 #include "Module.h"
 
+#include "gentl/Immortal.h"
+
 namespace KxSim
 {
 
 CHandles& Handles()
 {
-    // Never destroyed: threads of the consumer may still come with handles when the program ends.
-    static CHandles* const handles = new CHandles;
-    return *handles;
+    static CImmortal<CHandles> handles;
+    return handles.Get();
 }
 
 void CModule::Close()
