@@ -47,8 +47,8 @@ def read_goals(pattern):
 
 def run(program, names):
     """Median of several repetitions of each benchmark, as {name: row}."""
-    # Some benchmarks append what they were given (iterations:1, manual_time) to their names.
-    pattern = "^(" + "|".join(re.escape(name) for name in sorted(names)) + ")(/iterations:[0-9]+|/manual_time)*$"
+    # Some benchmarks append what they were given (iterations:1, manual_time, real_time) to their names.
+    pattern = "^(" + "|".join(re.escape(name) for name in sorted(names)) + ")(/iterations:[0-9]+|/(manual|real)_time)*$"
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         result = subprocess.run(
             [program, f"--benchmark_filter={pattern}", "--benchmark_repetitions=5", "--benchmark_min_time=0.2",
@@ -67,7 +67,7 @@ def run(program, names):
         if row.get("error_occurred"):
             sys.exit(f"{row['name']}: {row.get('error_message')}")
         if row.get("aggregate_name") == "median":
-            rows[re.sub(r"/(iterations:\d+|manual_time)", "", row["run_name"])] = row
+            rows[re.sub(r"/(iterations:\d+|(manual|real)_time)", "", row["run_name"])] = row
     return rows
 
 
@@ -79,8 +79,8 @@ def value_of(rows, name):
         return None
     if counter:
         return row[counter]
-    # The CPU's time, as other work on the machine would otherwise count as ours; a manual time has no such.
-    time = row["real_time"] if "manual_time" in row["run_name"] else row["cpu_time"]
+    # The CPU's time, as other work on the machine would otherwise count as ours, unless the benchmark chose another.
+    time = row["real_time"] if re.search("(manual|real)_time", row["run_name"]) else row["cpu_time"]
     return time * TIME_UNITS[row["time_unit"]]
 
 
