@@ -35,11 +35,11 @@ bool CDeviceInfo::SetFacts(CDeviceFacts facts)
 }
 
 CTransportInterface::CTransportInterface(IKxSystem& system, CKxGenTLLib& lib, GenTL::TL_HANDLE hTL,
-                                         GenICam::CLock& lock, const GenICam::gcstring& id)
+                                         CSystemLocks& locks, const GenICam::gcstring& id)
     : m_system(system)
     , m_lib(lib)
     , m_hTL(hTL)
-    , m_lock(lock)
+    , m_locks(locks)
     , m_id(id)
     , m_displayName(InterfaceText(lib, hTL, id, GenTL::INTERFACE_INFO_DISPLAYNAME))
     , m_type(InterfaceText(lib, hTL, id, GenTL::INTERFACE_INFO_TLTYPE))
@@ -55,7 +55,7 @@ CTransportInterface::~CTransportInterface()
 
 GenTL::IF_HANDLE CTransportInterface::Open()
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_openLock);
     if (!m_handle) {
         GenTL::IF_HANDLE handle = nullptr;
         CheckGenTL(m_lib, m_lib.TLOpenInterface(m_hTL, m_id.c_str(), &handle), "TLOpenInterface",
@@ -69,7 +69,7 @@ GenTL::IF_HANDLE CTransportInterface::Open()
 
 bool CTransportInterface::Owns(const IKxDeviceInfo* info) const
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_locks.lists);
     return std::any_of(m_known.begin(), m_known.end(),
                        [info](const auto& known) { return known.second.get() == info; });
 }
@@ -77,7 +77,7 @@ bool CTransportInterface::Owns(const IKxDeviceInfo* info) const
 GenTL::DEV_HANDLE CTransportInterface::OpenDevice(const GenICam::gcstring& id,
                                                   GenTL::DEVICE_ACCESS_FLAGS access)
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_openLock);
     GenTL::DEV_HANDLE device = nullptr;
     CheckGenTL(m_lib, m_lib.IFOpenDevice(Open(), id.c_str(), access, &device), "IFOpenDevice", id.c_str());
     if (!device)
@@ -87,7 +87,7 @@ GenTL::DEV_HANDLE CTransportInterface::OpenDevice(const GenICam::gcstring& id,
 
 void CTransportInterface::CloseDevice(GenTL::DEV_HANDLE handle) noexcept
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_openLock);
     m_lib.DevClose(handle);
 }
 
@@ -116,9 +116,9 @@ CDeviceFacts CTransportInterface::ReadFacts(GenTL::IF_HANDLE handle, const GenIC
     return facts;
 }
 
-bool CTransportInterface::ReadDeviceList()
+/// What the producer tells, put beside the list that readers see.
+std::vector<CTransportInterface::CFound> CTransportInterface::Search()
 {
-    const GenICam::AutoLock lock(m_lock);
     const GenTL::IF_HANDLE handle = Open();
     // What the producer tells of changes isn't used: not all of them notice a changed access status.
     GenTL::bool8_t changedByProducer = false;
@@ -129,29 +129,35 @@ bool CTransportInterface::ReadDeviceList()
     if (count > kMaxListLength)
         throw RUNTIME_EXCEPTION("Interface '%s' tells of %u devices; Max = %u", m_id.c_str(), count,
                                 kMaxListLength);
-
-    std::vector<std::pair<GenICam::gcstring, CDeviceFacts>> found;
+    std::vector<CFound> found;
     for (uint32_t i = 0; i < count; ++i) {
         GenICam::gcstring id;
         CheckGenTL(
             m_lib,
             GetText([&](char* text, size_t* size) { return m_lib.IFGetDeviceID(handle, i, text, size); }, id),
             "IFGetDeviceID", m_id.c_str());
-        CDeviceFacts facts = ReadFacts(handle, id);
-        found.emplace_back(std::move(id), std::move(facts));
+        found.push_back({id, ReadFacts(handle, id)});
     }
+    return found;
+}
 
-    bool changed = false;
+/// Makes what was found the list that readers see; true when it differs from what they saw.
+bool CTransportInterface::Exchange(std::vector<CFound> found)
+{
+    const GenICam::AutoLock lock(m_locks.lists);
     std::vector<CDeviceInfo*> present;
     present.reserve(found.size());
-    for (auto& [id, facts] : found) {
-        std::unique_ptr<CDeviceInfo>& info = m_known[id.c_str()];
+    for (const CFound& device : found) {
+        std::unique_ptr<CDeviceInfo>& info = m_known[device.id.c_str()];
         if (!info)
-            info = std::make_unique<CDeviceInfo>(m_lock, id);
-        changed |= info->SetFacts(std::move(facts));
+            info = std::make_unique<CDeviceInfo>(m_locks, device.id);
         present.push_back(info.get());
     }
-    changed |= present != m_present;
+    bool changed = present != m_present;
+    for (size_t i = 0; i < found.size(); ++i) {
+        if (present[i]->SetFacts(std::move(found[i].facts)))
+            changed = true;
+    }
     m_present = std::move(present);
     return changed;
 }
@@ -159,8 +165,12 @@ bool CTransportInterface::ReadDeviceList()
 bool CTransportInterface::UpdateDeviceList()
 {
     return GenICam::GuardBadAlloc([this] {
-        const bool changed = ReadDeviceList();
-        // The module's selector of devices has another range now. Outside the lock, which the node map's
+        bool changed = false;
+        {
+            const GenICam::AutoLock lock(m_locks.search);
+            changed = Exchange(Search());
+        }
+        // The module's selector of devices has another range now. Outside the locks, which the node map's
         // users take inside that of the map.
         if (changed)
             m_port->Invalidate();
@@ -170,13 +180,13 @@ bool CTransportInterface::UpdateDeviceList()
 
 uint32_t CTransportInterface::GetDeviceCount() const
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_locks.lists);
     return static_cast<uint32_t>(m_present.size());
 }
 
 const IKxDeviceInfo* CTransportInterface::GetIKxDeviceInfo(uint32_t nIndex) const
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_locks.lists);
     if (nIndex >= m_present.size())
         throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
                                      m_present.size());

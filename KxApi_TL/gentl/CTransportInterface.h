@@ -20,6 +20,13 @@ namespace Detail
 
 /// Longest time, in milliseconds, that a search for interfaces or devices may take.
 inline constexpr uint64_t kUpdateTimeoutMs = 1000;
+/// The locks of one system. None is held while another thread's reading of a list waits for the producer.
+struct CSystemLocks
+{
+    GenICam::CLock search; ///< one search at a time; held during it, since producers share their lists
+    GenICam::CLock lists;  ///< what readers see; held for moments, taken inside `search`
+};
+
 /// More interfaces or devices than any computer has; a producer that tells more is in error.
 inline constexpr uint32_t kMaxListLength = 4096;
 
@@ -50,14 +57,14 @@ private:
 class CDeviceInfo final : public IKxDeviceInfo
 {
 public:
-    /// @param lock guards the facts; outlives this object.
-    CDeviceInfo(GenICam::CLock& lock, const GenICam::gcstring& id)
-        : m_lock(lock)
+    /// @param locks outlive this object.
+    CDeviceInfo(CSystemLocks& locks, const GenICam::gcstring& id)
+        : m_locks(locks)
         , m_id(id)
     {}
 
-    /// Whether they are other facts than before. With the lock held.
-    bool SetFacts(CDeviceFacts facts);
+    /// Whether they are other facts than before.
+    bool SetFacts(CDeviceFacts facts) KXGC_REQUIRES(m_locks.lists);
 
     GenICam::gcstring GetID() const override { return m_id; }
     GenICam::gcstring GetVendor() const override { return Get(&CDeviceFacts::vendor); }
@@ -73,20 +80,20 @@ private:
     template <class T>
     T Get(T CDeviceFacts::*member) const
     {
-        const GenICam::AutoLock lock(m_lock);
+        const GenICam::AutoLock lock(m_locks.lists);
         return m_facts.*member;
     }
 
-    GenICam::CLock& m_lock;
+    CSystemLocks& m_locks;
     const GenICam::gcstring m_id;
-    CDeviceFacts m_facts;
+    CDeviceFacts m_facts KXGC_GUARDED_BY(m_locks.lists);
 };
 
 class CTransportInterface final : public IKxInterface, public IKxInterfaceInfo
 {
 public:
-    /// @param lock the system's; all arguments outlive this object.
-    CTransportInterface(IKxSystem& system, CKxGenTLLib& lib, GenTL::TL_HANDLE hTL, GenICam::CLock& lock,
+    /// @param locks the system's; all arguments outlive this object.
+    CTransportInterface(IKxSystem& system, CKxGenTLLib& lib, GenTL::TL_HANDLE hTL, CSystemLocks& locks,
                         const GenICam::gcstring& id);
     CTransportInterface(const CTransportInterface&) = delete;
     CTransportInterface& operator=(const CTransportInterface&) = delete;
@@ -111,22 +118,31 @@ public:
     void CloseDevice(GenTL::DEV_HANDLE handle) noexcept;
 
 private:
+    struct CFound
+    {
+        GenICam::gcstring id;
+        CDeviceFacts facts;
+    };
+
     GenTL::IF_HANDLE Open();
-    bool ReadDeviceList();
+    std::vector<CFound> Search();
     CDeviceFacts ReadFacts(GenTL::IF_HANDLE handle, const GenICam::gcstring& id) const;
+    bool Exchange(std::vector<CFound> found);
 
     IKxSystem& m_system;
     CKxGenTLLib& m_lib;
     const GenTL::TL_HANDLE m_hTL;
-    GenICam::CLock&
-        m_lock; // guards the members behind it, and the calls of the producer's functions for lists
+    CSystemLocks& m_locks;
     const GenICam::gcstring m_id;
     const GenICam::gcstring m_displayName;
     const GenICam::gcstring m_type;
-    GenTL::IF_HANDLE m_handle = nullptr;
-    std::map<std::string, std::unique_ptr<CDeviceInfo>>
-        m_known; // all ever seen, since users keep pointers to them
-    std::vector<CDeviceInfo*> m_present;
+    /// Held while the interface is opened, and while one of its devices is opened or closed. Taken inside the
+    /// search's, never the other way round.
+    GenICam::CLock m_openLock;
+    GenTL::IF_HANDLE m_handle KXGC_GUARDED_BY(m_openLock) = nullptr;
+    /// All ever seen, since users keep pointers to them.
+    std::map<std::string, std::unique_ptr<CDeviceInfo>> m_known KXGC_GUARDED_BY(m_locks.lists);
+    std::vector<CDeviceInfo*> m_present KXGC_GUARDED_BY(m_locks.lists);
     std::unique_ptr<CModulePort> m_port;
 };
 

@@ -80,38 +80,37 @@ COpenSystems& OpenSystems()
 CTransportSystem::CTransportSystem(std::shared_ptr<CKxGenTLLib> lib)
     : m_lib(std::move(lib))
     , m_handle(OpenSystem(*m_lib), CClose{m_lib.get()})
+    , m_facts(*m_lib, Handle())
     , m_port(std::make_unique<CModulePort>(*m_lib, [this] { return Handle(); }))
 {}
 
 CTransportSystem::~CTransportSystem()
 {
-    m_present.clear();
     m_known.clear(); // closes the interfaces before the system
     m_port.reset();
 }
 
 void CTransportSystem::Release() { OpenSystems().LetGo(m_lib.get()); }
 
-GenICam::gcstring CTransportSystem::Text(GenTL::TL_INFO_CMD command) const
+CTransportSystem::CFacts::CFacts(CKxGenTLLib& lib, GenTL::TL_HANDLE handle)
 {
-    return GenICam::GuardBadAlloc([&] {
-        return GetInfoText(
-            [&](auto... arguments) { return m_lib->TLGetInfo(Handle(), command, arguments...); });
-    });
-}
-
-int32_t CTransportSystem::Version(GenTL::TL_INFO_CMD command, int32_t fallback) const
-{
-    return static_cast<int32_t>(GetInfoNumber<uint32_t>(
-        [&](auto... arguments) { return m_lib->TLGetInfo(Handle(), command, arguments...); },
-        static_cast<uint32_t>(fallback)));
-}
-
-int32_t CTransportSystem::GetGenTLVersionMajor() const { return Version(GenTL::TL_INFO_GENTL_VER_MAJOR, 1); }
-
-int32_t CTransportSystem::GetGenTLVersionMinor() const
-{
-    return Version(GenTL::TL_INFO_GENTL_VER_MINOR, m_lib->GetVersionMinorByFunctions());
+    const auto text = [&](GenTL::TL_INFO_CMD command) {
+        return GetInfoText([&](auto... arguments) { return lib.TLGetInfo(handle, command, arguments...); });
+    };
+    const auto number = [&](GenTL::TL_INFO_CMD command, int32_t fallback) {
+        return static_cast<int32_t>(GetInfoNumber<uint32_t>(
+            [&](auto... arguments) { return lib.TLGetInfo(handle, command, arguments...); },
+            static_cast<uint32_t>(fallback)));
+    };
+    vendor = text(GenTL::TL_INFO_VENDOR);
+    model = text(GenTL::TL_INFO_MODEL);
+    version = text(GenTL::TL_INFO_VERSION);
+    type = text(GenTL::TL_INFO_TLTYPE);
+    name = text(GenTL::TL_INFO_NAME);
+    pathName = text(GenTL::TL_INFO_PATHNAME);
+    displayName = text(GenTL::TL_INFO_DISPLAYNAME);
+    versionMajor = number(GenTL::TL_INFO_GENTL_VER_MAJOR, 1);
+    versionMinor = number(GenTL::TL_INFO_GENTL_VER_MINOR, lib.GetVersionMinorByFunctions());
 }
 
 int32_t CTransportSystem::GetKxSystemVendor() const
@@ -119,31 +118,39 @@ int32_t CTransportSystem::GetKxSystemVendor() const
     return GetVendor() == kOwnVendor ? KxSystemVendor_Kestrix : KxSystemVendor_Other;
 }
 
+/// What the producer tells, put beside the list that readers see.
+CTransportSystem::Present CTransportSystem::Search()
+{
+    const char* const path = m_lib->GetPath().c_str();
+    GenTL::bool8_t changedByProducer = false;
+    CheckGenTL(*m_lib, m_lib->TLUpdateInterfaceList(Handle(), &changedByProducer, kUpdateTimeoutMs),
+               "TLUpdateInterfaceList", path);
+    uint32_t count = 0;
+    CheckGenTL(*m_lib, m_lib->TLGetNumInterfaces(Handle(), &count), "TLGetNumInterfaces", path);
+    if (count > kMaxListLength)
+        throw RUNTIME_EXCEPTION("Producer '%s' tells of %u interfaces; Max = %u", path, count,
+                                kMaxListLength);
+    Present present;
+    for (uint32_t i = 0; i < count; ++i) {
+        GenICam::gcstring id;
+        const auto read = [&](char* text, size_t* size) {
+            return m_lib->TLGetInterfaceID(Handle(), i, text, size);
+        };
+        CheckGenTL(*m_lib, GetText(read, id), "TLGetInterfaceID", path);
+        std::unique_ptr<CTransportInterface>& known = m_known[id.c_str()];
+        if (!known)
+            known = std::make_unique<CTransportInterface>(*this, *m_lib, Handle(), m_locks, id);
+        present.push_back(known.get());
+    }
+    return present;
+}
+
 bool CTransportSystem::UpdateInterfaceList()
 {
     return GenICam::GuardBadAlloc([this] {
-        const GenICam::AutoLock lock(m_lock);
-        GenTL::bool8_t changedByProducer = false;
-        CheckGenTL(*m_lib, m_lib->TLUpdateInterfaceList(Handle(), &changedByProducer, kUpdateTimeoutMs),
-                   "TLUpdateInterfaceList", m_lib->GetPath().c_str());
-        uint32_t count = 0;
-        CheckGenTL(*m_lib, m_lib->TLGetNumInterfaces(Handle(), &count), "TLGetNumInterfaces",
-                   m_lib->GetPath().c_str());
-        if (count > kMaxListLength)
-            throw RUNTIME_EXCEPTION("Producer '%s' tells of %u interfaces; Max = %u",
-                                    m_lib->GetPath().c_str(), count, kMaxListLength);
-        std::vector<CTransportInterface*> present;
-        for (uint32_t i = 0; i < count; ++i) {
-            GenICam::gcstring id;
-            const auto read = [&](char* text, size_t* size) {
-                return m_lib->TLGetInterfaceID(Handle(), i, text, size);
-            };
-            CheckGenTL(*m_lib, GetText(read, id), "TLGetInterfaceID", m_lib->GetPath().c_str());
-            std::unique_ptr<CTransportInterface>& known = m_known[id.c_str()];
-            if (!known)
-                known = std::make_unique<CTransportInterface>(*this, *m_lib, Handle(), m_lock, id);
-            present.push_back(known.get());
-        }
+        const GenICam::AutoLock search(m_locks.search);
+        Present present = Search();
+        const GenICam::AutoLock lists(m_locks.lists);
         const bool changed = present != m_present;
         m_present = std::move(present);
         return changed;
@@ -152,13 +159,13 @@ bool CTransportSystem::UpdateInterfaceList()
 
 uint32_t CTransportSystem::GetInterfaceCount() const
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_locks.lists);
     return static_cast<uint32_t>(m_present.size());
 }
 
 IKxInterface* CTransportSystem::GetIKxInterface(uint32_t nIndex) const
 {
-    const GenICam::AutoLock lock(m_lock);
+    const GenICam::AutoLock lock(m_locks.lists);
     if (nIndex >= m_present.size())
         throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
                                      m_present.size());

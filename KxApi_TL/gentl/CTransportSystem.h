@@ -33,19 +33,29 @@ public:
     IKxPort* GetIKxPort() override { return m_port.get(); }
     void Release() override;
 
-    GenICam::gcstring GetVendor() const override { return Text(GenTL::TL_INFO_VENDOR); }
-    GenICam::gcstring GetModel() const override { return Text(GenTL::TL_INFO_MODEL); }
-    GenICam::gcstring GetVersion() const override { return Text(GenTL::TL_INFO_VERSION); }
-    GenICam::gcstring GetTLType() const override { return Text(GenTL::TL_INFO_TLTYPE); }
-    GenICam::gcstring GetName() const override { return Text(GenTL::TL_INFO_NAME); }
-    GenICam::gcstring GetPathName() const override { return Text(GenTL::TL_INFO_PATHNAME); }
-    GenICam::gcstring GetDisplayName() const override { return Text(GenTL::TL_INFO_DISPLAYNAME); }
-    int32_t GetGenTLVersionMajor() const override;
-    int32_t GetGenTLVersionMinor() const override;
+    GenICam::gcstring GetVendor() const override { return m_facts.vendor; }
+    GenICam::gcstring GetModel() const override { return m_facts.model; }
+    GenICam::gcstring GetVersion() const override { return m_facts.version; }
+    GenICam::gcstring GetTLType() const override { return m_facts.type; }
+    GenICam::gcstring GetName() const override { return m_facts.name; }
+    GenICam::gcstring GetPathName() const override { return m_facts.pathName; }
+    GenICam::gcstring GetDisplayName() const override { return m_facts.displayName; }
+    int32_t GetGenTLVersionMajor() const override { return m_facts.versionMajor; }
+    int32_t GetGenTLVersionMinor() const override { return m_facts.versionMinor; }
 
 private:
-    GenICam::gcstring Text(GenTL::TL_INFO_CMD command) const;
-    int32_t Version(GenTL::TL_INFO_CMD command, int32_t fallback) const;
+    using Present = std::vector<CTransportInterface*>;
+
+    /// What the producer tells of itself. Asked once: it may be slow to answer in the midst of a search.
+    struct CFacts
+    {
+        CFacts(CKxGenTLLib& lib, GenTL::TL_HANDLE handle);
+
+        GenICam::gcstring vendor, model, version, type, name, pathName, displayName;
+        int32_t versionMajor, versionMinor;
+    };
+
+    Present Search() KXGC_REQUIRES(m_locks.search);
     GenTL::TL_HANDLE Handle() const { return m_handle.get(); }
 
     struct CClose
@@ -57,9 +67,11 @@ private:
 
     const std::shared_ptr<CKxGenTLLib> m_lib;
     const std::unique_ptr<void, CClose> m_handle;
-    mutable GenICam::CLock m_lock; // guards the lists, and the producer's functions for lists
-    std::map<std::string, std::unique_ptr<CTransportInterface>> m_known; // all ever seen
-    std::vector<CTransportInterface*> m_present;
+    const CFacts m_facts;
+    mutable CSystemLocks m_locks;
+    /// All ever seen, since users keep pointers to them.
+    std::map<std::string, std::unique_ptr<CTransportInterface>> m_known KXGC_GUARDED_BY(m_locks.search);
+    Present m_present KXGC_GUARDED_BY(m_locks.lists);
     std::unique_ptr<CModulePort> m_port;
 };
 

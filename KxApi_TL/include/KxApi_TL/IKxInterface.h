@@ -45,15 +45,17 @@ protected:
 };
 
 /// An interface. Belongs to its system and lives as long as it, also when it has left the system's list. Any
-/// thread; calls of one system and its interfaces take turns.
+/// thread. Searches of one system and its interfaces take turns; reading what is known waits for none of
+/// them.
 struct IKxInterface
 {
     virtual IKxSystem* GetIKxSystem() const = 0;
     virtual IKxPort* GetIKxPort() = 0;
     virtual const IKxInterfaceInfo* GetIKxInterfaceInfo() const = 0;
 
-    /// Looks for devices, up to a second; true when devices came or went, or something that is known of one
-    /// changed. Raises CKxGenTLErrorException, after which the old list stands.
+    /// Looks for devices, for a second if the producer keeps to it; true when devices came or went, or
+    /// something that is known of one changed. Readers see the old list until the new one is complete. Raises
+    /// CKxGenTLErrorException, after which the old list stands.
     virtual bool UpdateDeviceList() = 0;
     virtual uint32_t GetDeviceCount() const = 0;
     /// Raises OutOfRangeException.

@@ -16,7 +16,7 @@ namespace KxApi
 struct IKxInterface;
 struct IKxPort;
 
-/// What a system tells of itself. Belongs to the system. Any thread.
+/// What a system tells of itself, as it was when it was opened. Belongs to the system. Any thread.
 struct IKxSystemInfo
 {
     virtual GenICam::gcstring GetVendor() const = 0;
@@ -44,15 +44,17 @@ enum EKxSystemVendor : int32_t
     KxSystemVendor_Kestrix = 1
 };
 
-/// A system. Any thread; calls of one system and its interfaces take turns.
+/// A system. Any thread. Searches of one system and its interfaces take turns; reading what is known waits
+/// for none of them.
 struct IKxSystem
 {
     /// One of EKxSystemVendor.
     virtual int32_t GetKxSystemVendor() const = 0;
     virtual const IKxSystemInfo* GetIKxSystemInfo() const = 0;
 
-    /// Looks for interfaces, up to a second; true when interfaces came or went. Raises
-    /// CKxGenTLErrorException, after which the old list stands.
+    /// Looks for interfaces, for a second if the producer keeps to it; true when interfaces came or went.
+    /// Readers see the old list until the new one is complete. Raises CKxGenTLErrorException, after which the
+    /// old list stands.
     virtual bool UpdateInterfaceList() = 0;
     virtual uint32_t GetInterfaceCount() const = 0;
     /// Raises OutOfRangeException.
