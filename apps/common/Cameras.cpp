@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 using namespace KxApi;
 
@@ -44,33 +45,10 @@ Cameras::InterfaceEntry List(IKxInterface* pInterface)
     return entry;
 }
 
-Cameras::SystemEntry List(IKxSystem* pSystem)
-{
-    Cameras::SystemEntry entry{pSystem, {}, {}};
-    try {
-        pSystem->UpdateInterfaceList();
-    } catch (const GenICam::GenericException& e) {
-        entry.error = e.GetDescription();
-    }
-    for (uint32_t i = 0; i < pSystem->GetInterfaceCount(); ++i)
-        entry.interfaces.push_back(List(pSystem->GetIKxInterface(i)));
-    return entry;
-}
-
 bool IsCalled(const IKxDeviceInfo& info, const std::string& name)
 {
     return info.GetUserDefinedName() == name.c_str() || info.GetSerialNumber() == name.c_str() ||
            info.GetModel() == name.c_str();
-}
-
-bool CanBeControlled(const Camera& camera)
-{
-    return camera.pInfo->GetAccessStatus() == GenTL::DEVICE_ACCESS_STATUS_READWRITE;
-}
-
-bool IsSimulated(const Camera& camera)
-{
-    return camera.pInterface->GetIKxSystem()->GetIKxSystemInfo()->GetModel() == "KxSimulator";
 }
 
 std::string Names(const std::vector<Camera>& cameras)
@@ -90,16 +68,51 @@ std::string Names(const std::vector<Camera>& cameras)
 } // namespace
 
 Cameras::Cameras()
-    : m_producers(OpenIKxSystems(m_systems))
 {
+    OpenProducers();
     Update();
+}
+
+void Cameras::OpenProducers() { m_producers = OpenIKxSystems(m_systems); }
+
+Cameras::SystemEntry Cameras::Search(IKxSystem* pSystem)
+{
+    SystemEntry entry{pSystem, {}, {}};
+    try {
+        pSystem->UpdateInterfaceList();
+    } catch (const GenICam::GenericException& e) {
+        entry.error = e.GetDescription();
+    }
+    for (uint32_t i = 0; i < pSystem->GetInterfaceCount(); ++i)
+        entry.interfaces.push_back(List(pSystem->GetIKxInterface(i)));
+    return entry;
+}
+
+void Cameras::Take(SystemEntry entry)
+{
+    const auto same = std::find_if(m_entries.begin(), m_entries.end(), [&](const SystemEntry& candidate) {
+        return candidate.pSystem == entry.pSystem;
+    });
+    if (same == m_entries.end())
+        m_entries.push_back(std::move(entry));
+    else
+        *same = std::move(entry);
 }
 
 void Cameras::Update()
 {
-    m_entries.clear();
     for (size_t i = 0; i < m_systems.GetSize(); ++i)
-        m_entries.push_back(List(m_systems[i]));
+        Take(Search(m_systems[i]));
+}
+
+bool Cameras::IsSimulated(const Camera& camera)
+{
+    return camera.pInterface->GetIKxSystem()->GetIKxSystemInfo()->GetModel() == "KxSimulator";
+}
+
+bool Cameras::CanBeControlled(const Camera& camera)
+{
+    return camera.pInfo->GetAccessStatus() == GenTL::DEVICE_ACCESS_STATUS_READWRITE;
 }
 
 std::vector<Camera> Cameras::All() const

@@ -23,10 +23,14 @@ struct Camera
     const KxApi::IKxDeviceInfo* pInfo;
 };
 
-/// The started SDK with every producer that can be opened. One thread.
+/// The started SDK with every producer that can be opened. One thread, but where a call says otherwise.
 class Cameras
 {
 public:
+    /// What a program that doesn't want to wait begins with: nothing is opened yet.
+    struct Later
+    {};
+
     struct InterfaceEntry
     {
         KxApi::IKxInterface* pInterface;
@@ -42,6 +46,15 @@ public:
 
     /// Opens all producers and looks for cameras once. What can't be opened or listed hides nothing else.
     Cameras();
+
+    explicit Cameras(Later /*unused*/) {}
+
+    /// Opens all producers, once. In a thread of its own as long as nobody else asks for systems or cameras.
+    void OpenProducers();
+    /// What a system has at present; as long as that takes. Any thread.
+    static SystemEntry Search(KxApi::IKxSystem* pSystem);
+    /// Takes the result over, in place of what that system had before.
+    void Take(SystemEntry entry);
 
     /// Looks again.
     void Update();
@@ -62,6 +75,10 @@ public:
     /// The first camera that can be controlled now, a simulated one if there is any. Raises RuntimeException
     /// when there is none.
     Camera First() const;
+
+    static bool IsSimulated(const Camera& camera);
+    /// Whether nobody holds it, as of the last search.
+    static bool CanBeControlled(const Camera& camera);
 
     /// Opens a camera. Raises RuntimeException that names the camera and what keeps it from being opened.
     static Device Open(const Camera& camera, KxApi::EKxDeviceAccess_t access);

@@ -11,6 +11,7 @@ using namespace KxApi;
 CameraSession::CameraSession(const KxApps::Camera& camera, const std::vector<std::string>& settings,
                              IKxImageDisplayWnd& window)
     : m_window(window)
+    , m_camera(camera)
     , m_strName(QString::fromUtf8(camera.pInfo->GetDisplayName().c_str()))
     , m_device(KxApps::Cameras::Open(camera, KxDeviceAccess_Control))
 {
@@ -32,6 +33,7 @@ void CameraSession::Start(uint64_t nImages)
         return;
     m_nWanted = nImages;
     m_nCome = 0;
+    m_rates.Clear();
     m_stream->StartAcquisition(this, nImages);
 }
 
@@ -39,6 +41,7 @@ void CameraSession::Stop() { m_stream->StopAcquisition(); }
 
 void CameraSession::OnImage(IKxStreamImage* pImage)
 {
+    m_rates.Add(pImage->GetImageLinePitch() * pImage->GetImageHeight());
     if (pImage->GetImageBuffer())
         m_window.RegisterIKxImage(pImage);
     if (++m_nCome == m_nWanted)

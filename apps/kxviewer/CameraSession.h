@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Cameras.h"
+#include "RateMeter.h"
 
 #include <KxApi_TL/IKxStream.h>
 
@@ -37,7 +38,10 @@ public:
 
     KxApi::CKxStreamStatistics GetStatistics() const { return m_stream->GetStatistics(); }
     KxApi::IKxDevice& GetDevice() { return *m_device; }
+    const KxApps::Camera& GetCamera() const { return m_camera; }
     QString GetName() const { return m_strName; }
+    /// Images and bytes a second over the last second.
+    RateMeter::Rates GetRates() const { return m_rates.Get(); }
 
 signals:
     /// The last of the images that Start was asked for has come.
@@ -50,6 +54,8 @@ private:
     void OnError(const GenICam::GenericException& error, bool bEnded) override;
 
     KxApi::IKxImageDisplayWnd& m_window;
+    const KxApps::Camera m_camera;
+    RateMeter m_rates;
     QString m_strName;
     uint64_t m_nWanted = 0;
     uint64_t m_nCome = 0; // of the stream's thread while it acquires

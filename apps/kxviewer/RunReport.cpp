@@ -31,25 +31,13 @@ double SecondsOfProcess()
 
 } // namespace
 
-void RunReport::Note(const KxApi::CKxStreamStatistics& statistics)
-{
-    const auto now = std::chrono::steady_clock::now();
-    const double dSeconds = std::chrono::duration<double>(now - m_noted).count();
-    const uint64_t nBefore = m_statistics.nDelivered;
-    m_dRecentRate = statistics.nDelivered >= nBefore && dSeconds > 0
-                        ? static_cast<double>(statistics.nDelivered - nBefore) / dSeconds
-                        : 0;
-    m_statistics = statistics;
-    m_noted = now;
-}
-
 QString RunReport::Text() const
 {
     const double dRun = SecondsOfProcess();
     return QString("%1 images acquired, %2 lost, %3 incomplete, %4 paints; first painted after %5 s; "
                    "%6 s of processor time in %7 s")
         .arg(m_statistics.nDelivered)
-        .arg(m_statistics.nLost + m_statistics.nUnderrun)
+        .arg(LostImages(m_statistics))
         .arg(m_statistics.nIncomplete)
         .arg(m_nPainted)
         .arg(m_firstPaint.value_or(-1), 0, 'f', 2)
@@ -62,6 +50,7 @@ void RunReport::OnCallback(KxApi::IKxCallbackParamBase* pParam)
     if (pParam->GetCallbackType() != KxApi::KxGUICallbackType_Drawing)
         return;
     ++m_nPainted;
+    m_paints.Add(0);
     if (!m_firstPaint)
         m_firstPaint = SecondsOfProcess();
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Display.h"
 #include "MainWindow.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
+#include <memory>
 
 using namespace KxApi;
 
@@ -36,9 +39,9 @@ struct Options
 void AddOptions(CLI::App& program, Options& options)
 {
     program.add_flag("--list", options.list, "Lists the cameras and ends");
-    program.add_option(
-        "--device", options.device,
-        "Camera to open: ID, user-defined name, serial number or model; the first one if not given");
+    program.add_option("--device", options.device,
+                       "Camera to open: ID, user-defined name, serial number or model");
+    program.add_flag("--first", options.first, "Opens the first camera, instead of asking for one");
     program
         .add_option("--set", options.settings, "NAME=VALUE set before the start; may be given several times")
         ->take_all();
@@ -100,23 +103,88 @@ bool IsChosenByUser(const Options& options)
     return options.device.empty() && !options.first && !options.Ends();
 }
 
+// Opens the camera that the command line asks for as soon as it is known, and then leaves the search alone.
+class Opening
+{
+public:
+    Opening(MainWindow& window, KxApps::Cameras& cameras, const CameraSearch& search, const Options& options)
+        : m_window(window)
+        , m_cameras(cameras)
+        , m_search(search)
+        , m_options(options)
+    {}
+
+    void OnSearched()
+    {
+        if (m_bDone)
+            return;
+        const KxApps::Camera* const pCamera = Known();
+        try {
+            if (!pCamera && !m_search.IsFinished())
+                return;
+            m_bDone = true;
+            Open(pCamera ? *pCamera : AskedFor());
+        } catch (const GenICam::GenericException& e) {
+            m_window.Tell(QString::fromUtf8(e.GetDescription()));
+            if (m_options.Ends())
+                QApplication::exit(Fail(e.GetDescription()));
+            else
+                ShowErrorMessage(e);
+        }
+    }
+
+private:
+    // The camera, null as long as it isn't sure which it is: an ID is unique, a simulated camera is always
+    // the first one, and all else is known at the end of the search only.
+    const KxApps::Camera* Known()
+    {
+        m_all = m_cameras.All();
+        const auto found = std::find_if(m_all.begin(), m_all.end(), [&](const KxApps::Camera& camera) {
+            return m_options.device.empty()
+                       ? KxApps::Cameras::IsSimulated(camera) && KxApps::Cameras::CanBeControlled(camera)
+                       : camera.pInfo->GetID() == m_options.device.c_str();
+        });
+        return found == m_all.end() ? nullptr : &*found;
+    }
+    // With all searches over. Raises what says why there is none.
+    KxApps::Camera AskedFor() const
+    {
+        return m_options.device.empty() ? m_cameras.First() : m_cameras.Find(m_options.device);
+    }
+    void Open(const KxApps::Camera& camera)
+    {
+        m_window.Open(camera, m_options.settings);
+        m_window.Start(!m_options.Ends()      ? kKxEndless
+                       : m_options.images > 0 ? m_options.images
+                                              : kPictureImages);
+    }
+
+    MainWindow& m_window;
+    KxApps::Cameras& m_cameras;
+    const CameraSearch& m_search;
+    const Options& m_options;
+    std::vector<KxApps::Camera> m_all;
+    bool m_bDone = false;
+};
+
 int Show(KxApps::Cameras& cameras, const Options& options)
 {
     RunReport report;
-    MainWindow window(cameras, report);
+    CameraSearch search(cameras);
+    MainWindow window(cameras, search, report);
+    Opening opening(window, cameras, search, options);
     if (options.Ends())
         EndByItself(window, options);
-    if (IsChosenByUser(options)) {
-        QTimer::singleShot(0, [&] { window.Choose(options.settings); });
-    } else {
-        window.Open(options.device.empty() ? cameras.First() : cameras.Find(options.device),
-                    options.settings);
-        QTimer::singleShot(0, [&] {
-            window.Start(!options.Ends() ? kKxEndless : options.images > 0 ? options.images : kPictureImages);
-        });
-    }
+    if (IsChosenByUser(options))
+        QObject::connect(
+            &search, &CameraSearch::ProducersOpened, &window, [&] { window.Choose(options.settings); },
+            Qt::QueuedConnection);
+    else
+        QObject::connect(&search, &CameraSearch::SystemSearched, &window, [&] { opening.OnSearched(); });
     window.show();
+    search.Start();
     const int nResult = QApplication::exec();
+    window.hide();
     if (options.report)
         std::cout << report.Text().toStdString() << "\n";
     return nResult;
@@ -134,12 +202,12 @@ int Run(int argc, char** argv)
     } catch (const CLI::ParseError& e) {
         return program.exit(e) == 0 ? 0 : kWrongUsage;
     }
-    KxApps::Cameras cameras;
     if (options.list) {
-        PrintCameras(cameras);
+        PrintCameras(KxApps::Cameras());
         return 0;
     }
-    const QApplication application(argc, argv);
+    const std::unique_ptr<QApplication> application = MakeApplication(argc, argv);
+    KxApps::Cameras cameras{KxApps::Cameras::Later()};
     return Show(cameras, options);
 }
 

@@ -82,6 +82,14 @@ TEST_F(Viewer, TellsWhatKeepsItFromShowingACamera)
     }
 }
 
+TEST_F(Viewer, SaysInALineThatThereIsNoDisplay)
+{
+    const Outcome outcome = RunProgram(VIEWER_PROGRAM, "--first", "TMPDIR=. QT_QPA_PLATFORM=xcb DISPLAY= ");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(LinesOf(outcome.errors),
+                testing::ElementsAre(StartsWith("kxviewer: no window can be shown")));
+}
+
 TEST_F(Viewer, SampleShowsLiveImagesFromAHostWithoutQt)
 {
     const Outcome outcome = Run("5", LIVE_PROGRAM);

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// One camera on the screen: its image window and, while it is open, the camera itself.
+#pragma once
+
+#include "CameraSession.h"
+#include "RunReport.h"
+
+#include <KxApi_GUI/KxApi_GUI.h>
+
+#include <QWidget>
+#include <memory>
+
+/// A page of the viewer. GUI thread.
+class CameraView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The report counts the paints of the image window; it outlives this.
+    CameraView(RunReport& report, QWidget* pParent);
+    ~CameraView() override;
+
+    /// Opens the camera in place of the one that is open. When the new one can't be opened or set, raises
+    /// what keeps it from that, and the present one goes on; but a camera can't be opened twice, so the same
+    /// one is closed first.
+    void Open(const KxApps::Camera& camera, const std::vector<std::string>& settings);
+    void Close();
+
+    /// The open camera, null when there is none.
+    CameraSession* Session() const { return m_session.get(); }
+    bool Has(const KxApps::Camera& camera) const;
+    /// Always there. Its widget is a child of this.
+    KxApi::IKxImageDisplayWnd& Window() { return *m_window; }
+    QString Title() const;
+
+signals:
+    /// A camera was opened (Session() is the new one) or is about to be closed: whoever keeps its node maps
+    /// lets go of them in the first of the two.
+    void SessionEnds();
+    void SessionBegan();
+    void Failed(const QString& strText, bool bEnded);
+    void Finished();
+
+private:
+    KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxImageDisplayWnd> m_window;
+    std::unique_ptr<CameraSession> m_session; // before the window goes, whose images it makes
+};

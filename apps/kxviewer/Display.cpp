@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Display.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace
+{
+
+constexpr int kFailed = 1;
+
+// What the platform said before it gave up; its own reason is the useful line, Qt's last word is a page.
+std::string& FirstComplaint()
+{
+    static std::string text;
+    return text;
+}
+
+void OnMessage(QtMsgType eType, const QMessageLogContext& /*context*/, const QString& strText)
+{
+    if (eType != QtFatalMsg) {
+        if (FirstComplaint().empty())
+            FirstComplaint() = strText.toStdString();
+        return;
+    }
+    const std::string why = FirstComplaint().empty() ? strText.toStdString() : FirstComplaint();
+    std::fprintf(
+        stderr,
+        "kxviewer: no window can be shown here: %s; see kxviewer --help for what works without a display\n",
+        why.substr(0, why.find('\n')).c_str());
+    std::_Exit(kFailed);
+}
+
+} // namespace
+
+std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv)
+{
+    const QtMessageHandler before = qInstallMessageHandler(OnMessage);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(before);
+    return application;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+// What stands beside the image.
+#pragma once
+
+#include <QDockWidget>
+#include <QVector>
+
+class CameraView;
+
+/// A dock of the viewer, which shows something of the camera view in front. Hidden docks should cost nothing:
+/// they may stop what they do in hideEvent and begin it anew in showEvent. GUI thread.
+///
+/// Docks are listed in MakeDocks, in ViewerDock.cpp.
+class ViewerDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param strTitle for the user
+    /// @param szName by which the place of the dock is remembered, such as "histogram"
+    ViewerDock(const QString& strTitle, const char* szName, QWidget* pParent);
+
+    /// The view to follow from now on, never null. Its camera may come and go: see the signals of CameraView.
+    virtual void Follow(CameraView& view) = 0;
+    /// The view goes; nothing of it may be used any more.
+    virtual void Unfollow() = 0;
+
+    virtual Qt::DockWidgetArea Area() const { return Qt::RightDockWidgetArea; }
+    /// Whether the dock is there at the first start.
+    virtual bool IsShownAtFirst() const { return true; }
+};
+
+/// All docks, in the order of the menu.
+QVector<ViewerDock*> MakeDocks(QWidget* pParent);
