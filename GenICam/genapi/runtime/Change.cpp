@@ -94,6 +94,8 @@ void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callba
 
 void Change::Visit(NodeIndex index, bool knowsContent, std::vector<std::shared_ptr<CallbackSlot>>* callbacks)
 {
+    if (!knowsContent)
+        m_map.MarkInvalidated(index);
     Node* const node = m_map.ExistingNode(index); // what nobody asked for yet knows nothing
     if (node == nullptr)
         return;

@@ -114,12 +114,9 @@ std::string NodeMap::EntryText() const
 
 std::vector<NodeIndex>& NodeMap::BeginWalk()
 {
-    if (m_visited.empty())
-        m_visited.resize(Described().NodeCount());
-    if (++m_walk == 0) { // after four billion walks the marks begin anew
-        std::fill(m_visited.begin(), m_visited.end(), 0);
-        m_walk = 1;
-    }
+    if (m_marks.empty())
+        m_marks.resize(Described().NodeCount());
+    ++m_age;
     m_pending.clear();
     return m_pending;
 }

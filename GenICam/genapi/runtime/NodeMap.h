@@ -83,6 +83,10 @@ public:
     void CountUncachedRead() const { ++m_uncachedReads; }
     /// "Node.Method()" of the call that the user made.
     std::string EntryText() const;
+    /// Changes of the map so far.
+    uint64_t Age() const { return m_age; }
+    /// Age of the map when the node was last invalidated, be it an object by then or not.
+    uint64_t InvalidatedAt(NodeIndex node) const { return m_marks.empty() ? 0 : m_marks[node].invalidated; }
     void CountCallbacks(int difference) { m_callbackCount += difference; }
 
 private:
@@ -136,11 +140,12 @@ private:
     std::vector<NodeIndex>& BeginWalk();
     bool MarkVisited(NodeIndex node)
     {
-        if (m_visited[node] == m_walk)
+        if (m_marks[node].visited == m_age)
             return false;
-        m_visited[node] = m_walk;
+        m_marks[node].visited = m_age;
         return true;
     }
+    void MarkInvalidated(NodeIndex node) { m_marks[node].invalidated = m_age; }
 
     bool IsPollingBlocked(NodeIndex index) const;
     bool WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcstring_vector* errors);
@@ -149,8 +154,13 @@ private:
     const gcstring m_deviceName;
     mutable CLock m_lock; // protects all below, and the state of all nodes; ports are called with it held
     std::unique_ptr<std::atomic<Node*>[]> m_nodes;
-    std::vector<uint32_t> m_visited;
-    uint32_t m_walk = 0;
+    struct Marks // ages of the map
+    {
+        uint64_t visited = 0;
+        uint64_t invalidated = 0;
+    };
+    std::vector<Marks> m_marks; // one per node once there was a change
+    uint64_t m_age = 0;
     std::vector<NodeIndex> m_pending;
     mutable uint64_t m_uncachedReads = 0;
     int m_callbackCount = 0;

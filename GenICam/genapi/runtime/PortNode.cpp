@@ -12,13 +12,13 @@ namespace KxGenApi
 constexpr size_t kMaxCacheSize = 16u << 20;
 constexpr size_t kEntryOverhead = 64;
 
-const RegisterCache::Bytes* RegisterCache::Find(int64_t address, int64_t length) const
+const RegisterCache::Bytes* RegisterCache::Find(int64_t address, int64_t length, uint64_t notBefore) const
 {
     const auto found = m_entries.find(Key{address, length});
-    return found != m_entries.end() ? &found->second : nullptr;
+    return found != m_entries.end() && found->second.age >= notBefore ? &found->second.bytes : nullptr;
 }
 
-const RegisterCache::Bytes& RegisterCache::Store(int64_t address, Bytes bytes)
+const RegisterCache::Bytes& RegisterCache::Store(int64_t address, Bytes bytes, uint64_t age)
 {
     if (m_size + bytes.size() > kMaxCacheSize)
         Clear();
@@ -26,8 +26,8 @@ const RegisterCache::Bytes& RegisterCache::Store(int64_t address, Bytes bytes)
     const auto [entry, isNew] = m_entries.try_emplace(key);
     if (isNew)
         m_size += bytes.size() + kEntryOverhead;
-    entry->second = std::move(bytes);
-    return entry->second;
+    entry->second = {std::move(bytes), age};
+    return entry->second.bytes;
 }
 
 void RegisterCache::Drop(int64_t address, int64_t length)
@@ -35,7 +35,7 @@ void RegisterCache::Drop(int64_t address, int64_t length)
     const auto found = m_entries.find(Key{address, length});
     if (found == m_entries.end())
         return;
-    m_size -= found->second.size() + kEntryOverhead;
+    m_size -= found->second.bytes.size() + kEntryOverhead;
     m_entries.erase(found);
 }
 

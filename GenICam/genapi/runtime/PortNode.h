@@ -18,8 +18,9 @@ class RegisterCache
 public:
     using Bytes = std::vector<uint8_t>;
 
-    const Bytes* Find(int64_t address, int64_t length) const;
-    const Bytes& Store(int64_t address, Bytes bytes);
+    /// The bytes if they were stored at that age of the map or later.
+    const Bytes* Find(int64_t address, int64_t length, uint64_t notBefore) const;
+    const Bytes& Store(int64_t address, Bytes bytes, uint64_t age);
     void Drop(int64_t address, int64_t length);
     void Clear();
 
@@ -38,7 +39,13 @@ private:
         }
     };
 
-    std::unordered_map<Key, Bytes, Hash> m_entries;
+    struct Entry
+    {
+        Bytes bytes;
+        uint64_t age = 0; // of the map when they were stored
+    };
+
+    std::unordered_map<Key, Entry, Hash> m_entries;
     size_t m_size = 0; // bytes held in all
 };
 

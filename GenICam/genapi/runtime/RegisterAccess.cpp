@@ -122,21 +122,27 @@ ECachingMode RegisterAccess::CachingMode() const
 
 bool RegisterAccess::IsBigEndian() const { return m_bigEndian != Port().SwapsEndianess(); }
 
-const std::vector<uint8_t>& RegisterAccess::Read(ReadOptions options)
+const std::vector<uint8_t>& RegisterAccess::Read(int64_t count, ReadOptions options)
 {
     const int64_t length = CheckedLength();
     const int64_t address = Address(options);
+    const NodeMap& map = m_owner.Map();
     RegisterCache& cache = Port().Cache();
     const bool cached = m_owner.CachingMode() != NoCache;
+    m_shared = {address, length};
     if (cached && !options.ignoreCache) {
-        if (const RegisterCache::Bytes* const bytes = cache.Find(address, length))
+        // Bytes that another register read before this one was invalidated are as stale as its own.
+        const RegisterCache::Bytes* const bytes =
+            cache.Find(address, length, map.InvalidatedAt(m_owner.Index()));
+        if (bytes != nullptr)
             return *bytes;
+        if (count == 0 && length != 0)
+            return m_uncached; // nothing is asked for
     }
-    std::vector<uint8_t> bytes(static_cast<size_t>(length));
-    Port().Connected(m_owner).Read(bytes.data(), address, length);
-    m_knownLength = length;
-    if (cached && !options.ignoreCache)
-        return cache.Store(address, std::move(bytes));
+    std::vector<uint8_t> bytes(static_cast<size_t>(count));
+    Port().Connected(m_owner).Read(bytes.data(), address, count);
+    if (cached && !options.ignoreCache && count == length)
+        return cache.Store(address, std::move(bytes), map.Age());
     cache.Drop(address, length);
     m_uncached = std::move(bytes);
     return m_uncached;
@@ -152,10 +158,10 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
     const int64_t address = Address();
     RegisterCache& cache = Port().Cache();
     Port().Connected(m_owner).Write(bytes.data(), address, static_cast<int64_t>(bytes.size()));
-    m_knownLength = length;
+    m_shared = {address, length};
     const bool whole = static_cast<int64_t>(bytes.size()) == length;
     if (whole && m_owner.CachingMode() == WriteThrough)
-        cache.Store(address, std::move(bytes));
+        cache.Store(address, std::move(bytes), m_owner.Map().Age());
     else
         cache.Drop(address, length);
     change.Wrote(m_owner);
@@ -163,8 +169,9 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
 
 void RegisterAccess::Forget()
 {
-    if (m_addressKnown)
-        Port().Cache().Drop(m_address, m_knownLength);
+    if (m_shared)
+        Port().Cache().Drop(m_shared->address, m_shared->length);
+    m_shared.reset();
     m_addressKnown = false;
 }
 

@@ -4,6 +4,7 @@
 
 #include "runtime/NumberLink.h"
 
+#include <optional>
 #include <vector>
 
 namespace KxGenApi
@@ -31,7 +32,10 @@ public:
     bool IsBigEndian() const;
 
     /// All bytes; valid until the next call for any register of this port.
-    const std::vector<uint8_t>& Read(ReadOptions options);
+    const std::vector<uint8_t>& Read(ReadOptions options) { return Read(CheckedLength(), options); }
+    /// At least the first `count` bytes, which are not more than the register has. The device is asked for no
+    /// more than these, and a part is not kept.
+    const std::vector<uint8_t>& Read(int64_t count, ReadOptions options);
     /// Writes the first bytes, at most all; AccessException if the register itself is read-only, verified or
     /// not.
     void Write(std::vector<uint8_t> bytes, Change& change);
@@ -57,8 +61,13 @@ private:
     EAccessMode m_accessMode = RW;
     const Property* m_cachable = nullptr;
     bool m_bigEndian = false;
-    int64_t m_address = 0, m_knownLength = 0;
+    int64_t m_address = 0;
     bool m_addressKnown = false;
+    struct Place
+    {
+        int64_t address, length;
+    };
+    std::optional<Place> m_shared;   // where bytes may be kept that this register has read or written
     std::vector<uint8_t> m_uncached; // what Read gives out when nothing is cached
 };
 

@@ -56,7 +56,7 @@ void RegisterFace<Base>::Get(uint8_t* pBuffer, int64_t Length, bool, bool Ignore
     }
     ReadOptions options;
     options.ignoreCache = IgnoreCache;
-    const std::vector<uint8_t>& bytes = m_register.Read(options);
+    const std::vector<uint8_t>& bytes = m_register.Read(Length, options);
     if (Length > 0)
         std::memcpy(pBuffer, bytes.data(), static_cast<size_t>(Length));
 }
