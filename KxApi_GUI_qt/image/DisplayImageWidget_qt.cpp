@@ -11,6 +11,7 @@
 
 #include <QPainter>
 #include <QPixmap>
+#include <QTimer>
 #include <QTimerEvent>
 #include <new>
 
@@ -117,9 +118,21 @@ void CDisplayImageWidget::onDisplayUpdatedSlot()
         repaint();
         return;
     }
-    m_bSizeChanged = false;
-    m_pParent->updateImageWidgetSize(m_bFit);
     update();
+    // One resize a turn of the event loop: each shows the newest image, whose size may differ again.
+    if (m_bResizing)
+        QTimer::singleShot(0, this, [this] { FollowImageSize(); });
+    else
+        FollowImageSize();
+}
+
+void CDisplayImageWidget::FollowImageSize()
+{
+    m_bSizeChanged = false;
+    Guarded([this] {
+        if (m_pParent)
+            m_pParent->updateImageWidgetSize(m_bFit);
+    });
 }
 
 void CDisplayImageWidget::timerEvent(QTimerEvent* pEvent)
@@ -133,7 +146,9 @@ void CDisplayImageWidget::timerEvent(QTimerEvent* pEvent)
 
 void CDisplayImageWidget::resizeEvent(QResizeEvent* pEvent)
 {
+    m_bResizing = true;
     doWorkViewer();
+    m_bResizing = false;
     QWidget::resizeEvent(pEvent);
 }
 

@@ -101,6 +101,7 @@ private:
     QPoint CursorInDialog() const;
 
     void doWorkViewer();
+    void FollowImageSize();
     void MakePicture(IKxImageDisplayWndInside& wnd);
     IKxImage* CurrentImage() noexcept;
     void AdaptMagnification(IKxImageDisplayWndInside& wnd, int nPictureWidth);
@@ -135,6 +136,7 @@ private:
     uint64_t m_nImageWidth = 0;
     uint64_t m_nImageHeight = 0;
     bool m_bSizeChanged = false; // the widget has to follow the image
+    bool m_bResizing = false;
 
     CPreviewPictureMaker m_objPictureMaker;
     // What paint shows, one entry at most. A picture without an image is a message.

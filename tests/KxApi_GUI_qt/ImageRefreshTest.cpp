@@ -83,6 +83,33 @@ TEST_F(ImageRefresh, ThePaintedImageStaysWhileNewOnesComeFromAnotherThread)
     camera.join();
 }
 
+TEST_F(ImageRefresh, ImagesThatChangeSizeFasterThanTheyAreShownCostOneResizeATurn)
+{
+    m_pWnd->SetRefreshInterval(1000);
+    ShowWindow();
+    // Whenever the window takes an image, the next one is there already, with another size.
+    size_t nTaken = 0;
+    GenApi::INode* const pNode =
+        m_pWnd->GetIKxPixelFormatConverter()->GetINodeMap()->GetNode("DestinationPixelFormat");
+    const auto registerNext = [&] {
+        m_pWnd->RegisterIKxImage(
+            MakeImage(40 + nTaken % 2, 30, nTaken % 2 ? KxPixelFormat_BGR8 : KxPixelFormat_Mono8)
+                ->GetIKxImage());
+    };
+    const GenApi::CallbackHandleType hCallback = GenApi::Register(pNode, [&](GenApi::INode*) {
+        if (++nTaken < 100)
+            registerNext();
+    });
+    registerNext();
+    Dialog().RefreshPreviewImage(true);
+    EXPECT_GT(nTaken, 1U);
+    EXPECT_LE(nTaken, 4U);
+    EXPECT_TRUE(PumpUntil([&] { return nTaken == 100; })) << "each turn shows the newest";
+    GenApi::Deregister(hCallback);
+    Refresh();
+    EXPECT_EQ(Widget().size(), QSize(41, 30));
+}
+
 TEST_F(ImageRefresh, OverlaysPaintOnTopAndLearnWhatIsShown)
 {
     m_pWnd->SetManualZoomMagnification(3);
