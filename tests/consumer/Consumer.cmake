@@ -62,7 +62,7 @@ elseif(STEP STREQUAL "unknown-component")
         "cmake_minimum_required(VERSION 3.25)\nproject(Unknown LANGUAGES NONE)\n"
         "find_package(KxApi REQUIRED COMPONENTS GenApi Teleportation)\n")
     execute_process(
-        COMMAND ${CMAKE_COMMAND} -S "${work}/unknown" -B "${work}/unknown/build" -DCMAKE_PREFIX_PATH=${prefix}
+        COMMAND ${CMAKE_COMMAND} -S "${work}/unknown" -B "${work}/unknown/build" -G Ninja -DCMAKE_PREFIX_PATH=${prefix}
         RESULT_VARIABLE result ERROR_VARIABLE errors OUTPUT_QUIET)
     if(result EQUAL 0 OR NOT errors MATCHES "KxApi has no component \"Teleportation\"; this[ \n]+installation[ \n]+has:[ \n]+GenApi")
         message(FATAL_ERROR "an unknown component ended with ${result} and said: ${errors}")
