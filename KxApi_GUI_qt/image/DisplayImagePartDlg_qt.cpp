@@ -224,6 +224,7 @@ void CDisplayImagePartDlg::setScrollBarV(int nPosition)
 
 void CDisplayImagePartDlg::showEvent(QShowEvent* pEvent)
 {
+    m_bShown = true;
     Guarded([this] {
         CDisplayImageWidget& widget = *m_pUi->m_CDisplayImageWidget;
         RefreshBackground();
@@ -240,6 +241,12 @@ void CDisplayImagePartDlg::showEvent(QShowEvent* pEvent)
         PostVisibleDrawingToolBarUpdated();
     });
     CBaseDialogEx::showEvent(pEvent);
+}
+
+void CDisplayImagePartDlg::hideEvent(QHideEvent* pEvent)
+{
+    m_bShown = false;
+    CBaseDialogEx::hideEvent(pEvent);
 }
 
 void CDisplayImagePartDlg::closeEvent(QCloseEvent* pEvent) { closeEventCheck(pEvent); }

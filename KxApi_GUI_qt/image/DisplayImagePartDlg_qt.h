@@ -45,6 +45,8 @@ public:
     /// Any thread, down to updateDrawingObject. bNow: a setting changed, which shows at once, and not a new
     /// image.
     void RefreshPreviewImage(bool bNow);
+    /// Whether the dialog is visible, for threads that may not ask a widget.
+    bool IsShown() const { return m_bShown; }
     void RefreshBackground();
     void UpdateRefreshInterval();
 
@@ -94,6 +96,7 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
@@ -151,6 +154,7 @@ private:
     std::vector<IKxMouseObserverInside*> m_vecMouseObservers; // not owned
     std::vector<IKxKeyObserverInside*> m_vecKeyObservers;
 
+    std::atomic<bool> m_bShown{false};
     // What the scroll bars show, for all threads.
     std::atomic<int> m_nScrollH{0};
     std::atomic<int> m_nScrollV{0};

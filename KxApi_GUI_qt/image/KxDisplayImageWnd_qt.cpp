@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// The image window's settings. Its images are in DisplayImagePreview_qt.cpp.
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include "image/COverlayParam.h"
 #include "image/DisplayImageRegisters_qt.h"
+#include "image/PixelText_qt.h"
 
 #include <Base/GCException.h>
+#include <KxApi_GUI/KxApi_GUI.h>
 
-#include <QStandardPaths>
+#include <QCursor>
+#include <QPoint>
 #include <algorithm>
 
 namespace KxApi
@@ -49,14 +51,11 @@ CKxDisplayImageWnd::CKxDisplayImageWnd(IKxAllocator* pAllocator)
     , m_regShowBuiltInDrawingToolbar(this, &CKxDisplayImageWnd::OnVisibleDrawingToolBar, 0x2070, GenApi::RW,
                                      false)
     , m_regEnableDrawingOnSavingImage(this, nullptr, 0x2074, GenApi::RW, false)
-    , m_strLastSaveFolder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation))
-    , m_objRing(pAllocator)
-    , m_pConverter(CreateIKxConverter(KxConverterType_PixelFormat))
+    , m_objPreview(pAllocator, [this](const GenICam::gcstring& strNode) { OnConverterChanged(strNode); })
 {
     GenICam::GuardBadAlloc([this] {
         m_objRegister.Register(m_regShowBuiltInDrawingToolbar);
         m_objRegister.Register(m_regEnableDrawingOnSavingImage);
-        WatchConverter();
     });
 }
 
@@ -76,6 +75,75 @@ bool CKxDisplayImageWnd::mWrite(const unsigned char* pBuffer, int64_t nAddress, 
 
 void CKxDisplayImageWnd::RunOverlay(COverlayParam* pParam) { m_objCallbackManager.RunCallback(pParam); }
 
+void CKxDisplayImageWnd::OnConverterChanged(const GenICam::gcstring& strNode)
+{
+    uint32_t nKinds = UpdatePicture;
+    if (strNode == "ReverseY")
+        nKinds |= UpdateReverseYMenu;
+    if (strNode == "BayerInterpolationMethod")
+        nKinds |= UpdateBayerMenu;
+    UpdateDialog(nKinds);
+}
+
+void CKxDisplayImageWnd::RegisterIKxImage(IKxImage* pIKxImage)
+{
+    m_objPreview.Register(pIKxImage);
+    // This one directly: it only leaves a note for the next refresh.
+    WithDialog([](CDisplayImagePartDlg& dialog) {
+        if (dialog.IsShown())
+            dialog.RefreshPreviewImage(false);
+    });
+}
+
+void CKxDisplayImageWnd::ScreenToImage(int* pX, int* pY)
+{
+    const bool bDialog = AskDialog(
+        [=](CDisplayImagePartDlg& dialog) {
+            if (dialog.IsShown())
+                dialog.ScreenToImage(pX, pY);
+            return true;
+        },
+        false);
+    if (!bDialog || *pX < 0 || *pY < 0)
+        *pX = *pY = 0;
+}
+
+void CKxDisplayImageWnd::GetStatusBarText(QStringList& listText)
+{
+    Base::GetStatusBarText(listText);
+    QPoint pos = QCursor::pos();
+    WithDialog([&](CDisplayImagePartDlg& dialog) { pos = dialog.mapFromGlobal(pos); });
+    ScreenToImage(&pos.rx(), &pos.ry());
+    if (HasImage())
+        listText.append(PixelText(m_objPreview, pos.x(), pos.y()));
+}
+
+void CKxDisplayImageWnd::SaveImage(bool bPreview)
+{
+    CImageSaver::COptions options;
+    options.bPreview = bPreview;
+    options.bBayerAsShown =
+        GetBayerInterpolationMethodForStillImageFile() == KxBayerInterpolationMethodForStillImageFile_Manual;
+    options.eColorMapType = GetColorMapType();
+    options.bColorMapInversion = GetColorMapInversion();
+    options.nColorMapPhase = GetColorMapPhase();
+    IKxDrawingToolInside* const pTool = GetIKxDrawingToolInside();
+    if (pTool && GetEnableDrawingOnSavingImage())
+        options.draw = [pTool](IKxImageBuffer* pBuffer) { pTool->DrawOnIKxImageBuffer(pBuffer); };
+
+    // The application may give the window back while the user looks for a name.
+    AddRef();
+    try {
+        m_objSaver.Save(m_objPreview, options);
+    } catch (const GenICam::GenericException& e) {
+        ShowErrorMessage(e);
+    } catch (...) {
+        DelRef();
+        throw;
+    }
+    DelRef();
+}
+
 void CKxDisplayImageWnd::SetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t eMode)
 {
     mSetPreviewPixelFormatMode(eMode, true);
@@ -88,8 +156,7 @@ void CKxDisplayImageWnd::mSetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t
         return;
     if (bInvalidate)
         InvalidateNode("PreviewPixelFormatModeReg");
-    m_pConverter->SetAutoDestination(eMode == KxPreviewPixelFormatMode_Auto);
-    m_bPreviewDirty = true;
+    m_objPreview.SetAutoDestination(eMode == KxPreviewPixelFormatMode_Auto);
     UpdateDialog(UpdatePicture);
 }
 
@@ -120,7 +187,7 @@ void CKxDisplayImageWnd::mSetZoomMode(_EKxZoomMode_t eZoomMode, bool bInvalidate
         InvalidateNode("ZoomModeReg");
         OnScrollPosOrRangeChanged();
     }
-    m_bPreviewDirty = true;
+    m_objPreview.SetDirty();
     const bool bFit = eZoomMode == KxZoomMode_FitToTheWindow;
     UpdateDialog(UpdateZoomMenu | UpdateSize | (bFit ? UpdatePicture : 0U));
 }
@@ -140,7 +207,7 @@ void CKxDisplayImageWnd::mSetStretchMode(EKxBayerInterpolationMethod_t eStretchM
         InvalidateNode("StretchModeReg");
         OnScrollPosOrRangeChanged();
     }
-    m_bPreviewDirty = true;
+    m_objPreview.SetDirty();
     UpdateDialog(UpdatePicture);
 }
 
@@ -163,7 +230,7 @@ void CKxDisplayImageWnd::mSetManualZoomMagnification(double dMagnification, bool
         InvalidateNode("FixedZoomMagnificationReg");
         OnScrollPosOrRangeChanged();
     }
-    m_bPreviewDirty = true;
+    m_objPreview.SetDirty();
     UpdateDialog(UpdateZoomMenu | UpdateSize | UpdatePicture);
 }
 
@@ -348,9 +415,9 @@ void CKxDisplayImageWnd::OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t n
     if (nKinds & UpdateSize)
         dialog.updateImageWidgetSize(bFit);
     if (nKinds & UpdateReverseYMenu)
-        dialog.updateMenuReverseY(m_pConverter->GetReverseY());
+        dialog.updateMenuReverseY(m_objPreview.Converter().GetReverseY());
     if (nKinds & UpdateBayerMenu)
-        dialog.updateMenuBayerInterpolation(m_pConverter->GetBayerInterpolationMethod());
+        dialog.updateMenuBayerInterpolation(m_objPreview.Converter().GetBayerInterpolationMethod());
     if (nKinds & UpdateBackground)
         dialog.RefreshBackground();
     if (nKinds & UpdateDrawingToolBar)

@@ -6,20 +6,16 @@
 #include "frame/WndInfo_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/ICDisplayImageDlgParent.h"
-#include "image/ImageRing_qt.h"
+#include "image/ImagePreview_qt.h"
+#include "image/ImageSaver_qt.h"
 
-#include <KxApi_IP/IKxPixelFormatConverter.h>
-#include <KxApi_TL/CKxAutoPtr.h>
-
-#include <QString>
 #include <atomic>
-#include <thread>
 
 namespace KxApi
 {
 
-/// The model of the image window: takes images over, makes previews of them when they are wanted, and keeps
-/// the settings. A setting has a public SetX, and an mSetX whose flag asks to invalidate the node: a write
+/// The model of the image window: keeps the settings, and brings images, previews, dialog and files together.
+/// A setting has a public SetX, and an mSetX whose flag asks to invalidate the node: a write
 /// that comes from the node map must not run back into it.
 class CKxDisplayImageWnd final
     : public CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>
@@ -40,12 +36,12 @@ public:
     const IKxWndInfo* GetIKxWndInfo() const override { return &m_objWndInfo; }
 
     void RegisterIKxImage(IKxImage* pIKxImage) override;
-    bool HasImage() const override { return m_bHasImage; }
-    IKxImage* GetRegisteredIKxImage() override;
-    IKxImage* GetConvertedIKxImage() override;
+    bool HasImage() const override { return m_objPreview.HasImage(); }
+    IKxImage* GetRegisteredIKxImage() override { return m_objPreview.GetRegistered(); }
+    IKxImage* GetConvertedIKxImage() override { return m_objPreview.GetConverted(); }
     void ScreenToImage(int* pX, int* pY) override;
 
-    IKxPixelFormatConverter* GetIKxPixelFormatConverter() const override { return &*m_pConverter; }
+    IKxPixelFormatConverter* GetIKxPixelFormatConverter() const override { return &m_objPreview.Converter(); }
     _EKxPreviewPixelFormatMode_t GetPreviewPixelFormatMode() const override
     {
         return m_ePreviewPixelFormatMode;
@@ -97,7 +93,10 @@ public:
     bool mWrite(const unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength) override;
     IKxImageDisplayWndInside* GetIKxImageDisplayWndInside() override { return this; }
     void RunOverlay(COverlayParam* pParam) override;
-    IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) override;
+    IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) override
+    {
+        return m_objPreview.Get(bForApplication ? CImagePreview::Api : CImagePreview::Widget);
+    }
     void OnScrollPosOrRangeChanged() override;
     void SaveImage(bool bPreview) override;
 
@@ -143,17 +142,7 @@ private:
                        int (CDisplayImagePartDlg::*getMax)() const) const;
     void OnVisibleDrawingToolBar();
 
-    void WatchConverter();
-    void OnNodeCallbackPixelFormatConv(GenApi::INode* pNode);
-    /// Brings the newest preview up to date.
-    void MakePreview() KXGC_REQUIRES(m_lockPreview);
-    bool CanBeShownAsItIs(const IKxImage& image) const;
-    EKxPixelFormatNamingConvention_t AutoDestination(EKxPixelFormatNamingConvention_t ePixelFormat) const;
-    void SetDestination(EKxPixelFormatNamingConvention_t ePixelFormat);
-    /// The pixel of the newest image and of its preview, as far as they can be had.
-    QString PixelText(int x, int y);
-    void ConvertAsShown(IKxImage* pImage, IKxImageBuffer* pTarget);
-    void SaveWithDialog(bool bPreview);
+    void OnConverterChanged(const GenICam::gcstring& strNode);
 
     static const CWndInfo<CKxDisplayImageWnd> m_objWndInfo;
 
@@ -172,22 +161,13 @@ private:
     std::atomic<uint32_t> m_nRefreshInterval{33};
     RegisterBool m_regShowBuiltInDrawingToolbar;
     RegisterBool m_regEnableDrawingOnSavingImage;
-    QString m_strLastSaveFolder; // GUI thread
 
     // What UpdateScrollH and UpdateScrollV bring to the scroll bars.
     std::atomic<int> m_nWantedScrollH{0};
     std::atomic<int> m_nWantedScrollV{0};
 
-    std::atomic<bool> m_bHasImage{false};
-    std::atomic<bool> m_bPreviewDirty{false}; // a setting changed, so that the next preview is made anew
-    // Held for a whole conversion; the ring's lock may be taken with it held, and the converter's, no other.
-    GenApi::CLock m_lockPreview;
-    GenApi::CLock m_lockRegister; // held while an image is copied; the ring's lock may be taken with it held
-    CImageRing m_objRing;
-    CKxAutoPtr<IKxConverterReleasable, IKxPixelFormatConverterInside> m_pConverter;
-    EKxPixelFormatNamingConvention_t m_eColorDestinationPixelFormat = KxPixelFormat_RGB8;
-    // The thread in which a preview is just setting the converter's destination.
-    std::atomic<std::thread::id> m_idOwnChange{std::thread::id()};
+    CImagePreview m_objPreview;
+    CImageSaver m_objSaver; // GUI thread
 };
 
 } // namespace KxApi

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the image window does with the images that it is given.
 #include "Support.h"
-#include "image/ImageRing_qt.h"
+#include "frame/RoleRing_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
+#include "image/PixelText_qt.h"
 
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
@@ -48,19 +49,17 @@ protected:
     IKxPixelFormatConverter* const m_pConverter;
 };
 
-TEST(ImageRing, NeverTouchesABufferThatARoleNames)
+TEST(RoleRing, NeverHandsOutABufferThatAGuardedRoleNames)
 {
     const CKxApiAutoInitTerm sdk;
-    CImageRing ring(nullptr);
-    EXPECT_EQ(ring.Buffer(ring.Index(CImageRing::RawLatest)), nullptr);
+    CRoleRing<IKxImageBufferReleasable, 3, 4, 3> ring([] { return CreateIKxImageBuffer(nullptr); });
+    EXPECT_EQ(ring.Buffer(ring.Index(2)), nullptr);
     std::set<int32_t> setUsed;
-    for (size_t nRole = 0; nRole < CImageRing::kRoles; ++nRole)
-        EXPECT_TRUE(setUsed.insert(ring.Claim(static_cast<CImageRing::ERole>(nRole))).second);
-    const int32_t nOwn = ring.Index(CImageRing::RawWrite);
-    EXPECT_EQ(ring.Claim(CImageRing::RawWrite), nOwn) << "all in use: the role keeps its own";
-    const int32_t nFreed = ring.Index(CImageRing::ConvertedApi);
-    ring.Set(CImageRing::ConvertedApi, CImageRing::kNone);
-    EXPECT_EQ(ring.Claim(CImageRing::RawWrite), nFreed);
+    for (size_t nRole = 0; nRole < 3; ++nRole)
+        EXPECT_TRUE(setUsed.insert(ring.Claim(nRole)).second);
+    EXPECT_EQ(ring.Claim(1), ring.Index(1)) << "all in use: the role keeps its own";
+    const int32_t nFreed = ring.Move(2, 3);
+    EXPECT_EQ(ring.Claim(0), nFreed) << "role 3 guards nothing";
 }
 
 TEST_F(Preview, SaysThatThereIsNoImageYet)
@@ -250,6 +249,10 @@ TEST_F(Preview, TellsThePixelUnderTheCursorInBothFormats)
     EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  BayerRG8:R= 128 -> RGB8:R= 128,G= 128,B= 128");
     Register(MakeImage(8, 8, KxPixelFormat_Mono16, 0xFF));
     EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Mono1665535 -> Mono8 255");
+    CImagePreview preview(nullptr, [](const GenICam::gcstring&) {});
+    preview.Register(MakeImage(8, 8, KxPixelFormat_Mono16)->GetIKxImage());
+    EXPECT_EQ(PixelText(preview, 9, 3).toStdString(), "(   9,    3)  Mono16 -> Mono8")
+        << "what is known stays, though there are no values";
 }
 
 } // namespace

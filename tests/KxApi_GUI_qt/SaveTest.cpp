@@ -6,12 +6,14 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
 #include <QImage>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstring>
@@ -26,31 +28,38 @@ using namespace KxApi;
 class SaveImages : public GuiTest
 {
 protected:
-    /// Saves while `answer` deals with the dialogs that open.
-    template <class Dialog>
-    void Save(bool bPreview, const std::function<void(Dialog&)>& answer)
+    using Answer = std::function<void(QDialog&)>;
+
+    /// Saves while the answers deal with the dialogs that open, one each.
+    void Save(bool bPreview, std::vector<Answer> vecAnswers)
     {
         QTimer timer;
-        bool bAnswered = false;
+        size_t nAnswered = 0;
+        QPointer<QDialog> pLast;
         QObject::connect(&timer, &QTimer::timeout, [&] {
-            auto* const pDialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!pDialog || bAnswered)
+            auto* const pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!pDialog || pDialog == pLast || nAnswered == vecAnswers.size())
                 return;
-            bAnswered = true;
-            answer(*pDialog);
+            pLast = pDialog;
+            vecAnswers[nAnswered++](*pDialog);
         });
         timer.start(1);
         dynamic_cast<ICDisplayImageDlgParent&>(*m_pWnd).SaveImage(bPreview);
-        EXPECT_TRUE(bAnswered);
+        EXPECT_EQ(nAnswered, vecAnswers.size());
     }
 
-    void SaveAs(bool bPreview, const QString& strName, const char* szFilter)
+    static Answer NameIt(const QString& strName, const char* szFilter)
     {
-        Save<QFileDialog>(bPreview, [&](QFileDialog& dialog) {
-            dialog.selectNameFilter(szFilter);
-            dialog.selectFile(strName);
+        return [=](QDialog& dialog) {
+            auto& fileDialog = dynamic_cast<QFileDialog&>(dialog);
+            fileDialog.selectNameFilter(szFilter);
+            fileDialog.selectFile(strName);
             QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
-        });
+        };
+    }
+    static Answer Press(QMessageBox::StandardButton eButton)
+    {
+        return [=](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(eButton)->click(); };
     }
 
     QTemporaryDir m_objFolder;
@@ -82,8 +91,8 @@ TEST_F(SaveImages, WriteTheRegisteredImageAndThePreview)
     const ImageBufferPtr pImage = MakeImage(8, 4, KxPixelFormat_BayerRG8, 0x50);
     m_pWnd->RegisterIKxImage(pImage->GetIKxImage());
     const QString strRaw = m_objFolder.filePath("raw"), strShown = m_objFolder.filePath("shown.PNG");
-    SaveAs(false, strRaw, "PNG File (*.png)");
-    SaveAs(true, strShown, "PNG File (*.png)");
+    Save(false, {NameIt(strRaw, "PNG File (*.png)")});
+    Save(true, {NameIt(strShown, "PNG File (*.png)")});
     const QImage raw(strRaw + ".png"), shown(strShown);
     EXPECT_EQ(raw.size(), QSize(8, 4));
     EXPECT_TRUE(raw.isGrayscale());
@@ -91,17 +100,32 @@ TEST_F(SaveImages, WriteTheRegisteredImageAndThePreview)
     EXPECT_EQ(shown.pixel(3, 3), 0xFF505050U);
 }
 
+TEST_F(SaveImages, AskBeforeTheCompletedNameReplacesAFile)
+{
+    const auto save = [&](size_t nWidth, QMessageBox::StandardButton eButton, std::vector<Answer> vecRest) {
+        m_pWnd->RegisterIKxImage(MakeImage(nWidth, 4)->GetIKxImage());
+        vecRest.insert(vecRest.begin(), Press(eButton));
+        vecRest.insert(vecRest.begin(), NameIt(m_objFolder.filePath("a"), "PNG File (*.png)"));
+        Save(false, vecRest);
+        return QImage(m_objFolder.filePath("a.png")).width();
+    };
+    m_pWnd->RegisterIKxImage(MakeImage(8, 4)->GetIKxImage());
+    Save(false, {NameIt(m_objFolder.filePath("a"), "PNG File (*.png)")});
+    EXPECT_EQ(save(9, QMessageBox::No, {[](QDialog& again) { again.reject(); }}), 8);
+    EXPECT_EQ(save(10, QMessageBox::Yes, {}), 10);
+}
+
 TEST_F(SaveImages, KeepTheFolderWhenTheUserCancels)
 {
     m_pWnd->RegisterIKxImage(MakeImage(8, 4)->GetIKxImage());
-    SaveAs(false, m_objFolder.filePath("a.bmp"), "Bitmap File (*.bmp)");
+    Save(false, {NameIt(m_objFolder.filePath("a.bmp"), "Bitmap File (*.bmp)")});
     QString strFolder;
-    const auto cancel = [&](QFileDialog& dialog) {
-        strFolder = dialog.directory().path();
+    const Answer cancel = [&](QDialog& dialog) {
+        strFolder = dynamic_cast<QFileDialog&>(dialog).directory().path();
         dialog.reject();
     };
-    Save<QFileDialog>(false, cancel);
-    Save<QFileDialog>(false, cancel);
+    Save(false, {cancel});
+    Save(false, {cancel});
     EXPECT_EQ(QDir(strFolder), QDir(m_objFolder.path()));
     EXPECT_EQ(QDir(m_objFolder.path()).entryList(QDir::Files), QStringList{"a.bmp"});
 }
@@ -109,10 +133,10 @@ TEST_F(SaveImages, KeepTheFolderWhenTheUserCancels)
 TEST_F(SaveImages, TellTheUserWhatFailed)
 {
     QString strText;
-    Save<QMessageBox>(false, [&](QMessageBox& box) {
-        strText = box.text();
-        box.accept();
-    });
+    Save(false, {[&](QDialog& box) {
+             strText = dynamic_cast<QMessageBox&>(box).text();
+             box.accept();
+         }});
     EXPECT_TRUE(strText.startsWith("KxApi_GUI_qt/")) << strText.toStdString();
     EXPECT_TRUE(strText.endsWith("There is no available image.")) << strText.toStdString();
 }
@@ -135,7 +159,7 @@ TEST_F(SaveImages, ConvertAsThePreviewButWithTheBetterBayerMethod)
         return std::vector<unsigned char>(p, p + 3 * 256);
     };
     const auto saved = [&](const char* szName) {
-        SaveAs(true, m_objFolder.filePath(szName), "PNG File (*.png)");
+        Save(true, {NameIt(m_objFolder.filePath(szName), "PNG File (*.png)")});
         const QImage image = QImage(m_objFolder.filePath(szName)).convertToFormat(QImage::Format_RGB888);
         std::vector<unsigned char> vecBytes;
         for (int y = 0; y < image.height(); ++y)

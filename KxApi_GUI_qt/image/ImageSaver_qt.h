@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+// Saving the image of a window.
+#pragma once
+
+#include "image/StillImageSave_qt.h"
+
+#include <KxSDKCommon/ColorMap.h>
+
+#include <QString>
+#include <functional>
+
+namespace KxApi
+{
+
+class CImagePreview;
+
+/// Writes the newest image, as it was registered or as it is shown, into a file that the user names. GUI
+/// thread.
+class CImageSaver
+{
+public:
+    /// How the window shows and saves images.
+    struct COptions
+    {
+        bool bPreview = false;
+        /// Demosaic as the preview does, and not with the better method.
+        bool bBayerAsShown = false;
+        EKxColorMapType_t eColorMapType = KxColorMapType_Normal;
+        bool bColorMapInversion = false;
+        int nColorMapPhase = 0;
+        /// Draws into the converted preview; may be empty.
+        std::function<void(IKxImageBuffer* pBuffer)> draw;
+    };
+
+    CImageSaver();
+
+    /// Asks for the name and writes; nothing happens when the user gives none. Raises what goes wrong, then
+    /// there is no file. The camera may go on meanwhile: what was the newest image at first is saved.
+    void Save(CImagePreview& preview, const COptions& options);
+
+private:
+    /// The name with its extension and the file type; an empty name when the user gave up. He was asked
+    /// before an existing file is replaced.
+    CStillImageFileName AskForName(const QString& strFilters);
+
+    QString m_strLastSaveFolder;
+};
+
+} // namespace KxApi
