@@ -118,22 +118,22 @@ bool SelectDevice(GenApi::INodeMap& map, uint32_t nIndex, const GenICam::gcstrin
 }
 
 /// The rows of a GigE Vision device that only the interface's node map has.
-void AppendGev(CDeviceView& view, IKxInterface& interface, uint32_t nIndex, const IKxDeviceInfo& info)
+void AppendGev(CGevFacts& facts, IKxInterface& interface, uint32_t nIndex, const IKxDeviceInfo& info)
 {
     GenApi::INodeMap& map = GetNodeMap(&interface);
     const GenApi::AutoLock lock(map.GetLock());
     if (!SelectDevice(map, nIndex, info.GetID()))
         return;
     const GenApi::CCommandPtr pForceIP(map.GetNode("GevDeviceForceIP"));
-    view.bForceIP = GenApi::IsAvailable(pForceIP);
-    AppendMAC(view.rows, map, "GevDeviceMACAddress");
+    facts.bForceIP = GenApi::IsAvailable(pForceIP);
+    AppendMAC(facts.rows, map, "GevDeviceMACAddress");
     const CGevAddressFeatures device = CGevAddressFeatures::OfDevice(map);
     if (!device.AreThere())
         return;
     CAddressColors colors;
     if (info.GetAccessStatus() == GenTL::DEVICE_ACCESS_STATUS_NOACCESS)
         TryNodeMap([&] { colors = ColorsOf(map, device); });
-    AppendAddresses(view.rows, device, colors);
+    AppendAddresses(facts.rows, device, colors);
 }
 
 } // namespace
@@ -156,7 +156,32 @@ CInfoRows ViewSystem(IKxSystem& system)
     return rows;
 }
 
-CInterfaceView ViewInterface(IKxInterface& interface)
+CGevFacts AskInterface(IKxInterface& interface)
+{
+    CGevFacts facts;
+    if (interface.GetIKxInterfaceInfo()->GetTLType() != "GEV")
+        return facts;
+    TryNodeMap([&] {
+        GenApi::INodeMap& map = GetNodeMap(&interface);
+        AppendMAC(facts.rows, map, "GevInterfaceMACAddress");
+        const CGevAddressFeatures features = CGevAddressFeatures::OfInterface(map);
+        if (features.AreAvailable())
+            AppendAddresses(facts.rows, features);
+    });
+    return facts;
+}
+
+CGevFacts AskDevice(IKxInterface& interface, uint32_t nIndex)
+{
+    const IKxDeviceInfo* const pIKxDeviceInfo = interface.GetIKxDeviceInfo(nIndex);
+    KX_ASSERT(pIKxDeviceInfo, "pIKxDeviceInfo");
+    CGevFacts facts;
+    if (pIKxDeviceInfo->GetTLType() == "GEV")
+        TryNodeMap([&] { AppendGev(facts, interface, nIndex, *pIKxDeviceInfo); });
+    return facts;
+}
+
+CInterfaceView ViewInterface(IKxInterface& interface, const CGevFacts& facts)
 {
     const IKxInterfaceInfo* const pIKxInterfaceInfo = interface.GetIKxInterfaceInfo();
     KX_ASSERT(pIKxInterfaceInfo, "pIKxInterfaceInfo");
@@ -164,32 +189,23 @@ CInterfaceView ViewInterface(IKxInterface& interface)
     const GenICam::gcstring strTLType = pIKxInterfaceInfo->GetTLType();
     Append(view.rows, "Display Name", pIKxInterfaceInfo->GetDisplayName());
     Append(view.rows, "TL Type", strTLType);
-    if (strTLType != "GEV")
-        return view;
-    view.bDiscovery = true;
-    TryNodeMap([&] {
-        GenApi::INodeMap& map = GetNodeMap(&interface);
-        AppendMAC(view.rows, map, "GevInterfaceMACAddress");
-        const CGevAddressFeatures features = CGevAddressFeatures::OfInterface(map);
-        if (features.AreAvailable())
-            AppendAddresses(view.rows, features);
-    });
+    view.bDiscovery = strTLType == "GEV";
+    view.rows.insert(view.rows.end(), facts.rows.begin(), facts.rows.end());
     return view;
 }
 
-CDeviceView ViewDevice(IKxInterface& interface, uint32_t nIndex)
+CDeviceView ViewDevice(IKxInterface& interface, uint32_t nIndex, const CGevFacts& facts)
 {
     const IKxDeviceInfo* const pIKxDeviceInfo = interface.GetIKxDeviceInfo(nIndex);
     KX_ASSERT(pIKxDeviceInfo, "pIKxDeviceInfo");
     CDeviceView view;
-    const GenICam::gcstring strTLType = pIKxDeviceInfo->GetTLType();
     Append(view.rows, "ID", pIKxDeviceInfo->GetID());
     Append(view.rows, "Vendor", pIKxDeviceInfo->GetVendor());
     Append(view.rows, "Model", pIKxDeviceInfo->GetModel());
-    Append(view.rows, "TL Type", strTLType);
+    Append(view.rows, "TL Type", pIKxDeviceInfo->GetTLType());
     Append(view.rows, "Display Name", pIKxDeviceInfo->GetDisplayName());
-    if (strTLType == "GEV")
-        TryNodeMap([&] { AppendGev(view, interface, nIndex, *pIKxDeviceInfo); });
+    view.rows.insert(view.rows.end(), facts.rows.begin(), facts.rows.end());
+    view.bForceIP = facts.bForceIP;
 
     const CAccessRow access = AccessOf(pIKxDeviceInfo->GetAccessStatus(), interface.GetIKxSystem());
     view.bSelectable = access.bSelectable;

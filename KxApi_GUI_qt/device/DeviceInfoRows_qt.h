@@ -39,11 +39,22 @@ struct CDeviceView
     bool bForceIP = false; ///< it can be given another address
 };
 
-/// These raise what the system's and its modules' calls raise; but what the node map of an interface raises
-/// is left out of the rows.
+/// What the node map of a GigE Vision interface tells of itself or of a device. Its producer has to be asked,
+/// which waits while that one searches.
+struct CGevFacts
+{
+    CInfoRows rows;
+    bool bForceIP = false; ///< a device that can be given another address
+};
+
+/// These leave out what the node map raises. Nothing for other kinds of interfaces.
+CGevFacts AskInterface(IKxInterface& interface);
+/// Selects the device in the interface's node map on the way.
+CGevFacts AskDevice(IKxInterface& interface, uint32_t nIndex);
+
+/// These ask no producer, and raise what the calls of the system and its modules raise.
 CInfoRows ViewSystem(IKxSystem& system);
-CInterfaceView ViewInterface(IKxInterface& interface);
-/// Selects the device in the interface's node map on the way, unless it is none of GigE Vision.
-CDeviceView ViewDevice(IKxInterface& interface, uint32_t nIndex);
+CInterfaceView ViewInterface(IKxInterface& interface, const CGevFacts& facts);
+CDeviceView ViewDevice(IKxInterface& interface, uint32_t nIndex, const CGevFacts& facts);
 
 } // namespace KxApi

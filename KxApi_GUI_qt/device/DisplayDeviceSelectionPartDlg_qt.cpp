@@ -22,12 +22,19 @@ namespace KxApi
 namespace
 {
 
+constexpr int kRetryMs = 20; // how soon a dialog that waits for the search opens after it
+
 void InitListCtrl(QTableWidget& table)
 {
     table.setColumnCount(2);
     table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table.horizontalHeader()->hide();
     table.verticalHeader()->hide();
+    // The colours of the facts are made for a light ground, whatever the user's palette.
+    QPalette light = table.palette();
+    light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Text, Qt::black);
+    table.setPalette(light);
     // Long values take several lines, and the others no more than they need.
     table.verticalHeader()->setMinimumSectionSize(table.fontMetrics().height() + 2);
     table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -98,19 +105,22 @@ CDisplayDeviceSelectionPartDlg::CDisplayDeviceSelectionPartDlg(QWidget* pParent,
             pButton->setEnabled(false);
         connect(this, &CDisplayDeviceSelectionPartDlg::onUpdateDeviceListSignal, this,
                 &CDisplayDeviceSelectionPartDlg::onUpdateDeviceList);
+        connect(&m_objTimerWantedDlg, &QTimer::timeout, this,
+                [this] { Guarded([this] { TryInterfaceDlg(); }); });
     });
 }
 
 CDisplayDeviceSelectionPartDlg::~CDisplayDeviceSelectionPartDlg()
 {
     EndPart();
+    if (m_pSearch)
+        m_pSearch->Detach();
     if (m_pInterfaceDlg) {
-        // The parent widget went while that dialog was open: the worker, which is waited for, may wait for
-        // the lock.
+        // The parent widget went while that dialog was open: the worker may wait for the lock.
         m_pInterfaceDlg->reject();
-        m_objLock.Unlock();
+        m_pSearch->m_objLock.Unlock();
     }
-    m_pWorker.reset();
+    CWorkerDeviceDetection::EndSoon(std::move(m_pWorker));
     ClearDeviceList();
 }
 
@@ -137,6 +147,11 @@ void CDisplayDeviceSelectionPartDlg::CreateMenu()
 QMenuBar* CDisplayDeviceSelectionPartDlg::getMenu() { return m_pMenuBarWidget ? &m_objMenuBar : nullptr; }
 
 void CDisplayDeviceSelectionPartDlg::doUpdate() { emit onUpdateDeviceListSignal(); }
+
+void CDisplayDeviceSelectionPartDlg::doUpdateFacts()
+{
+    InGuiThread([this] { UpdateDisplayInfo(); });
+}
 
 void CDisplayDeviceSelectionPartDlg::doTellFailure(const GenICam::GenericException& e)
 {
@@ -174,7 +189,8 @@ void CDisplayDeviceSelectionPartDlg::StartWorker()
         return;
     std::vector<IKxSystem*> vecSystems;
     Parent().GetSystems(vecSystems);
-    m_pWorker = std::make_unique<CWorkerDeviceDetection>(this, vecSystems, m_objLock);
+    m_pSearch = std::make_shared<CDeviceSearch>(this, vecSystems);
+    m_pWorker = std::make_unique<CWorkerDeviceDetection>(m_pSearch);
     m_pWorker->Start();
 }
 
@@ -272,8 +288,21 @@ void CDisplayDeviceSelectionPartDlg::SelectRow(CDeviceListItemData* pRow)
 void CDisplayDeviceSelectionPartDlg::UpdateDisplayInfo()
 {
     UpdateDisplaySystemInfo(m_pSelected ? m_pSelected->pSystem : nullptr);
-    UpdateDisplayInterfaceInfo(m_pSelected ? m_pSelected->pInterface : nullptr);
+    UpdateDisplayInterfaceInfo(m_pSelected);
     UpdateDisplayDeviceInfo(m_pSelected);
+}
+
+template <class Ask>
+const CGevFacts& CDisplayDeviceSelectionPartDlg::FactsOf(const CDeviceListItemData& row,
+                                                         const GenICam::gcstring& strID, Ask ask)
+{
+    CGevFacts& facts = m_mapFacts[{row.pInterface, strID}];
+    const auto update = [&] { facts = ask(); };
+    if (m_pSearch)
+        m_pSearch->AskProducer(row.pSystem, update);
+    else
+        update();
+    return facts;
 }
 
 void CDisplayDeviceSelectionPartDlg::UpdateDisplaySystemInfo(IKxSystem* pSystem)
@@ -286,12 +315,13 @@ void CDisplayDeviceSelectionPartDlg::UpdateDisplaySystemInfo(IKxSystem* pSystem)
     ShowRows(*m_pUi->tableSystem, m_vecSystemRows, std::move(vecRows));
 }
 
-void CDisplayDeviceSelectionPartDlg::UpdateDisplayInterfaceInfo(IKxInterface* pInterface)
+void CDisplayDeviceSelectionPartDlg::UpdateDisplayInterfaceInfo(const CDeviceListItemData* pRow)
 {
     CInterfaceView view;
     Guarded([&] {
-        if (pInterface)
-            view = ViewInterface(*pInterface);
+        if (pRow && pRow->pInterface)
+            view = ViewInterface(*pRow->pInterface,
+                                 FactsOf(*pRow, {}, [&] { return AskInterface(*pRow->pInterface); }));
     });
     ShowRows(*m_pUi->tableInterface, m_vecInterfaceRows, std::move(view.rows));
     m_pUi->btnDeviceDiscovery->setEnabled(view.bDiscovery);
@@ -303,7 +333,9 @@ void CDisplayDeviceSelectionPartDlg::UpdateDisplayDeviceInfo(const CDeviceListIt
     Guarded([&] {
         const std::optional<uint32_t> nIndex = pRow ? FindDevice(*pRow) : std::nullopt;
         if (nIndex)
-            view = ViewDevice(*pRow->pInterface, *nIndex);
+            view = ViewDevice(*pRow->pInterface, *nIndex, FactsOf(*pRow, pRow->strID, [&] {
+                return AskDevice(*pRow->pInterface, *nIndex);
+            }));
     });
     ShowRows(*m_pUi->tableDevice, m_vecDeviceRows, std::move(view.rows));
     m_pUi->btnSetIP->setEnabled(view.bForceIP);
@@ -322,16 +354,48 @@ void CDisplayDeviceSelectionPartDlg::UpdateData(bool bSave)
     Parent().SetSelectedDeviceInfo(pInterface, pDeviceInfo);
 }
 
-void CDisplayDeviceSelectionPartDlg::RunInterfaceDlg(CInterfaceDlg& dialog, const QWidget& button)
+void CDisplayDeviceSelectionPartDlg::RunInterfaceDlg(QPushButton& button)
 {
     if (m_pInterfaceDlg)
         return;
-    m_objLock.Lock();
+    m_pWantedDlg = &button;
+    m_pSearch->m_bLockWanted = true;
+    setCursor(Qt::BusyCursor);
+    m_objTimerWantedDlg.start(kRetryMs);
+    TryInterfaceDlg();
+}
+
+void CDisplayDeviceSelectionPartDlg::ForgetWantedDlg()
+{
+    m_objTimerWantedDlg.stop();
+    m_pWantedDlg = nullptr;
+    unsetCursor();
+    if (m_pSearch)
+        m_pSearch->m_bLockWanted = false;
+}
+
+void CDisplayDeviceSelectionPartDlg::TryInterfaceDlg()
+{
+    if (!m_pWantedDlg || !m_pSearch->m_objLock.TryLock())
+        return;
+    const QPushButton& button = *m_pWantedDlg;
+    ForgetWantedDlg();
+    if (&button == m_pUi->btnSetIP) {
+        CDisplayDeviceSelectionForceIPDlg dialog(nullptr);
+        RunInterfaceDlgLocked(dialog, button);
+    } else {
+        CDeviceDiscoveryCommandOptionDlg dialog(nullptr);
+        RunInterfaceDlgLocked(dialog, button);
+    }
+}
+
+void CDisplayDeviceSelectionPartDlg::RunInterfaceDlgLocked(CInterfaceDlg& dialog, const QWidget& button)
+{
     // The device may have gone since the button was enabled, and has to be the one that the node map has
     // selected.
     Guarded([this] { UpdateDisplayDeviceTree(); });
     if (!m_pSelected || !button.isEnabled()) {
-        m_objLock.Unlock();
+        m_pSearch->m_objLock.Unlock();
         return;
     }
     dialog.SetInterface(m_pSelected->pInterface);
@@ -342,7 +406,7 @@ void CDisplayDeviceSelectionPartDlg::RunInterfaceDlg(CInterfaceDlg& dialog, cons
     if (!pThis)
         return; // the destructor has given the lock back
     m_pInterfaceDlg = nullptr;
-    m_objLock.Unlock();
+    m_pSearch->m_objLock.Unlock();
     if (std::exchange(m_bUpdateWanted, false))
         UpdateDisplayDeviceTree();
     else if (nResult == QDialog::Accepted)
@@ -385,6 +449,7 @@ void CDisplayDeviceSelectionPartDlg::on_treeDevice_itemSelectionChanged()
     if (m_vecItemData.empty() || listSelected.isEmpty())
         return;
     m_pSelected = RowOf(*listSelected.first());
+    ForgetWantedDlg(); // it was for another row
     UpdateDisplayInfo();
 }
 
@@ -398,18 +463,12 @@ void CDisplayDeviceSelectionPartDlg::on_treeDevice_itemDoubleClicked(QTreeWidget
 
 void CDisplayDeviceSelectionPartDlg::on_btnSetIP_clicked()
 {
-    Guarded([this] {
-        CDisplayDeviceSelectionForceIPDlg dialog(nullptr);
-        RunInterfaceDlg(dialog, *m_pUi->btnSetIP);
-    });
+    Guarded([this] { RunInterfaceDlg(*m_pUi->btnSetIP); });
 }
 
 void CDisplayDeviceSelectionPartDlg::on_btnDeviceDiscovery_clicked()
 {
-    Guarded([this] {
-        CDeviceDiscoveryCommandOptionDlg dialog(nullptr);
-        RunInterfaceDlg(dialog, *m_pUi->btnDeviceDiscovery);
-    });
+    Guarded([this] { RunInterfaceDlg(*m_pUi->btnDeviceDiscovery); });
 }
 
 void CDisplayDeviceSelectionPartDlg::on_btnOK_clicked()

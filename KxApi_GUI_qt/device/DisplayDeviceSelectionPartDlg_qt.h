@@ -12,8 +12,12 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
+#include <map>
 #include <memory>
+#include <utility>
 
+class QPushButton;
 class QTableWidget;
 class QTreeWidgetItem;
 class Ui_CDisplayDeviceSelectionPartDlg;
@@ -21,6 +25,7 @@ class Ui_CDisplayDeviceSelectionPartDlg;
 namespace KxApi
 {
 
+class CDeviceSearch;
 class CInterfaceDlg;
 class CWorkerDeviceDetection;
 struct ICDisplayDeviceSelectionDlgParent;
@@ -45,6 +50,8 @@ public:
 
     /// Something changed: the tree is brought up to date when the GUI thread comes to it. Any thread.
     void doUpdate();
+    /// A producer that was busy can be asked now: the tables are brought up to date likewise. Any thread.
+    void doUpdateFacts();
     /// The search for changes has failed, which becomes the window's error event. Any thread.
     void doTellFailure(const GenICam::GenericException& e);
 
@@ -88,20 +95,31 @@ private:
     void UpdateDisplayInfo();
     // These take null for nothing.
     void UpdateDisplaySystemInfo(IKxSystem* pSystem);
-    void UpdateDisplayInterfaceInfo(IKxInterface* pInterface);
+    void UpdateDisplayInterfaceInfo(const CDeviceListItemData* pRow);
     void UpdateDisplayDeviceInfo(const CDeviceListItemData* pRow);
 
     void UpdateData(bool bSave);
-    /// Runs the dialog of a button, unless the update before it disables that.
-    void RunInterfaceDlg(CInterfaceDlg& dialog, const QWidget& button) KXGC_NO_THREAD_SAFETY_ANALYSIS;
+    /// The facts of a row's interface, or of its device: as asked now, or while the producer is busy with a
+    /// search, as they were the last time.
+    template <class Ask>
+    const CGevFacts& FactsOf(const CDeviceListItemData& row, const GenICam::gcstring& strID, Ask ask);
+
+    /// Runs the dialog of a button, once no search is under way; the search is asked to hurry.
+    void RunInterfaceDlg(QPushButton& button);
+    /// With the search's lock held; gives it back. Nothing when the update before it disables the button.
+    void RunInterfaceDlgLocked(CInterfaceDlg& dialog, const QWidget& button) KXGC_NO_THREAD_SAFETY_ANALYSIS;
+    void TryInterfaceDlg() KXGC_NO_THREAD_SAFETY_ANALYSIS;
+    void ForgetWantedDlg();
 
     CDeviceList m_vecItemData;
     CDeviceListItemData* m_pSelected = nullptr; // one of these; null for none
+    std::shared_ptr<CDeviceSearch> m_pSearch;   // with the worker, from the first show on
     std::unique_ptr<CWorkerDeviceDetection> m_pWorker;
-    // Held by the worker while it calls the systems, and while a dialog for an interface is open. What may be
-    // taken with it held: the locks of systems and node maps.
-    GenApi::CLock m_objLock;
+    // By interface and ID of the device, which is empty for the interface itself.
+    std::map<std::pair<const IKxInterface*, GenICam::gcstring>, CGevFacts> m_mapFacts;
     CInterfaceDlg* m_pInterfaceDlg = nullptr; // the one that is open
+    QPushButton* m_pWantedDlg = nullptr;      // whose dialog opens when the round under way has ended
+    QTimer m_objTimerWantedDlg;
     // Put off until it isn't open any more.
     bool m_bCloseWanted = false;
     bool m_bUpdateWanted = false;

@@ -18,6 +18,11 @@ bool CInterfaceDlg::eventFilter(QObject* pWatched, QEvent* pEvent)
 
 void CInterfaceDlg::Mark(QLineEdit& edit, bool bWrong)
 {
+    // On yellow only dark text can be read, whatever the user's palette.
+    QPalette palette;
+    if (bWrong)
+        palette.setColor(QPalette::Text, Qt::black);
+    edit.setPalette(palette);
     edit.setStyleSheet(bWrong ? QStringLiteral("QLineEdit {background-color: yellow;}") : QString());
 }
 

@@ -2,15 +2,15 @@
 // Looks for devices that come and go.
 #pragma once
 
-#include <GenApi/Synch.h>
+#include "device/DeviceSearch_qt.h"
+
 #include <KxSDKCommon/Worker.h>
 
-#include <vector>
+#include <memory>
 
 namespace KxApi
 {
 
-struct IKxInterface;
 struct IKxSystem;
 
 /// Asks each system and each of its interfaces in rounds whether anything changed, and tells the dialog after
@@ -19,20 +19,21 @@ struct IKxSystem;
 class CWorkerDeviceDetection final : public CWorker
 {
 public:
-    /// @param pDlg the CDisplayDeviceSelectionPartDlg; outlives this, as do the systems.
-    /// @param lock the dialog's, held for each round.
     /// Raises BadAllocException.
-    CWorkerDeviceDetection(void* pDlg, const std::vector<IKxSystem*>& vecSystems, GenApi::CLock& lock);
+    explicit CWorkerDeviceDetection(std::shared_ptr<CDeviceSearch> pSearch);
     ~CWorkerDeviceDetection() override;
+
+    /// Stops the worker without waiting for the call under way, unless one of its systems could be gone by
+    /// the time that it returns. What is left is waited for at the end of the process.
+    static void EndSoon(std::unique_ptr<CWorkerDeviceDetection> pWorker);
 
 private:
     int mWork() override;
     bool LookForChanges();
     bool LookForChanges(IKxSystem& system);
+    bool IsRoundOver() { return m_pSearch->m_bLockWanted || IsStopRequest(0); }
 
-    const std::vector<IKxSystem*> m_vecSystems;
-    void* const m_pDlg;
-    GenApi::CLock& m_objLock;
+    const std::shared_ptr<CDeviceSearch> m_pSearch;
 };
 
 } // namespace KxApi

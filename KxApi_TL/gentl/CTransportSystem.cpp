@@ -49,6 +49,12 @@ public:
         return entry.system.get();
     }
 
+    void Hold(const CKxGenTLLib* lib)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        ++m_systems.at(lib).holders;
+    }
+
     void LetGo(const CKxGenTLLib* lib)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -89,6 +95,8 @@ CTransportSystem::~CTransportSystem()
     m_known.clear(); // closes the interfaces before the system
     m_port.reset();
 }
+
+void CTransportSystem::Hold() { OpenSystems().Hold(m_lib.get()); }
 
 void CTransportSystem::Release() { OpenSystems().LetGo(m_lib.get()); }
 
@@ -178,6 +186,14 @@ IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath)
 {
     CheckKxApiInitialized();
     return GenICam::GuardBadAlloc([&] { return Detail::OpenSystems().Get(strPath); });
+}
+
+IKxSystemReleasable* HoldIKxSystem(IKxSystem* pSystem)
+{
+    auto* const pOwn = dynamic_cast<Detail::CTransportSystem*>(pSystem);
+    if (pOwn)
+        pOwn->Hold();
+    return pOwn;
 }
 
 } // namespace KxApi

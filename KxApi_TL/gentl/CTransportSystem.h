@@ -31,6 +31,7 @@ public:
     uint32_t GetInterfaceCount() const override;
     IKxInterface* GetIKxInterface(uint32_t nIndex) const override;
     IKxPort* GetIKxPort() override { return m_port.get(); }
+    void Hold();
     void Release() override;
 
     GenICam::gcstring GetVendor() const override { return m_facts.vendor; }

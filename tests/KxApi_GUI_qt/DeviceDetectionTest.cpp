@@ -108,8 +108,8 @@ TEST_F(DetectDevices, EndsAfterTheCallUnderWay)
     };
     m_second.onUpdate = [&] { ++nCallsAfter; };
     m_system.Update(); // nothing to tell a dialog of
-    GenApi::CLock lock;
-    CWorkerDeviceDetection worker(nullptr, {&m_system}, lock);
+    const auto pSearch = std::make_shared<CDeviceSearch>(nullptr, std::vector<IKxSystem*>{&m_system});
+    CWorkerDeviceDetection worker(pSearch);
     worker.Start();
     entered.get_future().wait();
     std::thread stop([&] { worker.Stop(); });
@@ -118,8 +118,8 @@ TEST_F(DetectDevices, EndsAfterTheCallUnderWay)
     end.set_value();
     stop.join();
     EXPECT_EQ(nCallsAfter, 0);
-    EXPECT_TRUE(lock.TryLock());
-    lock.Unlock();
+    EXPECT_TRUE(pSearch->m_objLock.TryLock());
+    pSearch->m_objLock.Unlock();
 }
 
 TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndGo)

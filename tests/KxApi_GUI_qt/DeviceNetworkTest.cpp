@@ -19,7 +19,10 @@ namespace KxTest
 namespace
 {
 
+using ::testing::AllOf;
 using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::Not;
 using namespace KxApi;
 
 constexpr uint32_t kFarIP = 0x0A000005; // 10.0.0.5
@@ -208,8 +211,10 @@ TEST_F(NetworkDialogs, MakeAFarCameraSelectable)
     EXPECT_TRUE(IsEnabled("btnOK"));
 }
 
-TEST_F(NetworkDialogs, WaitForTheSearchAndHoldBackChangesOfTheTreeWhileOpen)
+TEST_F(NetworkDialogs, OpenAfterTheSearchAndHoldBackChangesOfTheTreeWhileOpen)
 {
+    m_card.SetCameras({{"cam-near", 1, 1, FakeInterface::kIP + 1, FakeInterface::kMask}});
+    m_card.Refresh();
     std::atomic<bool> bFirst{true};
     std::atomic<bool> bSearching{false};
     std::promise<void> searching;
@@ -225,22 +230,50 @@ TEST_F(NetworkDialogs, WaitForTheSearchAndHoldBackChangesOfTheTreeWhileOpen)
     m_pWnd->RegisterTargetIKxSystem(&m_system);
     Show(*m_pWnd);
     searching.get_future().wait();
-    Select("eth0");
+    // The producer isn't asked while it searches; what is known without it is there.
+    Select("cam-near");
+    EXPECT_THAT(Lines("tableDevice"),
+                AllOf(Contains("ID: cam-near"), Not(Contains(HasSubstr("IP Address")))));
+    EXPECT_TRUE(IsEnabled("btnOK"));
+
+    bool bOpened = false;
     InDialog<CDeviceDiscoveryCommandOptionDlg>([&](QDialog& dialog) {
         EXPECT_FALSE(bSearching);
         m_card.SetCameras({{"cam-new"}});
         m_card.Refresh();
         TellOfChange();
         EXPECT_EQ(Item("cam-new"), nullptr);
+        bOpened = true;
         Click(dialog, "btnCancel");
     });
-    std::thread late([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        end.set_value();
-    });
     Button("btnDeviceDiscovery").click();
-    late.join();
+    EXPECT_FALSE(bOpened);
+    end.set_value();
+    EXPECT_TRUE(PumpUntil([&] { return bOpened; }));
     EXPECT_NE(Item("cam-new"), nullptr);
+}
+
+TEST_F(NetworkDialogs, FactsComeWhenTheSearchIsOver)
+{
+    m_card.SetCameras({{"cam-near", 1, 1, FakeInterface::kIP + 1, FakeInterface::kMask}});
+    m_card.Refresh();
+    std::promise<void> searching;
+    std::promise<void> end;
+    m_card.onUpdate = [&, nSearch = 0]() mutable {
+        if (nSearch++ > 0)
+            return;
+        searching.set_value();
+        end.get_future().wait();
+    };
+    m_pWnd->RegisterTargetIKxSystem(&m_system);
+    Show(*m_pWnd);
+    searching.get_future().wait();
+    Select("cam-near");
+    EXPECT_FALSE(IsEnabled("btnSetIP"));
+    end.set_value();
+    EXPECT_TRUE(PumpUntil([&] { return IsEnabled("btnSetIP"); }));
+    EXPECT_THAT(Lines("tableDevice"), Contains("IP Address: 192.168.0.2"));
+    EXPECT_EQ(Selected(), "cam-near");
 }
 
 TEST_F(NetworkDialogs, DoNotOpenForACameraThatHasGone)

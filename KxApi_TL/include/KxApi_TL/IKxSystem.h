@@ -82,6 +82,11 @@ using CIKxSystemPtrArray = CKxAutoPtrArray<IKxSystemReleasable, IKxSystem>;
 /// not started.
 KXAPI_TL_API IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath);
 
+/// Holds a system once more, for what goes on using it when its owner may have given it back: a search that is
+/// still under way. Given back by Release as well. Null when it is no open system of a producer. Any thread
+/// that knows the system to be open.
+KXAPI_TL_API IKxSystemReleasable* HoldIKxSystem(IKxSystem* pSystem);
+
 /// A producer that was found.
 struct CKxProducerInfo
 {
