@@ -35,6 +35,14 @@ const IKxPixelFormatInfoInside& CheckedInfo(size_t nWidth, size_t nHeight,
     return *pIKxPixelFormatInfoDest;
 }
 
+void CheckLinePitch(size_t nLinePitch, size_t nMin)
+{
+    if (nLinePitch < nMin)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld",
+                                     "size_t nLinePitch", static_cast<long long>(nLinePitch),
+                                     static_cast<long long>(nMin));
+}
+
 /// Bytes of an image; more than any allocator has when they can't be told.
 size_t BytesNeeded(size_t nHeight, size_t nLinePitch, size_t nPlanes)
 {
@@ -111,10 +119,7 @@ void CKxImageBuffer::SetSizeWithLinePitch(size_t nWidth, size_t nHeight,
                                           EKxPixelFormatNamingConvention_t ePixelFormat, size_t nLinePitch)
 {
     const IKxPixelFormatInfoInside& info = CheckedInfo(nWidth, nHeight, ePixelFormat);
-    if (const size_t nMin = info.GetLinePitch(nWidth, 1); nLinePitch < nMin)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld",
-                                     "size_t nLinePitch", static_cast<long long>(nLinePitch),
-                                     static_cast<long long>(nMin));
+    CheckLinePitch(nLinePitch, info.GetLinePitch(nWidth, 1));
     const size_t nNeeded = BytesNeeded(nHeight, nLinePitch, info.GetPlaneCount());
     if (!m_pBuffer || m_nBufferSize < nNeeded) {
         Deallocate();
@@ -181,8 +186,8 @@ void CKxImageBuffer::CopyImage(IKxImage* pSrcIKxImage)
     const size_t nWidth = pSrcIKxImage->GetImageWidth(), nHeight = pSrcIKxImage->GetImageHeight();
     const size_t nPlanePitch = pSrcIKxImage->GetImagePlanePitch();
     const EKxPixelFormatNamingConvention_t ePixelFormat = pSrcIKxImage->GetImagePixelFormat();
-    CLines source{static_cast<unsigned char*>(pSrcIKxImage->GetImageBuffer()),
-                  pSrcIKxImage->GetImageLinePitch()};
+    const CLines source{static_cast<unsigned char*>(pSrcIKxImage->GetImageBuffer()),
+                        pSrcIKxImage->GetImageLinePitch()};
     if (!source.pBuffer)
         throw RUNTIME_EXCEPTION("There is no available image.");
     if (m_pBuffer && source.pBuffer >= m_pBuffer &&
@@ -196,19 +201,22 @@ void CKxImageBuffer::CopyImage(IKxImage* pSrcIKxImage)
     }
 
     const IKxPixelFormatInfoInside& info = CheckedInfo(nWidth, nHeight, ePixelFormat);
-    if (Detail::HasSmallerPlanes(info)) {
-        // The smaller planes lie closer together than the plane pitch tells; all of them move as they are.
-        SetSizeWithLinePitch(nWidth, nHeight, ePixelFormat, source.nLinePitch);
-        std::memcpy(m_pBuffer, source.pBuffer, info.GetImageSize(nHeight, source.nLinePitch));
-        return;
-    }
+    size_t nLineBytes = info.GetLinePitch(nWidth, 1);
+    if (info.GetPlaneCount() > 1)
+        CheckLinePitch(source.nLinePitch, nLineBytes); // where planes begin depends on it
     SetSize(nWidth, nHeight, ePixelFormat, 0);
-    CLines target{static_cast<unsigned char*>(m_pBuffer), m_nLinePitch};
-    const size_t nLineBytes = info.GetLinePitch(nWidth, 1);
-    for (size_t nPlane = 0; nPlane < info.GetPlaneCount(); ++nPlane) {
-        CopyLines(target, source, nHeight, nLineBytes);
-        source.pBuffer += nPlanePitch;
-        target.pBuffer += m_nHeight * m_nLinePitch;
+    const CLines target{static_cast<unsigned char*>(m_pBuffer), m_nLinePitch};
+    CopyLines(target, source, nHeight, nLineBytes);
+
+    const Detail::CLowerPlanes lower = Detail::LowerPlanes(info);
+    const size_t nLines = (nHeight + lower.nLineShift) >> lower.nLineShift;
+    nLineBytes /= lower.nPitchDivisor;
+    for (size_t nPlane = 1; nPlane < info.GetPlaneCount(); ++nPlane) {
+        CopyLines(
+            {target.pBuffer + lower.Offset(nPlane, GetImagePlanePitch()),
+             target.nLinePitch / lower.nPitchDivisor},
+            {source.pBuffer + lower.Offset(nPlane, nPlanePitch), source.nLinePitch / lower.nPitchDivisor},
+            nLines, nLineBytes);
     }
 }
 

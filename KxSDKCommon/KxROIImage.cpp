@@ -133,7 +133,13 @@ size_t CKxROIImage::GetImageLinePitch() const
 
 size_t CKxROIImage::GetImagePlanePitch() const
 {
-    return (m_objCopy ? m_objCopy->GetIKxImage() : m_pParent)->GetImagePlanePitch();
+    if (m_objCopy)
+        return m_objCopy->GetIKxImage()->GetImagePlanePitch();
+    // The second plane of 4:2:0 has half of the lines: those above the window take less of it than of the
+    // first.
+    const size_t nShift = Detail::LowerPlanes(KnownInfo(m_pParent->GetImagePixelFormat())).nLineShift;
+    return m_pParent->GetImagePlanePitch() -
+           (m_nOffsetY - (m_nOffsetY >> nShift)) * m_pParent->GetImageLinePitch();
 }
 
 EKxPixelFormatNamingConvention_t CKxROIImage::GetImagePixelFormat() const

@@ -145,6 +145,35 @@ TEST(ROIImageTest, PlanarWindowIsACopy)
     EXPECT_EQ(roi.GetImageBuffer(), view.bytes.data() + 9) << "the copy is given up";
 }
 
+TEST(ROIImageTest, SemiPlanarWindowsKeepTheirChroma)
+{
+    const CKxApiAutoInitTerm sdk;
+    for (const auto format :
+         {KxPixelFormat_YCbCr420_8_YY_CbCr_Semiplanar, KxPixelFormat_YCbCr420_8_YY_CrCb_Semiplanar,
+          KxPixelFormat_YCbCr422_8_YY_CbCr_Semiplanar})
+    {
+        const bool is420 = format != KxPixelFormat_YCbCr422_8_YY_CbCr_Semiplanar;
+        // Its memory ends with the last chroma, so that a step behind it is seen.
+        View view(12, 10, 12, format, size_t{12} * (is420 ? 15 : 20));
+        CKxROIImage roi(&view);
+        roi.SetROI(2, 4, 8, 6);
+        const auto expectParent = [&](IKxImage& image, size_t nX, size_t nY) {
+            CKxImageBuffer copy(nullptr);
+            copy.CopyImage(&image);
+            for (size_t y = 0; y < image.GetImageHeight(); ++y) {
+                for (size_t x = 0; x < image.GetImageWidth(); ++x) {
+                    for (size_t k = 0; k < 3; ++k)
+                        ASSERT_EQ(copy.GetIKxPixelComponentValue(x, y)->GetValue(k),
+                                  view.GetIKxPixelComponentValue(nX + x, nY + y)->GetValue(k))
+                            << x << ' ' << y << ' ' << k;
+                }
+            }
+        };
+        expectParent(roi, 2, 4);
+        expectParent(*roi.GetROIImage(2, 2, 6, 4), 4, 6);
+    }
+}
+
 TEST(ROIImageTest, UnknownFormatIsRefused)
 {
     View view(8, 6, 8, KxPixelFormat_None, 48);
