@@ -77,7 +77,8 @@ Detail::CKxErrorPlace::CKxErrorPlace(const char* szSourceFileName, int nSourceLi
 CKxLinuxErrorException CKxLinuxErrorExceptionReporter::Report(int nError, const char* szFunctionName,
                                                               const char* szFormat, ...) const
 {
-    const int nErrno = errno; // before anything here can change it
+    // Before anything here can change it. Functions that return their error don't set it.
+    const int nErrno = errno != 0 ? errno : nError;
     CDescription description;
     va_list arguments;
     va_start(arguments, szFormat);

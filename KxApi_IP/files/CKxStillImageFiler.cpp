@@ -89,6 +89,12 @@ void Deliver(CDecodedImage& image, IKxImageBuffer& buffer)
         std::memcpy(pLine, image.Line(y), image.linePitch);
 }
 
+void Decode(const CFileContent& content, IKxImageBuffer& buffer)
+{
+    CDecodedImage image = DecodeImageFile(content);
+    Deliver(image, buffer);
+}
+
 class CKxStillImageFiler final : public IKxFilerReleasable
 {
 public:
@@ -98,6 +104,7 @@ public:
                    EKxStillImageFileType_t eFileType) const override;
     void Save(IKxImage* pImage, EKxStillImageFileType_t eFileType, const GenICam::gcstring& strPath) override;
     void Load(IKxImageBuffer* pBuffer, const GenICam::gcstring& strPath) override;
+    void LoadFromMemory(IKxImageBuffer* pBuffer, const void* pData, size_t nSize) override;
 
     uint32_t GetJpegQuality() const override { return m_nJpegQuality; }
     void SetJpegQuality(uint32_t nQuality) override
@@ -211,10 +218,17 @@ void CKxStillImageFiler::Load(IKxImageBuffer* pBuffer, const GenICam::gcstring& 
                                         m_nMaxLoadSize / 16 + (uint64_t{1} << 20));
     GenICam::GuardBadAlloc([&] {
         const CBytes bytes = ReadFile(strPath, m_nMaxLoadSize + nHeadroom);
-        const CFileContent content{bytes.data.get(), bytes.size, m_nMaxLoadSize,
-                                   ShownPath({strPath.c_str(), strPath.size()})};
-        CDecodedImage image = DecodeImageFile(content);
-        Deliver(image, *pBuffer);
+        Decode({bytes.data.get(), bytes.size, m_nMaxLoadSize, ShownPath({strPath.c_str(), strPath.size()})},
+               *pBuffer);
+    });
+}
+
+void CKxStillImageFiler::LoadFromMemory(IKxImageBuffer* pBuffer, const void* pData, size_t nSize)
+{
+    if (!pBuffer || !pData)
+        throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
+    GenICam::GuardBadAlloc([&] {
+        Decode({static_cast<const uint8_t*>(pData), nSize, m_nMaxLoadSize, "memory"}, *pBuffer);
     });
 }
 

@@ -65,7 +65,9 @@ void AppendAnyLine(std::string& text, IKxImage& image, const CImageValues& value
         const IKxPixelComponent& pixel = *image.GetIKxPixelComponentValue(x, y);
         for (size_t k = 0; k < pixel.GetComponentCount(); ++k) {
             const CComponentRow& component = values.Format().components[k];
-            if (component.number != KxPixelNumber_Float)
+            if (component.number == KxPixelNumber_Unsigned) // which may be more than a signed number holds
+                AppendNumber(text, values.Bits(k, x, y));
+            else if (component.number == KxPixelNumber_Signed)
                 AppendNumber(text, pixel.GetValue(k));
             else if (component.bits == 32)
                 AppendNumber(text, static_cast<float>(pixel.GetFloatValue(k)));

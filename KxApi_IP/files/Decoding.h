@@ -48,6 +48,10 @@ CDecodedImage MakePicture(const CFileContent& content, uint64_t width, uint64_t 
 /// Changes red and blue of all pixels.
 void SwapRedBlue(CDecodedImage& image);
 
+/// The picture as it is to be seen, by the number that TIFF and Exif give its orientation: 1 as it is.
+/// Unknown numbers and mosaics stay as they are.
+CDecodedImage Upright(CDecodedImage image, unsigned orientation);
+
 /// The readers. Each raises RuntimeException, with path and cause, for anything that isn't a sound file of
 /// its type.
 CDecodedImage DecodeBmp(const CFileContent& content);

@@ -39,10 +39,15 @@ private:
     int m_descriptor;
 };
 
+[[noreturn]] void Raise(int error, const char* function, const std::string& shown, const char* cause)
+{
+    errno = error; // which the text ends with
+    throw KX_LINUX_ERROR_EXCEPTION(error, function, "Cannot read '%s': %s", shown.c_str(), cause);
+}
+
 [[noreturn]] void Raise(int error, const char* function, const std::string& shown)
 {
-    throw KX_LINUX_ERROR_EXCEPTION(error, function, "Cannot read '%s': %s", shown.c_str(),
-                                   std::strerror(error));
+    Raise(error, function, shown, std::strerror(error));
 }
 
 } // namespace
@@ -58,8 +63,7 @@ CBytes ReadFile(const GenICam::gcstring& strPath, uint64_t nMaxSize)
     if (S_ISDIR(status.st_mode))
         Raise(EISDIR, "open", shown);
     if (!S_ISREG(status.st_mode))
-        throw KX_LINUX_ERROR_EXCEPTION(EINVAL, "open", "Cannot read '%s': it is not a regular file",
-                                       shown.c_str());
+        Raise(EINVAL, "open", shown, "it is not a regular file");
     const uint64_t size = static_cast<uint64_t>(status.st_size);
     if (size > nMaxSize)
         throw RUNTIME_EXCEPTION("Cannot read '%s': its %llu bytes are more than the limit of %llu",

@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <csetjmp>
 #include <cstdio>
+#include <cstring>
+#include <utility>
 #include <vector>
 
 namespace KxApi
@@ -26,6 +28,9 @@ namespace
 {
 
 constexpr size_t kBufferSize = size_t{64} * 1024;
+
+/// Application data of the first kind, which Exif is.
+constexpr int kExifMarker = JPEG_APP0 + 1;
 
 /// From this quality on colours keep their full resolution.
 constexpr uint32_t kFullColorQuality = 90;
@@ -165,15 +170,16 @@ bool ReadHeader(CJpegRead& read, const CFileContent& content)
     read.progress.progress_monitor = OnProgress;
     // The library only reads it.
     jpeg_mem_src(&read.jpeg, content.data, content.size);
+    jpeg_save_markers(&read.jpeg, kExifMarker, 0xFFFF);
     jpeg_read_header(&read.jpeg, TRUE);
     return true;
 }
 
-bool ReadPixels(CJpegRead& read, CDecodedImage& image)
+bool ReadPixels(CJpegRead& read, CDecodedImage& image, J_COLOR_SPACE colors)
 {
     if (setjmp(read.errors.jump) != 0) // NOLINT(cert-err52-cpp)
         return false;
-    read.jpeg.out_color_space = image.format == KxPixelFormat_Mono8 ? JCS_GRAYSCALE : JCS_RGB;
+    read.jpeg.out_color_space = colors;
     jpeg_start_decompress(&read.jpeg);
     while (read.jpeg.output_scanline < read.jpeg.output_height) {
         JSAMPROW row = image.Line(read.jpeg.output_scanline);
@@ -183,17 +189,89 @@ bool ReadPixels(CJpegRead& read, CDecodedImage& image)
     return true;
 }
 
-EKxPixelFormatNamingConvention_t FormatOf(const CFileContent& content, const jpeg_decompress_struct& jpeg)
+/// The colours that the library is asked for; those of inks are made ours later.
+J_COLOR_SPACE ColorsOf(const CFileContent& content, const jpeg_decompress_struct& jpeg)
 {
     switch (jpeg.jpeg_color_space) {
     case JCS_GRAYSCALE:
-        return KxPixelFormat_Mono8;
+        return JCS_GRAYSCALE;
     case JCS_RGB:
     case JCS_YCbCr:
-        return KxPixelFormat_RGB8;
+        return JCS_RGB;
+    case JCS_CMYK:
+    case JCS_YCCK:
+        return JCS_CMYK;
     default:
         content.Raise("its colour space of %d components isn't supported", jpeg.num_components);
     }
+}
+
+/// Each block of pixels takes a bit at least, but for arithmetic coding, where many share one.
+void CheckPlausible(const CFileContent& content, const jpeg_decompress_struct& jpeg)
+{
+    constexpr uint64_t kMaxShared = 1000;
+    uint64_t blocks = 0;
+    for (int i = 0; i < jpeg.num_components; ++i)
+        blocks += uint64_t{jpeg.comp_info[i].width_in_blocks} * jpeg.comp_info[i].height_in_blocks;
+    if (blocks / 8 / (jpeg.arith_code ? kMaxShared : 1) > content.size)
+        content.Raise("its %zu bytes can't hold %u x %u pixels", content.size, jpeg.image_width,
+                      jpeg.image_height);
+}
+
+/// Four inks as they are printed on white paper. Files of one maker's programs, which mark them, hold the
+/// paper that each ink leaves in place of the ink.
+CDecodedImage MixInks(const CFileContent& content, const CDecodedImage& inks, bool isPaper)
+{
+    CDecodedImage image = MakePicture(content, inks.width, inks.height, KxPixelFormat_RGB8);
+    const uint8_t flip = isPaper ? 0 : 0xFF;
+    const uint8_t* source = inks.pixels.data.get();
+    uint8_t* target = image.pixels.data.get();
+    for (size_t i = inks.width * inks.height; i > 0; --i, source += 4) {
+        const unsigned black = source[3] ^ flip;
+        for (size_t k = 0; k < 3; ++k)
+            *target++ = static_cast<uint8_t>(((source[k] ^ flip) * black + 127) / 255);
+    }
+    return image;
+}
+
+/// A number of an Exif block, which has the byte order of its writer.
+struct CExifReader
+{
+    const uint8_t* data;
+    size_t size;
+    bool isBigEndian;
+
+    /// 0 for what lies outside.
+    uint32_t Number(size_t at, unsigned bytes) const
+    {
+        uint32_t value = 0;
+        for (unsigned i = 0; i < bytes && at <= size && bytes <= size - at; ++i)
+            value = value << 8 | data[at + (isBigEndian ? i : bytes - 1 - i)];
+        return value;
+    }
+};
+
+/// The orientation that the first Exif block tells, 0 when there is none.
+unsigned OrientationOf(const jpeg_decompress_struct& jpeg)
+{
+    constexpr size_t kTitle = 6; // "Exif" and two zeros
+    constexpr unsigned kOrientationTag = 0x0112;
+    constexpr size_t kEntry = 12;
+    for (const jpeg_marker_struct* marker = jpeg.marker_list; marker; marker = marker->next) {
+        if (marker->marker != kExifMarker || marker->data_length < kTitle + 8 ||
+            std::memcmp(marker->data, "Exif\0", kTitle) != 0)
+            continue;
+        const uint8_t* const data = marker->data + kTitle;
+        const CExifReader exif{data, marker->data_length - kTitle, data[0] == 'M'};
+        const size_t directory = exif.Number(4, 4);
+        const size_t count = exif.Number(directory, 2);
+        for (size_t i = 0; i < count; ++i) {
+            const size_t entry = directory + 2 + i * kEntry;
+            if (exif.Number(entry, 2) == kOrientationTag)
+                return exif.Number(entry + 8, 2);
+        }
+    }
+    return 0;
 }
 
 } // namespace
@@ -218,11 +296,19 @@ CDecodedImage DecodeJpeg(const CFileContent& content)
     read.jpeg.err = SetErrors(read.errors);
     if (!ReadHeader(read, content))
         content.Raise("%s", read.errors.text);
-    CDecodedImage image =
-        MakePicture(content, read.jpeg.image_width, read.jpeg.image_height, FormatOf(content, read.jpeg));
-    if (!ReadPixels(read, image))
+    CheckPlausible(content, read.jpeg);
+    const J_COLOR_SPACE colors = ColorsOf(content, read.jpeg);
+    const bool isInks = colors == JCS_CMYK;
+    const unsigned orientation = OrientationOf(read.jpeg);
+    CDecodedImage image = MakePicture(content, read.jpeg.image_width, read.jpeg.image_height,
+                                      colors == JCS_GRAYSCALE ? KxPixelFormat_Mono8
+                                      : isInks                ? KxPixelFormat_RGBa8
+                                                              : KxPixelFormat_RGB8);
+    if (!ReadPixels(read, image, colors))
         content.Raise("%s", read.errors.text);
-    return image;
+    if (isInks)
+        image = MixInks(content, image, read.jpeg.saw_Adobe_marker);
+    return Upright(std::move(image), orientation);
 }
 
 } // namespace Detail

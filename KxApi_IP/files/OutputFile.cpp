@@ -6,10 +6,10 @@
 #include <KxSDKCommon/KxApi_Exception.h>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -26,10 +26,48 @@ constexpr size_t kBufferSize = size_t{256} * 1024;
 /// With the closing slash; empty for a name alone.
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
-std::string TemporaryName(const std::string& folder)
+// Who writes a file holds a lock on it. The names are few and the same in all processes, so that what a
+// killed one left is found without looking through the folder, which may hold very many images.
+constexpr unsigned kSlots = 16;
+
+std::string TemporaryName(const std::string& folder, unsigned slot)
 {
-    static std::atomic<unsigned> counter{0};
-    return folder + ".kx-" + std::to_string(getpid()) + "-" + std::to_string(counter++) + ".tmp";
+    return folder + ".kx-" + std::to_string(slot) + ".tmp";
+}
+
+/// Whether the open file is still the one of that name.
+bool IsNamed(int descriptor, const std::string& path)
+{
+    struct stat opened = {}, named = {};
+    return fstat(descriptor, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+/// Removes a file that nobody writes any more.
+void RemoveLeftover(const std::string& path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (descriptor < 0)
+        return;
+    if (flock(descriptor, LOCK_EX | LOCK_NB) == 0 && IsNamed(descriptor, path))
+        unlink(path.c_str());
+    close(descriptor);
+}
+
+/// A new file with its lock, or -1 with errno; EEXIST when the name is in use.
+int CreateLocked(const std::string& path)
+{
+    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        return -1;
+    // Another saver may take it for a leftover before the lock is on it. Where there are no locks, nobody
+    // does.
+    const bool isLocked = flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (isLocked && IsNamed(descriptor, path))
+        return descriptor;
+    close(descriptor);
+    errno = EEXIST;
+    return -1;
 }
 
 /// The file that a link leads to, since it is that one which is to be replaced.
@@ -56,34 +94,44 @@ COutputFile::COutputFile(const GenICam::gcstring& strPath)
     if (exists && S_ISDIR(status.st_mode))
         Raise(EISDIR, "open");
     if (exists && !S_ISREG(status.st_mode))
-        throw KX_LINUX_ERROR_EXCEPTION(EINVAL, "open", "Cannot write '%s': it is not a regular file",
-                                       m_strShown.c_str());
+        Raise(EINVAL, "open", "it is not a regular file");
     // Renaming alone wouldn't ask for the right to write the old file.
     if (exists && access(m_strTarget.c_str(), W_OK) != 0)
         Raise(errno, "access");
     OpenTemporary();
     if (exists)
-        static_cast<void>(fchmod(m_descriptor, status.st_mode & 07777));
+        TakeRights(status);
 }
 
 void COutputFile::OpenTemporary()
 {
     const std::string folder = FolderOf(m_strTarget);
-    constexpr int kAttempts = 1000; // leftovers of a crashed process that had the same number
-    for (int attempt = 0; m_descriptor < 0; ++attempt) {
-        m_strTemporary = TemporaryName(folder);
-        m_descriptor = open(m_strTemporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (m_descriptor < 0 && (errno != EEXIST || attempt == kAttempts))
+    for (unsigned slot = 0; slot < kSlots; ++slot)
+        RemoveLeftover(TemporaryName(folder, slot));
+    constexpr unsigned kMaxSavers = 1000; // into one folder at the same time
+    for (unsigned slot = 0; m_descriptor < 0; ++slot) {
+        m_strTemporary = TemporaryName(folder, slot);
+        m_descriptor = CreateLocked(m_strTemporary);
+        if (m_descriptor < 0 && (errno != EEXIST || slot == kMaxSavers))
             Raise(errno, "open");
     }
+}
+
+/// Owner and mode of the file that is replaced. Another's file can be given back to him by the system's
+/// administrator only; his group is kept where the process belongs to it.
+void COutputFile::TakeRights(const struct stat& old) noexcept
+{
+    if (fchown(m_descriptor, old.st_uid, old.st_gid) != 0)
+        static_cast<void>(fchown(m_descriptor, static_cast<uid_t>(-1), old.st_gid) == 0);
+    static_cast<void>(fchmod(m_descriptor, old.st_mode & 07777));
 }
 
 COutputFile::~COutputFile()
 {
     if (m_descriptor < 0)
         return;
+    unlink(m_strTemporary.c_str()); // while the lock is held, which keeps others from the name
     close(m_descriptor);
-    unlink(m_strTemporary.c_str());
 }
 
 bool COutputFile::Fail(const char* szFunction) noexcept
@@ -95,10 +143,11 @@ bool COutputFile::Fail(const char* szFunction) noexcept
     return false;
 }
 
-void COutputFile::Raise(int error, const char* szFunction) const
+void COutputFile::Raise(int error, const char* szFunction, const char* szCause) const
 {
+    errno = error; // which the text ends with
     throw KX_LINUX_ERROR_EXCEPTION(error, szFunction, "Cannot write '%s': %s", m_strShown.c_str(),
-                                   std::strerror(error));
+                                   szCause ? szCause : std::strerror(error));
 }
 
 bool COutputFile::WriteThrough(const uint8_t* pData, size_t nSize) noexcept

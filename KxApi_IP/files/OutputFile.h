@@ -9,13 +9,16 @@
 #include <memory>
 #include <string>
 
+struct stat;
+
 namespace KxApi
 {
 namespace Detail
 {
 
 /// Collects what is written in a temporary file in the folder of the file to be made. Commit gives it its
-/// name; without it nothing is left behind.
+/// name; without it nothing is left behind. What killed processes left is removed by the next save into the
+/// folder.
 ///
 /// The first failure is kept: all writes after it do nothing, and Commit or Check raises it. So code that
 /// must not throw, such as callbacks of C libraries, writes through the same object.
@@ -46,10 +49,11 @@ public:
 
 private:
     void OpenTemporary();
+    void TakeRights(const struct stat& old) noexcept;
     bool Flush() noexcept;
     bool WriteThrough(const uint8_t* pData, size_t nSize) noexcept;
     bool Fail(const char* szFunction) noexcept;
-    void Raise(int error, const char* szFunction) const;
+    [[noreturn]] void Raise(int error, const char* szFunction, const char* szCause = nullptr) const;
 
     const std::string m_strShown; // as the caller named it, for messages
     std::string m_strTarget;

@@ -204,10 +204,21 @@ unsigned DepthOf(const CPngRead& read)
         return 16;
     const bool isGrey = (png_get_color_type(read.png, read.info) & PNG_COLOR_MASK_COLOR) == 0;
     const unsigned depth = isGrey ? bits->gray : std::max({bits->red, bits->green, bits->blue});
-    return depth >= 8 && depth <= 16 ? depth : 16;
+    return depth > 8 && depth <= 16 ? depth : 16; // of less the values have two bytes all the same
 }
 
-/// Reads up to the pixels. All kinds of PNG become grey, RGB or RGBA of 8 or 16 bits.
+/// Channels of the pixels once palettes and transparent colours are told as what they stand for.
+unsigned ChannelsOf(const CPngRead& read)
+{
+    const int colorType = png_get_color_type(read.png, read.info);
+    const bool hasAlpha =
+        (colorType & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(read.png, read.info, PNG_INFO_tRNS) != 0;
+    if (hasAlpha)
+        return 4;
+    return (colorType & PNG_COLOR_MASK_COLOR) != 0 ? 3 : 1;
+}
+
+/// Reads up to the pixels. Memory for them isn't taken yet.
 bool ReadHeader(CPngRead& read)
 {
     if (setjmp(png_jmpbuf(read.png)) != 0) // NOLINT(cert-err52-cpp)
@@ -218,26 +229,26 @@ bool ReadHeader(CPngRead& read)
     png_set_chunk_malloc_max(read.png, size_t{1} << 20);
     png_read_info(read.png, read.info);
     FindFormatName(read);
-    const bool hasTransparency = png_get_valid(read.png, read.info, PNG_INFO_tRNS) != 0;
-    const int colorType = png_get_color_type(read.png, read.info);
-    const unsigned depth = DepthOf(read);
-    png_set_expand(read.png);
-    if (colorType == PNG_COLOR_TYPE_GRAY_ALPHA || (colorType == PNG_COLOR_TYPE_GRAY && hasTransparency))
-        png_set_gray_to_rgb(read.png);
-    if (depth > 8)
-        png_set_swap(read.png);
-    png_set_interlace_handling(read.png);
-    png_read_update_info(read.png, read.info);
-    read.form = {png_get_channels(read.png, read.info), depth};
+    read.form = {ChannelsOf(read), DepthOf(read)};
     read.width = png_get_image_width(read.png, read.info);
     read.height = png_get_image_height(read.png, read.info);
     return true;
 }
 
-bool ReadPixels(CPngRead& read, png_bytepp rows)
+/// Reads lines of linePitch bytes. All kinds of PNG become grey, RGB or RGBA of 8 or 16 bits.
+bool ReadPixels(CPngRead& read, png_bytepp rows, size_t linePitch)
 {
     if (setjmp(png_jmpbuf(read.png)) != 0) // NOLINT(cert-err52-cpp)
         return false;
+    png_set_expand(read.png);
+    if (read.form.channels == 4)
+        png_set_gray_to_rgb(read.png);
+    if (read.form.depth > 8)
+        png_set_swap(read.png);
+    png_set_interlace_handling(read.png);
+    png_read_update_info(read.png, read.info);
+    if (png_get_rowbytes(read.png, read.info) != linePitch)
+        png_error(read.png, "its lines have another length than its header tells");
     png_read_image(read.png, rows);
     png_read_end(read.png, nullptr);
     return true;
@@ -274,9 +285,10 @@ void CheckChunks(const CFileContent& content)
 void CheckPlausible(const CPngRead& read)
 {
     constexpr uint64_t kMaxRatio = 1040;
-    const uint64_t bits = png_get_bit_depth(read.png, read.info);
-    const uint64_t least = uint64_t{read.width} * read.height / 8 * std::min<uint64_t>(bits, 1);
-    if (least / kMaxRatio > read.content.size)
+    const uint64_t bits =
+        uint64_t{png_get_bit_depth(read.png, read.info)} * png_get_channels(read.png, read.info);
+    const uint64_t lineBytes = (read.width * bits + 7) / 8;
+    if (lineBytes > read.content.size * kMaxRatio / read.height)
         read.content.Raise("its %zu bytes can't hold %u x %u pixels", read.content.size, read.width,
                            read.height);
 }
@@ -313,7 +325,7 @@ CDecodedImage DecodePng(const CFileContent& content)
     std::vector<png_bytep> rows(image.height);
     for (size_t y = 0; y < rows.size(); ++y)
         rows[y] = image.Line(y);
-    if (!ReadPixels(read, rows.data()))
+    if (!ReadPixels(read, rows.data(), image.linePitch))
         content.Raise("%s", read.message.text);
     // A depth without a format of its own stays as it is.
     if (const unsigned depth = FindPictureForm(image.format)->depth; depth > 8 && depth < 16)

@@ -2,6 +2,7 @@
 // What goes into image files and comes out of them.
 
 #include "FileTestSupport.h"
+#include "HandMadeFiles.h"
 
 #include <KxSDKCommon/ColorMap.h>
 
@@ -205,27 +206,6 @@ TEST_F(ImageFileTest, bmp_bytes_are_those_of_the_format)
               std::string("\x3C\x32\x28\0\x1E\x14\x0A\0", 8)); // last line first, blue first
 }
 
-/// A bitmap by hand, with one line per 4 bytes of pixels.
-std::string HandMadeBmp(uint32_t width, int32_t height, unsigned bits, uint32_t compression,
-                        const std::string& behindHeader, const std::string& pixels)
-{
-    std::string bytes(54, '\0');
-    const auto put = [&](size_t at, uint32_t value, size_t count) {
-        for (size_t i = 0; i < count; ++i)
-            bytes[at + i] = static_cast<char>(value >> (8 * i));
-    };
-    bytes[0] = 'B', bytes[1] = 'M';
-    put(10, static_cast<uint32_t>(54 + behindHeader.size()), 4);
-    put(14, 40, 4);
-    put(18, width, 4);
-    put(22, static_cast<uint32_t>(height), 4);
-    put(26, 1, 2);
-    put(28, bits, 2);
-    put(30, compression, 4);
-    put(46, bits <= 8 ? static_cast<uint32_t>(behindHeader.size() / 4) : 0, 4);
-    return bytes + behindHeader + pixels;
-}
-
 TEST_F(ImageFileTest, reads_bitmaps_of_other_programs)
 {
     const auto pixel = [&](const std::string& file, size_t x, size_t y) {
@@ -337,6 +317,8 @@ TEST_F(ImageFileTest, csv_holds_a_line_of_the_image_a_row)
     EXPECT_EQ(text(ImageOf<int8_t>(KxPixelFormat_Mono8s, 2, 1, {-128, 127})), "Mono[0],Mono[1]\n-128,127\n");
     EXPECT_EQ(text(ImageOf<float>(KxPixelFormat_Coord3D_A32f, 2, 1, {0.1F, -2.5e10F})),
               "A[0],A[1]\n0.1,-2.5e+10\n");
+    EXPECT_EQ(text(ImageOf<uint64_t>(KxPixelFormat_Data64, 1, 1, {0x8000000000000001U})),
+              "Data[0]\n9223372036854775809\n");
 }
 
 TEST_F(ImageFileTest, a_loaded_image_lies_in_the_buffer_s_own_memory)

@@ -8,6 +8,7 @@
 #include <KxApi_TL/KxPixelFormat.h>
 #include <KxSDKCommon/ColorMap.h>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace KxApi
@@ -54,11 +55,16 @@ struct IKxStillImageFiler
 
     /// Reads a file of any type but CSV, which its content tells, into the buffer. A picture that names the
     /// pixel format it was saved from gets this format, in its unpacked form; others Mono8 to Mono16 by
-    /// their depth, RGB8, RGBa8, RGB10 to RGB16, RGBa10 to RGBa16, or BGR8 and BGRa8 from ".bmp". The
-    /// buffer is changed only when all of the file has been read well. Raises CKxLinuxErrorException when the
-    /// file can't be read, RuntimeException when it is damaged, not of a known type or larger than the limit,
-    /// LogicalErrorException without a buffer, BadAllocException; with path and cause.
+    /// their depth, RGB8, RGBa8, RGB10 to RGB16, RGBa10 to RGBa16, or BGR8 and BGRa8 from ".bmp"; turned as
+    /// the file's orientation tells. The buffer is changed only when all of the file has been read well.
+    /// Raises CKxLinuxErrorException when the file can't be read, RuntimeException when it is damaged, not of
+    /// a known type or larger than the limit, LogicalErrorException without a buffer, BadAllocException; with
+    /// path and cause.
     virtual void Load(IKxImageBuffer* pBuffer, const GenICam::gcstring& strPath) = 0;
+
+    /// The same for a file that lies in memory, such as the JPEG payload of a camera that compresses.
+    /// @param pData nSize bytes, read during the call; the rest of a buffer behind a JPEG file may follow.
+    virtual void LoadFromMemory(IKxImageBuffer* pBuffer, const void* pData, size_t nSize) = 0;
 
     /// Quality of JPEG files, 1 to 100; 90 at first. The setter raises OutOfRangeException.
     virtual uint32_t GetJpegQuality() const = 0;
