@@ -63,8 +63,9 @@ public:
         , m_id(id)
     {}
 
-    /// Whether they are other facts than before.
-    bool SetFacts(CDeviceFacts facts) KXGC_REQUIRES(m_locks.lists);
+    /// Whether they are other facts than before. With the lists' lock held, which is the same for all infos
+    /// of a system; the analysis can't know that.
+    bool SetFacts(CDeviceFacts facts) KXGC_NO_THREAD_SAFETY_ANALYSIS;
 
     GenICam::gcstring GetID() const override { return m_id; }
     GenICam::gcstring GetVendor() const override { return Get(&CDeviceFacts::vendor); }

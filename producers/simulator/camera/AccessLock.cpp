@@ -2,7 +2,7 @@
 
 #include "AccessLock.h"
 
-#include "gentl/Error.h"
+#include "Common.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

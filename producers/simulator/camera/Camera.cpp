@@ -3,7 +3,7 @@
 #include "Camera.h"
 
 #include "Features.h"
-#include "modules/Stream.h"
+#include "common/modules/Stream.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,10 +42,20 @@ std::chrono::nanoseconds Microseconds(double value)
 
 } // namespace
 
+void CCameraPort::CheckAccess(uint64_t address, bool) { m_camera.CheckAccess(address); }
+
+void CCameraPort::ReadFile(uint64_t offset, void* data, size_t size) const
+{
+    const std::lock_guard<std::mutex> lock(Mutex());
+    m_camera.CheckAccess(Facts().fileAddress);
+    CPort::ReadFile(offset, data, size);
+}
+
 CCamera::CCamera(const CCameraModel& model)
     : m_model(model)
     , m_id(IdOf(model))
-    , m_port({m_id, model.model, TlType(model.technology), "Device", "Device"}, OrderOf(model.technology))
+    , m_port(*this, {m_id, model.model, TlType(model.technology), "Device", "Device"},
+             OrderOf(model.technology))
     , m_accessLock(m_id)
     , m_ip(model.ip)
 {
@@ -57,7 +67,6 @@ CCamera::CCamera(const CCameraModel& model)
                    model.isZipped);
     for (const CFeatureGroup* group : groups)
         group->bind(*this);
-    m_port.check = [this](uint64_t address, bool) { CheckAccess(address); };
 }
 
 CCamera::~CCamera() { Close(); }

@@ -4,7 +4,7 @@
 
 #include "camera/AccessLock.h"
 #include "camera/CameraModel.h"
-#include "modules/Port.h"
+#include "common/modules/FeaturePort.h"
 
 #include <atomic>
 #include <chrono>
@@ -15,11 +15,16 @@
 #include <thread>
 #include <vector>
 
+namespace KxProducer
+{
+class CStream;
+struct CFrameInfo;
+} // namespace KxProducer
+
 namespace KxSim
 {
 
-class CStream;
-struct CFrameInfo;
+class CCamera;
 
 enum class EEvent
 {
@@ -41,6 +46,33 @@ protected:
     ~ICameraListener() = default;
 };
 
+/// Its registers, with what may be wrong with them.
+class CCameraPort final : public CFeaturePort
+{
+public:
+    CCameraPort(CCamera& camera, CPortFacts facts, EByteOrder order)
+        : CFeaturePort(std::move(facts), order)
+        , m_camera(camera)
+    {}
+
+    bool NeedsProducerLock() const override { return false; }
+    void SetReadOnly(bool isReadOnly) { m_isReadOnly = isReadOnly; }
+    /// From now on only half of the description can be had.
+    void SetTruncated(bool isTruncated) { m_isTruncated = isTruncated; }
+    bool IsTruncated() const { return m_isTruncated; }
+
+protected:
+    void CheckAccess(uint64_t address, bool isWrite) override;
+    void ReadFile(uint64_t offset, void* data, size_t size) const override;
+    bool CanWrite() const override { return !m_isReadOnly; }
+    size_t FileSize() const override { return CPort::FileSize() / (m_isTruncated ? 2 : 1); }
+
+private:
+    const CCamera& m_camera;
+    std::atomic<bool> m_isReadOnly{false};
+    std::atomic<bool> m_isTruncated{false};
+};
+
 /// Everything but Port() and the constants belongs to the lock of the port, unless it says otherwise.
 class CCamera
 {
@@ -54,7 +86,7 @@ public:
 
     const CCameraModel& Model() const { return m_model; }
     const std::string& Id() const { return m_id; }
-    CPort& Port() { return m_port; }
+    CCameraPort& Port() { return m_port; }
     CRegisterMap& Registers() { return m_port.Registers(); }
     /// Its lock against other processes. Not of the port's lock: of whoever opens and lists.
     CAccessLock& AccessLock() { return m_accessLock; }
@@ -74,6 +106,9 @@ public:
     void Close();
     /// Where images go, or null. Without a lock held.
     void SetStream(std::shared_ptr<CStream> stream);
+
+    /// Throws when a register, or the description, can't be reached.
+    void CheckAccess(uint64_t address) const;
 
     // For the features.
     // -----------------------------------------------------------------------------------------
@@ -114,14 +149,13 @@ private:
     std::string ChunkTail(const CFrameSettings& settings, CFrameInfo& info);
     /// Whether a fault strikes each image of a number, and this one.
     bool IsStruck(const char* faultRegister, uint64_t image);
-    void CheckAccess(uint64_t address) const;
     bool IsTriggered() { return Registers().GetInteger("TriggerModeReg") == 1; }
     std::chrono::nanoseconds Period();
 
     const CCameraModel m_model;
     const std::string m_id;
     Clock::time_point m_born = Clock::now();
-    CPort m_port;
+    CCameraPort m_port;
     CAccessLock m_accessLock;
     CIpConfig m_ip;
     bool m_isPlugged = true;

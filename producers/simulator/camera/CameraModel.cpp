@@ -7,21 +7,6 @@ namespace KxSim
 namespace
 {
 
-struct CTechnologyNames
-{
-    const char *tlType, *convention, *display;
-};
-
-// In the order of ETechnology.
-constexpr CTechnologyNames kTechnologies[] = {{"U3V", "USB3Vision", "USB3 Vision"},
-                                              {"GEV", "GigEVision", "GigE Vision"},
-                                              {"CXP", "CoaXPress", "CoaXPress"}};
-
-const CTechnologyNames& NamesOf(ETechnology technology)
-{
-    return kTechnologies[static_cast<size_t>(technology)];
-}
-
 constexpr uint32_t Ip(uint32_t a, uint32_t b, uint32_t c, uint32_t d)
 {
     return a << 24 | b << 16 | c << 8 | d;
@@ -68,9 +53,5 @@ const std::vector<CCameraModel>& CameraModels()
     // clang-format on
     return kModels;
 }
-
-const char* TlType(ETechnology technology) { return NamesOf(technology).tlType; }
-const char* ConventionName(ETechnology technology) { return NamesOf(technology).convention; }
-const char* DisplayName(ETechnology technology) { return NamesOf(technology).display; }
 
 } // namespace KxSim

@@ -2,6 +2,7 @@
 // The cameras that there are.
 #pragma once
 
+#include "Common.h"
 #include "image/FrameRenderer.h"
 
 #include <cstdint>
@@ -9,19 +10,6 @@
 
 namespace KxSim
 {
-
-enum class ETechnology
-{
-    U3V,
-    GEV,
-    CXP
-};
-
-/// Address, mask and gateway, the first number of each in the highest byte.
-struct CIpConfig
-{
-    uint32_t address = 0, mask = 0, gateway = 0;
-};
 
 struct CCameraModel
 {
@@ -42,10 +30,5 @@ struct CCameraModel
 };
 
 const std::vector<CCameraModel>& CameraModels();
-
-/// Names of a technology: of GenTL, of the naming convention, of users.
-const char* TlType(ETechnology technology);
-const char* ConventionName(ETechnology technology);
-const char* DisplayName(ETechnology technology);
 
 } // namespace KxSim

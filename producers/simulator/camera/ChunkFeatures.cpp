@@ -3,7 +3,7 @@
 
 #include "Camera.h"
 #include "Features.h"
-#include "modules/Stream.h"
+#include "common/modules/Stream.h"
 
 #include <array>
 #include <cstring>

@@ -2,7 +2,7 @@
 // Groups of features that make up a camera.
 #pragma once
 
-#include "features/FeatureList.h"
+#include "Common.h"
 
 namespace KxSim
 {

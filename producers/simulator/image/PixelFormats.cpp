@@ -2,7 +2,7 @@
 
 #include "PixelFormats.h"
 
-#include "gentl/Error.h"
+#include "Common.h"
 
 #include <cstring>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "camera/Camera.h"
-#include "modules/Module.h"
+#include "common/modules/Producer.h"
 
 #include <memory>
 #include <string>
@@ -11,11 +11,13 @@
 namespace KxSim
 {
 
+class CCameraStream;
 class CInterface;
-class CStream;
 
 /// Functions belong to the producer's lock, unless they say otherwise.
-class CDevice final : public CModule, public std::enable_shared_from_this<CDevice>, private ICameraListener
+class CDevice final : public CDeviceModule,
+                      public std::enable_shared_from_this<CDevice>,
+                      private ICameraListener
 {
 public:
     CDevice(std::shared_ptr<CInterface> parent, std::shared_ptr<CCamera> camera,
@@ -25,28 +27,20 @@ public:
     void Start();
     void Close() override;
     CPort* GetPort() override { return &m_port; }
-    CInterface& Parent() const { return *m_parent; }
+    CInfo GetInfo(GenTL::DEVICE_INFO_CMD command) override;
+    void* GetParentHandle() const override;
+    void* GetRemotePort() const override { return m_remotePort->GetHandle(); }
+    std::string GetStreamId(uint32_t index) const override;
+    std::shared_ptr<CStream> OpenStream(const std::string& id) override;
+
     CCamera& Camera() const { return *m_camera; }
-    void* RemotePort() const { return m_remotePort->GetHandle(); }
     GenTL::DEVICE_ACCESS_FLAGS Access() const { return m_access; }
-
-    std::string StreamId() const;
-    std::shared_ptr<CStream> OpenStream(const std::string& id);
-    void Detach(const CStream& stream);
-
-    // Any thread, without a lock held.
-    const char* TlType() const { return KxSim::TlType(m_camera->Model().technology); }
-    size_t PayloadSize();
-    static size_t MaxChunks() { return CCamera::MaxChunks(); }
-    /// Both ways that the standard knows are shown: of some technologies the stream tells, of others the
-    /// camera.
-    bool DefinesPayloadSize() const { return m_camera->Model().technology != ETechnology::U3V; }
+    void Detach(const CCameraStream& stream);
 
 protected:
     bool HasEvent(GenTL::EVENT_TYPE type) const override;
 
 private:
-    void DescribePort();
     void OnFeatureChanged(const std::string& name) override;
     void OnChangeWanted(const std::string& name, const std::string& value) override;
     void OnRemoteEvent(uint64_t id, const std::string& data) override;
@@ -55,9 +49,9 @@ private:
     const std::shared_ptr<CInterface> m_parent;
     const std::shared_ptr<CCamera> m_camera;
     const GenTL::DEVICE_ACCESS_FLAGS m_access;
-    CPort m_port;
+    CFeaturePort m_port;
     std::shared_ptr<CRemotePort> m_remotePort;
-    std::shared_ptr<CStream> m_stream;
+    std::shared_ptr<CCameraStream> m_stream;
 };
 
 } // namespace KxSim

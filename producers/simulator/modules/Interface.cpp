@@ -5,6 +5,7 @@
 #include "modules/System.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace KxSim
 {
@@ -16,6 +17,94 @@ CInterface::CInterface(std::shared_ptr<CSystem> parent, CAdapter& adapter)
              EByteOrder::Little)
 {
     DescribePort();
+}
+
+void CInterface::DescribePort()
+{
+    CFeatureList list;
+    AddInterfaceInformation(list, m_adapter);
+    AddDeviceEnumeration(list, m_adapter.technology);
+    if (m_adapter.technology == ETechnology::GEV)
+        AddDiscoveryControl(list);
+    list.Category("KxFaultControl", "What goes wrong with the cameras");
+    std::vector<CEntry> cameras;
+    for (const auto& camera : m_adapter.cameras)
+        cameras.push_back({camera->Id(), static_cast<int64_t>(cameras.size()), camera->Model().about, true});
+    for (CEntry& entry : cameras)
+        std::replace(entry.name.begin(), entry.name.end(), '-', '_');
+    list.Add(Enumeration("KxCameraSelector", "Which camera, whether listed or not")
+                 .Custom()
+                 .Guru()
+                 .Entries(cameras)
+                 .NotStored());
+    list.Add(Boolean("KxCameraPlugged", "Whether the camera is plugged in")
+                 .Custom()
+                 .Guru()
+                 .NotStored()
+                 .Volatile()
+                 .SelectedBy({"KxCameraSelector"}));
+    list.Add(
+        Boolean("KxCameraDescriptionTruncated", "Whether only half of the camera's description can be read")
+            .Custom()
+            .Guru()
+            .NotStored()
+            .Volatile()
+            .SelectedBy({"KxCameraSelector"}));
+    m_port.Publish(list, {"KxSimulator_Interface", m_adapter.displayName, "InterfacePort",
+                          Format("%012d", 10 + static_cast<int>(m_adapter.technology))});
+    BindDeviceEnumeration(m_port, *this);
+    BindFaults();
+    if (m_adapter.technology == ETechnology::GEV) {
+        BindGevDevices(m_port, *this, *this, m_adapter);
+        BindDiscovery();
+    }
+}
+
+void CInterface::BindFaults()
+{
+    CRegisterMap& map = m_port.Registers();
+    const auto flag = [this, &map](const char* name, bool (CCamera::*get)() const,
+                                   void (CCamera::*set)(bool)) {
+        map.At(name).beforeRead = [this, &map, name, get](size_t i) {
+            map.SetInteger(name, ((*m_adapter.cameras.at(i)).*get)() ? 1 : 0, i);
+        };
+        map.At(name).afterWrite = [this, &map, name, set](size_t i) {
+            ((*m_adapter.cameras.at(i)).*set)(map.GetFlag(name, i));
+        };
+    };
+    flag("KxCameraPluggedReg", &CCamera::IsPlugged, &CCamera::SetPlugged);
+    flag("KxCameraDescriptionTruncatedReg", &CCamera::IsTruncated, &CCamera::SetTruncated);
+}
+
+void CInterface::BindDiscovery()
+{
+    m_port.BindWrite("GevDeviceDiscoveryCommandDestinationIPAddress", [this](int64_t value, size_t) {
+        m_adapter.discoveryDestination = static_cast<uint32_t>(value);
+    });
+    m_port.BindWrite("GevDiscoveryAllowsBroadcastOfAcknowledge",
+                     [this](int64_t value, size_t) { m_adapter.allowsBroadcastAnswers = value != 0; });
+    // The adapter keeps them from one opening to the next.
+    m_port.Registers().SetInteger("GevDeviceDiscoveryCommandDestinationIPAddressReg",
+                                  m_adapter.discoveryDestination);
+    m_port.Registers().SetInteger("GevDiscoveryAllowsBroadcastOfAcknowledgeReg",
+                                  m_adapter.allowsBroadcastAnswers ? 1 : 0);
+}
+
+void CInterface::ForceIp(size_t index, const CIpConfig& config)
+{
+    CCamera& camera = ListedCamera(index);
+    const GenTL::DEVICE_ACCESS_STATUS status = AccessStatus(camera);
+    if (status != GenTL::DEVICE_ACCESS_STATUS_READWRITE && status != GenTL::DEVICE_ACCESS_STATUS_NOACCESS)
+        Fail(GenTL::GC_ERR_ACCESS_DENIED, "Device '%s' is open, its address can't be forced",
+             camera.Id().c_str());
+    camera.ForceIp(config);
+}
+
+void* CInterface::GetParentHandle() const { return m_parent->GetHandle(); }
+
+CInfo CInterface::GetInfo(GenTL::INTERFACE_INFO_CMD command)
+{
+    return m_parent->GetInterfaceInfo(m_adapter.id, command);
 }
 
 void CInterface::Close()
@@ -42,18 +131,11 @@ bool CInterface::UpdateDeviceList()
     return hasChanged;
 }
 
-const std::string& CInterface::GetDeviceId(uint32_t index) const
-{
-    if (index >= m_devices.size())
-        Fail(GenTL::GC_ERR_INVALID_INDEX, "There are %zu devices, none with index %u", m_devices.size(),
-             index);
-    return m_devices[index]->Id();
-}
-
 CCamera& CInterface::ListedCamera(size_t index) const
 {
     if (index >= m_devices.size())
-        Fail(GenTL::GC_ERR_NOT_AVAILABLE, "There is no device with index %zu", index);
+        Fail(GenTL::GC_ERR_INVALID_INDEX, "There are %zu devices, none with index %zu", m_devices.size(),
+             index);
     return *m_devices[index];
 }
 
@@ -88,7 +170,10 @@ GenTL::DEVICE_ACCESS_STATUS CInterface::AccessStatus(CCamera& camera)
 
 CInfo CInterface::GetDeviceInfo(const std::string& id, GenTL::DEVICE_INFO_CMD command)
 {
-    return GetDeviceInfo(*FindCamera(id), command);
+    const auto listed =
+        std::find_if(m_devices.begin(), m_devices.end(),
+                     [&](const std::shared_ptr<CCamera>& camera) { return camera->Id() == id; });
+    return GetDeviceInfo(listed == m_devices.end() ? *FindCamera(id) : **listed, command);
 }
 
 CInfo CInterface::GetDeviceInfo(CCamera& camera, GenTL::DEVICE_INFO_CMD command)
@@ -120,7 +205,8 @@ CInfo CInterface::GetDeviceInfo(CCamera& camera, GenTL::DEVICE_INFO_CMD command)
     }
 }
 
-std::shared_ptr<CDevice> CInterface::OpenDevice(const std::string& id, GenTL::DEVICE_ACCESS_FLAGS access)
+std::shared_ptr<CDeviceModule> CInterface::OpenDevice(const std::string& id,
+                                                      GenTL::DEVICE_ACCESS_FLAGS access)
 {
     if (access < GenTL::DEVICE_ACCESS_READONLY || access > GenTL::DEVICE_ACCESS_EXCLUSIVE)
         Fail(GenTL::GC_ERR_INVALID_PARAMETER, "There is no access %d to a device", access);

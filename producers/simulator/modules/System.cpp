@@ -2,62 +2,43 @@
 
 #include "System.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
+
+namespace KxProducer
+{
+
+const CProducerFacts& ProducerFacts()
+{
+    static constexpr CProducerFacts kFacts = {"Kestrix.KxSimulator",
+                                              "Kestrix",
+                                              "KxSimulator",
+                                              KXSIM_VERSION,
+                                              TLTypeMixedName,
+                                              "KxSimulator.cti",
+                                              "Kestrix Simulated Cameras"};
+    return kFacts;
+}
+
+std::unique_ptr<CProducer> MakeProducer() { return std::make_unique<KxSim::CWorld>(); }
+
+} // namespace KxProducer
 
 namespace KxSim
 {
-namespace
-{
-
-constexpr char kFileName[] = "KxSimulator.cti";
-
-} // namespace
-
-std::string ProducerPath()
-{
-    Dl_info info{};
-    return dladdr(reinterpret_cast<const void*>(&ProducerPath), &info) && info.dli_fname ? info.dli_fname
-                                                                                         : kFileName;
-}
-
-CInfo GetSystemInfo(GenTL::TL_INFO_CMD command)
-{
-    switch (command) {
-    case GenTL::TL_INFO_ID:
-        return TextInfo("Kestrix.KxSimulator");
-    case GenTL::TL_INFO_VENDOR:
-        return TextInfo("Kestrix");
-    case GenTL::TL_INFO_MODEL:
-        return TextInfo("KxSimulator");
-    case GenTL::TL_INFO_VERSION:
-        return TextInfo(KXSIM_VERSION);
-    case GenTL::TL_INFO_TLTYPE:
-        return TextInfo(TLTypeMixedName);
-    case GenTL::TL_INFO_NAME:
-        return TextInfo(kFileName);
-    case GenTL::TL_INFO_PATHNAME:
-        return TextInfo(ProducerPath());
-    case GenTL::TL_INFO_DISPLAYNAME:
-        return TextInfo("Kestrix Simulated Cameras");
-    case GenTL::TL_INFO_CHAR_ENCODING:
-        return Int32Info(GenTL::TL_CHAR_ENCODING_UTF8);
-    case GenTL::TL_INFO_GENTL_VER_MAJOR:
-        return UInt32Info(1);
-    case GenTL::TL_INFO_GENTL_VER_MINOR:
-        return UInt32Info(6);
-    default:
-        FailUnknownInfo(command);
-    }
-}
 
 CSystem::CSystem(CWorld& world)
     : m_world(world)
     , m_port({"Kestrix.KxSimulator", "KxSimulator", TLTypeMixedName, "TLSystem", "TLPort"},
              EByteOrder::Little)
 {
-    DescribePort();
+    const auto adapters = [&world] {
+        std::vector<const CAdapterFacts*> facts;
+        for (const auto& adapter : world.Adapters())
+            facts.push_back(adapter.get());
+        return facts;
+    };
+    PublishSystem(m_port, {"KxSimulator_System", "Simulated cameras", "TLPort", "000000000001"},
+                  world.Adapters().size(), adapters, [this] { UpdateInterfaceList(); });
 }
 
 void CSystem::Close()
@@ -75,12 +56,12 @@ uint32_t CSystem::GetInterfaceCount() const
     return m_isListed ? static_cast<uint32_t>(m_world.Adapters().size()) : 0;
 }
 
-const CAdapter& CSystem::GetAdapter(uint32_t index) const
+std::string CSystem::GetInterfaceId(uint32_t index) const
 {
     if (index >= GetInterfaceCount())
         Fail(GenTL::GC_ERR_INVALID_INDEX, "There are %u interfaces, none with index %u", GetInterfaceCount(),
              index);
-    return *m_world.Adapters()[index];
+    return m_world.Adapters()[index]->id;
 }
 
 CAdapter& CSystem::FindAdapter(const std::string& id) const
@@ -92,26 +73,13 @@ CAdapter& CSystem::FindAdapter(const std::string& id) const
     Fail(GenTL::GC_ERR_INVALID_ID, "There is no interface '%s'", id.c_str());
 }
 
-CInfo CSystem::GetInterfaceInfo(const CAdapter& adapter, GenTL::INTERFACE_INFO_CMD command)
-{
-    switch (command) {
-    case GenTL::INTERFACE_INFO_ID:
-        return TextInfo(adapter.id);
-    case GenTL::INTERFACE_INFO_DISPLAYNAME:
-        return TextInfo(adapter.displayName);
-    case GenTL::INTERFACE_INFO_TLTYPE:
-        return TextInfo(TlType(adapter.technology));
-    default:
-        FailUnknownInfo(command);
-    }
-}
-
 CInfo CSystem::GetInterfaceInfo(const std::string& id, GenTL::INTERFACE_INFO_CMD command) const
 {
-    return GetInterfaceInfo(FindAdapter(id), command);
+    const CAdapter& adapter = FindAdapter(id);
+    return GetInterfaceFact(command, adapter.id, adapter.displayName, TlType(adapter.technology));
 }
 
-std::shared_ptr<CInterface> CSystem::OpenInterface(const std::string& id)
+std::shared_ptr<CInterfaceModule> CSystem::OpenInterface(const std::string& id)
 {
     CAdapter& adapter = FindAdapter(id);
     for (const std::shared_ptr<CInterface>& open : m_open) {

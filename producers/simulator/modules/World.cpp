@@ -86,7 +86,7 @@ CWorld::~CWorld()
         std::shared_ptr<CSystem>(m_system)->Close();
 }
 
-std::shared_ptr<CSystem> CWorld::OpenSystem()
+std::shared_ptr<CSystemModule> CWorld::OpenSystem()
 {
     if (m_system)
         Fail(GenTL::GC_ERR_RESOURCE_IN_USE, "The system is open already");

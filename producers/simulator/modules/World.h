@@ -3,11 +3,11 @@
 #pragma once
 
 #include "camera/Camera.h"
+#include "common/modules/ModuleFeatures.h"
+#include "common/modules/Producer.h"
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
-#include <string>
 #include <vector>
 
 namespace KxSim
@@ -16,13 +16,8 @@ namespace KxSim
 class CSystem;
 
 /// Functions belong to the producer's lock.
-struct CAdapter
+struct CAdapter : CAdapterFacts
 {
-    ETechnology technology;
-    std::string id;
-    std::string displayName;
-    uint64_t mac = 0;
-    CIpConfig ip;
     uint32_t discoveryDestination = 0xFFFFFFFF;
     bool allowsBroadcastAnswers = true;
     std::vector<std::shared_ptr<CCamera>> cameras;
@@ -33,16 +28,14 @@ struct CAdapter
     bool Hears(const CCamera& camera) const;
 };
 
-class CWorld
+class CWorld final : public CProducer
 {
 public:
     CWorld();
-    ~CWorld();
-    CWorld(const CWorld&) = delete;
-    CWorld& operator=(const CWorld&) = delete;
+    ~CWorld() override;
 
     const std::vector<std::unique_ptr<CAdapter>>& Adapters() const { return m_adapters; }
-    std::shared_ptr<CSystem> OpenSystem();
+    std::shared_ptr<CSystemModule> OpenSystem() override;
     void Detach() { m_system.reset(); }
 
 private:
