@@ -135,15 +135,16 @@ enum class Prop : uint8_t
     Other, // an element kept only for GetProperty: the name is in `attribute`
 };
 
-/// Which side of the target a formula's variable reads: "Width", "Width.Max", "Mode.Entry.On".
+/// Which side of the target a formula's variable reads: what follows the first dot of the variable's name.
 enum class RefPart : uint8_t
 {
-    Value,
+    Value, // also without a dot
     Min,
     Max,
     Inc,
-    Entry, // the target is the EnumEntry itself
-    Enum,  // the target is an enumeration, read as its integer value
+    AccessMode,
+    Entry,   // the integer of the entry that is named behind a second dot
+    Unknown, // an error at the first use
 };
 
 /// One element of a node. Only the members that the kind of element needs are set; `text` always holds the

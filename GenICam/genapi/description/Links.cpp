@@ -23,9 +23,8 @@ void ForEachReference(const NodeData& node, const std::vector<Property>& propert
         const uint8_t edges = InfoOf(property.id).edges;
         if (edges == kNoEdge)
             continue;
-        const bool isLimit = property.part == RefPart::Min || property.part == RefPart::Max ||
-                             property.part == RefPart::Inc || property.part == RefPart::Entry;
-        const auto effective = static_cast<uint8_t>(isLimit ? edges & ~unsigned{kEvaluates} : edges);
+        const bool isValue = property.part == RefPart::Value;
+        const auto effective = static_cast<uint8_t>(isValue ? edges : edges & ~unsigned{kEvaluates});
         if (property.node != kNoNode)
             visit(property.node, effective);
         if (property.offsetNode != kNoNode)
@@ -143,7 +142,7 @@ void CheckCycles(const std::vector<NodeData>& nodes, const std::vector<Property>
             const Property& property = properties[node.firstProperty + step.nextProperty / 2];
             const bool isOffset = step.nextProperty++ % 2 != 0;
             const NodeIndex target = isOffset ? property.offsetNode : property.node;
-            const bool isValue = property.part == RefPart::Value || property.part == RefPart::Enum;
+            const bool isValue = property.part == RefPart::Value;
             if (target != kNoNode && isValue && (InfoOf(property.id).edges & kEvaluates) != 0)
                 return target;
         }

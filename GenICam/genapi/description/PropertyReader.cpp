@@ -20,11 +20,27 @@ struct Suffix
     RefPart part;
 };
 
-constexpr Suffix kSuffixes[] = {{".Value", RefPart::Value},
-                                {".Min", RefPart::Min},
-                                {".Max", RefPart::Max},
-                                {".Inc", RefPart::Inc},
-                                {".Enum", RefPart::Enum}};
+constexpr Suffix kSuffixes[] = {{"Value", RefPart::Value},
+                                {"Min", RefPart::Min},
+                                {"Max", RefPart::Max},
+                                {"Inc", RefPart::Inc},
+                                {"AccessMode", RefPart::AccessMode}};
+constexpr std::string_view kEntrySuffix = "Entry.";
+
+RefPart PartOf(std::string_view variable)
+{
+    const size_t dot = variable.find('.');
+    if (dot == std::string_view::npos)
+        return RefPart::Value;
+    const std::string_view suffix = variable.substr(dot + 1);
+    if (suffix.size() > kEntrySuffix.size() && suffix.substr(0, kEntrySuffix.size()) == kEntrySuffix)
+        return RefPart::Entry;
+    for (const Suffix& known : kSuffixes)
+        if (known.text == suffix)
+            return known.part;
+    return RefPart::Unknown;
+}
+
 struct NameSpacePrefix
 {
     std::string_view text;
@@ -32,13 +48,6 @@ struct NameSpacePrefix
 };
 
 constexpr NameSpacePrefix kPrefixes[] = {{"Std::", GenApi::Standard}, {"Cust::", GenApi::Custom}};
-constexpr std::string_view kEntrySuffix = ".Entry.";
-
-bool EndsWith(std::string_view text, std::string_view end)
-{
-    return text.size() > end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 bool IsOptional(const NodeRules& rules, Prop prop)
 {
     return rules.lenient || !(rules.required >> rules.slot[static_cast<size_t>(prop)] & 1);
@@ -307,26 +316,11 @@ void DescriptionBuilder::ReadReference(const Context& context, const pugi::xml_n
 void DescriptionBuilder::ReadVariable(const Context& context, const pugi::xml_node& element,
                                       Property& property)
 {
-    const std::string_view text = Trimmed(Text(context, element));
-    DefinitionId target = FindWithPrefix(text);
-    property.text = target == kNoDefinition ? Keep(text) : m_declarations[target].name;
-    const size_t entry = target == kNoDefinition ? text.find(kEntrySuffix) : std::string_view::npos;
-    if (entry != std::string_view::npos) {
-        const std::string_view owner = m_declarations[Resolve(text.substr(0, entry), context, element)].name;
-        const std::string name =
-            "EnumEntry_" + std::string(owner) + "_" + std::string(text.substr(entry + kEntrySuffix.size()));
-        target = m_declarations.Find(name);
-        property.part = RefPart::Entry;
-    }
-    for (const Suffix& suffix : kSuffixes)
-        if (target == kNoDefinition && EndsWith(text, suffix.text)) {
-            target = FindWithPrefix(text.substr(0, text.size() - suffix.text.size()));
-            property.part = suffix.part;
-        }
-    if (target == kNoDefinition)
-        Resolve(text, context, element);
+    const DefinitionId target = Resolve(Trimmed(Text(context, element)), context, element);
     CheckTarget(context, element, Target::Number, m_declarations[target].type);
     property.node = Mention(target);
+    property.text = m_declarations[target].name;
+    property.part = PartOf(property.attribute);
 }
 
 } // namespace KxGenApi

@@ -77,7 +77,7 @@ constexpr PropertyInfo kProperties[] = {
     Ref(P(pIsImplemented), Target::Number, kInvalidates),
     Ref(P(pIsAvailable), Target::Number, kInvalidates),
     Ref(P(pIsLocked), Target::Number, kInvalidates),
-    Ref(P(pBlockPolling), Target::Number, kNoEdge),
+    Ref(P(pBlockPolling), Target::Number, kInvalidates),
     Words(P(ImposedAccessMode), kAccessList),
     Words(P(ImposedVisibility), kVisibilityList),
     Ref(P(pError), Target::Any, kNoEdge),

@@ -84,9 +84,10 @@ Number FormulaLinks<Number>::Evaluate(Prop which, ReadOptions options, Number fr
         values = many.data();
     }
     for (size_t i = 0; i < count; ++i) {
-        values[i] = compiled.formula->Uses(i) ? ReadPart<Number>(m_variables[i].Target(m_owner),
-                                                                 m_variables[i].Source().part, options)
-                                              : Number(0);
+        const Link& variable = m_variables[i];
+        values[i] = compiled.formula->Uses(i)
+                        ? ReadVariable<Number>(m_owner, variable.Source(), variable.Target(m_owner), options)
+                        : Number(0);
     }
     values[count] = from;
     values[count + 1] = to;
@@ -181,11 +182,16 @@ Number ConverterNode<Number>::Limit(bool lower)
     const auto converted = [&](bool ofMin) {
         return FromTarget(ofMin ? NumberKind<Number>::Min(Target()) : NumberKind<Number>::Max(Target()));
     };
+    // A formula may leave the range of the type, on the side where that makes sense as a limit at all.
+    const auto clamped = [&](Number limit) {
+        return lower ? std::max(limit, std::numeric_limits<Number>::lowest())
+                     : std::min(limit, std::numeric_limits<Number>::max());
+    };
     switch (m_slope) {
     case Increasing:
-        return converted(lower);
+        return clamped(converted(lower));
     case Decreasing:
-        return converted(!lower);
+        return clamped(converted(!lower));
     case Varying:
         return lower ? std::numeric_limits<Number>::lowest() : std::numeric_limits<Number>::max();
     case _UndefinedESlope:
@@ -195,7 +201,8 @@ Number ConverterNode<Number>::Limit(bool lower)
     case Automatic:
         break;
     }
-    return lower ? std::min(converted(true), converted(false)) : std::max(converted(true), converted(false));
+    return clamped(lower ? std::min(converted(true), converted(false))
+                         : std::max(converted(true), converted(false)));
 }
 
 template class ConverterNode<int64_t>;

@@ -51,6 +51,7 @@ protected:
     Number Highest() override { return std::numeric_limits<Number>::max(); }
     Number Fetch(ReadOptions options) override { return m_links.Evaluate(m_which, options); }
     void Store(Number, bool, Change&) override;
+    bool OwnRefusesWrites() const override { return true; }
 
 private:
     FormulaLinks<Number> m_links;
@@ -76,6 +77,7 @@ protected:
     Number Fetch(ReadOptions options) override;
     void Store(Number value, bool verify, Change& change) override;
     const Node* Origin() const override { return &Target(); }
+    bool OwnRefusesWrites() const override { return Target().RefusesWrites(); }
 
 private:
     Node& Target() const { return m_target.Target(*this); }

@@ -5,6 +5,7 @@
 
 #include <Base/GCException.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace KxGenApi
@@ -19,6 +20,13 @@ int64_t RoundToInteger(const Node& node, double value)
             "The value %g does not fit into a 64-bit integer", value);
     }
     return static_cast<int64_t>(rounded);
+}
+
+void RaiseUnknownPart(const Node& owner, const Property& variable)
+{
+    const std::string_view part = variable.attribute.substr(variable.attribute.find('.') + 1);
+    throw RUNTIME_EXCEPTION_NODE(owner.Map().EntryText().c_str(), owner.NameText())(
+        "Invalid Extension %.*s", static_cast<int>(std::min<size_t>(part.size(), 80)), part.data());
 }
 
 } // namespace KxGenApi

@@ -10,22 +10,29 @@ namespace KxGenApi
 /// Nearest integer, halves away from zero; RuntimeException with the node's name if int64 can't hold it.
 int64_t RoundToInteger(const Node& node, double value);
 
-/// The number that a variable's reference means, such as the maximum of its target.
+[[noreturn]] void RaiseUnknownPart(const Node& owner, const Property& variable);
+
+/// The number that a formula's variable means, such as the maximum of its target. RuntimeException for a part
+/// that the target has not.
 template <typename Number>
-Number ReadPart(Node& target, RefPart part, ReadOptions options)
+Number ReadVariable(const Node& owner, const Property& variable, Node& target, ReadOptions options)
 {
     using Kind = NumberKind<Number>;
-    switch (part) {
+    switch (variable.part) {
     case RefPart::Min:
         return Kind::Min(target);
     case RefPart::Max:
         return Kind::Max(target);
     case RefPart::Inc:
         return Kind::Inc(target);
-    case RefPart::Enum:
-        return Kind::FromInteger(target.ReadEnumInteger(options));
-    case RefPart::Value:
+    case RefPart::AccessMode:
+        return Kind::FromInteger(target.AccessMode());
     case RefPart::Entry:
+        return Kind::FromInteger(target.EntryInteger(
+            variable.attribute.substr(variable.attribute.find('.', variable.attribute.find('.') + 1) + 1)));
+    case RefPart::Unknown:
+        RaiseUnknownPart(owner, variable);
+    case RefPart::Value:
         break;
     }
     return Kind::Read(target, options);

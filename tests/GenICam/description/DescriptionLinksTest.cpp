@@ -58,7 +58,7 @@ TEST(DescriptionLinks, DependentsAreWhatChangesWithANode)
         {"Sub", {"Width"}},
         {"Cat", {"Root"}},
         {"Root", {}},
-        {"Block", {}},
+        {"Block", {"Width"}},
         {"Err", {}},
         {"Alias", {}},
         {"Copy", {}},
@@ -88,30 +88,35 @@ TEST(DescriptionLinks, FeaturesAreWhatRootReaches)
     EXPECT_THAT(features, testing::UnorderedElementsAre("Root", "Cat", "Sel", "Width"));
 }
 
-TEST(DescriptionLinks, VariablesReadTheSideTheyName)
+TEST(DescriptionLinks, VariablesReadTheSideThatTheirNameTells)
 {
-    const auto description = ReadNodes(R"(
+    const char* const widthAndMode = R"(
         <Integer Name="Width"><Value>1</Value></Integer>
-        <Enumeration Name="Mode" NameSpace="Standard"><EnumEntry Name="On.Off"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
-        <IntSwissKnife Name="S"><pVariable Name="A">Width</pVariable><pVariable Name="B">Width.Value</pVariable>
-            <pVariable Name="C">Width.Min</pVariable><pVariable Name="D">Width.Max</pVariable>
-            <pVariable Name="E">Width.Inc</pVariable><pVariable Name="F">Mode.Enum</pVariable>
-            <pVariable Name="G">Mode.Entry.On.Off</pVariable><pVariable Name="H">Dotted.Max</pVariable>
-            <pVariable Name="I">Std::Mode</pVariable><pVariable Name="J">Cust::Width.Min</pVariable><Formula>A</Formula></IntSwissKnife>
-        <Integer Name="Dotted.Max"><Value>1</Value></Integer>)");
-    std::vector<std::tuple<std::string, std::string, RefPart>> variables;
-    for (const Property& property : description->Properties(description->FindNode("S")))
-        if (property.id == Prop::pVariable)
-            variables.emplace_back(property.attribute, description->Node(property.node).name, property.part);
-    using V = std::tuple<std::string, std::string, RefPart>;
-    EXPECT_THAT(variables, ElementsAre(V{"A", "Width", RefPart::Value}, V{"B", "Width", RefPart::Value},
-                                       V{"C", "Width", RefPart::Min}, V{"D", "Width", RefPart::Max},
-                                       V{"E", "Width", RefPart::Inc}, V{"F", "Mode", RefPart::Enum},
-                                       V{"G", "EnumEntry_Mode_On.Off", RefPart::Entry},
-                                       V{"H", "Dotted.Max", RefPart::Value}, V{"I", "Mode", RefPart::Value},
-                                       V{"J", "Width", RefPart::Min}));
-    EXPECT_THAT(DependentNames(*description, "EnumEntry_Mode_On.Off"), ElementsAre("Mode", "S"));
-    EXPECT_THAT(DependentNames(*description, "Width"), ElementsAre("S"));
+        <Enumeration Name="Mode" NameSpace="Standard"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>)";
+    const auto partOf = [&](const std::string& name, const std::string& target) {
+        const auto description =
+            ReadNodes(widthAndMode + ("<IntSwissKnife Name=\"S\"><pVariable Name=\"" + name + "\">" + target +
+                                      "</pVariable><Formula>1</Formula></IntSwissKnife>"));
+        EXPECT_EQ(DependentNames(*description, target.substr(target.rfind(':') + 1)),
+                  std::vector<std::string>{"S"});
+        return description->Find(description->FindNode("S"), Prop::pVariable)->part;
+    };
+    for (const auto& [name, part] : {std::pair{"V", RefPart::Value},
+                                     {"Max", RefPart::Value},
+                                     {"V.Value", RefPart::Value},
+                                     {"V.Min", RefPart::Min},
+                                     {"V.Max", RefPart::Max},
+                                     {"V.Inc", RefPart::Inc},
+                                     {"V.AccessMode", RefPart::AccessMode},
+                                     {"V.Entry.On", RefPart::Entry},
+                                     {"V.Entry", RefPart::Unknown},
+                                     {"V.min", RefPart::Unknown},
+                                     {"A.B.Max", RefPart::Unknown},
+                                     {"V..Max", RefPart::Unknown}})
+        EXPECT_EQ(partOf(name, "Width"), part) << name;
+    EXPECT_EQ(partOf("V.Min", "Cust::Width"), RefPart::Min);
+    EXPECT_EQ(partOf("V.Entry.On", "Std::Mode"), RefPart::Entry);
+    EXPECT_THROW(partOf("V", "Width.Max"), GenICam::RuntimeException) << "a suffix of the text names no node";
 }
 
 // Width's limit needs OffsetX, whose limit needs Width.
@@ -123,7 +128,7 @@ TEST(DescriptionLinks, LimitsAndInvalidatorsMayGoInCircles)
         <Integer Name="Width"><pValue>WidthReg</pValue><pMax>WidthMax</pMax></Integer>
         <Integer Name="OffsetX"><pIsLocked>Width</pIsLocked><pValue>OffsetReg</pValue><pMax>OffsetMax</pMax></Integer>
         <IntSwissKnife Name="WidthMax"><pVariable Name="O">OffsetX</pVariable><Formula>99-O</Formula></IntSwissKnife>
-        <IntSwissKnife Name="OffsetMax"><pVariable Name="W">Width</pVariable><pVariable Name="M">OffsetX.Min</pVariable>
+        <IntSwissKnife Name="OffsetMax"><pVariable Name="W">Width</pVariable><pVariable Name="M.Min">OffsetX</pVariable>
             <Formula>99-W</Formula></IntSwissKnife>
         <Integer Name="Sel"><pValue>OffsetReg</pValue><pSelected>Sel</pSelected></Integer>)" +
             IntReg("WidthReg") +

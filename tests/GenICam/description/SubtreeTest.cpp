@@ -18,7 +18,7 @@ constexpr const char* kNodes = R"(
     <IntReg Name="Reg"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
         <pInvalidator>Reset</pInvalidator><Endianess>BigEndian</Endianess></IntReg>
     <Command Name="Reset"><Value>0</Value><CommandValue>1</CommandValue></Command>
-    <IntSwissKnife Name="Max"><pVariable Name="A">Mode.Entry.On</pVariable><Formula>A</Formula></IntSwissKnife>
+    <IntSwissKnife Name="Max"><pVariable Name="A.Entry.On">Mode</pVariable><Formula>A.Entry.On</Formula></IntSwissKnife>
     <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><EnumEntry Name="Off"><Value>0</Value></EnumEntry>
         <Value>0</Value></Enumeration>
     <Integer Name="Other"><Value>0</Value></Integer>

@@ -16,7 +16,7 @@ TEST(WriteXml, SaysTheSameInTheSameOrder)
         <Enumeration Name="Mode"><ToolTip>a &lt;b&gt; &amp; "c"
 line &#13;&#9; end </ToolTip><EnumEntry Name="On" NameSpace="Standard"><pIsAvailable>I</pIsAvailable><Value>1</Value>
             <NumericValue>2.5</NumericValue><IsSelfClearing>Yes</IsSelfClearing></EnumEntry><pValue>R</pValue><pSelected>X</pSelected></Enumeration>
-        <Converter Name="X"><pVariable Name="V">Mode.Entry.On</pVariable><Constant Name="C">1.5</Constant>
+        <Converter Name="X"><pVariable Name="V.Entry.On">Mode</pVariable><Constant Name="C">1.5</Constant>
             <Expression Name="E">V*C</Expression><FormulaTo>FROM&lt;E</FormulaTo><FormulaFrom>TO</FormulaFrom>
             <pValue>F</pValue><Slope>Increasing</Slope></Converter>
         <Integer Name="I"><pIndex>Mode</pIndex><ValueIndexed Index="1">7</ValueIndexed><pValueIndexed Index="2">R</pValueIndexed>

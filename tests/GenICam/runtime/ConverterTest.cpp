@@ -4,6 +4,7 @@
 
 #include <cfloat>
 #include <limits>
+#include <tuple>
 
 using namespace GenApi;
 using namespace KxTest;
@@ -128,40 +129,57 @@ TEST(Formula, VariablesReachEveryPartOfANode)
 {
     const std::string nodes = R"(
         Integer I { Value 6; Min 2; Max 40; Inc 4 }
-        Float F { Value 2.75; Min -1.5; Max 8 }
+        Float F { Value 2.75; Min -2.5; Max 8.5; Inc 0.5 }
         Enumeration E { EnumEntry A { Value 1 } EnumEntry B { Value 2; NumericValue 2.5 } Value 2 }
         Boolean B { Value true })";
     struct Case
     {
-        const char *variable, *formula;
+        const char *target, *variable, *formula;
         double real;
         int64_t integer;
     };
+    constexpr double kMax = std::numeric_limits<double>::max();
+    constexpr int64_t kMaxInteger = std::numeric_limits<int64_t>::max();
     for (const Case& c : {
-             Case{"I", "V", 6, 6},
-             Case{"I.Value", "V", 6, 6},
-             Case{"I.Min", "V", 2, 2},
-             Case{"I.Max", "V", 40, 40},
-             Case{"I.Inc", "V", 4, 4},
-             Case{"F", "V*4", 11, 12}, // integer formulas round first
-             Case{"F.Min", "V", -1.5, -2},
-             Case{"F.Max", "V", 8, 8},
-             Case{"E", "V", 2.5, 3}, // the entry's number, where it has one
-             Case{"E.Entry.A", "V", 1, 1},
-             Case{"E.Entry.B", "V", 2, 2},
-             Case{"B", "V", 1, 1},
-             Case{"I", "V == 6 ? 4.0 : 1", 4, 4},
-             Case{"I", "V != 6", 0, 0},
+             Case{"I", "V", "V", 6, 6},
+             Case{"I", "V.Value", "V.Value", 6, 6},
+             Case{"I", "V.Min", "V.Min", 2, 2},
+             Case{"I", "V.Max", "V.Max", 40, 40},
+             Case{"I", "V.Inc", "V.Inc", 4, 4},
+             Case{"I", "V.AccessMode", "V.AccessMode", RW, RW},
+             Case{"F", "V", "V*4", 11, 12}, // integer formulas round first
+             Case{"F", "V.Min", "V.Min", -2.5, -3},
+             Case{"F", "V.Max", "V.Max", 8.5, 9},
+             Case{"F", "V.Inc", "V.Inc", 0.5, 1},
+             Case{"E", "V", "V", 2.5, 3}, // the entry's number, where it has one
+             Case{"E", "V.Entry.A", "V.Entry.A", 1, 1},
+             Case{"E", "V.Entry.B", "V.Entry.B", 2, 2},
+             Case{"E", "V.Max", "V.Max", kMax, kMaxInteger},
+             Case{"B", "V", "V", 1, 1},
+             Case{"I", "Max", "Max", 6, 6},
+             Case{"I", "V", "V == 6 ? 4.0 : 1", 4, 4},
+             Case{"I", "V", "V != 6", 0, 0},
          })
     {
-        SCOPED_TRACE(std::string(c.variable) + " in " + c.formula);
-        const std::string parts =
-            std::string(" { pVariable[Name=V] ") + c.variable + "; Formula " + c.formula + " } ";
+        SCOPED_TRACE(std::string(c.variable) + " of " + c.target + " in " + c.formula);
+        const std::string parts = std::string(" { pVariable[Name=") + c.variable + "] " + c.target +
+                                  "; Formula " + c.formula + " } ";
         TestMap test("SwissKnife R" + parts + "IntSwissKnife I64" + parts + nodes);
-        if (std::string(c.variable) != "E.Entry.B") {
-            EXPECT_EQ(test.Flt("R").GetValue(), c.real);
-        }
+        EXPECT_EQ(test.Flt("R").GetValue(), c.real);
         EXPECT_EQ(test.Int("I64").GetValue(), c.integer);
+    }
+    // What is wrong is told when it is used. Without its suffix in the formula a name is unknown.
+    for (const auto& [target, variable, formula, kind] : {std::tuple{"I", "V.Foo", "V.Foo", "Runtime"},
+                                                          {"I", "V.min", "V.min", "Runtime"},
+                                                          {"I", "A.B.Max", "A.B.Max", "Runtime"},
+                                                          {"I", "V.Entry.A", "V.Entry.A", "Runtime"},
+                                                          {"E", "V.Entry.C", "V.Entry.C", "Runtime"},
+                                                          {"I", "V.Max", "V", "LogicalError"},
+                                                          {"I", "V", "V.Max", "LogicalError"}})
+    {
+        TestMap test(std::string("IntSwissKnife S { pVariable[Name=") + variable + "] " + target +
+                     "; Formula " + formula + " }" + nodes);
+        EXPECT_EQ(KindRaisedBy([&] { test.Int("S").GetValue(); }), kind) << variable << " in " << formula;
     }
 }
 
@@ -203,4 +221,36 @@ TEST(Formula, ErrorsOfOneReadingDoNotOutliveTheirCause)
     EXPECT_EQ(KindRaisedBy([&] { test.Int("X").GetValue(); }), "LogicalError");
     test.Int("D").SetValue(4);
     EXPECT_EQ(test.Int("X").GetValue(), 3);
+}
+
+TEST(Converter, LimitsStayWithinTheTypeWhereTheyAreLimits)
+{
+    constexpr double kMax = std::numeric_limits<double>::max();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const auto& [from, slope, min, max] : {std::tuple{"TO*2", "Increasing", -kMax, kMax},
+                                                {"TO*2", "Decreasing", kInfinity, -kInfinity},
+                                                {"TO*2", "Varying", -kMax, kMax},
+                                                {"TO/2", "Automatic", -kMax / 2, kMax / 2}})
+    {
+        SCOPED_TRACE(std::string(from) + slope);
+        TestMap test(std::string("Converter C { FormulaTo FROM; FormulaFrom ") + from + "; pValue F; Slope " +
+                     slope + " } Float F { Value 0 }");
+        EXPECT_EQ(test.Flt("C").GetMin(), min);
+        EXPECT_EQ(test.Flt("C").GetMax(), max);
+        EXPECT_FALSE(test.Flt("C").HasInc());
+    }
+}
+
+// Digits and notation are those of the node that is shown, unless a node has its own.
+TEST(Converter, ShowsNumbersAsItsTargetDoes)
+{
+    TestMap test(R"(
+        Float Top { pValue C }
+        Converter C { FormulaTo FROM; FormulaFrom TO; pValue Mid }
+        Float Mid { pValue F; DisplayNotation Fixed; DisplayPrecision 2 }
+        Float F { Value 3 })");
+    EXPECT_EQ(test.Value("Top").ToString() + test.Value("F").ToString(), "3.003");
+    EXPECT_EQ(test.Flt("Top").GetDisplayPrecision(), 2);
+    EXPECT_EQ(test.Flt("Top").GetDisplayNotation(), fnFixed);
+    EXPECT_EQ(test.Flt("F").GetDisplayPrecision(), 6);
 }
