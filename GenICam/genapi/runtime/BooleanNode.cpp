@@ -54,6 +54,13 @@ bool BooleanNode::GetValue(bool Verify, bool IgnoreCache) const
     return const_cast<BooleanNode*>(this)->Read({Verify, IgnoreCache}); // a read fills the cache
 }
 
+bool BooleanNode::ReadFlag()
+{
+    RequireReadable();
+    const int64_t value = m_slots.Read(ReadOptions());
+    return value == m_on || (value != m_off && value != 0);
+}
+
 void BooleanNode::WriteInteger(int64_t value, bool verify, Change& change)
 {
     Write(value != 0, verify, change);

@@ -44,9 +44,10 @@ gcstring CategoryNode::ToString(bool, bool)
     return GetDisplayName();
 }
 
-void CategoryNode::FromString(const gcstring&, bool)
+void CategoryNode::FromString(const gcstring&, bool Verify)
 {
-    throw ACCESS_EXCEPTION_NODE("FromString", NameText())("Node is not writable.");
+    const Call call(*this, "FromString");
+    RequireWritable(Verify); // it never is; unverified there is nothing to write
 }
 
 void CategoryNode::GetFeatures(FeatureList_t& Features) const
@@ -62,7 +63,9 @@ void CategoryNode::GetFeatures(FeatureList_t& Features) const
 
 EAccessMode CategoryNode::ComputeAccessMode() const
 {
-    // Flags of its own do not count: a category is there as long as anything in it is.
+    // A category is there as long as anything in it is; whether it is available or locked has no meaning.
+    if (IsMissing())
+        return NI;
     for (const Property& property : Properties()) {
         if (property.id == Prop::pFeature && IsImplemented(Map().NodeAt(property.node).AccessMode()))
             return Combine(RO, ImposedAccessMode());

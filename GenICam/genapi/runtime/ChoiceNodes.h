@@ -8,6 +8,8 @@
 #include <GenApi/ICommand.h>
 #include <GenApi/IEnumeration.h>
 
+#include <limits>
+
 namespace KxGenApi
 {
 
@@ -30,15 +32,17 @@ public:
 
     // for other nodes
     int64_t ReadInteger(ReadOptions options) override { return Read(options) ? 1 : 0; }
+    bool ReadFlag() override;
     void WriteInteger(int64_t value, bool verify, Change& change) override;
     void WriteReal(double value, bool verify, Change& change) override;
-    int64_t IntegerMin() override { return 0; }
-    int64_t IntegerMax() override { return 1; }
+    int64_t IntegerMin() override { return std::numeric_limits<int64_t>::min(); } // all but 0 is true
+    int64_t IntegerMax() override { return std::numeric_limits<int64_t>::max(); }
     int64_t IntegerInc() override { return 1; }
 
 protected:
     EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
+    bool OwnRefusesWrites() const override { return m_slots.RefusesWrites(); }
 
 private:
     bool Read(ReadOptions options);
@@ -75,6 +79,7 @@ public:
 protected:
     EAccessMode OwnAccessMode() const override { return m_slots.AccessMode(); }
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
+    bool OwnRefusesWrites() const override { return m_slots.RefusesWrites(); }
 
 private:
     void Run(bool verify, Change& change);
@@ -145,23 +150,34 @@ public:
     // for other nodes
     int64_t ReadInteger(ReadOptions options) override;
     double ReadReal(ReadOptions options) override;
-    int64_t ReadEnumInteger(ReadOptions options) override { return Read(options); }
+    bool ReadFlag() override { return Read(ReadOptions()) != 0; }
+    int64_t EntryInteger(std::string_view symbolic) override;
+    /// These choose the available entry whose number is nearest, so that any number will do.
     void WriteInteger(int64_t value, bool verify, Change& change) override;
     void WriteReal(double value, bool verify, Change& change) override;
-    int64_t IntegerMin() override;
-    int64_t IntegerMax() override;
+    int64_t IntegerMin() override { return std::numeric_limits<int64_t>::min(); }
+    int64_t IntegerMax() override { return std::numeric_limits<int64_t>::max(); }
     int64_t IntegerInc() override { return 1; }
+    double RealMin() override { return std::numeric_limits<double>::lowest(); }
+    double RealMax() override { return std::numeric_limits<double>::max(); }
     bool IsPollingActive() override { return m_clearsItself; }
 
 protected:
     EAccessMode OwnAccessMode() const override;
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
+    bool OwnRefusesWrites() const override { return m_slots.RefusesWrites(); }
 
 private:
     const std::vector<EnumEntryNode*>& Entries() const;
+    /// Of several entries with one integer it is the last one that counts.
     EnumEntryNode* EntryOf(int64_t value) const;
-    EnumEntryNode* EntryNamed(const gcstring& symbolic) const;
+    EnumEntryNode* EntryNamed(std::string_view symbolic) const;
     EnumEntryNode& Current(ReadOptions options);
+    /// The entry of what is read, null if there is none; verified, AccessException for one that isn't
+    /// available.
+    EnumEntryNode* ReadEntry(ReadOptions options);
+    [[noreturn]] void RaiseUnknown() const;
+    void Choose(const EnumEntryNode& entry, bool verify, Change& change);
     int64_t Read(ReadOptions options);
 
     ValueSlots<int64_t> m_slots;

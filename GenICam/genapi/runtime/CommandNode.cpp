@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runtime/Change.h"
 #include "runtime/ChoiceNodes.h"
+#include "runtime/Relations.h"
 
 #include <Base/GCException.h>
 
@@ -17,11 +18,10 @@ CommandNode::CommandNode(NodeMap& map, NodeIndex index)
     }
 }
 
-gcstring CommandNode::ToString(bool Verify, bool)
+gcstring CommandNode::ToString(bool, bool)
 {
     Change change(*this, "ToString");
-    if (Verify)
-        RequireReadable();
+    RequireReadable();
     const bool done = Ask(change);
     change.Finish();
     return done ? "0" : "1";
@@ -94,7 +94,10 @@ bool CommandNode::Ask(Change& change)
             return false;
     }
     m_pending = false; // what can't be read back, or holds nothing, ends at once
+    // The device has changed what the command wrote, so all that shows it has to know.
     change.Invalidate(Index());
+    for (const NodeIndex terminal : RelatedNodes(Described(), Index(), ctTerminalNodes))
+        change.Invalidate(terminal);
     return true;
 }
 

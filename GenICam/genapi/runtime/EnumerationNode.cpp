@@ -6,6 +6,7 @@
 #include <Base/GCException.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace KxGenApi
 {
@@ -58,11 +59,10 @@ EnumerationNode::EnumerationNode(NodeMap& map, NodeIndex index)
 gcstring EnumerationNode::ToString(bool Verify, bool IgnoreCache)
 {
     const Call call(*this, "ToString");
-    const int64_t value = Read({Verify, IgnoreCache});
-    const EnumEntryNode* const entry = EntryOf(value);
+    const EnumEntryNode* const entry = ReadEntry({Verify, IgnoreCache});
     if (entry == nullptr) {
         throw KXNODE_ERROR(InvalidArgumentException)("The device holds %lld, which no entry stands for",
-                                                     static_cast<long long>(value));
+                                                     static_cast<long long>(m_value));
     }
     return entry->Symbolic();
 }
@@ -70,10 +70,10 @@ gcstring EnumerationNode::ToString(bool Verify, bool IgnoreCache)
 void EnumerationNode::FromString(const gcstring& ValueStr, bool Verify)
 {
     Change change(*this, "FromString");
-    EnumEntryNode* const entry = EntryNamed(ValueStr);
+    const EnumEntryNode* const entry = EntryNamed({ValueStr.c_str(), ValueStr.size()});
     if (entry == nullptr)
         throw KXNODE_ERROR(InvalidArgumentException)("There is no entry '%s'", ValueStr.c_str());
-    WriteInteger(entry->Value(), Verify, change);
+    Choose(*entry, Verify, change);
     change.Finish();
 }
 
@@ -82,7 +82,7 @@ void EnumerationNode::GetSymbolics(StringList_t& Symbolics)
     const Call call(*this, "GetSymbolics");
     Symbolics.clear();
     for (const EnumEntryNode* const entry : Entries()) {
-        if (IsImplemented(entry->AccessMode()))
+        if (IsAvailable(entry->AccessMode()))
             Symbolics.push_back(entry->Symbolic());
     }
 }
@@ -104,20 +104,28 @@ IEnumeration& EnumerationNode::operator=(const gcstring& ValueStr)
 void EnumerationNode::SetIntValue(int64_t Value, bool Verify)
 {
     Change change(*this, "SetIntValue");
-    WriteInteger(Value, Verify, change);
+    const EnumEntryNode* const entry = EntryOf(Value);
+    if (entry == nullptr) {
+        throw KXNODE_ERROR(InvalidArgumentException)("There is no entry for the value %lld",
+                                                     static_cast<long long>(Value));
+    }
+    Choose(*entry, Verify, change);
     change.Finish();
 }
 
 int64_t EnumerationNode::GetIntValue(bool Verify, bool IgnoreCache)
 {
     const Call call(*this, "GetIntValue");
-    return Read({Verify, IgnoreCache});
+    const ReadOptions options{Verify, IgnoreCache};
+    if (Verify && ReadEntry(options) == nullptr)
+        RaiseUnknown();
+    return Verify ? m_value : Read(options);
 }
 
 IEnumEntry* EnumerationNode::GetEntryByName(const gcstring& Symbolic)
 {
     const Call call(*this, "GetEntryByName");
-    return EntryNamed(Symbolic);
+    return EntryNamed({Symbolic.c_str(), Symbolic.size()});
 }
 
 IEnumEntry* EnumerationNode::GetEntry(const int64_t IntValue)
@@ -129,7 +137,16 @@ IEnumEntry* EnumerationNode::GetEntry(const int64_t IntValue)
 IEnumEntry* EnumerationNode::GetCurrentEntry(bool Verify, bool IgnoreCache)
 {
     const Call call(*this, "GetCurrentEntry");
-    return EntryOf(Read({Verify, IgnoreCache}));
+    IEnumEntry* const entry = ReadEntry({Verify, IgnoreCache});
+    if (entry == nullptr && Verify)
+        RaiseUnknown();
+    return entry;
+}
+
+void EnumerationNode::RaiseUnknown() const
+{
+    throw KXNODE_ERROR(OutOfRangeException)("The device holds %lld, which no entry stands for",
+                                            static_cast<long long>(m_value));
 }
 
 int64_t EnumerationNode::ReadInteger(ReadOptions options)
@@ -162,54 +179,55 @@ int64_t EnumerationNode::Read(ReadOptions options)
         if (m_clearsItself)
             Map().CountUncachedRead(); // so that nobody keeps it
     });
-    if (options.verify && EntryOf(m_value) == nullptr) {
-        throw KXNODE_ERROR(OutOfRangeException)("The device holds %lld, which no entry stands for",
-                                                static_cast<long long>(m_value));
-    }
     return m_value;
+}
+
+EnumEntryNode* EnumerationNode::ReadEntry(ReadOptions options)
+{
+    EnumEntryNode* const entry = EntryOf(Read(options));
+    if (options.verify && entry != nullptr && !IsAvailable(entry->AccessMode()))
+        throw KXNODE_ERROR(AccessException)("The entry '%s' is not available", entry->Symbolic().c_str());
+    return entry;
+}
+
+int64_t EnumerationNode::EntryInteger(std::string_view symbolic)
+{
+    const EnumEntryNode* const entry = EntryNamed(symbolic);
+    return entry != nullptr ? entry->Value() : Node::EntryInteger(symbolic);
+}
+
+void EnumerationNode::Choose(const EnumEntryNode& entry, bool verify, Change& change)
+{
+    const Level level(*this);
+    RequireWritable(verify);
+    const EAccessMode mode = entry.AccessMode();
+    if (!IsImplemented(mode))
+        throw KXNODE_ERROR(AccessException)("The entry '%s' is not implemented", entry.Symbolic().c_str());
+    if (verify && !IsAvailable(mode))
+        throw KXNODE_ERROR(AccessException)("The entry '%s' is not writable.", entry.Symbolic().c_str());
+    m_slots.Write(entry.Value(), verify, change);
+    m_clearsItself = entry.ClearsItself();
 }
 
 void EnumerationNode::WriteInteger(int64_t value, bool verify, Change& change)
 {
-    const Level level(*this);
-    RequireWritable(verify);
-    const EnumEntryNode* const entry = EntryOf(value);
-    if (entry == nullptr) {
-        throw KXNODE_ERROR(InvalidArgumentException)("There is no entry for the value %lld",
-                                                     static_cast<long long>(value));
-    }
-    if (verify && !IsAvailable(entry->AccessMode())) {
-        throw KXNODE_ERROR(AccessException)("The entry '%s' is not writable.", entry->Symbolic().c_str());
-    }
-    m_slots.Write(value, verify, change);
-    m_clearsItself = entry->ClearsItself();
+    WriteReal(static_cast<double>(value), verify, change);
 }
 
 void EnumerationNode::WriteReal(double value, bool verify, Change& change)
 {
-    WriteInteger(RoundToInteger(*this, value), verify, change);
-}
-
-int64_t EnumerationNode::IntegerMin()
-{
-    int64_t min = 0;
-    bool any = false;
+    const EnumEntryNode* nearest = nullptr;
+    double distance = 0;
     for (const EnumEntryNode* const entry : Entries()) {
-        min = any ? std::min(min, entry->Value()) : entry->Value();
-        any = true;
+        const double its = std::fabs(entry->Number() - value);
+        if (IsAvailable(entry->AccessMode()) && (nearest == nullptr || its < distance)) {
+            nearest = entry;
+            distance = its;
+        }
     }
-    return min;
-}
-
-int64_t EnumerationNode::IntegerMax()
-{
-    int64_t max = 0;
-    bool any = false;
-    for (const EnumEntryNode* const entry : Entries()) {
-        max = any ? std::max(max, entry->Value()) : entry->Value();
-        any = true;
-    }
-    return max;
+    if (nearest == nullptr)
+        throw KXNODE_ERROR(AccessException)("Node is not writable.");
+    Choose(*nearest, verify, change);
 }
 
 EAccessMode EnumerationNode::OwnAccessMode() const
@@ -241,17 +259,16 @@ const std::vector<EnumEntryNode*>& EnumerationNode::Entries() const
 
 EnumEntryNode* EnumerationNode::EntryOf(int64_t value) const
 {
-    for (EnumEntryNode* const entry : Entries()) {
-        if (entry->Value() == value)
-            return entry;
-    }
-    return nullptr;
+    const std::vector<EnumEntryNode*>& entries = Entries();
+    const auto found = std::find_if(entries.rbegin(), entries.rend(),
+                                    [&](const EnumEntryNode* entry) { return entry->Value() == value; });
+    return found != entries.rend() ? *found : nullptr;
 }
 
-EnumEntryNode* EnumerationNode::EntryNamed(const gcstring& symbolic) const
+EnumEntryNode* EnumerationNode::EntryNamed(std::string_view symbolic) const
 {
     for (EnumEntryNode* const entry : Entries()) {
-        if (entry->Symbolic() == symbolic)
+        if (std::string_view(entry->Symbolic().c_str(), entry->Symbolic().size()) == symbolic)
             return entry;
     }
     return nullptr;

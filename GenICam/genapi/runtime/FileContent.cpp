@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runtime/FileContent.h"
 
+#include "description/Limits.h"
+
 #include <Base/GCUtilities.h>
+
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -10,9 +14,6 @@
 
 namespace KxGenApi
 {
-
-// Real files have up to some MB; this is what a device could send at most before something is wrong.
-constexpr size_t kMaxFileSize = size_t{256} << 20;
 
 std::string ReadFile(const GenICam::gcstring& fileName)
 {
@@ -24,12 +25,21 @@ std::string ReadFile(const GenICam::gcstring& fileName)
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)
         throw RUNTIME_EXCEPTION("%s: could not be opened: %s", path.c_str(), std::strerror(errno));
+    struct stat facts
+    {};
     std::string content;
+    if (fstat(fileno(file.get()), &facts) == 0 && S_ISREG(facts.st_mode)) {
+        // A file that is too large is refused unread.
+        if (static_cast<uint64_t>(facts.st_size) > kMaxContentBytes)
+            throw RUNTIME_EXCEPTION("%s: has %lld bytes, more than %zu", path.c_str(),
+                                    static_cast<long long>(facts.st_size), kMaxContentBytes);
+        content.reserve(static_cast<size_t>(facts.st_size));
+    }
     std::unique_ptr<char[]> chunk(new char[1 << 16]);
     for (size_t n = 0; (n = std::fread(chunk.get(), 1, 1 << 16, file.get())) > 0;) {
         content.append(chunk.get(), n);
-        if (content.size() > kMaxFileSize)
-            throw RUNTIME_EXCEPTION("%s: has more than %zu bytes", path.c_str(), kMaxFileSize);
+        if (content.size() > kMaxContentBytes)
+            throw RUNTIME_EXCEPTION("%s: has more than %zu bytes", path.c_str(), kMaxContentBytes);
     }
     if (std::ferror(file.get()) != 0)
         throw RUNTIME_EXCEPTION("%s: could not be read: %s", path.c_str(), std::strerror(errno));

@@ -64,14 +64,14 @@ double FloatBase::GetMin()
 {
     const Call call(*this, "GetMin");
     RequireAvailable();
-    return std::max(RealMin(), m_imposedMin);
+    return RealMin();
 }
 
 double FloatBase::GetMax()
 {
     const Call call(*this, "GetMax");
     RequireAvailable();
-    return std::min(RealMax(), m_imposedMax);
+    return RealMax();
 }
 
 bool FloatBase::HasInc()
@@ -98,8 +98,8 @@ double_autovector_t FloatBase::GetListOfValidValues(bool bounded)
     const Call call(*this, "GetListOfValidValues");
     double_autovector_t values = ValidReals(*this);
     if (bounded && !values.empty()) {
-        const double min = std::max(RealMin(), m_imposedMin);
-        const double max = std::min(RealMax(), m_imposedMax);
+        const double min = RealMin();
+        const double max = RealMax();
         values.erase(
             std::remove_if(values.begin(), values.end(), [&](double v) { return v < min || v > max; }),
             values.end());
@@ -121,19 +121,19 @@ gcstring FloatBase::GetUnit() const
 
 EDisplayNotation FloatBase::GetDisplayNotation() const
 {
-    const Property* const property = Find(Prop::DisplayNotation);
-    return property != nullptr ? static_cast<EDisplayNotation>(property->integer) : fnAutomatic;
+    const Call call(*this, "GetDisplayNotation");
+    return DisplayNotation();
 }
 
 int64_t FloatBase::GetDisplayPrecision() const
 {
-    const Property* const property = Find(Prop::DisplayPrecision);
-    return property != nullptr ? property->integer : 6;
+    const Call call(*this, "GetDisplayPrecision");
+    return DisplayPrecision();
 }
 
-IInteger* FloatBase::GetIntAlias() { return dynamic_cast<IInteger*>(GetAlias()); }
+IInteger* FloatBase::GetIntAlias() { return dynamic_cast<IInteger*>(GetCastAlias()); }
 
-IEnumeration* FloatBase::GetEnumAlias() { return dynamic_cast<IEnumeration*>(GetAlias()); }
+IEnumeration* FloatBase::GetEnumAlias() { return dynamic_cast<IEnumeration*>(GetCastAlias()); }
 
 void FloatBase::ImposeMin(double Value)
 {
@@ -177,13 +177,13 @@ void FloatBase::WriteReal(double value, bool verify, Change& change)
 double FloatBase::RealMin()
 {
     const Level level(*this);
-    return Lowest();
+    return std::max(Lowest(), m_imposedMin);
 }
 
 double FloatBase::RealMax()
 {
     const Level level(*this);
-    return Highest();
+    return std::min(Highest(), m_imposedMax);
 }
 
 int64_t FloatBase::IntegerMin() { return RoundToInteger(*this, RealMin()); }
@@ -205,25 +205,31 @@ EIncMode FloatBase::IncMode()
 /// it moves inwards by half a unit of the last digit behind the point.
 std::string FloatBase::BoundedText(double value)
 {
-    const EDisplayNotation notation = GetDisplayNotation();
-    const int64_t precision = GetDisplayPrecision();
+    const EDisplayNotation notation = DisplayNotation();
+    const int64_t precision = DisplayPrecision();
     std::string text = RealToText(value, notation, precision);
     const std::optional<double> shown = TextToReal(text);
     if (!shown)
         return text;
     const double half = UnitOfLastDigit(text) / 2;
-    if (*shown > RealMax())
+    if (*shown > Highest())
         return RealToText(value - half, notation, precision);
-    return *shown < RealMin() ? RealToText(value + half, notation, precision) : text;
+    return *shown < Lowest() ? RealToText(value + half, notation, precision) : text;
+}
+
+void FloatBase::KeepWritten(double value)
+{
+    m_value = value;
+    m_valueKnown = CachingMode() == WriteThrough;
 }
 
 void FloatBase::CheckLimits(double value)
 {
-    const double min = RealMin(); // NaN is neither below nor above, and passes
+    const double min = Lowest(); // NaN is neither below nor above, and passes
     if (value < min)
         throw KXNODE_ERROR(OutOfRangeException)("Value = %f must be equal or greater than Min = %f", value,
                                                 min);
-    const double max = RealMax();
+    const double max = Highest();
     if (value > max)
         throw KXNODE_ERROR(OutOfRangeException)("Value = %f must be equal or smaller than Max = %f", value,
                                                 max);

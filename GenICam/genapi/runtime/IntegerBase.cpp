@@ -63,14 +63,14 @@ int64_t IntegerBase::GetMin()
 {
     const Call call(*this, "GetMin");
     RequireAvailable();
-    return std::max(IntegerMin(), m_imposedMin);
+    return IntegerMin();
 }
 
 int64_t IntegerBase::GetMax()
 {
     const Call call(*this, "GetMax");
     RequireAvailable();
-    return std::min(IntegerMax(), m_imposedMax);
+    return IntegerMax();
 }
 
 EIncMode IntegerBase::GetIncMode()
@@ -91,8 +91,8 @@ int64_autovector_t IntegerBase::GetListOfValidValues(bool bounded)
     const Call call(*this, "GetListOfValidValues");
     int64_autovector_t values = ValidIntegers(*this);
     if (bounded && !values.empty()) {
-        const int64_t min = std::max(IntegerMin(), m_imposedMin);
-        const int64_t max = std::min(IntegerMax(), m_imposedMax);
+        const int64_t min = IntegerMin();
+        const int64_t max = IntegerMax();
         values.erase(
             std::remove_if(values.begin(), values.end(), [&](int64_t v) { return v < min || v > max; }),
             values.end());
@@ -112,7 +112,7 @@ gcstring IntegerBase::GetUnit() const
     return Unit();
 }
 
-IFloat* IntegerBase::GetFloatAlias() { return dynamic_cast<IFloat*>(GetAlias()); }
+IFloat* IntegerBase::GetFloatAlias() { return dynamic_cast<IFloat*>(GetCastAlias()); }
 
 void IntegerBase::ImposeMin(int64_t Value)
 {
@@ -165,13 +165,13 @@ void IntegerBase::WriteReal(double value, bool verify, Change& change)
 int64_t IntegerBase::IntegerMin()
 {
     const Level level(*this);
-    return Lowest();
+    return std::max(Lowest(), m_imposedMin);
 }
 
 int64_t IntegerBase::IntegerMax()
 {
     const Level level(*this);
-    return Highest();
+    return std::min(Highest(), m_imposedMax);
 }
 
 EIncMode IntegerBase::IncMode()
@@ -179,14 +179,15 @@ EIncMode IntegerBase::IncMode()
     return Find(Prop::ValidValueSet) != nullptr ? listIncrement : fixedIncrement;
 }
 
+// What was imposed on this node binds those who show it, not its own users.
 void IntegerBase::CheckLimits(int64_t value)
 {
-    const int64_t min = IntegerMin();
+    const int64_t min = Lowest();
     if (value < min) {
         throw KXNODE_ERROR(OutOfRangeException)("Value = %lld must be equal or greater than Min = %lld",
                                                 static_cast<long long>(value), static_cast<long long>(min));
     }
-    const int64_t max = IntegerMax();
+    const int64_t max = Highest();
     if (value > max) {
         throw KXNODE_ERROR(OutOfRangeException)("Value = %lld must be equal or smaller than Max = %lld",
                                                 static_cast<long long>(value), static_cast<long long>(max));

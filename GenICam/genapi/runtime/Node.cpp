@@ -4,9 +4,12 @@
 #include "runtime/Callbacks.h"
 #include "runtime/Change.h"
 #include "runtime/NodeMap.h"
+#include "runtime/PropertyTexts.h"
 #include "runtime/Relations.h"
 
 #include <Base/GCException.h>
+
+#include <cxxabi.h>
 
 #include <algorithm>
 
@@ -142,13 +145,17 @@ INode* Node::GetCastAlias() const
 void Node::GetPropertyNames(GenICam::gcstring_vector& PropertyNames) const
 {
     PropertyNames.clear();
-    for (const gcstring& name : PropertyNamesOf(Described(), m_index))
-        PropertyNames.push_back(name);
+    for (const std::string& name : PropertyNamesOf(*this))
+        PropertyNames.push_back(gcstring(name.data(), name.size()));
 }
 
 bool Node::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gcstring& AttributeStr)
 {
-    return PropertyOf(Described(), m_index, PropertyName, ValueStr, AttributeStr);
+    PropertyText text;
+    const bool found = FindPropertyText(*this, std::string(PropertyName.c_str(), PropertyName.size()), text);
+    ValueStr = gcstring(text.value.data(), text.value.size());
+    AttributeStr = gcstring(text.attribute.data(), text.attribute.size());
+    return found;
 }
 
 // ------------------------------------------------------------------------------------------------ relations
@@ -221,16 +228,22 @@ EAccessMode Node::AccessMode() const
 EAccessMode Node::ComputeAccessMode() const
 {
     EAccessMode mode = RW;
-    if (m_isImplemented && !IsFlagSet(m_isImplemented, mode))
+    if (m_isImplemented && !IsFlagSet(m_isImplemented, mode, true))
         return NI;
-    if (m_isAvailable && IsAvailable(mode) && !IsFlagSet(m_isAvailable, mode))
+    if (m_isAvailable && IsAvailable(mode) && !IsFlagSet(m_isAvailable, mode, true))
         mode = NA;
-    if (m_isLocked && IsAvailable(mode) && IsFlagSet(m_isLocked, mode))
+    if (m_isLocked && IsAvailable(mode) && IsFlagSet(m_isLocked, mode, false))
         mode = Combine(mode, RO);
     return Combine(Combine(mode, OwnAccessMode()), ImposedAccessMode());
 }
 
-bool Node::IsFlagSet(const Link& flag, EAccessMode& mode) const
+bool Node::IsMissing() const
+{
+    EAccessMode mode = RW;
+    return m_isImplemented && !IsFlagSet(m_isImplemented, mode, true);
+}
+
+bool Node::IsFlagSet(const Link& flag, EAccessMode& mode, bool otherwise) const
 {
     Node& target = flag.Target(*this);
     const EAccessMode ofFlag = target.AccessMode();
@@ -238,7 +251,15 @@ bool Node::IsFlagSet(const Link& flag, EAccessMode& mode) const
         mode = Combine(NA, ofFlag); // what can't be told isn't there
         return true;
     }
-    return target.ReadInteger(ReadOptions()) != 0;
+    // Whoever only asks what can be done with a node gets an answer, whatever a formula or the device does.
+    try {
+        return target.ReadFlag();
+    } catch (const abi::__forced_unwind&) {
+        throw; // the thread is being cancelled
+    } catch (...) {
+        m_map.CountUncachedRead(); // the next question may have a better answer
+        return otherwise;
+    }
 }
 
 void Node::ImposeAccessMode(EAccessMode ImposedAccessMode)
@@ -266,8 +287,15 @@ void Node::RequireReadable() const
 void Node::RequireWritable(bool verify) const
 {
     const EAccessMode mode = AccessMode();
-    if (verify ? !IsWritable(mode) : mode == NI)
+    if (verify ? !IsWritable(mode) : mode == NI || RefusesWrites())
         throw KXNODE_ERROR(AccessException)("Node is not writable.");
+}
+
+bool Node::RefusesWrites() const
+{
+    const Level level(*this);
+    const EAccessMode imposed = ImposedAccessMode();
+    return imposed == NI || imposed == RO || OwnRefusesWrites();
 }
 
 void Node::RequireAvailable() const
@@ -361,20 +389,37 @@ bool Node::IsValueKnown() const
     return m_valueKnown;
 }
 
+const Property* Node::FindAlongOrigins(Prop id) const
+{
+    const Node* node = this;
+    const Property* property = node->Find(id);
+    while (property == nullptr && (node = node->Origin()) != nullptr)
+        property = node->Find(id);
+    return property;
+}
+
 ERepresentation Node::Representation() const
 {
-    if (const Property* const property = Find(Prop::Representation))
-        return static_cast<ERepresentation>(property->integer);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Representation() : PureNumber;
+    const Property* const property = FindAlongOrigins(Prop::Representation);
+    return property != nullptr ? static_cast<ERepresentation>(property->integer) : PureNumber;
 }
 
 gcstring Node::Unit() const
 {
-    if (Find(Prop::Unit) != nullptr)
-        return TextOf(Prop::Unit);
-    const Node* const origin = Origin();
-    return origin != nullptr ? origin->Unit() : gcstring();
+    const Property* const property = FindAlongOrigins(Prop::Unit);
+    return property != nullptr ? gcstring(property->text.data(), property->text.size()) : gcstring();
+}
+
+EDisplayNotation Node::DisplayNotation() const
+{
+    const Property* const property = FindAlongOrigins(Prop::DisplayNotation);
+    return property != nullptr ? static_cast<EDisplayNotation>(property->integer) : fnAutomatic;
+}
+
+int64_t Node::DisplayPrecision() const
+{
+    const Property* const property = FindAlongOrigins(Prop::DisplayPrecision);
+    return property != nullptr ? property->integer : 6;
 }
 
 std::string Node::EntryText() const { return m_map.EntryText(); }
@@ -387,6 +432,13 @@ void Node::RaiseNoNumber() const
 void Node::RaiseNoText() const
 {
     throw KXNODE_ERROR(LogicalErrorException)("The node is used as a text, which it is not");
+}
+
+int64_t Node::EntryInteger(std::string_view symbolic)
+{
+    throw KXNODE_ERROR(RuntimeException)("The node is no enumeration and has no entry '%.*s'",
+                                         static_cast<int>(std::min<size_t>(symbolic.size(), 80)),
+                                         symbolic.data());
 }
 
 int64_t Node::ReadInteger(ReadOptions) { RaiseNoNumber(); }

@@ -116,15 +116,21 @@ public:
     /// Whether the polling time counts at present.
     virtual bool IsPollingActive() { return true; }
     void RequireReadable() const;
+    /// @param verify false asks for less: not even then is written what is read-only for ever or not there.
     void RequireWritable(bool verify) const;
+    /// Whether the description or an imposed access mode rules out every write, whatever the flags say.
+    bool RefusesWrites() const;
     void RequireAvailable() const;
 
     // for other nodes: this node as a number; the defaults raise that it is none
     virtual bool IsReal() const { return false; }
     virtual int64_t ReadInteger(ReadOptions options);
     virtual double ReadReal(ReadOptions options);
-    /// The integer behind an enumeration, whatever number its entry stands for.
-    virtual int64_t ReadEnumInteger(ReadOptions options) { return ReadInteger(options); }
+    /// Whether the node counts as true where it is the flag of another one: what the device holds, be it
+    /// known as a value of this node or not.
+    virtual bool ReadFlag() { return ReadInteger(ReadOptions()) != 0; }
+    /// The integer of that entry, if the node is an enumeration.
+    virtual int64_t EntryInteger(std::string_view symbolic);
     virtual void WriteInteger(int64_t value, bool verify, Change& change);
     virtual void WriteReal(double value, bool verify, Change& change);
     virtual int64_t IntegerMin();
@@ -138,6 +144,8 @@ public:
     /// As the description says, or else as the node does that this one shows.
     ERepresentation Representation() const;
     gcstring Unit() const;
+    EDisplayNotation DisplayNotation() const;
+    int64_t DisplayPrecision() const;
 
     // for other nodes: this node as a text; the defaults raise that it is none
     virtual gcstring ReadText(ReadOptions options);
@@ -152,9 +160,13 @@ public:
 protected:
     /// The access mode from all that limits it.
     virtual EAccessMode ComputeAccessMode() const;
+    /// Whether the node's own flag says that it isn't there.
+    bool IsMissing() const;
     /// Access mode that the kind of node has before flags and imposed modes limit it.
     virtual EAccessMode OwnAccessMode() const { return RO; }
     virtual ECachingMode OwnCachingMode() const { return WriteThrough; }
+    /// RefusesWrites without what is imposed on the node.
+    virtual bool OwnRefusesWrites() const { return false; }
 
     [[noreturn]] void RaiseNoNumber() const;
     [[noreturn]] void RaiseNoText() const;
@@ -178,8 +190,11 @@ protected:
     bool m_valueKnown = false; // the decoded value that a derived class holds is valid
 
 private:
-    /// Whether the flag is other than 0; a flag that can't be read sets the mode to NA.
-    bool IsFlagSet(const Link& flag, EAccessMode& mode) const;
+    /// Whether the flag is other than 0; a flag that is unreadable sets the mode to NA, one whose value can't
+    /// be had counts as `otherwise`.
+    bool IsFlagSet(const Link& flag, EAccessMode& mode, bool otherwise) const;
+    /// This node or the one it shows that gives the element, null if none does.
+    const Property* FindAlongOrigins(Prop id) const;
 
     NodeMap& m_map;
     const NodeIndex m_index;

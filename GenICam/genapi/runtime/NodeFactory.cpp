@@ -33,7 +33,7 @@ struct Row
 
 // clang-format off
 constexpr Row kRows[] = {
-    {NodeType::Node, Make<Node>},
+    {NodeType::Node, Make<PlainNode>},
     {NodeType::Category, Make<CategoryNode>},
     {NodeType::Integer, Make<IntegerNode>},
     {NodeType::IntReg, Make<IntRegNode>},

@@ -6,6 +6,7 @@
 
 #include <Base/GCException.h>
 #include <GenApi/GenApiVersion.h>
+#include <GenApi/IBoolean.h>
 #include <GenApi/IFloat.h>
 #include <GenApi/IInteger.h>
 #include <GenApi/IPortConstruct.h>
@@ -21,10 +22,10 @@ namespace
 
 gcstring Text(const std::string& text) { return gcstring(text.data(), text.size()); }
 
-bool Refuse(GenICam::gcstring_vector* errors, const char* why)
+bool Refuse(GenICam::gcstring_vector* errors, const gcstring& name, const char* why)
 {
     if (errors != nullptr)
-        errors->push_back(why);
+        errors->push_back("Error while writing node '" + name + "': " + why);
     return false;
 }
 
@@ -143,10 +144,11 @@ void NodeMap::Poll(int64_t ElapsedTime)
         }
         // saturated, for intervals may be as long as int64 goes
         polled.elapsed = std::min(ElapsedTime, INT64_MAX - polled.elapsed) + polled.elapsed;
-        if (polled.elapsed < polled.interval || IsPollingBlocked(polled.node))
+        if (polled.elapsed < polled.interval)
             continue;
         polled.elapsed = 0;
-        change.Invalidate(polled.node);
+        if (!IsPollingBlocked(polled.node))
+            change.Invalidate(polled.node);
     }
     change.Finish();
 }
@@ -208,15 +210,16 @@ bool NodeMap::WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcst
         try {
             value->FromString(entry.second);
         } catch (const GenICam::InvalidArgumentException&) {
-            if (dynamic_cast<IInteger*>(value) == nullptr && dynamic_cast<IFloat*>(value) == nullptr)
-                return true;
+            if (dynamic_cast<IInteger*>(value) == nullptr && dynamic_cast<IFloat*>(value) == nullptr &&
+                dynamic_cast<IBoolean*>(value) == nullptr)
+                throw;
             value->FromString("0"); // a text that is no number counts as 0
         }
         return true;
     } catch (const GenICam::GenericException& error) {
-        return Refuse(errors, error.GetDescription());
+        return Refuse(errors, entry.first, error.what());
     } catch (const std::exception& error) { // ports may throw what they like; the rest of the list goes on
-        return Refuse(errors, error.what());
+        return Refuse(errors, entry.first, error.what());
     }
 }
 

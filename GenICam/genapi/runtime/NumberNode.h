@@ -118,6 +118,10 @@ protected:
 
     ECachingMode OwnCachingMode() const override { return WriteAround; }
 
+    /// Keeps a value that the device has just been given; call it when all that was written is known to the
+    /// change.
+    void KeepWritten(double value);
+
 private:
     void CheckLimits(double value);
     std::string BoundedText(double value);

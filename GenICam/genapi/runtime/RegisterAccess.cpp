@@ -107,9 +107,8 @@ EAccessMode RegisterAccess::AccessMode() const
 
 ECachingMode RegisterAccess::CachingMode() const
 {
-    ECachingMode mode = m_defaultCaching;
-    if (m_cachable != nullptr)
-        mode = Combine(mode, static_cast<ECachingMode>(m_cachable->integer));
+    ECachingMode mode =
+        m_cachable != nullptr ? static_cast<ECachingMode>(m_cachable->integer) : m_defaultCaching;
     const auto isUncached = [&](const NumberLink& link) {
         return link.IsReference() && link.Target(m_owner).CachingMode() == NoCache;
     };
@@ -150,10 +149,6 @@ const std::vector<uint8_t>& RegisterAccess::Read(int64_t count, ReadOptions opti
 
 void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
 {
-    if (!IsWritable(m_accessMode)) {
-        throw ACCESS_EXCEPTION_NODE(m_owner.Map().EntryText().c_str(),
-                                    m_owner.NameText())("Node is not writable.");
-    }
     const int64_t length = CheckedLength();
     const int64_t address = Address();
     RegisterCache& cache = Port().Cache();

@@ -30,14 +30,15 @@ public:
     EAccessMode AccessMode() const;
     ECachingMode CachingMode() const;
     bool IsBigEndian() const;
+    /// Whether the description says that it is read-only.
+    bool RefusesWrites() const { return !IsWritable(m_accessMode); }
 
     /// All bytes; valid until the next call for any register of this port.
     const std::vector<uint8_t>& Read(ReadOptions options) { return Read(CheckedLength(), options); }
     /// At least the first `count` bytes, which are not more than the register has. The device is asked for no
     /// more than these, and a part is not kept.
     const std::vector<uint8_t>& Read(int64_t count, ReadOptions options);
-    /// Writes the first bytes, at most all; AccessException if the register itself is read-only, verified or
-    /// not.
+    /// Writes the first bytes, at most all.
     void Write(std::vector<uint8_t> bytes, Change& change);
     /// Forgets the shared bytes.
     void Forget();

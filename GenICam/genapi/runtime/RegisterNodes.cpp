@@ -223,7 +223,7 @@ void FloatRegNode::Store(double value, bool, Change& change)
         std::memcpy(&bits, &value, sizeof bits);
     }
     m_register.Write(Split(bits, static_cast<size_t>(length), m_register.IsBigEndian()), change);
-    m_valueKnown = false;
+    KeepWritten(value); // not what the narrower register makes of it
 }
 
 } // namespace KxGenApi

@@ -38,6 +38,7 @@ public:
 protected:
     EAccessMode OwnAccessMode() const override { return m_register.AccessMode(); }
     ECachingMode OwnCachingMode() const override { return m_register.CachingMode(); }
+    bool OwnRefusesWrites() const override { return m_register.RefusesWrites(); }
 
     /// Bytes that a user gave, written at the beginning of the register.
     void WriteBytes(std::vector<uint8_t> bytes, bool verify, Change& change);

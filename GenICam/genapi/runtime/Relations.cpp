@@ -10,8 +10,6 @@ namespace KxGenApi
 namespace
 {
 
-using GenICam::gcstring;
-
 /// What an element that names a node means for the relations.
 enum Role : unsigned
 {
@@ -40,7 +38,7 @@ constexpr ElementFacts kElements[] = {
     {Prop::pIsImplemented, "pIsImplemented", kReads | kShows},
     {Prop::pIsAvailable, "pIsAvailable", kReads | kShows},
     {Prop::pIsLocked, "pIsLocked", kReads | kShows},
-    {Prop::pBlockPolling, "pBlockPolling", 0},
+    {Prop::pBlockPolling, "pBlockPolling", kReads},
     {Prop::ImposedAccessMode, "ImposedAccessMode", 0},
     {Prop::ImposedVisibility, "ImposedVisibility", 0},
     {Prop::pError, "pError", 0},
@@ -74,7 +72,7 @@ constexpr ElementFacts kElements[] = {
     {Prop::Length, "Length", 0},
     {Prop::pLength, "pLength", kReads | kShows},
     {Prop::AccessMode, "AccessMode", 0},
-    {Prop::pPort, "pPort", kReads | kWrites},
+    {Prop::pPort, "pPort", kReads},
     {Prop::Cachable, "Cachable", 0},
     {Prop::pInvalidator, "pInvalidator", kInvalidates},
     {Prop::Sign, "Sign", 0},
@@ -201,7 +199,7 @@ std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex no
         AddReferences(description, node, kWrites, set);
         break;
     case GenApi::ctInvalidatingChildren:
-        AddReferences(description, node, kInvalidates, set);
+        AddReferences(description, node, kReads | kInvalidates, set);
         break;
     case GenApi::ctDependingNodes:
     case GenApi::ctTerminalNodes:
@@ -219,10 +217,7 @@ std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex no
         return set.Take();
 
     AddReferences(description, node, kWrites, set);
-    Close(set, [&](NodeIndex from) {
-        if (description.Node(from).type != NodeType::Port)
-            AddReferences(description, from, kWrites, set);
-    });
+    Close(set, [&](NodeIndex from) { AddReferences(description, from, kWrites, set); });
     std::vector<NodeIndex> terminals;
     for (size_t i = 0; i < set.Size(); ++i) {
         if (description.Find(set[i], Prop::pPort) != nullptr ||
@@ -260,58 +255,6 @@ std::vector<NodeIndex> SelectingNodes(const Description& description, NodeIndex 
         AddReferences(description, from, kShows, below);
     });
     return selectors.Take();
-}
-
-std::vector<gcstring> PropertyNamesOf(const Description& description, NodeIndex node)
-{
-    std::vector<gcstring> names{"Name", "NameSpace"};
-    for (const Property& property : description.Properties(node)) {
-        const gcstring name = property.id == Prop::Other
-                                  ? gcstring(property.attribute.data(), property.attribute.size())
-                                  : gcstring(NameOf(property.id));
-        if (std::find(names.begin(), names.end(), name) == names.end())
-            names.push_back(name);
-    }
-    return names;
-}
-
-bool PropertyOf(const Description& description, NodeIndex node, const gcstring& name, gcstring& value,
-                gcstring& attribute)
-{
-    const NodeData& data = description.Node(node);
-    if (name == "Name") {
-        value = gcstring(data.name.data(), data.name.size());
-        attribute = gcstring();
-        return true;
-    }
-    if (name == "NameSpace") {
-        value = data.nameSpace == GenApi::Standard ? "Standard" : "Custom";
-        attribute = gcstring();
-        return true;
-    }
-    std::string values;
-    std::string attributes;
-    bool found = false;
-    for (const Property& property : description.Properties(node)) {
-        const bool other = property.id == Prop::Other;
-        const std::string_view wanted(name.c_str(), name.size());
-        if (other ? property.attribute != wanted : NameOf(property.id) != wanted)
-            continue;
-        if (found) {
-            values += '\t';
-            attributes += '\t';
-        }
-        values += property.text;
-        if (!other)
-            attributes += property.attribute;
-        found = true;
-    }
-    if (found) {
-        value = gcstring(values.data(), values.size());
-        const bool any = attributes.find_first_not_of('\t') != std::string::npos;
-        attribute = any ? gcstring(attributes.data(), attributes.size()) : gcstring();
-    }
-    return found;
 }
 
 } // namespace KxGenApi

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// How nodes of a description are related, and their properties by name. These answers need no values.
+// How nodes of a description are related. These answers need no values.
 #pragma once
 
 #include "description/Description.h"
 
-#include <Base/GCString.h>
 #include <GenApi/Types.h>
 
 #include <vector>
@@ -21,13 +20,6 @@ std::vector<NodeIndex> SelectedNodes(const Description& description, NodeIndex n
 
 /// The selectors of a node, direct and indirect ones.
 std::vector<NodeIndex> SelectingNodes(const Description& description, NodeIndex node);
-
-/// Names of the elements that the description gives for a node, each once.
-std::vector<GenICam::gcstring> PropertyNamesOf(const Description& description, NodeIndex node);
-
-/// The elements of that name: texts and attributes, several separated by tabulators. False if there are none.
-bool PropertyOf(const Description& description, NodeIndex node, const GenICam::gcstring& name,
-                GenICam::gcstring& value, GenICam::gcstring& attribute);
 
 /// Name of an element.
 const char* NameOf(Prop id);

@@ -78,7 +78,8 @@ StringNode::StringNode(NodeMap& map, NodeIndex index)
 int64_t StringNode::MaxTextLength()
 {
     const Level level(*this);
-    return m_target ? m_target.Target(*this).MaxTextLength() : std::numeric_limits<int64_t>::max();
+    constexpr int64_t kLongest = 1073741820; // of a text that the map itself holds
+    return m_target ? m_target.Target(*this).MaxTextLength() : kLongest;
 }
 
 EAccessMode StringNode::OwnAccessMode() const { return m_target ? m_target.Target(*this).AccessMode() : RW; }

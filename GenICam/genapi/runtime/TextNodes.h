@@ -53,6 +53,7 @@ public:
 protected:
     EAccessMode OwnAccessMode() const override;
     ECachingMode OwnCachingMode() const override;
+    bool OwnRefusesWrites() const override { return m_target && m_target.Target(*this).RefusesWrites(); }
     gcstring Fetch(ReadOptions options) override;
     void Store(const gcstring& text, bool verify, Change& change) override;
 
@@ -75,6 +76,22 @@ public:
 protected:
     gcstring Fetch(ReadOptions options) override;
     void Store(const gcstring& text, bool verify, Change& change) override;
+};
+
+/// Node: has all that nodes have, and nothing else.
+class PlainNode final : public Node, public IValue
+{
+public:
+    using Node::Node;
+
+    EInterfaceType GetPrincipalInterfaceType() const override { return intfIValue; }
+    INode* GetNode() override { return this; }
+    gcstring ToString(bool = false, bool = false) override { return {}; }
+    void FromString(const gcstring&, bool = true) override {}
+    bool IsValueCacheValid() const override { return false; }
+
+protected:
+    EAccessMode OwnAccessMode() const override { return RW; }
 };
 
 /// A node whose value are bytes.

@@ -40,6 +40,7 @@ protected:
         return Combine(m_slots.AccessMode(), m_limits.AccessMode(*this));
     }
     ECachingMode OwnCachingMode() const override { return m_slots.CachingMode(); }
+    bool OwnRefusesWrites() const override { return m_slots.RefusesWrites(); }
     Number Lowest() override
     {
         return m_limits.min ? m_limits.min.template Get<Number>(*this) : m_slots.Min();

@@ -129,6 +129,15 @@ EAccessMode ValueSlots<Number>::AccessMode() const
 }
 
 template <typename Number>
+bool ValueSlots<Number>::RefusesWrites() const
+{
+    const Node* const target = Target();
+    return (target != nullptr && target->RefusesWrites()) ||
+           std::any_of(m_copies.begin(), m_copies.end(),
+                       [&](const NumberLink& copy) { return copy.Target(m_owner).RefusesWrites(); });
+}
+
+template <typename Number>
 ECachingMode ValueSlots<Number>::CachingMode() const
 {
     ECachingMode mode = NumberKind<Number>::kCaching;

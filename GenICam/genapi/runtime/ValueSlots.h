@@ -24,6 +24,8 @@ public:
     Number Min();
     Number Max();
     EAccessMode AccessMode() const;
+    /// Whether a node that is written refuses every write.
+    bool RefusesWrites() const;
     ECachingMode CachingMode() const;
 
     /// The node that gives the value at present, null if the node itself does.

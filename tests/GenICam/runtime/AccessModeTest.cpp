@@ -62,6 +62,61 @@ TEST(AccessMode, FlagsAndImposedModeLimitInTheirOrder)
     });
 }
 
+// Whoever asks what can be done with a node is never answered by an exception.
+TEST(AccessMode, FlagsWithoutAProperValueRaiseNothing)
+{
+    const std::string kinds = R"(
+        Category Root { pFeature Cat } Category Cat { pFeature Shown; pFeature Locked }
+        Integer Shown { pIsImplemented Flag; pIsAvailable Flag; Value 1 }
+        Integer Locked { pIsLocked Flag; Value 1 } IntReg R { at 0 4 RW; Cachable NoCache; Little } )";
+    const auto modes = [](TestMap& test) {
+        test.Int("Shown").GetMin();
+        test.Int("Locked").GetInc();
+        EXPECT_EQ(test.Get("Root").GetAccessMode(), RO);
+        return std::pair{test.Get("Shown").GetAccessMode(), test.Get("Locked").GetAccessMode()};
+    };
+    const auto unlocked = std::pair{RW, RW}, locked = std::pair{RW, RO};
+    TestMap enumeration(kinds + "Enumeration Flag { EnumEntry A { Value 2; NumericValue 0 } pValue R }");
+    enumeration.port.Put(0, {9});
+    EXPECT_EQ(modes(enumeration), locked) << "no entry, but not 0";
+    enumeration.port.Put(0, {2});
+    EXPECT_EQ(modes(enumeration), locked) << "the number of the entry plays no part";
+    TestMap boolean(kinds + "Boolean Flag { pValue R; OnValue 1; OffValue 2 }");
+    boolean.port.Put(0, {9});
+    EXPECT_EQ(modes(boolean), locked);
+    TestMap formula(kinds + "IntSwissKnife Flag { pVariable[Name=V] R; Formula 1/V }");
+    EXPECT_EQ(modes(formula), unlocked);
+    TestMap broken(kinds + "Integer Flag { pValue R }");
+    broken.port.onRead = [] { throw 5; };
+    EXPECT_EQ(modes(broken), unlocked);
+    broken.port.onRead = nullptr;
+    broken.port.Put(0, {1});
+    EXPECT_EQ(modes(broken), locked) << "an answer in want of a better one isn't kept";
+}
+
+TEST(AccessMode, UnverifiedWritesDoNotReachWhatIsReadOnlyForEver)
+{
+    TestMap test(R"(
+        IntReg Fixed { at 0 4 RO; Little } MaskedIntReg Part { at 0 4 RO; Bit 1; Little }
+        Integer Imposed { ImposedAccessMode RO; pValue R } Integer Over { pValue Imposed }
+        Boolean Flag { pValue Imposed } Enumeration Mode { EnumEntry A { Value 0 } pValue Imposed }
+        Float Real { pValue Imposed } Integer Own { ImposedAccessMode RO; Value 1 }
+        Integer Copies { pValue R; pValueCopy Fixed } StringReg Text { ImposedAccessMode RO; at 8 4 RW }
+        Integer Locked { pIsLocked One; pValue R } Integer Gone { pIsAvailable Zero; pValue R; Max 1 }
+        Integer One { Value 1 } Integer Zero { Value 0 } IntReg R { at 4 4 RW; Little })");
+    for (const char* name :
+         {"Fixed", "Part", "Imposed", "Over", "Flag", "Mode", "Real", "Own", "Copies", "Text"})
+        EXPECT_EQ(KindRaisedBy([&] { test.Value(name).FromString(*name == 'M' ? "A" : "1", false); }),
+                  "Access")
+            << name;
+    EXPECT_EQ(test.port.TakeAccesses(), "");
+    test.Int("Locked").SetValue(2, false);
+    test.Int("Gone").SetValue(3, false);
+    EXPECT_EQ(test.port.TakeAccesses(), "w4:4 w4:4");
+    test.Get("R").ImposeAccessMode(RO);
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("Locked").SetValue(4, false); }), "Access");
+}
+
 TEST(AccessMode, PassesUpwardsFromTheRegister)
 {
     const std::string ro = " IntReg R { at 0 4 RO; Little }", wo = " IntReg R { at 0 4 WO; Little }";
@@ -155,6 +210,13 @@ TEST(AccessMode, OfCategoriesAndEnumerationsFollowsTheirParts)
         {choice(ni, "").c_str(), "RW"},
         {choice(na, "").c_str(), "RW"},
     });
+    ExpectModes({
+        {category("pIsImplemented Zero; pFeature Wo").c_str(), "NI"},
+        {category("pIsAvailable Zero; pIsLocked Zero; pFeature Wo").c_str(), "RO"},
+    });
+    TestMap missing(category("pIsImplemented Zero; pFeature Wo") + " Category Root { pFeature X }");
+    EXPECT_EQ(missing.Get("Root").GetAccessMode(), NI);
+    EXPECT_EQ(missing.Get("Wo").GetAccessMode(), WO);
     TestMap empty("Category X { }");
     EXPECT_EQ(empty.Get("X").GetVisibility(), Invisible);
 }
@@ -224,6 +286,26 @@ TEST(AccessMode, ImposedLimitsAreShownButNotEnforced)
     EXPECT_EQ(limits(f), std::pair(2.5, 7.5));
     f.SetValue(9);
     EXPECT_EQ(f.GetValue(), 9);
+}
+
+TEST(AccessMode, ImposedLimitsBindTheNodesAbove)
+{
+    TestMap test(R"(
+        Integer Top { pValue Mid } Integer OwnMax { pValue Mid; Max 90 } Float Real { pValue Mid }
+        Integer Mid { Value 0; Min 0; Max 100 }
+        Integer Rounded { pValue FMid } Float FMid { Value 0; Min 0; Max 10 })");
+    test.Int("Mid").ImposeMin(3);
+    test.Int("Mid").ImposeMax(20);
+    test.Flt("FMid").ImposeMax(2.5);
+    EXPECT_EQ(test.Int("Top").GetMin(), 3);
+    EXPECT_EQ(test.Int("Top").GetMax(), 20);
+    EXPECT_EQ(test.Int("OwnMax").GetMax(), 90);
+    EXPECT_EQ(test.Flt("Real").GetMax(), 20);
+    EXPECT_EQ(test.Int("Rounded").GetMax(), 3);
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("Top").SetValue(30); }), "OutOfRange");
+    test.Int("Mid").SetValue(30);
+    EXPECT_EQ(test.Int("Mid").GetValue(true), 30);
+    EXPECT_EQ(KindRaisedBy([&] { test.Int("Top").GetValue(true); }), "OutOfRange");
 }
 
 TEST(AccessMode, VisibilityIsTheNodesOwnAndCanOnlyBecomeStricter)

@@ -113,6 +113,34 @@ TEST(Caching, VerifyReadsTheSameSourceAndIgnoreCacheReadsTheDeviceTwice)
     EXPECT_EQ(test.port.TakeAccesses(), "");
 }
 
+TEST(Caching, AFloatRegisterWrittenThroughKeepsTheDouble)
+{
+    TestMap test("FloatReg R { at 0 4 RW; Cachable WriteThrough; Little } Float X { pValue R }");
+    test.Flt("R").SetValue(1.1);
+    EXPECT_EQ(test.Flt("R").GetValue(), 1.1);
+    EXPECT_EQ(test.Flt("X").GetValue(), 1.1);
+    EXPECT_EQ(test.port.TakeAccesses(), "w0:4");
+    EXPECT_EQ(test.Flt("R").GetValue(false, true), static_cast<double>(1.1f));
+}
+
+TEST(Caching, APartOfARegisterIsReadAloneAndNotKept)
+{
+    TestMap test("Register R { at 0x1000 4096 RW }");
+    IRegister& node = test.Reg("R");
+    const auto accessesOfGet = [&](int64_t count) {
+        std::vector<uint8_t> bytes(4096);
+        node.Get(bytes.data(), count);
+        return test.port.TakeAccesses();
+    };
+    for (const auto& [count, accesses] :
+         {std::pair{8, "r1000:8"}, {8, "r1000:8"}, {0, ""}, {4096, "r1000:4096"}, {8, ""}, {4096, ""}})
+        EXPECT_EQ(accessesOfGet(count), accesses) << count;
+    const uint8_t byte = 1;
+    node.Set(&byte, 1);
+    EXPECT_EQ(test.port.TakeAccesses(), "w1000:1");
+    EXPECT_EQ(accessesOfGet(8), "r1000:8") << "a part that was written leaves nothing known";
+}
+
 TEST(Caching, VerifyChecksTheReadValueAgainstTheLimits)
 {
     TestMap test("Integer X { pValue R; Max 5 } IntReg R { at 0 4 RW; Little }");

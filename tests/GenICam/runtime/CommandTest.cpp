@@ -7,7 +7,8 @@ using namespace KxTest;
 
 TEST(Command, IsDoneWhenTheRegisterNoLongerHoldsTheCommandValue)
 {
-    TestMap test("Command C { pValue R; CommandValue 3 } IntReg R { at 0 4 RW; Little }");
+    TestMap test("Command C { pValue R; CommandValue 3 } IntReg R { at 0 4 RW; Little } "
+                 "Integer Over { pValue R } Command Other { pValue R; CommandValue 4 }");
     ICommand& command = test.Get<ICommand>("C");
     EXPECT_TRUE(command.IsDone());
     EXPECT_EQ(test.port.TakeAccesses(), "") << "nothing was started";
@@ -27,7 +28,7 @@ TEST(Command, IsDoneWhenTheRegisterNoLongerHoldsTheCommandValue)
     test.port.Put(0, {0});
     EXPECT_TRUE(command.IsDone());
     EXPECT_EQ(test.port.TakeAccesses(), "r0:4");
-    EXPECT_NE(log.Take().find("C"), std::string::npos);
+    EXPECT_EQ(log.Take(), "C Other Over R") << "all that shows the register";
     EXPECT_TRUE(command.IsDone());
     EXPECT_EQ(test.port.TakeAccesses() + log.Take(), "");
 }
@@ -43,6 +44,8 @@ TEST(Command, WithoutAReadableRegisterIsDoneAtOnce)
         test.port.TakeAccesses();
         EXPECT_TRUE(test.Get<ICommand>("C").IsDone());
         EXPECT_EQ(test.port.TakeAccesses(), "");
+        const bool isReadable = IsReadable(test.Get("C").GetAccessMode());
+        EXPECT_EQ(KindRaisedBy([&] { test.Value("C").ToString(); }), isReadable ? "none" : "Access");
     }
 }
 

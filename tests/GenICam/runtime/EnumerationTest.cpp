@@ -2,6 +2,9 @@
 // Choices, switches and their numbers.
 #include "TestMap.h"
 
+#include <functional>
+#include <limits>
+
 using namespace GenApi;
 using namespace KxTest;
 
@@ -43,7 +46,7 @@ TEST(Enumeration, IsChosenBySymbolOrInteger)
     std::string all;
     for (const auto& symbol : symbols)
         all += std::string(symbol.c_str()) + " ";
-    EXPECT_EQ(all, "Off Active Half Away ");
+    EXPECT_EQ(all, "Off Active Half ");
     NodeList_t entries;
     mode.GetEntries(entries);
     ASSERT_EQ(entries.size(), 5u);
@@ -72,6 +75,13 @@ TEST(Enumeration, RefusesWhatIsNoEntryOrCannotBeChosen)
     EXPECT_EQ(test.port.TakeAccesses(), "");
     mode.SetIntValue(6, false);
     EXPECT_EQ(test.port.Peek(0, 1).front(), 6);
+    EXPECT_EQ(mode.GetIntValue(), 6);
+    EXPECT_EQ(mode.ToString(), "Away");
+    for (const auto& call : {std::function<void()>([&] { mode.GetIntValue(true); }),
+                             {[&] { mode.ToString(true); }},
+                             {[&] { mode.GetCurrentEntry(true); }}})
+        EXPECT_EQ(KindRaisedBy(call), "Access");
+    EXPECT_EQ(KindRaisedBy([&] { mode.FromString("Missing", false); }), "Access");
 }
 
 TEST(Enumeration, GivesAnUnknownIntegerButNoSymbolForIt)
@@ -81,7 +91,9 @@ TEST(Enumeration, GivesAnUnknownIntegerButNoSymbolForIt)
     test.port.Put(0, {42});
     EXPECT_EQ(mode.GetIntValue(), 42);
     EXPECT_EQ(KindRaisedBy([&] { mode.GetIntValue(true); }), "OutOfRange");
+    EXPECT_EQ(KindRaisedBy([&] { mode.GetCurrentEntry(true); }), "OutOfRange");
     EXPECT_EQ(KindRaisedBy([&] { mode.ToString(); }), "InvalidArgument");
+    EXPECT_EQ(KindRaisedBy([&] { mode.ToString(true); }), "InvalidArgument");
     EXPECT_EQ(KindRaisedBy([&] { *mode; }), "InvalidArgument");
     EXPECT_EQ(mode.GetCurrentEntry(), nullptr);
     EXPECT_EQ(KindRaisedBy([&] { test.Int("AsNumber").GetValue(); }), "LogicalError");
@@ -97,6 +109,47 @@ TEST(Enumeration, AsANumberIsTheNumericValueOrTheInteger)
         EXPECT_EQ(test.Int("AsNumber").GetValue(), integer) << symbol;
         EXPECT_EQ(test.Flt("AsVariable").GetValue(), real) << symbol;
     }
+}
+
+TEST(Enumeration, GivenANumberChoosesTheNearestAvailableEntry)
+{
+    TestMap test(R"(
+        Enumeration E {
+            EnumEntry A { Value 0; NumericValue 1.5 } EnumEntry B { Value 1; NumericValue -3.25 }
+            EnumEntry C { Value 2; NumericValue 10 } EnumEntry N { Value 3 }
+            EnumEntry X { pIsAvailable Zero; Value 4; NumericValue 99 }
+            Value 0 }
+        Float F { pValue E } Integer I { pValue E } Integer Zero { Value 0 }
+        Converter Twice { FormulaTo FROM*2; FormulaFrom TO/2; pValue E })");
+    for (const auto& [number, symbol] :
+         {std::pair{1.4, "A"}, {2.0, "A"}, {5.0, "N"}, {1000.0, "C"}, {-5.0, "B"}, {1e300, "A"}})
+        for (const bool verify : {true, false}) {
+            test.Flt("F").SetValue(number, verify);
+            EXPECT_EQ(test.Value("E").ToString(), symbol) << number;
+        }
+    test.Int("I").SetValue(7);
+    EXPECT_EQ(test.Value("E").ToString(), "C");
+    test.Int("I").SetValue(-3);
+    EXPECT_EQ(test.Flt("F").GetValue(), -3.25);
+    EXPECT_EQ(test.Int("I").GetValue(), -3);
+    constexpr double kMax = std::numeric_limits<double>::max();
+    EXPECT_EQ(test.Flt("F").GetMax(), kMax);
+    EXPECT_EQ(test.Flt("Twice").GetMin(), -kMax / 2);
+    EXPECT_FALSE(test.Flt("F").HasInc());
+    EXPECT_EQ(test.Int("I").GetMax(), std::numeric_limits<int64_t>::max());
+}
+
+TEST(Enumeration, OfEntriesWithOneIntegerTheLastIsRead)
+{
+    TestMap test(R"(
+        Enumeration E { EnumEntry A { Value 5 } EnumEntry B { pIsAvailable Flag; Value 5 } Value 5 }
+        Integer Flag { Value 1 })");
+    test.Enum("E") = "A";
+    EXPECT_EQ(test.Value("E").ToString(), "B");
+    test.Int("Flag").SetValue(0);
+    EXPECT_EQ(test.Value("E").ToString(), "B");
+    EXPECT_EQ(KindRaisedBy([&] { test.Value("E").ToString(true); }), "Access");
+    EXPECT_EQ(KindRaisedBy([&] { test.Enum("E").SetIntValue(5); }), "Access");
 }
 
 TEST(Enumeration, IsReadFromTheDeviceWhileItsEntryClearsItself)

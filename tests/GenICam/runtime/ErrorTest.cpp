@@ -129,10 +129,6 @@ TEST(Errors, OfThePortPassThroughUnchanged)
     test.port.onRead = nullptr;
     test.port.Put(8, {7});
     EXPECT_EQ(test.Int("Far").GetValue(), 7) << "and nothing of it stays";
-    // A flag that fails while the access mode is asked for is not a silent "not available".
-    TestMap flagged("Integer X { pIsAvailable F; Value 1 } IntReg F { at 0 4 RW; Little }");
-    flagged.port.onRead = [] { throw std::runtime_error("gone"); };
-    EXPECT_THROW(flagged.Get("X").GetAccessMode(), std::runtime_error);
 }
 
 TEST(Errors, ValidValuesAreShownButNotEnforced)

@@ -2,6 +2,8 @@
 // What nodes tell of themselves and of their neighbours.
 #include "TestMap.h"
 
+#include <tuple>
+
 using namespace GenApi;
 using namespace KxTest;
 
@@ -82,7 +84,9 @@ TEST(Node, KnowsItsNeighboursByKindOfLink)
     TestMap test(kOutline);
     EXPECT_EQ(Children(test, "Gain", ctReadingChildren), "Flag GainReg Low");
     EXPECT_EQ(Children(test, "Gain", ctWritingChildren), "GainReg");
-    EXPECT_EQ(Children(test, "Gain", ctInvalidatingChildren), "Watched");
+    EXPECT_EQ(Children(test, "Gain", ctInvalidatingChildren), "Flag GainReg Low Watched");
+    EXPECT_EQ(Children(test, "GainReg", ctInvalidatingChildren), "Base Device");
+    EXPECT_EQ(Children(test, "GainReg", ctWritingChildren), "");
     EXPECT_EQ(Children(test, "Gain", ctTerminalNodes), "GainReg");
     EXPECT_EQ(Children(test, "Root", ctReadingChildren), "Gain Mode");
     const std::string depending = Children(test, "Base", ctDependingNodes);
@@ -97,6 +101,7 @@ TEST(Node, KnowsItsNeighboursByKindOfLink)
 TEST(Node, GivesItsPropertiesAsTheyStandInTheDescription)
 {
     TestMap test(kOutline + std::string(R"(
+        StructReg S { pIndex[Offset=4] Base; at 0 4 RW; Little; StructEntry Bits { Bit 3 } }
         SwissKnife Knife { pVariable[Name=A] Gain; pVariable[Name=B] Low; Formula A < B ? 1 : 2 })"));
     GenICam::gcstring value, attribute;
     const auto property = [&](const char* node, const char* name) {
@@ -105,17 +110,65 @@ TEST(Node, GivesItsPropertiesAsTheyStandInTheDescription)
                    ? std::string(value.c_str()) + "|" + attribute.c_str()
                    : "no such property";
     };
-    EXPECT_EQ(property("Gain", "Max"), "0x64|");
+    EXPECT_EQ(property("Gain", "Max"), "100|");
     EXPECT_EQ(property("Gain", "pValue"), "GainReg|");
     EXPECT_EQ(property("Gain", "Visibility"), "Expert|");
     EXPECT_EQ(property("Gain", "Soup"), "no such property");
     EXPECT_EQ(property("Root", "pFeature").substr(0, 10), "Gain\tMode|");
     EXPECT_EQ(property("Knife", "pVariable").substr(0, 12), "Gain\tLow|A\tB");
     EXPECT_EQ(property("Knife", "Formula"), "A < B ? 1 : 2|");
+    // Facts, defaults, and the place among the others.
+    for (const auto& [node, name, text] : {std::tuple{"Gain", "NodeType", "Integer|"},
+                                           {"Gain", "Streamable", "No|"},
+                                           {"Gain", "pTerminal", "GainReg|"},
+                                           {"Gain", "IsFeature", "Yes|"},
+                                           {"Mode", "pSelecting", "Gain|"},
+                                           {"Mode", "pEnumEntry", "EnumEntry_Mode_Off|"},
+                                           {"Bits", "NodeType", "MaskedIntReg|"},
+                                           {"Bits", "LSB", "3|"},
+                                           {"Bits", "MSB", "3|"},
+                                           {"Bits", "Sign", "Unsigned|"},
+                                           {"Bits", "pIndex", "Base|4"},
+                                           {"Bits", "pTerminal", "Bits|"},
+                                           {"Conv", "Slope", "Automatic|"},
+                                           {"Conv", "pSwissKnifeTo", "Conv_ConvertTo|"},
+                                           {"Conv_ConvertTo", "InputDirection", "To|"},
+                                           {"Device", "SwapEndianess", "No|"},
+                                           {"Device", "pTerminal", "no such property"},
+                                           {"EnumEntry_Mode_Off", "DeviceName", "no such property"}})
+        EXPECT_EQ(property(node, name), text) << node << " " << name;
     GenICam::gcstring_vector names;
-    test.Get("Gain").GetPropertyNames(names);
-    for (const char* name : {"Name", "ToolTip", "pIsAvailable", "pMin", "pSelected"})
-        EXPECT_TRUE(std::find(names.begin(), names.end(), name) != names.end()) << name;
+    test.Get("GainReg").GetPropertyNames(names);
+    std::string all;
+    for (const auto& name : names)
+        all += std::string(name.c_str()) + " ";
+    EXPECT_EQ(all,
+              "AccessMode Address Cachable DeviceName Endianess ExposeStatic ImposedAccessMode IsDeprecated "
+              "IsFeature Length Name NameSpace NodeType Representation Sign Streamable Visibility pAddress "
+              "pDependent pPort pTerminal ");
+}
+
+TEST(Node, OfNoKindIsAValueWithoutText)
+{
+    TestMap test("Node X { ToolTip t }");
+    EXPECT_EQ(test.Get("X").GetPrincipalInterfaceType(), intfIValue);
+    EXPECT_EQ(test.Get("X").GetAccessMode(), RW);
+    test.Value("X").FromString("anything");
+    EXPECT_EQ(test.Value("X").ToString(true), "");
+    EXPECT_FALSE(test.Value("X").IsValueCacheValid());
+}
+
+// Another description of the same value is found through pCastAlias; pAlias is for readers of the tree.
+TEST(Node, GivesItsOtherFaces)
+{
+    TestMap test(R"(
+        Float F { pCastAlias I; Value 1 } Integer I { pCastAlias F; Value 1 } Float E { pCastAlias Mode; Value 1 }
+        Float Plain { pAlias I; Value 1 } Enumeration Mode { EnumEntry Off { Value 0 } Value 0 })");
+    EXPECT_EQ(CFloatPtr(&test.Get("F"))->GetIntAlias(), &test.Int("I"));
+    EXPECT_EQ(test.Int("I").GetFloatAlias(), &test.Flt("F"));
+    EXPECT_EQ(test.Flt("E").GetEnumAlias(), &test.Enum("Mode"));
+    EXPECT_EQ(test.Flt("E").GetIntAlias(), nullptr);
+    EXPECT_EQ(test.Flt("Plain").GetIntAlias(), nullptr);
 }
 
 TEST(ConcatenatedWrite, WritesInItsOrderAndPassesOverWhatItCannotUse)

@@ -65,11 +65,14 @@ TEST(Polling, IsBlockedByANonZeroFlagOfThePolledNode)
         IntReg R { pBlockPolling Block; at 0 4 RW; PollingTime 100; Little }
         Integer Block { Value 1 })");
     CallbackLog log(test);
-    EXPECT_EQ(FiredBySteps(test, log, {100, 100}), "|");
+    EXPECT_EQ(FiredBySteps(test, log, {100, 60}), "|");
     test.Int("Block").SetValue(0);
-    log.Take();
-    test.map._Poll(100);
-    EXPECT_EQ(log.Take(), "R");
+    EXPECT_EQ(log.Take(), "Block R");
+    EXPECT_EQ(FiredBySteps(test, log, {40}), "R") << "the time has run on";
+    NodeList_t children, parents;
+    test.Get("R").GetChildren(children, ctReadingChildren);
+    test.Get("Block").GetParents(parents);
+    EXPECT_EQ(NamesOf(children) + " | " + NamesOf(parents), "Block Device | R");
 }
 
 TEST(Polling, OfACommandLastsAsLongAsItRuns)
