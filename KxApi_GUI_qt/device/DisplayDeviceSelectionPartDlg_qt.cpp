@@ -91,16 +91,11 @@ CDisplayDeviceSelectionPartDlg::CDisplayDeviceSelectionPartDlg(QWidget* pParent,
 {
     GenICam::GuardBadAlloc([&] {
         m_pUi->setupUi(this);
-        m_pStatusBarWidget = m_pUi->widgetStatus;
-        m_pUi->layoutStatusBar->addWidget(&m_objStatusBar);
-        m_objStatusBar.show();
+        BuildBars({m_pUi->widgetMenu, m_pUi->layoutMenuBar, m_pUi->widgetStatus, m_pUi->layoutStatusBar},
+                  bWithMenuBar);
         for (QTableWidget* const pTable : {m_pUi->tableSystem, m_pUi->tableInterface, m_pUi->tableDevice})
             InitListCtrl(*pTable);
         CreateMenu();
-        if (bWithMenuBar) {
-            m_pMenuBarWidget = m_pUi->widgetMenu;
-            m_pUi->layoutMenuBar->addWidget(&m_objMenuBar);
-        }
         for (QPushButton* const pButton : {m_pUi->btnSetIP, m_pUi->btnDeviceDiscovery, m_pUi->btnOK})
             pButton->setEnabled(false);
         connect(this, &CDisplayDeviceSelectionPartDlg::onUpdateDeviceListSignal, this,
@@ -133,18 +128,12 @@ void CDisplayDeviceSelectionPartDlg::CreateMenu()
 {
     m_menuView.setTitle(tr("&View"));
     m_actAccessible.setText(tr("Show not &accessible devices"));
-    m_actStatusBar.setText(tr("&Status Bar"));
-    for (QAction* const pAction : {&m_actAccessible, &m_actStatusBar}) {
-        pAction->setCheckable(true);
-        m_menuView.addAction(pAction);
-    }
+    m_actAccessible.setCheckable(true);
+    m_menuView.addAction(&m_actAccessible);
+    AddStatusBarAction(m_menuView);
     m_objMenuBar.addMenu(&m_menuView);
     connect(&m_actAccessible, &QAction::toggled, this, &CDisplayDeviceSelectionPartDlg::onAccessibleToggled);
-    connect(&m_actStatusBar, &QAction::toggled, this,
-            &CDisplayDeviceSelectionPartDlg::onShowStatusBarToggled);
 }
-
-QMenuBar* CDisplayDeviceSelectionPartDlg::getMenu() { return m_pMenuBarWidget ? &m_objMenuBar : nullptr; }
 
 void CDisplayDeviceSelectionPartDlg::doUpdate() { emit onUpdateDeviceListSignal(); }
 
@@ -160,27 +149,11 @@ void CDisplayDeviceSelectionPartDlg::doTellFailure(const GenICam::GenericExcepti
 
 void CDisplayDeviceSelectionPartDlg::setShowAllDevice(bool bShow) { onAccessibleToggled(bShow); }
 
-void CDisplayDeviceSelectionPartDlg::setStatusBarVisible(bool value)
+void CDisplayDeviceSelectionPartDlg::initDialog()
 {
-    m_actStatusBar.setChecked(value);
-    CBaseDialogEx::setStatusBarVisible(value);
-}
-
-void CDisplayDeviceSelectionPartDlg::showEvent(QShowEvent* pEvent)
-{
-    Guarded([this] {
-        UpdateDisplayDeviceTree();
-        ApplySettings();
-        StartWorker();
-    });
-    CBaseDialogEx::showEvent(pEvent);
-}
-
-void CDisplayDeviceSelectionPartDlg::ApplySettings()
-{
-    const IKxWnd& window = *m_pDlgParent->GetIKxWnd();
-    setMenuBarVisible(window.GetVisibleMenu());
-    setStatusBarVisible(window.GetVisibleStatusBar());
+    UpdateDisplayDeviceTree();
+    ShowBars();
+    StartWorker();
 }
 
 void CDisplayDeviceSelectionPartDlg::StartWorker()
@@ -197,7 +170,7 @@ void CDisplayDeviceSelectionPartDlg::StartWorker()
 void CDisplayDeviceSelectionPartDlg::closeEvent(QCloseEvent* pEvent)
 {
     if (!m_pInterfaceDlg) {
-        closeEventCheck(pEvent);
+        CBaseDialogEx::closeEvent(pEvent);
         return;
     }
     // This dialog's own code is on the stack below the open one.
@@ -434,11 +407,6 @@ void CDisplayDeviceSelectionPartDlg::on_chkShowAllDevices_toggled(bool checked)
 {
     m_actAccessible.setChecked(checked);
     Guarded([this] { UpdateDisplayDeviceTree(); });
-}
-
-void CDisplayDeviceSelectionPartDlg::onShowStatusBarToggled(bool checked)
-{
-    Guarded([&] { m_pDlgParent->GetIKxWnd()->SetVisibleStatusBar(checked); });
 }
 
 void CDisplayDeviceSelectionPartDlg::on_treeDevice_itemSelectionChanged()

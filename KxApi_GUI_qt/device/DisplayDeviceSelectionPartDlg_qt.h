@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QMenuBar>
 #include <QTimer>
 #include <map>
 #include <memory>
@@ -46,8 +45,6 @@ public:
     CDisplayDeviceSelectionPartDlg(QWidget* pParent, IDlgParent* pDlgParent, bool bWithMenuBar);
     ~CDisplayDeviceSelectionPartDlg() override KXGC_NO_THREAD_SAFETY_ANALYSIS;
 
-    QMenuBar* getMenu() override;
-
     /// Something changed: the tree is brought up to date when the GUI thread comes to it. Any thread.
     void doUpdate();
     /// A producer that was busy can be asked now: the tables are brought up to date likewise. Any thread.
@@ -61,17 +58,13 @@ public:
 signals:
     void onUpdateDeviceListSignal();
 
-public slots:
-    void setStatusBarVisible(bool value) override;
-
 protected:
-    void showEvent(QShowEvent* pEvent) override;
+    void initDialog() override;
     void closeEvent(QCloseEvent* pEvent) override;
 
 private slots:
     void onUpdateDeviceList();
     void onAccessibleToggled(bool checked);
-    void onShowStatusBarToggled(bool checked);
     void on_treeDevice_itemSelectionChanged();
     void on_btnSetIP_clicked();
     void on_btnOK_clicked();
@@ -83,7 +76,6 @@ private slots:
 private:
     ICDisplayDeviceSelectionDlgParent& Parent() const;
     void CreateMenu();
-    void ApplySettings();
     void StartWorker();
 
     void UpdateDisplayDeviceTree();
@@ -130,10 +122,8 @@ private:
     CInfoRows m_vecDeviceRows;
 
     std::unique_ptr<Ui_CDisplayDeviceSelectionPartDlg> m_pUi;
-    QMenuBar m_objMenuBar;
     QMenu m_menuView;
     QAction m_actAccessible;
-    QAction m_actStatusBar;
 };
 
 } // namespace KxApi

@@ -12,14 +12,14 @@
 namespace KxApi
 {
 
-struct IKxDeviceSelectionWndInside : IKxDeviceSelectionWnd, IKxWndReleasable, IKxWndInside
+struct IKxDeviceSelectionWndInside : IKxDeviceSelectionWnd, IKxWndReleasable, virtual IKxWndInside
 {
 protected:
     ~IKxDeviceSelectionWndInside() = default;
 };
 
 /// The window as the dialog holds it.
-struct ICDisplayDeviceSelectionDlgParent : IDlgParent
+struct ICDisplayDeviceSelectionDlgParent : virtual IDlgParent
 {
     /// Appends all registered systems. Raises BadAllocException.
     virtual void GetSystems(std::vector<IKxSystem*>& vecSystems) = 0;

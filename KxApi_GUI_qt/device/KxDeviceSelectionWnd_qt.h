@@ -33,6 +33,8 @@ public:
     void SetSelectedDeviceInfo(IKxInterface* pInterface, const IKxDeviceInfo* pDeviceInfo) override;
 
 private:
+    void OnUpdateDialog(CDisplayDeviceSelectionPartDlg&, uint32_t) override {}
+
     static const CWndInfo<CKxDeviceSelectionWnd> m_objWndInfo;
 
     // A leaf.

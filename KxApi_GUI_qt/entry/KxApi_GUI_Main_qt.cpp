@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "frame/WindowTypes_qt.h"
+#include "entry/WindowTypes_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_TL/KxApi_TL.h>
 
 #include <QApplication>
+#include <QThread>
 
 namespace KxApi
 {
@@ -18,6 +20,21 @@ void NeedApp()
     if (!theApp)
         theApp = new CKxApi_GUIApp(0, nullptr);
 }
+
+/// Calls of processEventGUI within each other.
+class CNesting
+{
+public:
+    CNesting() { ++s_nDepth; }
+    CNesting(const CNesting&) = delete;
+    CNesting& operator=(const CNesting&) = delete;
+    ~CNesting() { --s_nDepth; }
+    bool IsOutermost() const { return s_nDepth == 1; }
+
+private:
+    static thread_local int s_nDepth;
+};
+thread_local int CNesting::s_nDepth = 0;
 
 } // namespace
 
@@ -43,10 +60,7 @@ void* CKxApi_GUIApp::getHandle() { return QCoreApplication::instance(); }
 IKxWndReleasable* CreateIKxWnd(_EKxWindowType_t eType)
 {
     CheckKxApiInitialized();
-    if (static_cast<uint32_t>(eType) >= kWindowTypes)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be smaller than Max = %lld", "CreateIKxWnd",
-                                     static_cast<long long>(static_cast<uint32_t>(eType)),
-                                     static_cast<long long>(kWindowTypes));
+    KXGC_CHECK_RANGE(rlBelowMax, "CreateIKxWnd", static_cast<uint32_t>(eType), kWindowTypes);
     NeedApp();
     return GenICam::GuardBadAlloc([eType] { return MakeWindow(eType); });
 }
@@ -68,10 +82,15 @@ int processEventGUI(bool bExec, unsigned int nMaxTime)
     NeedApp();
     if (bExec)
         return QApplication::exec();
+    const CNesting nesting;
     if (nMaxTime == 0)
         QCoreApplication::processEvents(QEventLoop::AllEvents);
     else
         QCoreApplication::processEvents(QEventLoop::AllEvents, static_cast<int>(qMin(nMaxTime, 0x7FFFFFFFU)));
+    // An event loop would do this between two events, but for what was asked for outside of one. Within
+    // another loop or call it is left to that, since the object may have its code on the stack.
+    if (nesting.IsOutermost() && QThread::currentThread()->loopLevel() == 0)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return 0;
 }
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "frame/KxGUICreator_qt.h"
+#include "entry/KxGUICreator_qt.h"
 
 #include "frame/BaseDialog_qt.h"
+#include "frame/DialogFactory_qt.h"
 #include "frame/GuiThread_qt.h"
-#include "frame/WindowTypes_qt.h"
+#include "entry/WindowTypes_qt.h"
 
 #include <Base/GCException.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 #include <QMutexLocker>
 
@@ -30,9 +31,9 @@ CKxGUICreator::~CKxGUICreator() = default;
 
 void CKxGUICreator::Start()
 {
-    const QCoreApplication* const pApplication = QCoreApplication::instance();
+    const auto* const pApplication = qobject_cast<QApplication*>(QCoreApplication::instance());
     if (!pApplication)
-        throw RUNTIME_EXCEPTION("The process has no application object, so no window can be shown; call "
+        throw RUNTIME_EXCEPTION("The process has no QApplication, so no window can be shown; call "
                                 "processEventGUI or make a QApplication first.");
     moveToThread(pApplication->thread());
     QCoreApplication::postEvent(this, new QEvent(kBuild));
@@ -68,6 +69,14 @@ CBaseDialogEx* CKxGUICreator::getDialog()
     if (m_pError)
         std::rethrow_exception(m_pError);
     return m_pDialog;
+}
+
+CBaseDialogEx* BuildPartDialog(_EKxWindowType_t eType, QWidget* pParent, IDlgParent* pDlgParent,
+                               bool bWithMenuBar)
+{
+    CKxGUICreator objCreator(eType, pParent, pDlgParent, bWithMenuBar);
+    objCreator.Start();
+    return objCreator.getDialog();
 }
 
 } // namespace KxApi

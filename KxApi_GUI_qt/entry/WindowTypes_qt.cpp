@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "frame/WindowTypes_qt.h"
+#include "entry/WindowTypes_qt.h"
 
 #include "device/DisplayDeviceSelectionPartDlg_qt.h"
 #include "device/KxDeviceSelectionWnd_qt.h"

@@ -6,14 +6,17 @@
 #include "frame/KxStatusBar_qt.h"
 #include "frame/utility_qt.h"
 
+#include <QAction>
 #include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMetaObject>
 #include <QString>
 #include <QThread>
 
 class QCloseEvent;
 class QKeyEvent;
-class QMenuBar;
+class QLayout;
 class QShowEvent;
 class QWidget;
 
@@ -24,8 +27,10 @@ namespace KxApi
 /// it is closed, and the next Show builds a new one. GUI thread, but for doClose and the signals, by which
 /// the window reaches it from any thread.
 ///
-/// A dialog's most derived destructor begins with EndPart, since from then on the window must not call it any
-/// more.
+/// A derived dialog sets up its form, fills m_objMenuBar if it is to have one, and calls BuildBars; what it
+/// does when it is shown and closed stands in initDialog and onClosed. Its destructor begins with EndPart,
+/// since from then on the window must not call it any more. A dialog that is still there when the
+/// QApplication ends is destroyed then.
 class CBaseDialogEx : public QDialog
 {
     Q_OBJECT
@@ -37,8 +42,10 @@ public:
     CBaseDialogEx& operator=(const CBaseDialogEx&) = delete;
     ~CBaseDialogEx() override;
 
-    /// The menu bar, null for a dialog without.
+    /// The menu bar, which has no place on the screen in a dialog without.
     virtual QMenuBar* getMenu();
+
+    bool event(QEvent* pEvent) override;
 
     /// Closes the dialog as the user would: at once in the GUI thread, soon from others. Any thread.
     void doClose();
@@ -72,8 +79,28 @@ public slots:
     void setClose();
 
 protected:
-    /// For the closeEvent of derived dialogs: asks the window and accepts the event or not. True when the
-    /// dialog is closed now.
+    /// The widgets of a form that hold menu bar and status bar, with their layouts.
+    struct CBarPlaces
+    {
+        QWidget* pMenuBarWidget;
+        QLayout* pMenuBarLayout;
+        QWidget* pStatusBarWidget;
+        QLayout* pStatusBarLayout;
+    };
+    /// Puts the bars into the form; without a menu bar that place stays empty.
+    void BuildBars(const CBarPlaces& places, bool bWithMenuBar);
+    /// Adds the entry "&Status Bar", which follows the window's setting and changes it.
+    void AddStatusBarAction(QMenu& menu);
+    /// Shows or hides the bars as the window's settings say.
+    void ShowBars();
+
+    /// Brings the window's settings into the dialog before it is seen; what it raises becomes an error event.
+    virtual void initDialog();
+    /// The close was accepted: what shouldn't wait for the destructor.
+    virtual void onClosed() {}
+
+    /// Asks the window, once it has agreed never again, and accepts the event or not. True when the dialog is
+    /// closed now.
     bool closeEventCheck(QCloseEvent* pEvent);
 
     /// For the destructor of derived dialogs.
@@ -92,6 +119,7 @@ protected:
     }
 
     void showEvent(QShowEvent* pEvent) override;
+    void closeEvent(QCloseEvent* pEvent) override;
     /// Esc and the keypad's Enter go on to the parent widget, all other keys end here; none closes the
     /// dialog.
     void keyPressEvent(QKeyEvent* pEvent) override;
@@ -100,6 +128,11 @@ protected:
     QWidget* m_pMenuBarWidget = nullptr;   ///< what setMenuBarVisible acts on; null without a menu bar
     QWidget* m_pStatusBarWidget = nullptr; ///< what setStatusBarVisible acts on
     CKxStatusBar m_objStatusBar;
+    QMenuBar m_objMenuBar;
+
+private:
+    QAction m_objActionStatusBar;
+    bool m_bClosed = false;
 };
 
 } // namespace KxApi

@@ -3,10 +3,11 @@
 
 #include <Base/GCException.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMetaObject>
 #include <QThread>
 #include <exception>
+#include <utility>
 
 namespace KxApi
 {
@@ -19,14 +20,14 @@ bool IsGuiThread()
 
 void RunInGuiThread(const std::function<void()>& function)
 {
+    auto* const pApplication = qobject_cast<QApplication*>(QCoreApplication::instance());
+    if (!pApplication)
+        throw RUNTIME_EXCEPTION("The process has no QApplication, so no window can be shown; call "
+                                "processEventGUI or make a QApplication first.");
     if (IsGuiThread()) {
         function();
         return;
     }
-    QCoreApplication* const pApplication = QCoreApplication::instance();
-    if (!pApplication)
-        throw RUNTIME_EXCEPTION("The process has no application object, so no window can be shown; call "
-                                "processEventGUI or make a QApplication first.");
     std::exception_ptr pError;
     QMetaObject::invokeMethod(
         pApplication,
@@ -41,6 +42,12 @@ void RunInGuiThread(const std::function<void()>& function)
         Qt::BlockingQueuedConnection);
     if (pError)
         std::rethrow_exception(pError);
+}
+
+void PostToGuiThread(std::function<void()> function)
+{
+    if (QCoreApplication* const pApplication = QCoreApplication::instance())
+        QMetaObject::invokeMethod(pApplication, std::move(function), Qt::QueuedConnection);
 }
 
 } // namespace KxApi

@@ -12,7 +12,10 @@ bool IsGuiThread();
 
 /// Runs a function in the GUI thread, here when this is it; otherwise waits until that thread has come to it
 /// and done it. What the function throws is thrown here. Raises RuntimeException when there is no application
-/// object.
+/// object that windows could live in.
 void RunInGuiThread(const std::function<void()>& function);
+
+/// Runs a function in the GUI thread when that comes to it, and never when there is none; it raises nothing.
+void PostToGuiThread(std::function<void()> function);
 
 } // namespace KxApi

@@ -38,6 +38,8 @@ struct IDlgParent : IKxStatusBarInfo
     /// The dialog is about to be closed; true keeps it open.
     virtual bool OnClose(CBaseDialogEx* pDialog) = 0;
     virtual void OnPartDlgCreated() = 0;
+    /// The dialog's title, place, size or visibility is another one.
+    virtual void OnPartDlgChanged(CBaseDialogEx* pDialog) = 0;
     /// The dialog's most derived destructor begins: other threads must not find it any more. It was closed
     /// before, unless its parent widget went.
     virtual void OnDlgDestroying(CBaseDialogEx* pDialog) = 0;

@@ -1,21 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 // Registers: what lies behind the addresses of a window's port.
 //
-// A client has, for the place told by exceptions, a static function `const char* SourceFile()`.
+// A register is a member of its client and carries its row; to set a value through it checks, stores, shows
+// and invalidates as the row says. A client has, not necessarily public:
+//   static const char* SourceFile();                        place told by exceptions
+//   void InvalidateNode(const GenICam::gcstring&);
+//   void OnSettingChanged(uint32_t nUpdate, bool bByCall);  shows; bByCall: by a setter and not by the port
 #pragma once
+
+#include "frame/RegisterRow_qt.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
 #include <Base/GCString.h>
-#include <GenApi/IBase.h>
 #include <KxSDKCommon/KxAssert.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <mutex>
 #include <string>
-#include <vector>
 
 namespace KxApi
 {
@@ -32,27 +37,40 @@ struct IKxRegisterParam
     virtual void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) = 0;
 
     virtual ~IKxRegisterParam() = default;
+
+    /// Whether an address between GetAddress and its end is served.
+    virtual bool Covers(int64_t) const { return true; }
+    /// Whether writes are served.
+    virtual bool TakesWrites() const { return true; }
+    /// Bytes that one access serves, 0 for all up to the register's end.
+    virtual int64_t GetStep() const { return 0; }
 };
 
-/// What registers have in common. `MethodW`, a `void (Client::*)()`, runs after each successful write unless
-/// null. Any thread, as far as the client's methods are.
+/// What registers have in common. `MethodW`, a `void (Client::*)()`, runs when the value has changed, unless
+/// null, and then what the row says. Any thread, as far as the client's methods are.
 template <class Client, class MethodW>
 class CRegisterParamBase : public IKxRegisterParam
 {
 public:
-    CRegisterParamBase(Client* pClient, MethodW pMethodW, int64_t nAddress, int64_t nLength,
-                       GenApi::EAccessMode eAccessMode)
+    CRegisterParamBase(Client* pClient, const CRegisterRow& row, int64_t nLength, MethodW pMethodW)
         : m_pClient(pClient)
-        , m_pMethodW(pMethodW)
-        , m_nAddress(nAddress)
+        , m_row(row)
         , m_nLength(nLength)
-        , m_eAccessMode(eAccessMode)
+        , m_pMethodW(pMethodW)
     {}
     CRegisterParamBase(const CRegisterParamBase&) = delete;
     CRegisterParamBase& operator=(const CRegisterParamBase&) = delete;
 
-    int64_t GetAddress() const override { return m_nAddress; }
+    int64_t GetAddress() const override { return m_row.nAddress; }
     int64_t GetLength() const override { return m_nLength; }
+    bool Covers(int64_t nAddress) const override
+    {
+        return !m_row.Has(KxRegister_Exact) || nAddress == m_row.nAddress;
+    }
+    bool TakesWrites() const override { return !m_row.Has(KxRegister_WritesDropped); }
+
+    /// What a write does after it has stored the value.
+    void CallbackW() { Show(false); }
 
 protected:
     template <class E>
@@ -63,180 +81,264 @@ protected:
 
     void CheckReadable() const
     {
-        if (!GenApi::IsReadable(m_eAccessMode))
+        if (!GenApi::IsReadable(m_row.eAccessMode))
             throw Reporter<GenICam::AccessException>(__LINE__, "AccessException")
                 .Report("Node is not readable.");
     }
     void CheckWritable() const
     {
-        if (!GenApi::IsWritable(m_eAccessMode))
+        if (!GenApi::IsWritable(m_row.eAccessMode))
             throw Reporter<GenICam::AccessException>(__LINE__, "AccessException")
                 .Report("Node is not writable.");
     }
-    void CheckLength(int64_t nLength, int64_t nNeeded) const
+    static void CheckLength(int64_t nLength, int64_t nNeeded)
     {
-        if (nLength < nNeeded)
-            throw Reporter<GenICam::OutOfRangeException>(__LINE__, "OutOfRangeException")
-                .Report("%s = %lld must be equal or greater than Min = %lld", "Length",
-                        static_cast<long long>(nLength), static_cast<long long>(nNeeded));
+        GenICam::Detail::CheckRange(GenICam::rlFromMin, "Length", nLength, nNeeded, Client::SourceFile(),
+                                    __LINE__);
     }
     void CheckStart(int64_t nAddress) const
     {
-        KX_ASSERT(this->m_nAddress == nAddress, "this->m_nAddress == nAddress");
+        KX_ASSERT(m_row.nAddress == nAddress, "this->m_nAddress == nAddress");
     }
     void CheckInside(int64_t nAddress) const
     {
-        KX_ASSERT(this->m_nAddress <= nAddress, "this->m_nAddress <= nAddress");
-        KX_ASSERT(nAddress < this->m_nAddress + this->m_nLength,
-                  "nAddress < this->m_nAddress + this->m_nLength");
+        KX_ASSERT(m_row.nAddress <= nAddress, "this->m_nAddress <= nAddress");
+        KX_ASSERT(nAddress < m_row.nAddress + m_nLength, "nAddress < this->m_nAddress + this->m_nLength");
     }
-    void RunMethodW()
+
+    void Show(bool bByCall)
     {
+        if (bByCall && m_row.Has(KxRegister_WritesShow))
+            return;
         if (m_pMethodW)
             (m_pClient->*m_pMethodW)();
+        if (m_row.nUpdate != 0)
+            m_pClient->OnSettingChanged(m_row.nUpdate, bByCall);
+    }
+    void Invalidate()
+    {
+        if (m_row.szNode)
+            m_pClient->InvalidateNode(m_row.szNode);
+    }
+    /// Tells of a stored value.
+    void Tell(bool bInvalidate)
+    {
+        const bool bFirst = m_row.Has(KxRegister_InvalidatesFirst);
+        if (bInvalidate && bFirst)
+            Invalidate();
+        Show(bInvalidate);
+        if (bInvalidate && !bFirst)
+            Invalidate();
     }
 
     Client* const m_pClient;
-    const MethodW m_pMethodW;
-    const int64_t m_nAddress;
+    const CRegisterRow m_row;
     const int64_t m_nLength;
-    const GenApi::EAccessMode m_eAccessMode;
+
+private:
+    const MethodW m_pMethodW;
 };
 
-/// A number of type `CODE_TYPE` here and of type `XML_TYPE` on the wire.
-template <class Client, class MethodW, class CODE_TYPE, class XML_TYPE>
-class CRegisterParamNumeric final : public CRegisterParamBase<Client, MethodW>
+/// A register of one number, of type `CODE_TYPE` here and of type `XML_TYPE` on the wire, which `Derived`
+/// gets and sets.
+template <class Derived, class Client, class MethodW, class CODE_TYPE, class XML_TYPE>
+class CRegisterParamOfNumber : public CRegisterParamBase<Client, MethodW>
 {
     using Base = CRegisterParamBase<Client, MethodW>;
 
 public:
-    CRegisterParamNumeric(Client* pClient, MethodW pMethodW, int64_t nAddress,
-                          GenApi::EAccessMode eAccessMode, CODE_TYPE value)
-        : Base(pClient, pMethodW, nAddress, sizeof(XML_TYPE), eAccessMode)
-        , m_Value(value)
+    CRegisterParamOfNumber(Client* pClient, const CRegisterRow& row, const CRangeOf<CODE_TYPE>& range,
+                           MethodW pMethodW)
+        : Base(pClient, row, sizeof(XML_TYPE), pMethodW)
+        , m_range(range)
     {}
 
-    CODE_TYPE GetValue() const { return m_Value; }
-    /// Stores the value and does nothing else.
-    void SetValue(CODE_TYPE value) { m_Value = value; }
-    /// What a write does after it has stored the value.
-    void OnWritten() { this->RunMethodW(); }
+    /// What the application's call does.
+    void Set(CODE_TYPE value) { mSet(value, true); }
+
+    /// @param bInvalidate false for a change that comes through the node map and must not run back into it.
+    /// Raises OutOfRangeException, and nothing has changed.
+    void mSet(CODE_TYPE value, bool bInvalidate)
+    {
+        auto& self = static_cast<Derived&>(*this);
+        if (this->m_row.Has(KxRegister_PresentPasses) && self.IsPresent(value))
+            return;
+        m_range.Check(value, Client::SourceFile(), __LINE__);
+        if (self.Store(value) || this->m_row.Has(KxRegister_AlwaysTold))
+            this->Tell(bInvalidate);
+    }
 
     void Read(void* pBuffer, int64_t nAddress, int64_t nLength) override
     {
         this->CheckReadable();
         this->CheckStart(nAddress);
         this->CheckLength(nLength, this->m_nLength);
-        const auto value = static_cast<XML_TYPE>(m_Value.load());
+        const auto value = static_cast<XML_TYPE>(static_cast<Derived&>(*this).Load());
         std::memcpy(pBuffer, &value, sizeof(value));
     }
     void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) override
     {
-        this->CheckWritable();
         this->CheckStart(nAddress);
+        if (!this->TakesWrites())
+            return this->CheckLength(nLength, this->m_nLength);
+        this->CheckWritable();
         this->CheckLength(nLength, this->m_nLength);
-        XML_TYPE value;
-        std::memcpy(&value, pBuffer, sizeof(value));
-        m_Value = static_cast<CODE_TYPE>(value);
-        this->RunMethodW();
+        XML_TYPE wire;
+        std::memcpy(&wire, pBuffer, sizeof(wire));
+        const auto value = static_cast<CODE_TYPE>(wire);
+        if (this->m_row.Has(KxRegister_WritesSet))
+            return mSet(value, false);
+        static_cast<Derived&>(*this).Store(value);
+        this->Show(false);
     }
 
 private:
+    const CRangeOf<CODE_TYPE> m_range;
+};
+
+/// A number that the register keeps.
+template <class Client, class MethodW, class CODE_TYPE, class XML_TYPE = CWireType<CODE_TYPE>>
+class CRegisterParamNumeric final
+    : public CRegisterParamOfNumber<CRegisterParamNumeric<Client, MethodW, CODE_TYPE, XML_TYPE>, Client,
+                                    MethodW, CODE_TYPE, XML_TYPE>
+{
+    using Base = CRegisterParamOfNumber<CRegisterParamNumeric, Client, MethodW, CODE_TYPE, XML_TYPE>;
+    friend Base;
+
+public:
+    CRegisterParamNumeric(Client* pClient, const CRegisterRow& row, CODE_TYPE value,
+                          const CRangeOf<CODE_TYPE>& range = {}, MethodW pMethodW = nullptr)
+        : Base(pClient, row, range, pMethodW)
+        , m_Value(value)
+    {}
+
+    CODE_TYPE GetValue() const { return m_Value; }
+    // Not explicit: the register stands for the value in expressions.
+    operator CODE_TYPE() const { return m_Value; }
+    /// Stores the value and does nothing else.
+    void SetValue(CODE_TYPE value) { m_Value = value; }
+
+private:
+    CODE_TYPE Load() const { return m_Value; }
+    bool IsPresent(CODE_TYPE value) const { return m_Value == value; }
+    bool Store(CODE_TYPE value) { return m_Value.exchange(value) != value; }
+
     std::atomic<CODE_TYPE> m_Value;
 };
 
-/// A number that the client keeps.
-template <class Client, class MethodW, class CODE_TYPE, class XML_TYPE>
-class CRegisterParamNumericMethod final : public CRegisterParamBase<Client, MethodW>
+/// A number that the client keeps; its method to set it may raise. Without one the register can only be read.
+template <class Client, class MethodW, class CODE_TYPE, class XML_TYPE = CWireType<CODE_TYPE>>
+class CRegisterParamNumericMethod final
+    : public CRegisterParamOfNumber<CRegisterParamNumericMethod<Client, MethodW, CODE_TYPE, XML_TYPE>, Client,
+                                    MethodW, CODE_TYPE, XML_TYPE>
 {
-    using Base = CRegisterParamBase<Client, MethodW>;
+    using Base = CRegisterParamOfNumber<CRegisterParamNumericMethod, Client, MethodW, CODE_TYPE, XML_TYPE>;
+    friend Base;
 
 public:
     using MethodOnSet = void (Client::*)(CODE_TYPE);
     using MethodOnGet = CODE_TYPE (Client::*)() const;
 
-    CRegisterParamNumericMethod(Client* pClient, MethodW pMethodW, int64_t nAddress,
-                                GenApi::EAccessMode eAccessMode, MethodOnSet pMethodOnSet,
-                                MethodOnGet pMethodOnGet)
-        : Base(pClient, pMethodW, nAddress, sizeof(XML_TYPE), eAccessMode)
+    CRegisterParamNumericMethod(Client* pClient, const CRegisterRow& row, MethodOnSet pMethodOnSet,
+                                MethodOnGet pMethodOnGet, const CRangeOf<CODE_TYPE>& range = {},
+                                MethodW pMethodW = nullptr)
+        : Base(pClient, row, range, pMethodW)
         , m_pMethodOnSet(pMethodOnSet)
         , m_pMethodOnGet(pMethodOnGet)
     {}
 
-    // Not explicit: the register stands for the value in expressions.
-    operator CODE_TYPE() const
+    operator CODE_TYPE() const { return Load(); }
+    CRegisterParamNumericMethod& operator=(CODE_TYPE value)
+    {
+        Store(value);
+        return *this;
+    }
+
+private:
+    CODE_TYPE Load() const
     {
         KX_ASSERT(m_pMethodOnGet, "m_pMethodOnGet != NULL");
         return (this->m_pClient->*m_pMethodOnGet)();
     }
-    CRegisterParamNumericMethod& operator=(CODE_TYPE value)
+    bool IsPresent(CODE_TYPE value) const { return Load() == value; }
+    /// Whether the value is another one is for the client to tell.
+    bool Store(CODE_TYPE value)
     {
         KX_ASSERT(m_pMethodOnSet, "m_pMethodOnSet != NULL");
         (this->m_pClient->*m_pMethodOnSet)(value);
-        return *this;
+        return true;
     }
 
-    void Read(void* pBuffer, int64_t nAddress, int64_t nLength) override
-    {
-        this->CheckReadable();
-        this->CheckStart(nAddress);
-        this->CheckLength(nLength, this->m_nLength);
-        const auto value = static_cast<XML_TYPE>(static_cast<CODE_TYPE>(*this));
-        std::memcpy(pBuffer, &value, sizeof(value));
-    }
-    void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) override
-    {
-        this->CheckWritable();
-        this->CheckStart(nAddress);
-        this->CheckLength(nLength, this->m_nLength);
-        XML_TYPE value;
-        std::memcpy(&value, pBuffer, sizeof(value));
-        *this = static_cast<CODE_TYPE>(value);
-        this->RunMethodW();
-    }
-
-private:
     const MethodOnSet m_pMethodOnSet;
     const MethodOnGet m_pMethodOnGet;
 };
 
-/// A text, which may be read and written in pieces. One thread at a time.
+/// A text, which may be read and written in pieces. Any thread.
 template <class Client, class MethodW>
 class CRegisterParamText final : public CRegisterParamBase<Client, MethodW>
 {
     using Base = CRegisterParamBase<Client, MethodW>;
 
 public:
-    CRegisterParamText(Client* pClient, MethodW pMethodW, int64_t nAddress, int64_t nLength,
-                       GenApi::EAccessMode eAccessMode)
-        : Base(pClient, pMethodW, nAddress, nLength, eAccessMode)
-        , m_vecText(static_cast<size_t>(nLength) + 1)
-    {}
+    CRegisterParamText(Client* pClient, const CRegisterRow& row, int64_t nLength, const char* szText = "",
+                       MethodW pMethodW = nullptr)
+        : Base(pClient, row, nLength, pMethodW)
+        , m_strText(static_cast<size_t>(nLength) + 1, '\0')
+    {
+        Store(szText);
+    }
 
     /// The text up to its terminator.
-    const char* GetText() const { return m_vecText.data(); }
+    GenICam::gcstring GetText() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return GenICam::gcstring(m_strText.c_str());
+    }
+
+    /// What the application's call does; a text that is too long is cut.
+    void Set(const GenICam::gcstring& strText)
+    {
+        if (Store(strText.c_str()) || this->m_row.Has(KxRegister_AlwaysTold))
+            this->Tell(true);
+    }
 
     void Read(void* pBuffer, int64_t nAddress, int64_t nLength) override
     {
         this->CheckReadable();
         this->CheckInside(nAddress);
-        const int64_t nOffset = nAddress - this->m_nAddress;
-        std::memcpy(pBuffer, &m_vecText[static_cast<size_t>(nOffset)],
+        const int64_t nOffset = nAddress - this->GetAddress();
+        const std::lock_guard lock(m_mutex);
+        std::memcpy(pBuffer, &m_strText[static_cast<size_t>(nOffset)],
                     static_cast<size_t>(std::min(this->m_nLength - nOffset, nLength)));
     }
     void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) override
     {
         this->CheckWritable();
         this->CheckInside(nAddress);
-        const int64_t nOffset = nAddress - this->m_nAddress;
+        const int64_t nOffset = nAddress - this->GetAddress();
         const int64_t nDone = std::min(this->m_nLength - nOffset, nLength);
-        std::memcpy(&m_vecText[static_cast<size_t>(nOffset)], pBuffer, static_cast<size_t>(nDone));
-        m_vecText[static_cast<size_t>(nOffset + nDone)] = 0;
-        this->RunMethodW();
+        {
+            const std::lock_guard lock(m_mutex);
+            std::memcpy(&m_strText[static_cast<size_t>(nOffset)], pBuffer, static_cast<size_t>(nDone));
+            m_strText[static_cast<size_t>(nOffset + nDone)] = 0;
+        }
+        this->Show(false);
     }
 
 private:
-    std::vector<char> m_vecText;
+    bool Store(const char* szText)
+    {
+        const std::lock_guard lock(m_mutex);
+        const size_t nRoom = m_strText.size() - 1;
+        if (std::strncmp(m_strText.c_str(), szText, nRoom) == 0)
+            return false;
+        const size_t nDone = strnlen(szText, nRoom);
+        std::fill(std::copy_n(szText, nDone, m_strText.begin()), m_strText.end(), '\0');
+        return true;
+    }
+
+    mutable std::mutex m_mutex;
+    std::string m_strText; // of the register's length and a terminator, whatever it holds
 };
 
 /// A text that the client keeps.
@@ -249,10 +351,9 @@ public:
     using MethodOnSet = void (Client::*)(const GenICam::gcstring&);
     using MethodOnGet = GenICam::gcstring (Client::*)() const;
 
-    CRegisterParamTextMethod(Client* pClient, MethodW pMethodW, int64_t nAddress, int64_t nLength,
-                             GenApi::EAccessMode eAccessMode, MethodOnSet pMethodOnSet,
-                             MethodOnGet pMethodOnGet)
-        : Base(pClient, pMethodW, nAddress, nLength, eAccessMode)
+    CRegisterParamTextMethod(Client* pClient, const CRegisterRow& row, int64_t nLength,
+                             MethodOnSet pMethodOnSet, MethodOnGet pMethodOnGet, MethodW pMethodW = nullptr)
+        : Base(pClient, row, nLength, pMethodW)
         , m_pMethodOnSet(pMethodOnSet)
         , m_pMethodOnGet(pMethodOnGet)
     {}
@@ -267,6 +368,13 @@ public:
         KX_ASSERT(m_pMethodOnSet, "m_pMethodOnSet != NULL");
         (this->m_pClient->*m_pMethodOnSet)(strText);
         return *this;
+    }
+
+    /// What the application's call does.
+    void Set(const GenICam::gcstring& strText)
+    {
+        *this = strText;
+        this->Tell(true);
     }
 
     void Read(void* pBuffer, int64_t nAddress, int64_t nLength) override
@@ -287,7 +395,7 @@ public:
             const std::string strText(static_cast<const char*>(pBuffer), static_cast<size_t>(nLength));
             *this = GenICam::gcstring(strText.c_str()); // ends at the first zero
         });
-        this->RunMethodW();
+        this->Show(false);
     }
 
 private:
@@ -305,10 +413,10 @@ public:
     using MethodOnSet = void (Client::*)(size_t, TYPE);
     using MethodOnGet = TYPE (Client::*)(size_t) const;
 
-    CRegisterParamNumberArrayMethod(Client* pClient, MethodW pMethodW, int64_t nAddress, int64_t nLength,
-                                    GenApi::EAccessMode eAccessMode, MethodOnSet pMethodOnSet,
-                                    MethodOnGet pMethodOnGet)
-        : Base(pClient, pMethodW, nAddress, nLength, eAccessMode)
+    CRegisterParamNumberArrayMethod(Client* pClient, const CRegisterRow& row, int64_t nLength,
+                                    MethodOnSet pMethodOnSet, MethodOnGet pMethodOnGet,
+                                    MethodW pMethodW = nullptr)
+        : Base(pClient, row, nLength, pMethodW)
         , m_pMethodOnSet(pMethodOnSet)
         , m_pMethodOnGet(pMethodOnGet)
     {}
@@ -333,7 +441,7 @@ public:
             std::memcpy(&value, pElement, sizeof(value));
             (this->m_pClient->*m_pMethodOnSet)(nIndex++, value);
         }
-        this->RunMethodW();
+        this->Show(false);
     }
 
 private:
@@ -341,10 +449,70 @@ private:
 
     size_t FirstIndex(int64_t nAddress) const
     {
-        KX_ASSERT(this->m_nAddress <= nAddress, "this->m_nAddress <= nAddress");
-        return static_cast<size_t>((nAddress - this->m_nAddress) / kSize);
+        KX_ASSERT(this->GetAddress() <= nAddress, "this->m_nAddress <= nAddress");
+        return static_cast<size_t>((nAddress - this->GetAddress()) / kSize);
     }
 
+    const MethodOnSet m_pMethodOnSet;
+    const MethodOnGet m_pMethodOnGet;
+};
+
+/// A block of records that the client keeps: each begins `nStride` bytes behind the one before and has fields
+/// of `TYPE` side by side, one of which an access serves.
+template <class Client, class MethodW, class TYPE>
+class CRegisterParamRecordsMethod final : public CRegisterParamBase<Client, MethodW>
+{
+    using Base = CRegisterParamBase<Client, MethodW>;
+
+public:
+    /// Record and field. The client checks them, for a block may end within a record.
+    using MethodOnSet = void (Client::*)(size_t, size_t, TYPE);
+    using MethodOnGet = TYPE (Client::*)(size_t, size_t) const;
+
+    /// @param nLast the last address that is served.
+    CRegisterParamRecordsMethod(Client* pClient, const CRegisterRow& row, int64_t nLast, int64_t nStride,
+                                MethodOnSet pMethodOnSet, MethodOnGet pMethodOnGet,
+                                MethodW pMethodW = nullptr)
+        : Base(pClient, row, nLast - row.nAddress + 1, pMethodW)
+        , m_nStride(nStride)
+        , m_pMethodOnSet(pMethodOnSet)
+        , m_pMethodOnGet(pMethodOnGet)
+    {}
+
+    int64_t GetStep() const override { return kSize; }
+
+    void Read(void* pBuffer, int64_t nAddress, int64_t nLength) override
+    {
+        this->CheckReadable();
+        this->CheckInside(nAddress);
+        this->CheckLength(nLength, kSize);
+        const TYPE value = (this->m_pClient->*m_pMethodOnGet)(Record(nAddress), Field(nAddress));
+        std::memcpy(pBuffer, &value, sizeof(value));
+    }
+    void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) override
+    {
+        this->CheckWritable();
+        this->CheckInside(nAddress);
+        this->CheckLength(nLength, kSize);
+        TYPE value;
+        std::memcpy(&value, pBuffer, sizeof(value));
+        (this->m_pClient->*m_pMethodOnSet)(Record(nAddress), Field(nAddress), value);
+        this->Show(false);
+    }
+
+private:
+    static constexpr int64_t kSize = sizeof(TYPE);
+
+    size_t Record(int64_t nAddress) const
+    {
+        return static_cast<size_t>((nAddress - this->GetAddress()) / m_nStride);
+    }
+    size_t Field(int64_t nAddress) const
+    {
+        return static_cast<size_t>((nAddress - this->GetAddress()) % m_nStride / kSize);
+    }
+
+    const int64_t m_nStride;
     const MethodOnSet m_pMethodOnSet;
     const MethodOnGet m_pMethodOnGet;
 };

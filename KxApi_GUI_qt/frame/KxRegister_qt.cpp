@@ -9,9 +9,13 @@ namespace KxApi
 namespace
 {
 
-/// Cuts a length to what lies within the register; false when nothing does.
+/// Cuts a length to what the register has done; false when that is nothing.
 bool CutToRegister(const IKxRegisterParam& param, int64_t nAddress, int64_t* pnLength)
 {
+    if (param.GetStep() != 0) {
+        *pnLength = param.GetStep();
+        return true;
+    }
     const int64_t nDone = std::min(nAddress + *pnLength, param.GetAddress() + param.GetLength()) - nAddress;
     if (nDone < 1)
         return false;
@@ -27,7 +31,8 @@ IKxRegisterParam* CKxRegister::Find(int64_t nAddress) const
     if (behind == m_mapParams.begin())
         return nullptr;
     IKxRegisterParam* const pParam = std::prev(behind)->second;
-    return nAddress < pParam->GetAddress() + pParam->GetLength() ? pParam : nullptr;
+    const bool bInside = nAddress < pParam->GetAddress() + pParam->GetLength();
+    return bInside && pParam->Covers(nAddress) ? pParam : nullptr;
 }
 
 bool CKxRegister::mRead(unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength) const
@@ -45,7 +50,7 @@ bool CKxRegister::mWrite(const unsigned char* pBuffer, int64_t nAddress, int64_t
     if (!pParam)
         return false;
     pParam->Write(pBuffer, nAddress, *pnLength);
-    return CutToRegister(*pParam, nAddress, pnLength);
+    return pParam->TakesWrites() && CutToRegister(*pParam, nAddress, pnLength);
 }
 
 } // namespace KxApi

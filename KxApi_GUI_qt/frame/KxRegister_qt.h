@@ -7,6 +7,7 @@
 #include <GenApi/IPort.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 
 namespace KxApi
@@ -18,6 +19,11 @@ class CKxRegister
 public:
     /// Enters a register, which isn't owned. A second one at the same address is dropped.
     void Register(IKxRegisterParam& param) { m_mapParams.emplace(param.GetAddress(), &param); }
+    void Register(std::initializer_list<IKxRegisterParam*> params)
+    {
+        for (IKxRegisterParam* const pParam : params)
+            Register(*pParam);
+    }
 
     /// Reads from the register at an address; false when there is none.
     /// @param[in,out] pnLength bytes wanted, then bytes done. Raises what the register raises.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The image dialog and the tool for drawing over the image.
-#include "image/ConnectGuarded_qt.h"
+#include "frame/ConnectGuarded_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/ICDisplayImageDlgParent.h"
 #include "ui_DisplayImagePartDlg_qt.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Menus of the image dialog.
-#include "image/ConnectGuarded_qt.h"
+#include "frame/ConnectGuarded_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/ICDisplayImageDlgParent.h"
 #include "ui_DisplayImagePartDlg_qt.h"
@@ -73,8 +73,6 @@ void CheckOnly(const QMenu& menu, Value value)
 
 } // namespace
 
-QMenuBar* CDisplayImagePartDlg::getMenu() { return &m_objMenuBar; }
-
 void CDisplayImagePartDlg::BuildMenus(bool bCreateMenuBar)
 {
     BuildSaveMenu();
@@ -103,14 +101,8 @@ void CDisplayImagePartDlg::BuildMenuBar()
     m_objMenuView.addMenu(&m_objMenuZoom);
     m_objMenuView.addMenu(&m_objMenuPixelConverter);
     m_objMenuView.addSeparator();
-    m_objActionStatusBar.setText(tr("&Status Bar"));
-    m_objActionStatusBar.setCheckable(true);
-    m_objMenuView.addAction(&m_objActionStatusBar);
-    ConnectGuarded(this, &m_objActionStatusBar, &QAction::toggled,
-                   [this](bool bChecked) { onShowStatusBarToggled(bChecked); });
+    AddStatusBarAction(m_objMenuView);
     m_objMenuBar.addMenu(&m_objMenuView);
-
-    m_pUi->layoutMenuBar->addWidget(&m_objMenuBar);
 }
 
 void CDisplayImagePartDlg::BuildSaveMenu()
@@ -231,18 +223,6 @@ void CDisplayImagePartDlg::doReverseYTriggered(bool bChecked)
 void CDisplayImagePartDlg::updateMenuReverseY(bool bReverseY)
 {
     InGuiThread([this, bReverseY] { m_objActionReverseY.setChecked(bReverseY); });
-}
-
-void CDisplayImagePartDlg::onShowStatusBarToggled(bool bChecked)
-{
-    if (IKxImageDisplayWndInside* const pWnd = Window())
-        pWnd->SetVisibleStatusBar(bChecked);
-}
-
-void CDisplayImagePartDlg::setStatusBarVisible(bool value)
-{
-    m_objActionStatusBar.setChecked(value);
-    CBaseDialogEx::setStatusBarVisible(value);
 }
 
 void CDisplayImagePartDlg::doShowContextMenu(const QPoint& pos)

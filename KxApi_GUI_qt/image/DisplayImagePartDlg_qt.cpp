@@ -2,7 +2,7 @@
 // The dialog between window and image widget; menus and drawing toolbar have files of their own.
 #include "image/DisplayImagePartDlg_qt.h"
 
-#include "image/ConnectGuarded_qt.h"
+#include "frame/ConnectGuarded_qt.h"
 #include "image/ICDisplayImageDlgParent.h"
 #include "ui_DisplayImagePartDlg_qt.h"
 
@@ -11,10 +11,8 @@
 #include <KxApi_TL/IKxImageBuffer.h>
 #include <KxSDKCommon/KxAssert.h>
 
-#include <QCloseEvent>
 #include <QResizeEvent>
 #include <QScrollBar>
-#include <QShowEvent>
 #include <algorithm>
 #include <iterator>
 #include <new>
@@ -53,11 +51,8 @@ try : CBaseDialogEx(pParent, pDlgParent), m_pUi(std::make_unique<Ui_CDisplayImag
     ConnectScrollArea();
     m_pUi->m_CDisplayImageWidget->OnWidgetSizeUpdated(1, 1);
 
-    if (bCreateMenuBar)
-        m_pMenuBarWidget = m_pUi->widgetMenu;
-    m_pStatusBarWidget = m_pUi->widgetStatus;
-    m_pUi->layoutStatusBar->addWidget(&m_objStatusBar);
-    m_objStatusBar.show();
+    BuildBars({m_pUi->widgetMenu, m_pUi->layoutMenuBar, m_pUi->widgetStatus, m_pUi->layoutStatusBar},
+              bCreateMenuBar);
 
     m_objDrawingToolBar.hide();
     m_pUi->verticalLayout_2->addWidget(&m_objDrawingToolBar);
@@ -203,44 +198,33 @@ void CDisplayImagePartDlg::NoteScrollState()
 {
     const QScrollBar& barH = *m_pUi->scrollArea->horizontalScrollBar();
     const QScrollBar& barV = *m_pUi->scrollArea->verticalScrollBar();
-    m_nScrollH = barH.value();
-    m_nScrollV = barV.value();
-    m_nScrollHMax = barH.maximum();
-    m_nScrollVMax = barV.maximum();
+    if (ICDisplayImageDlgParent* const pDlgParent = GetICDisplayImageDlgParent())
+        pDlgParent->OnScrollState(barH.value(), barH.maximum(), barV.value(), barV.maximum());
 }
 
 void CDisplayImagePartDlg::setScrollBarH(int nPosition)
 {
-    // Another thread reads back what it wrote, though the bar has yet to move.
-    m_nScrollH = std::clamp(nPosition, 0, m_nScrollHMax.load());
-    InGuiThread([this, nPosition] { m_pUi->scrollArea->horizontalScrollBar()->setValue(nPosition); });
+    m_pUi->scrollArea->horizontalScrollBar()->setValue(nPosition);
 }
 
 void CDisplayImagePartDlg::setScrollBarV(int nPosition)
 {
-    m_nScrollV = std::clamp(nPosition, 0, m_nScrollVMax.load());
-    InGuiThread([this, nPosition] { m_pUi->scrollArea->verticalScrollBar()->setValue(nPosition); });
+    m_pUi->scrollArea->verticalScrollBar()->setValue(nPosition);
 }
 
-void CDisplayImagePartDlg::showEvent(QShowEvent* pEvent)
+void CDisplayImagePartDlg::initDialog()
 {
     m_bShown = true;
-    Guarded([this] {
-        CDisplayImageWidget& widget = *m_pUi->m_CDisplayImageWidget;
-        RefreshBackground();
-        widget.SetIDisplayImageWidgetParent(this);
-        widget.Initialize();
-        ShowConverterSettings();
-        updateMenuZoom(IsFitMode());
-        if (const IKxImageDisplayWndInside* const pWnd = Window()) {
-            setMenuBarVisible(pWnd->GetVisibleMenu());
-            setStatusBarVisible(pWnd->GetVisibleStatusBar());
-        }
-        updateImageWidgetSize(IsFitMode());
-        doNotifyScrollChanges();
-        PostVisibleDrawingToolBarUpdated();
-    });
-    CBaseDialogEx::showEvent(pEvent);
+    CDisplayImageWidget& widget = *m_pUi->m_CDisplayImageWidget;
+    RefreshBackground();
+    widget.SetIDisplayImageWidgetParent(this);
+    widget.Initialize();
+    ShowConverterSettings();
+    updateMenuZoom(IsFitMode());
+    ShowBars();
+    updateImageWidgetSize(IsFitMode());
+    doNotifyScrollChanges();
+    PostVisibleDrawingToolBarUpdated();
 }
 
 void CDisplayImagePartDlg::hideEvent(QHideEvent* pEvent)
@@ -248,8 +232,6 @@ void CDisplayImagePartDlg::hideEvent(QHideEvent* pEvent)
     m_bShown = false;
     CBaseDialogEx::hideEvent(pEvent);
 }
-
-void CDisplayImagePartDlg::closeEvent(QCloseEvent* pEvent) { closeEventCheck(pEvent); }
 
 void CDisplayImagePartDlg::resizeEvent(QResizeEvent* pEvent)
 {

@@ -60,10 +60,6 @@ public:
 
     void setScrollBarH(int nPosition);
     void setScrollBarV(int nPosition);
-    int getScrollBarH() const { return m_nScrollH; }
-    int getScrollBarV() const { return m_nScrollV; }
-    int getScrollBarHMax() const { return m_nScrollHMax; }
-    int getScrollBarVMax() const { return m_nScrollVMax; }
 
     void PostVisibleDrawingToolBarUpdated();
     /// The tool changed its kind of object.
@@ -83,21 +79,15 @@ public:
         return m_vecKeyObservers;
     }
 
-    QMenuBar* getMenu() override;
-
 signals:
     void onDrawingToolBarSignal();
     void onDrawingItemChangedSignal();
     void onDisplayGridCountHSignal();
     void onDisplayGridCountVSignal();
 
-public slots:
-    void setStatusBarVisible(bool value) override;
-
 protected:
-    void showEvent(QShowEvent* pEvent) override;
+    void initDialog() override;
     void hideEvent(QHideEvent* pEvent) override;
-    void closeEvent(QCloseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
@@ -115,7 +105,6 @@ private:
     void doBayerTriggered(QAction& action, bool bChecked);
     void doReverseYTriggered(bool bChecked);
     void ShowConverterSettings();
-    void onShowStatusBarToggled(bool bChecked);
     void doShowContextMenu(const QPoint& pos);
 
     void ConnectScrollArea();
@@ -137,7 +126,6 @@ private:
     std::atomic<uint64_t> m_nImageWidth{0}; // of the last image
     std::atomic<uint64_t> m_nImageHeight{0};
 
-    QMenuBar m_objMenuBar;
     QMenu m_objContextMenu{this};
     QMenu m_objMenuFile{this};
     QMenu m_objMenuSave{this};
@@ -148,18 +136,12 @@ private:
     QMenu m_objMenuBayer{this};
     QAction m_objActionFit;
     QAction m_objActionReverseY;
-    QAction m_objActionStatusBar;
 
     CDrawingToolBar m_objDrawingToolBar;
     std::vector<IKxMouseObserverInside*> m_vecMouseObservers; // not owned
     std::vector<IKxKeyObserverInside*> m_vecKeyObservers;
 
     std::atomic<bool> m_bShown{false};
-    // What the scroll bars show, for all threads.
-    std::atomic<int> m_nScrollH{0};
-    std::atomic<int> m_nScrollV{0};
-    std::atomic<int> m_nScrollHMax{0};
-    std::atomic<int> m_nScrollVMax{0};
 
     CNodeCallbackHandle m_objGridCountHCallback; // last, so that no node calls a dialog that is half gone
     CNodeCallbackHandle m_objGridCountVCallback;

@@ -15,7 +15,7 @@ struct IKxDrawingToolInside;
 struct IKxImageBufferReleasable;
 
 /// The window with all of its settings.
-struct IKxImageDisplayWndInside : IKxImageDisplayWnd, IKxWndReleasable, IKxWndInside
+struct IKxImageDisplayWndInside : IKxImageDisplayWnd, IKxWndReleasable, virtual IKxWndInside
 {
     /// The tool for drawing over the image, which belongs to the window; null while there is none.
     virtual IKxDrawingToolInside* GetIKxDrawingToolInside() = 0;
@@ -25,7 +25,7 @@ protected:
 };
 
 /// The window as the dialog holds it.
-struct ICDisplayImageDlgParent : IDlgParent
+struct ICDisplayImageDlgParent : virtual IDlgParent
 {
     virtual IKxImageDisplayWndInside* GetIKxImageDisplayWndInside() = 0;
 
@@ -40,6 +40,8 @@ struct ICDisplayImageDlgParent : IDlgParent
 
     /// Scroll bars moved or have a new range.
     virtual void OnScrollPosOrRangeChanged() = 0;
+    /// What the scroll bars show, and up to where they go.
+    virtual void OnScrollState(int nH, int nHMax, int nV, int nVMax) = 0;
 
     /// Asks for a file name and saves the image as it was registered, or as it is shown. GUI thread.
     virtual void SaveImage(bool bPreview) = 0;

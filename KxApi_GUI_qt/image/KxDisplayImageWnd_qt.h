@@ -3,20 +3,18 @@
 #pragma once
 
 #include "frame/KxBaseWnd_qt.h"
+#include "frame/ScrollBarState_qt.h"
 #include "frame/WndInfo_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/ICDisplayImageDlgParent.h"
 #include "image/ImagePreview_qt.h"
 #include "image/ImageSaver_qt.h"
 
-#include <atomic>
-
 namespace KxApi
 {
 
-/// The model of the image window: keeps the settings, and brings images, previews, dialog and files together.
-/// A setting has a public SetX, and an mSetX whose flag asks to invalidate the node: a write
-/// that comes from the node map must not run back into it.
+/// The model of the image window: keeps the settings, each of which is a register with its row, and brings
+/// images, previews, dialog and files together.
 class CKxDisplayImageWnd final
     : public CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>
 {
@@ -46,51 +44,64 @@ public:
     {
         return m_ePreviewPixelFormatMode;
     }
-    void SetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t eMode) override;
-    int GetScrollHMax() const override;
-    int GetScrollHPosition() const override;
-    void SetScrollHPosition(int nPosition) override;
-    int GetScrollVMax() const override;
-    int GetScrollVPosition() const override;
-    void SetScrollVPosition(int nPosition) override;
+    void SetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t e) override
+    {
+        m_ePreviewPixelFormatMode.Set(e);
+    }
+    int GetScrollHMax() const override { return m_pPartDlg ? m_objScrollH.nMax.load() : 0; }
+    int GetScrollHPosition() const override
+    {
+        return m_pPartDlg ? m_objScrollH.Get(IsUpdateWaiting(UpdateScrollH)) : 0;
+    }
+    void SetScrollHPosition(int nPosition) override { m_regScrollH.Set(nPosition); }
+    int GetScrollVMax() const override { return m_pPartDlg ? m_objScrollV.nMax.load() : 0; }
+    int GetScrollVPosition() const override
+    {
+        return m_pPartDlg ? m_objScrollV.Get(IsUpdateWaiting(UpdateScrollV)) : 0;
+    }
+    void SetScrollVPosition(int nPosition) override { m_regScrollV.Set(nPosition); }
     uint32_t GetRefreshInterval() const override { return m_nRefreshInterval; }
-    void SetRefreshInterval(uint32_t nInterval) override;
+    void SetRefreshInterval(uint32_t nInterval) override { m_nRefreshInterval.Set(nInterval); }
     _EKxZoomMode_t GetZoomMode() const override { return m_eZoomMode; }
-    void SetZoomMode(_EKxZoomMode_t eZoomMode) override;
+    void SetZoomMode(_EKxZoomMode_t eZoomMode) override { m_eZoomMode.Set(eZoomMode); }
     double GetManualZoomMagnification() const override { return m_dManualZoomMagnification; }
-    void SetManualZoomMagnification(double dMagnification) override;
+    void SetManualZoomMagnification(double d) override { m_dManualZoomMagnification.Set(d); }
     _EKxBackgroundStyle_t GetBackgroundStyle() const override { return m_eBackgroundStyle; }
-    void SetBackgroundStyle(_EKxBackgroundStyle_t eStyle) override;
+    void SetBackgroundStyle(_EKxBackgroundStyle_t eStyle) override { m_eBackgroundStyle.Set(eStyle); }
     uint32_t GetForegroundColor() const override { return m_nForegroundColor; }
-    void SetForegroundColor(uint32_t nColor) override;
+    void SetForegroundColor(uint32_t nColor) override { m_nForegroundColor.Set(nColor); }
     uint32_t GetBackgroundColor() const override { return m_nBackgroundColor; }
-    void SetBackgroundColor(uint32_t nColor) override;
-    bool GetBuiltInDrawingToolbar() const override { return m_regShowBuiltInDrawingToolbar.GetValue(); }
-    void SetBuiltInDrawingToolbar(bool bShow) override;
-    bool GetEnableDrawingOnSavingImage() const override { return m_regEnableDrawingOnSavingImage.GetValue(); }
-    void SetEnableDrawingOnSavingImage(bool bEnable) override;
+    void SetBackgroundColor(uint32_t nColor) override { m_nBackgroundColor.Set(nColor); }
+    bool GetBuiltInDrawingToolbar() const override { return m_regShowBuiltInDrawingToolbar; }
+    void SetBuiltInDrawingToolbar(bool bShow) override { m_regShowBuiltInDrawingToolbar.Set(bShow); }
+    bool GetEnableDrawingOnSavingImage() const override { return m_regEnableDrawingOnSavingImage; }
+    void SetEnableDrawingOnSavingImage(bool bEnable) override
+    {
+        m_regEnableDrawingOnSavingImage.Set(bEnable);
+    }
     EKxBayerInterpolationMethod_t GetStretchMode() const override { return m_eStretchMode; }
-    void SetStretchMode(EKxBayerInterpolationMethod_t eStretchMode) override;
+    void SetStretchMode(EKxBayerInterpolationMethod_t e) override { m_eStretchMode.Set(e); }
     _EKxBayerInterpolationMethodForStillImageFile_t
     GetBayerInterpolationMethodForStillImageFile() const override
     {
         return m_eBayerInterpolationMethodForStillImageFile;
     }
     void SetBayerInterpolationMethodForStillImageFile(
-        _EKxBayerInterpolationMethodForStillImageFile_t eMethod) override;
+        _EKxBayerInterpolationMethodForStillImageFile_t eMethod) override
+    {
+        m_eBayerInterpolationMethodForStillImageFile.Set(eMethod);
+    }
     EKxColorMapType_t GetColorMapType() const override { return m_eColorMapType; }
-    void SetColorMapType(EKxColorMapType_t eType) override;
+    void SetColorMapType(EKxColorMapType_t eType) override { m_eColorMapType.Set(eType); }
     bool GetColorMapInversion() const override { return m_bColorMapInversion; }
-    void SetColorMapInversion(bool bInversion) override;
+    void SetColorMapInversion(bool bInversion) override { m_bColorMapInversion.Set(bInversion); }
     int GetColorMapPhase() const override { return m_nColorMapPhase; }
-    void SetColorMapPhase(int nPhase) override;
+    void SetColorMapPhase(int nPhase) override { m_nColorMapPhase.Set(nPhase); }
 
     /// There is no drawing tool yet.
     IKxDrawingToolInside* GetIKxDrawingToolInside() override { return nullptr; }
 
     void GetStatusBarText(QStringList& listText) override;
-    bool mRead(unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength) override;
-    bool mWrite(const unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength) override;
     IKxImageDisplayWndInside* GetIKxImageDisplayWndInside() override { return this; }
     void RunOverlay(COverlayParam* pParam) override;
     IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) override
@@ -98,29 +109,19 @@ public:
         return m_objPreview.Get(bForApplication ? CImagePreview::Api : CImagePreview::Widget);
     }
     void OnScrollPosOrRangeChanged() override;
+    void OnScrollState(int nH, int nHMax, int nV, int nVMax) override;
     void SaveImage(bool bPreview) override;
 
-    void mSetPreviewPixelFormatMode(_EKxPreviewPixelFormatMode_t eMode, bool bInvalidate);
-    void mSetScrollHPosition(int nPosition, bool bInvalidate);
-    void mSetScrollVPosition(int nPosition, bool bInvalidate);
-    void mSetRefreshInterval(uint32_t nInterval, bool bInvalidate);
-    void mSetZoomMode(_EKxZoomMode_t eZoomMode, bool bInvalidate);
-    void mSetManualZoomMagnification(double dMagnification, bool bInvalidate);
-    void mSetBackgroundStyle(_EKxBackgroundStyle_t eStyle, bool bInvalidate);
-    void mSetForegroundColor(uint32_t nColor, bool bInvalidate);
-    void mSetBackgroundColor(uint32_t nColor, bool bInvalidate);
-    void mSetStretchMode(EKxBayerInterpolationMethod_t eStretchMode, bool bInvalidate);
-    void
-    mSetBayerInterpolationMethodForStillImageFile(_EKxBayerInterpolationMethodForStillImageFile_t eMethod,
-                                                  bool bInvalidate);
-    void mSetColorMapType(EKxColorMapType_t eType, bool bInvalidate);
-    void mSetColorMapInversion(bool bInversion, bool bInvalidate);
-    void mSetColorMapPhase(int nPhase, bool bInvalidate);
+    void OnSettingChanged(uint32_t nUpdate, bool bByCall) override;
 
 private:
-    using RegisterBool =
-        CRegisterParamNumeric<CKxDisplayImageWnd, void (CKxDisplayImageWnd::*)(), bool, unsigned int>;
+    using MethodW = void (CKxDisplayImageWnd::*)();
+    template <class T>
+    using Numeric = CRegisterParamNumeric<CKxDisplayImageWnd, MethodW, T>;
+    template <class T>
+    using NumericMethod = CRegisterParamNumericMethod<CKxDisplayImageWnd, MethodW, T>;
 
+    /// What has to follow a change: first the dialog's part, then the window's own.
     enum EImageUpdate : uint32_t
     {
         UpdateScrollH = UpdateFirstOfWindow << 0,
@@ -134,37 +135,71 @@ private:
         UpdateBackground = UpdateFirstOfWindow << 7,
         UpdateDrawingToolBar = UpdateFirstOfWindow << 8,
         UpdatePicture = UpdateFirstOfWindow << 9,
+        UpdatePictureIfFit = UpdateFirstOfWindow << 10,
+        // The window's.
+        PreviewIsDirty = UpdateFirstOfWindow << 11,
+        ScrollRangesChange = UpdateFirstOfWindow << 12, ///< when the application called
+        DestinationModeChanges = UpdateFirstOfWindow << 13,
+
+        Zoom = UpdateZoomMenu | UpdateSize | PreviewIsDirty | ScrollRangesChange,
     };
     void OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t nKinds) override;
-    /// A scroll bar's position, or the one that it is about to have.
-    int ScrollPosition(uint32_t nKind, const std::atomic<int>& nWanted,
-                       int (CDisplayImagePartDlg::*get)() const,
-                       int (CDisplayImagePartDlg::*getMax)() const) const;
-    void OnVisibleDrawingToolBar();
+    void mSetScrollHPosition(int nPosition) { m_objScrollH.nWanted = nPosition; }
+    void mSetScrollVPosition(int nPosition) { m_objScrollV.nWanted = nPosition; }
 
     void OnConverterChanged(const GenICam::gcstring& strNode);
 
     static const CWndInfo<CKxDisplayImageWnd> m_objWndInfo;
 
-    std::atomic<_EKxZoomMode_t> m_eZoomMode{KxZoomMode_FixedZoom};
-    std::atomic<EKxBayerInterpolationMethod_t> m_eStretchMode{KxBayerInterpolationMethod_NearestNeighbor};
-    std::atomic<EKxColorMapType_t> m_eColorMapType{KxColorMapType_Normal};
-    std::atomic<bool> m_bColorMapInversion{false};
-    std::atomic<int> m_nColorMapPhase{0};
-    std::atomic<double> m_dManualZoomMagnification{1.0};
-    std::atomic<_EKxBackgroundStyle_t> m_eBackgroundStyle{KxBackgroundStyle_DiagCross};
-    std::atomic<uint32_t> m_nForegroundColor{0x00C0C0C0};
-    std::atomic<uint32_t> m_nBackgroundColor{0x00FFFFFF};
-    std::atomic<_EKxBayerInterpolationMethodForStillImageFile_t> m_eBayerInterpolationMethodForStillImageFile{
-        KxBayerInterpolationMethodForStillImageFile_Auto};
-    std::atomic<_EKxPreviewPixelFormatMode_t> m_ePreviewPixelFormatMode{KxPreviewPixelFormatMode_Auto};
-    std::atomic<uint32_t> m_nRefreshInterval{33};
-    RegisterBool m_regShowBuiltInDrawingToolbar;
-    RegisterBool m_regEnableDrawingOnSavingImage;
+    CScrollBarState m_objScrollH;
+    CScrollBarState m_objScrollV;
 
-    // What UpdateScrollH and UpdateScrollV bring to the scroll bars.
-    std::atomic<int> m_nWantedScrollH{0};
-    std::atomic<int> m_nWantedScrollV{0};
+    static constexpr uint32_t kSetting = KxRegister_Setting;
+    static constexpr uint32_t kTold = KxRegister_Told;
+    static constexpr uint32_t kScroll = KxRegister_Exact | KxRegister_WritesSet;
+    static constexpr uint32_t kMaxRefreshInterval = 1000;
+    static constexpr double kMinMagnification = 0.01;
+    static constexpr double kMaxMagnification = 64.0;
+
+    // clang-format off
+    // Address, node and what follows a change; first value; range.
+    Numeric<_EKxPreviewPixelFormatMode_t> m_ePreviewPixelFormatMode{this,
+        {0x2000, "PreviewPixelFormatModeReg", DestinationModeChanges | PreviewIsDirty | UpdatePicture, kSetting},
+        KxPreviewPixelFormatMode_Auto, Below("ePPFM", 2)};
+    NumericMethod<int> m_regScrollH{this, {0x2010, "ScrollHPositionReg", UpdateScrollH, kScroll},
+        &CKxDisplayImageWnd::mSetScrollHPosition, &CKxDisplayImageWnd::GetScrollHPosition};
+    NumericMethod<int> m_regScrollHMax{this, {0x2014, nullptr, 0, kTold}, nullptr, &CKxDisplayImageWnd::GetScrollHMax};
+    NumericMethod<int> m_regScrollV{this, {0x2018, "ScrollVPositionReg", UpdateScrollV, kScroll},
+        &CKxDisplayImageWnd::mSetScrollVPosition, &CKxDisplayImageWnd::GetScrollVPosition};
+    NumericMethod<int> m_regScrollVMax{this, {0x201C, nullptr, 0, kTold}, nullptr, &CKxDisplayImageWnd::GetScrollVMax};
+    Numeric<uint32_t> m_nRefreshInterval{this, {0x2020, "RefreshIntervalReg", UpdateInterval, kSetting | KxRegister_PresentPasses},
+        33, UpTo("nInterval", kMaxRefreshInterval)};
+    Numeric<uint32_t> m_regRefreshIntervalMin{this, {0x2024, nullptr, 0, kTold}, 0};
+    Numeric<uint32_t> m_regRefreshIntervalMax{this, {0x2028, nullptr, 0, kTold}, kMaxRefreshInterval};
+    Numeric<_EKxZoomMode_t> m_eZoomMode{this, {0x2030, "ZoomModeReg", Zoom | UpdatePictureIfFit, kSetting},
+        KxZoomMode_FixedZoom, Below("eZM", 2)};
+    Numeric<EKxBayerInterpolationMethod_t> m_eStretchMode{this,
+        {0x2034, "StretchModeReg", ScrollRangesChange | PreviewIsDirty | UpdatePicture, kSetting},
+        KxBayerInterpolationMethod_NearestNeighbor, FromBelow("eStretchMode", 1, 4)};
+    Numeric<double> m_dManualZoomMagnification{this, {0x2038, "FixedZoomMagnificationReg", Zoom | UpdatePicture, kSetting},
+        1.0, FromTo("value", kMinMagnification, kMaxMagnification)};
+    Numeric<double> m_regMagnificationMin{this, {0x2040, nullptr, 0, kTold}, kMinMagnification};
+    Numeric<double> m_regMagnificationMax{this, {0x2048, nullptr, 0, kTold}, kMaxMagnification};
+    Numeric<_EKxBackgroundStyle_t> m_eBackgroundStyle{this, {0x2060, "BackgroundStyleReg", UpdateBackground, kSetting},
+        KxBackgroundStyle_DiagCross, Below("eBS", 7)};
+    Numeric<uint32_t> m_nForegroundColor{this, {0x2064, "ForegroundColorReg", UpdateBackground, kSetting}, 0x00C0C0C0};
+    Numeric<uint32_t> m_nBackgroundColor{this, {0x2068, "BackgroundColorReg", UpdateBackground, kSetting}, 0x00FFFFFF};
+    Numeric<_EKxBayerInterpolationMethodForStillImageFile_t> m_eBayerInterpolationMethodForStillImageFile{this,
+        {0x206C, "BayerInterpolationMethodForStillImageFileReg", 0, kSetting}, KxBayerInterpolationMethodForStillImageFile_Auto};
+    // No node has the name that the setter tells, so the feature keeps its cached value; nor has that of the inversion.
+    Numeric<bool> m_regShowBuiltInDrawingToolbar{this,
+        {0x2070, "VisibleDrawingToolBarReg", UpdateDrawingToolBar, KxRegister_AlwaysTold}, false};
+    Numeric<bool> m_regEnableDrawingOnSavingImage{this, {0x2074, "EnableDrawingOnSavingImageReg", 0, KxRegister_AlwaysTold}, false};
+    Numeric<EKxColorMapType_t> m_eColorMapType{this, {0x2080, "ColorMapTypeReg", UpdatePicture, kSetting},
+        KxColorMapType_Normal, Below("eCMT", 3)};
+    Numeric<bool> m_bColorMapInversion{this, {0x2084, "ColorMapInversonReg", UpdatePicture, kSetting}, false};
+    Numeric<int> m_nColorMapPhase{this, {0x2088, "ColorMapPhaseReg", UpdatePicture, kSetting}, 0, FromBelow("nPhase", 0, 256)};
+    // clang-format on
 
     CImagePreview m_objPreview;
     CImageSaver m_objSaver; // GUI thread

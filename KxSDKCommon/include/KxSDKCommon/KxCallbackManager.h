@@ -55,6 +55,9 @@ public:
     /// In the order of the handles, which is not that of the registrations.
     void RunCallback(IKxCallbackParamBase* pParam) noexcept override;
 
+    /// The lock of runs, for who has to hold another one during a run and must take this one first.
+    GenICam::CLock& GetLock() KXGC_RETURN_CAPABILITY(m_lock) { return m_lock; }
+
 private:
     GenICam::CLock m_lock;
     std::map<void*, CKxCallbackEntry*> m_mapEntries KXGC_GUARDED_BY(m_lock); // each by its own address
