@@ -44,9 +44,14 @@ constexpr int kFitMargin = 2;
 } // namespace
 
 CDisplayImagePartDlg::CDisplayImagePartDlg(QWidget* pParent, IDlgParent* pDlgParent, bool bCreateMenuBar)
-try : CBaseDialogEx(pParent, pDlgParent), m_pUi(std::make_unique<Ui_CDisplayImagePartDlg>()) {
+try : CBaseDialogEx(pParent, pDlgParent),
+    m_pImageDlgParent(dynamic_cast<ICDisplayImageDlgParent*>(pDlgParent)),
+    m_pWnd(m_pImageDlgParent ? m_pImageDlgParent->GetIKxImageDisplayWndInside() : nullptr),
+    m_pUi(std::make_unique<Ui_CDisplayImagePartDlg>())
+{
     m_pUi->setupUi(this);
     m_pUi->m_CDisplayImageWidget->SetDialogParent(this);
+    m_pUi->m_CDisplayImageWidget->SetScrollArea(m_pUi->scrollArea);
     BuildMenus(bCreateMenuBar);
     ConnectScrollArea();
     m_pUi->m_CDisplayImageWidget->OnWidgetSizeUpdated(1, 1);
@@ -67,17 +72,6 @@ CDisplayImagePartDlg::~CDisplayImagePartDlg()
     m_pUi->m_CDisplayImageWidget->TerminateTimer();
     m_pUi->m_CDisplayImageWidget->SetIDisplayImageWidgetParent(nullptr);
     m_pUi->m_CDisplayImageWidget->SetDialogParent(nullptr);
-}
-
-ICDisplayImageDlgParent* CDisplayImagePartDlg::GetICDisplayImageDlgParent() const
-{
-    return dynamic_cast<ICDisplayImageDlgParent*>(m_pDlgParent);
-}
-
-IKxImageDisplayWndInside* CDisplayImagePartDlg::Window() const
-{
-    ICDisplayImageDlgParent* const pDlgParent = GetICDisplayImageDlgParent();
-    return pDlgParent ? pDlgParent->GetIKxImageDisplayWndInside() : nullptr;
 }
 
 bool CDisplayImagePartDlg::HasImage() const

@@ -68,7 +68,7 @@ public:
     void updateDrawingObject();
 
     IKxImage* GetImage() override;
-    ICDisplayImageDlgParent* GetICDisplayImageDlgParent() const override;
+    ICDisplayImageDlgParent* GetICDisplayImageDlgParent() const override { return m_pImageDlgParent; }
     bool HasImage() const override;
     const std::vector<IKxMouseObserverInside*>& getIKxMouseObserverList() const override
     {
@@ -91,7 +91,7 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
-    IKxImageDisplayWndInside* Window() const;
+    IKxImageDisplayWndInside* Window() const { return m_pWnd; }
     IKxPixelFormatConverter* Converter() const;
     IKxDrawingToolInside* DrawingTool() const;
     bool IsFitMode() const;
@@ -122,6 +122,8 @@ private:
     void setSelGridCount(bool bHorizontal);
     void OfferRightRelease(const QPoint& ptGlobal);
 
+    ICDisplayImageDlgParent* const m_pImageDlgParent;
+    IKxImageDisplayWndInside* const m_pWnd;
     const std::unique_ptr<Ui_CDisplayImagePartDlg> m_pUi;
     std::atomic<uint64_t> m_nImageWidth{0}; // of the last image
     std::atomic<uint64_t> m_nImageHeight{0};

@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QWheelEvent>
 #include <utility>
 
@@ -18,6 +19,8 @@ CDisplayImageScrollArea::CDisplayImageScrollArea(QWidget* pParent)
 
 void CDisplayImageScrollArea::setBackgroundColor(const QColor& colBackground)
 {
+    if (colBackground == m_colBackgroundColor)
+        return;
     m_colBackgroundColor = colBackground;
     m_strPendingStyleSheet =
         QString::asprintf("CDisplayImageScrollArea {background-color:#%02x%02x%02x;}", colBackground.red(),
@@ -33,8 +36,11 @@ void CDisplayImageScrollArea::drawBackground(QPainter& painter, const QRect& rcV
 
 void CDisplayImageScrollArea::paintEvent(QPaintEvent* pEvent)
 {
+    // After the paint, since a style sheet has everything painted anew.
     if (!m_strPendingStyleSheet.isEmpty())
-        setStyleSheet(std::exchange(m_strPendingStyleSheet, QString()));
+        QTimer::singleShot(0, this, [this, strSheet = std::exchange(m_strPendingStyleSheet, QString())] {
+            setStyleSheet(strSheet);
+        });
     {
         QPainter painter(viewport());
         drawBackground(painter, viewport()->rect());

@@ -44,5 +44,5 @@ private:
     QColor m_colBrushColor{0, 0, 0};
     QColor m_colBackgroundColor;
     Qt::BrushStyle m_eBrushStyle = Qt::Dense7Pattern;
-    QString m_strPendingStyleSheet; // waits for the next paint; empty when it is applied
+    QString m_strPendingStyleSheet; // is applied after the next paint
 };

@@ -8,18 +8,20 @@
 
 #include <Base/GCSynch.h>
 
-#include <QImage>
-#include <QPair>
 #include <QPoint>
-#include <QVector>
 #include <QWidget>
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <utility>
+
+class CDisplayImageScrollArea;
+class QRegion;
 
 namespace KxApi
 {
 
+struct ICDisplayImageDlgParent;
 struct IDisplayImageWidgetParent;
 struct IKxImage;
 struct IKxImageDisplayWndInside;
@@ -42,9 +44,11 @@ public:
     CDisplayImageWidget& operator=(const CDisplayImageWidget&) = delete;
     ~CDisplayImageWidget() override;
 
-    /// Both null, or both given, and alive as long as they are set. GUI thread.
-    void SetIDisplayImageWidgetParent(IDisplayImageWidgetParent* pParent) { m_pParent = pParent; }
+    /// Null, or alive as long as they are set. GUI thread.
+    void SetIDisplayImageWidgetParent(IDisplayImageWidgetParent* pParent);
     void SetDialogParent(CBaseDialogEx* pDialog) { m_pDialog = pDialog; }
+    /// The area that the widget lies in, which paints what the image leaves free.
+    void SetScrollArea(const CDisplayImageScrollArea* pScrollArea) { m_pScrollArea = pScrollArea; }
 
     /// Starts the timer with the window's refresh interval, and has the image made at its next tick. Any
     /// thread.
@@ -78,6 +82,7 @@ private slots:
 protected:
     void timerEvent(QTimerEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void moveEvent(QMoveEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
@@ -94,7 +99,6 @@ private:
         if (m_pDialog)
             m_pDialog->Guarded(std::forward<Function>(function));
     }
-    IKxImageDisplayWndInside* Window() const;
     CPaintGeometry PaintedGeometry() const;
     QRect VisibleRect() const { return visibleRegion().boundingRect(); }
     QPoint ScrollAreaPosition() const;
@@ -102,30 +106,38 @@ private:
 
     void doWorkViewer();
     void FollowImageSize();
-    void MakePicture(IKxImageDisplayWndInside& wnd);
+    void MakePicture();
     IKxImage* CurrentImage() noexcept;
-    void AdaptMagnification(IKxImageDisplayWndInside& wnd, int nPictureWidth);
+    void AdaptMagnification(int nPictureWidth);
 
-    void Paint();
-    void PaintUncovered(QPainter& painter, const QRect& rcCovered) const;
-    void RunOverlays(QPainter& painter, IKxImage& image, const QRect& rcVisible, const QRect& rcDisplay);
-    void NotePaint(const IKxImage& image, const QRect& rcVisible);
+    void Paint(const QRegion& rgExposed);
+    void PaintUncovered(QPainter& painter, const QRegion& rgUncovered) const;
+    void RunOverlays(QPainter& painter, const QRect& rcVisible, const QRect& rcDisplay);
+    void NotePaint(const QRect& rcVisible);
 
     bool OfferToMouseObservers(QMouseEvent* pEvent, MouseObserverCall call);
-    void ZoomUnderCursor(IKxImageDisplayWndInside& wnd, bool bEnlarge);
+    void ZoomUnderCursor(bool bEnlarge);
 
     CPaintGeometry m_objPaintGeometry KXGC_GUARDED_BY(m_lockPaintGeometry);
     mutable GenICam::CLock m_lockPaintGeometry; // taken last
 
     IDisplayImageWidgetParent* m_pParent = nullptr;
+    ICDisplayImageDlgParent* m_pDlgParent = nullptr; // of m_pParent, as the window
+    IKxImageDisplayWndInside* m_pWnd = nullptr;
     CBaseDialogEx* m_pDialog = nullptr;
+    const CDisplayImageScrollArea* m_pScrollArea = nullptr;
 
     int m_nTimerId = 0; // 0: no timer
     unsigned int m_nTimerInterval = 33;
     std::atomic<bool> m_bImagePending{false}; // wait for the next tick
     std::atomic<bool> m_bInitPending{true};   // work at the next tick, image or not
     std::atomic<bool> m_bRefreshNow{false};   // don't wait
+    // What is going on, so that nothing happens within itself.
     bool m_bMakingPicture = false;
+    bool m_bPainting = false;
+    bool m_bResizing = false;
+    bool m_bResizeWaiting = false;
+    bool m_bZooming = false; // under the cursor, where the view is set afterwards
 
     bool m_bFit = false;
     bool m_bFitBefore = false;
@@ -136,11 +148,15 @@ private:
     uint64_t m_nImageWidth = 0;
     uint64_t m_nImageHeight = 0;
     bool m_bSizeChanged = false; // the widget has to follow the image
-    bool m_bResizing = false;
 
     CPreviewPictureMaker m_objPictureMaker;
-    // What paint shows, one entry at most. A picture without an image is a message.
-    QVector<QPair<QImage, IKxImage*>> m_vecDisplayImages KXGC_GUARDED_BY(m_lockDisplayImages);
+    /// What paint shows. An image without a picture, or nothing at all, is told by a message.
+    struct CShown
+    {
+        CPreviewPicture picture;
+        IKxImage* pImage = nullptr;
+    };
+    std::optional<CShown> m_objShown KXGC_GUARDED_BY(m_lockDisplayImages);
     GenICam::CLock m_lockDisplayImages; // see the class
 };
 

@@ -4,8 +4,7 @@
 
 #include "frame/IDlgParent.h"
 #include "frame/IKxWndInside.h"
-
-#include <KxApi_GUI/IKxImageDisplayWnd.h>
+#include "image/ImageViewSettings_qt.h"
 
 namespace KxApi
 {
@@ -45,6 +44,9 @@ struct ICDisplayImageDlgParent : virtual IDlgParent
 
     /// Asks for a file name and saves the image as it was registered, or as it is shown. GUI thread.
     virtual void SaveImage(bool bPreview) = 0;
+
+    /// What a frame depends on.
+    virtual CImageViewSettings GetViewSettings() const = 0;
 
 protected:
     ~ICDisplayImageDlgParent() = default;

@@ -66,9 +66,9 @@ void CImageSaver::Save(CImagePreview& preview, const COptions& options)
 
     const CKxAutoPtr<IKxFilerReleasable, IKxStillImageFilerInside> pFiler(
         CreateIKxFiler(KxFilerType_StillImage));
-    pFiler->SetColorMapType(options.eColorMapType);
-    pFiler->SetColorMapInversion(options.bColorMapInversion);
-    pFiler->SetColorMapPhase(options.nColorMapPhase);
+    pFiler->SetColorMapType(options.objColorMap.eType);
+    pFiler->SetColorMapInversion(options.objColorMap.bInversion);
+    pFiler->SetColorMapPhase(options.objColorMap.nPhase);
 
     const CStillImageFileName file = AskForName(StillImageFilters(*pFiler, pImage->GetImagePixelFormat()));
     if (file.strName.isEmpty())

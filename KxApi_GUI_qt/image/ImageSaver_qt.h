@@ -2,9 +2,8 @@
 // Saving the image of a window.
 #pragma once
 
+#include "image/ImageViewSettings_qt.h"
 #include "image/StillImageSave_qt.h"
-
-#include <KxSDKCommon/ColorMap.h>
 
 #include <QString>
 #include <functional>
@@ -25,9 +24,7 @@ public:
         bool bPreview = false;
         /// Demosaic as the preview does, and not with the better method.
         bool bBayerAsShown = false;
-        EKxColorMapType_t eColorMapType = KxColorMapType_Normal;
-        bool bColorMapInversion = false;
-        int nColorMapPhase = 0;
+        CColorMapSettings objColorMap;
         /// Draws into the converted preview; may be empty.
         std::function<void(IKxImageBuffer* pBuffer)> draw;
     };

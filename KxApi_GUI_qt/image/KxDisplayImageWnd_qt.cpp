@@ -103,15 +103,21 @@ void CKxDisplayImageWnd::GetStatusBarText(QStringList& listText)
         listText.append(PixelText(m_objPreview, pos.x(), pos.y()));
 }
 
+CImageViewSettings CKxDisplayImageWnd::GetViewSettings() const
+{
+    return {GetZoomMode(),
+            GetManualZoomMagnification(),
+            GetStretchMode(),
+            {GetColorMapType(), GetColorMapInversion(), GetColorMapPhase()}};
+}
+
 void CKxDisplayImageWnd::SaveImage(bool bPreview)
 {
     CImageSaver::COptions options;
     options.bPreview = bPreview;
     options.bBayerAsShown =
         GetBayerInterpolationMethodForStillImageFile() == KxBayerInterpolationMethodForStillImageFile_Manual;
-    options.eColorMapType = GetColorMapType();
-    options.bColorMapInversion = GetColorMapInversion();
-    options.nColorMapPhase = GetColorMapPhase();
+    options.objColorMap = GetViewSettings().objColorMap;
     IKxDrawingToolInside* const pTool = GetIKxDrawingToolInside();
     if (pTool && GetEnableDrawingOnSavingImage())
         options.draw = [pTool](IKxImageBuffer* pBuffer) { pTool->DrawOnIKxImageBuffer(pBuffer); };

@@ -111,6 +111,7 @@ public:
     void OnScrollPosOrRangeChanged() override;
     void OnScrollState(int nH, int nHMax, int nV, int nVMax) override;
     void SaveImage(bool bPreview) override;
+    CImageViewSettings GetViewSettings() const override;
 
     void OnSettingChanged(uint32_t nUpdate, bool bByCall) override;
 

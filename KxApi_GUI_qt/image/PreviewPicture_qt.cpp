@@ -17,7 +17,7 @@ namespace
 enum class EUse : uint8_t
 {
     Wrap,     ///< shared as they are
-    WrapSwap, ///< shared, then copied with red and blue exchanged
+    WrapSwap, ///< shared, with red and blue in each other's place
     Shift,    ///< 16-bit values, copied with their upper bits
 };
 
@@ -37,7 +37,7 @@ constexpr CShownFormat kShownFormats[] = {
     {KxPixelFormat_Mono14,   QImage::Format_Grayscale8, EUse::Shift,    6},
     {KxPixelFormat_Mono16,   QImage::Format_Grayscale8, EUse::Shift,    8},
     {KxPixelFormat_RGB8,     QImage::Format_RGB888,     EUse::Wrap,     0},
-    {KxPixelFormat_BGR8,     QImage::Format_RGB888,     EUse::WrapSwap, 0},
+    {KxPixelFormat_BGR8,     QImage::Format_BGR888,     EUse::Wrap,     0},
     {KxPixelFormat_RGBa8,    QImage::Format_RGBX8888,   EUse::Wrap,     0},
     {KxPixelFormat_BGRa8,    QImage::Format_RGBX8888,   EUse::WrapSwap, 0},
     {KxPixelFormat_RGB10p32, QImage::Format_BGR30,      EUse::Wrap,     0},
@@ -101,24 +101,22 @@ QImage Shifted(const IKxImage& image, int nShift)
 
 } // namespace
 
-QImage CPreviewPictureMaker::Make(const IKxImage& image, const CColorMapSettings& objColorMap)
+CPreviewPicture CPreviewPictureMaker::Make(const IKxImage& image, const CColorMapSettings& objColorMap)
 {
     const CShownFormat* const pShown = FindShownFormat(image.GetImagePixelFormat());
     if (!pShown || !image.GetImageBuffer() || !FitsPicture(image))
         return {};
     switch (pShown->eUse) {
     case EUse::Shift:
-        return Shifted(image, pShown->nShift);
-    case EUse::WrapSwap: {
-        const QImage picture = Wrapped(image, pShown->eFormat);
-        return picture.rgbSwapped();
-    }
+        return {Shifted(image, pShown->nShift)};
+    case EUse::WrapSwap:
+        return {Wrapped(image, pShown->eFormat), true};
     case EUse::Wrap:
         break;
     }
     if (pShown->ePixelFormat != KxPixelFormat_Mono8 || objColorMap == CColorMapSettings())
-        return Wrapped(image, pShown->eFormat);
-    return WrappedWithTable(image, ColorTable(objColorMap));
+        return {Wrapped(image, pShown->eFormat)};
+    return {WrappedWithTable(image, ColorTable(objColorMap))};
 }
 
 const QVector<QRgb>& CPreviewPictureMaker::ColorTable(const CColorMapSettings& objColorMap)

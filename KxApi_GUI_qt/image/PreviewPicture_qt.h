@@ -2,7 +2,7 @@
 // Preview images as pictures for the painter.
 #pragma once
 
-#include <KxSDKCommon/ColorMap.h>
+#include "image/ImageViewSettings_qt.h"
 
 #include <QImage>
 #include <QRgb>
@@ -13,18 +13,15 @@ namespace KxApi
 
 struct IKxImage;
 
-/// Settings of false colours.
-struct CColorMapSettings
+/// A picture that shares its pixels with an image where it can.
+struct CPreviewPicture
 {
-    EKxColorMapType_t eType = KxColorMapType_Normal;
-    bool bInversion = false;
-    int nPhase = 0;
+    QImage image;
+    bool bSwapped = false; ///< red and blue have to change places
 
-    bool operator==(const CColorMapSettings& other) const
-    {
-        return eType == other.eType && bInversion == other.bInversion && nPhase == other.nPhase;
-    }
-    bool operator!=(const CColorMapSettings& other) const { return !(*this == other); }
+    bool IsNull() const { return image.isNull(); }
+    /// The picture with its colours in their places; a copy when they aren't.
+    QImage Complete() const { return bSwapped ? image.rgbSwapped() : image; }
 };
 
 /// Makes pictures of images, without copying where the formats allow it. GUI thread.
@@ -34,7 +31,7 @@ public:
     /// The picture, null for a pixel format that can't be shown and for an image without pixels. It may share
     /// the image's memory and then is valid as long as that.
     /// @param objColorMap false colours of Mono8 images.
-    QImage Make(const IKxImage& image, const CColorMapSettings& objColorMap);
+    CPreviewPicture Make(const IKxImage& image, const CColorMapSettings& objColorMap);
 
 private:
     const QVector<QRgb>& ColorTable(const CColorMapSettings& objColorMap);

@@ -134,6 +134,30 @@ TEST_F(ImageRefresh, OverlaysPaintOnTopAndLearnWhatIsShown)
     EXPECT_EQ(ShownAt(33, 33), Rgb(9, 9, 9));
 }
 
+TEST_F(ImageRefresh, OverlaysMayChangeSettingsWithoutAPaintWithinThePaint)
+{
+    static int s_nWarnings;
+    s_nWarnings = 0;
+    m_pWnd->SetRefreshInterval(1);
+    m_objLog.onEvent = [&](IKxCallbackParamBase& param) {
+        if (param.GetCallbackType() != KxGUICallbackType_Drawing || Paints() > 20)
+            return;
+        m_pWnd->SetColorMapPhase(static_cast<int>(Paints()));
+        m_pWnd->SetManualZoomMagnification(1 + static_cast<double>(Paints()) / 8);
+        m_pWnd->SetBackgroundColor(static_cast<uint32_t>(Paints()));
+    };
+    const QtMessageHandler handler =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& strText) {
+            s_nWarnings += strText.contains("repaint") || strText.contains("paintEngine");
+        });
+    ShowWindow();
+    m_pWnd->RegisterIKxImage(Grey(0)->GetIKxImage());
+    EXPECT_TRUE(PumpUntil([this] { return Paints() > 20 && Widget().width() == 40 * 28 / 8; }));
+    qInstallMessageHandler(handler);
+    EXPECT_EQ(s_nWarnings, 0);
+    EXPECT_EQ(ShownAt(5, 5), Rgb(20, 20, 20)) << "what the last overlay set is shown";
+}
+
 TEST_F(ImageRefresh, BackgroundHasColourAndPattern)
 {
     ShowWindow();
@@ -183,14 +207,25 @@ TEST_F(ImageRefresh, WhatCantBeConvertedIsToldInPlaceOfTheImage)
     // No converter makes false colours of a coordinate.
     ShowImage(MakeImage(64, 64, KxPixelFormat_Coord3D_A32f)->GetIKxImage());
     EXPECT_EQ(Widget().size(), size);
+    const auto countDark = [](const QImage& message, const QRect& rc) {
+        int nDark = 0;
+        for (int y = rc.top(); y <= rc.bottom(); ++y) {
+            for (int x = rc.left(); x <= rc.right(); ++x)
+                nDark += qGray(message.pixel(x, y)) < 128;
+        }
+        return nDark;
+    };
+    const QRect rcText(18, 5, 250, 25);
     const QImage message = Widget().grab().toImage();
-    EXPECT_EQ(message.pixel(size.width() - 1, size.height() - 1) | 0xFF000000, Rgb(255, 255, 255));
-    int nDark = 0;
-    for (int y = 5; y < 25; ++y) {
-        for (int x = 20; x < 150; ++x)
-            nDark += qGray(message.pixel(x, y)) < 128;
-    }
-    EXPECT_GT(nDark, 50) << "the text";
+    EXPECT_GT(countDark(message, rcText), 50) << "the text";
+    EXPECT_EQ(countDark(message, message.rect()), countDark(message, rcText)) << "on white";
+    // The text stays in view, wherever that is.
+    SetAreaSize(300, 100);
+    const int nDark = countDark(ScrollArea().viewport()->grab().toImage(), rcText);
+    m_pWnd->SetScrollHPosition(7);
+    m_pWnd->SetScrollVPosition(m_pWnd->GetScrollVMax());
+    Pump();
+    EXPECT_EQ(countDark(ScrollArea().viewport()->grab().toImage(), rcText), nDark);
     EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Error), 0U);
     ShowImage(Grey(9)->GetIKxImage());
     EXPECT_EQ(ShownAt(5, 5), Rgb(9, 9, 9));

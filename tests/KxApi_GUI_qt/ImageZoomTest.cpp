@@ -150,6 +150,7 @@ TEST_F(ImageZoom, FarCornersOfHugeWidgetsAreShown)
 
 TEST_F(ImageZoom, CtrlAndWheelZoomUnderTheCursor)
 {
+    m_pWnd->SetRefreshInterval(1);
     ShowImage(MakeRamp(1000, 1000)->GetIKxImage());
     m_pWnd->SetManualZoomMagnification(2);
     m_pWnd->SetScrollHPosition(400);
@@ -160,7 +161,9 @@ TEST_F(ImageZoom, CtrlAndWheelZoomUnderTheCursor)
     const QPoint ptImage = ImagePixelAt(ptCursor);
     const QPoint ptInView = ptCursor - rcVisible.topLeft();
     for (const int nDelta : {120, 120, -120}) {
+        const size_t nPaints = m_objLog.Count(KxGUICallbackType_Drawing);
         TurnWheel(Widget().visibleRegion().boundingRect().topLeft() + ptInView, nDelta, true);
+        EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Drawing), nPaints + 1) << "no other view in between";
         EXPECT_EQ(ImagePixelAt(Widget().visibleRegion().boundingRect().topLeft() + ptInView), ptImage);
     }
     EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 3);

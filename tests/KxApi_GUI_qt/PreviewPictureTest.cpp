@@ -38,11 +38,11 @@ const CFormatCase kFormatCases[] = {
     {"Mono14", KxPixelFormat_Mono14, {0x3F, 0x20}, kGrey, false},
     {"Mono16", KxPixelFormat_Mono16, {0xFF, 0x80}, kGrey, false},
     {"RGB8", KxPixelFormat_RGB8, {0xFF, 0x80, 0x00}, kOrange, true},
-    {"BGR8", KxPixelFormat_BGR8, {0x00, 0x80, 0xFF}, kOrange, false},
+    {"BGR8", KxPixelFormat_BGR8, {0x00, 0x80, 0xFF}, kOrange, true},
     {"RGBa8", KxPixelFormat_RGBa8, {0xFF, 0x80, 0x00, 0xFF}, kOrange, true},
-    {"BGRa8", KxPixelFormat_BGRa8, {0x00, 0x80, 0xFF, 0xFF}, kOrange, false},
+    {"BGRa8", KxPixelFormat_BGRa8, {0x00, 0x80, 0xFF, 0xFF}, kOrange, true},
     {"RGB10p32", KxPixelFormat_RGB10p32, {0xFF, 0x03, 0x08, 0x00}, kOrange, true},
-    {"BGR10p32", KxPixelFormat_BGR10p32, {0x00, 0x00, 0xF8, 0x3F}, kOrange, false},
+    {"BGR10p32", KxPixelFormat_BGR10p32, {0x00, 0x00, 0xF8, 0x3F}, kOrange, true},
 };
 
 class ShownFormat : public ImageViewTest, public ::testing::WithParamInterface<CFormatCase>
@@ -58,13 +58,14 @@ TEST_P(ShownFormat, HasItsColoursAndLeavesTheImageAsItIs)
     const std::vector<unsigned char> vecBefore(pBytes, pBytes + 3 * image.GetImageLinePitch());
 
     CPreviewPictureMaker maker;
-    const QImage picture = maker.Make(image, {});
+    const CPreviewPicture made = maker.Make(image, {});
+    const QImage picture = made.Complete();
     ASSERT_EQ(picture.size(), QSize(8, 3));
     constexpr QRgb kOpaque = 0xFF000000; // formats without transparency don't care for what is stored
     EXPECT_EQ(picture.pixel(5, 1) | kOpaque, format.nColor);
     EXPECT_EQ(picture.pixel(4, 1) | kOpaque, kOpaque);
     EXPECT_EQ(picture.pixel(5, 2) | kOpaque, kOpaque);
-    EXPECT_EQ(picture.constBits() == pBytes, format.bShared);
+    EXPECT_EQ(made.image.constBits() == pBytes, format.bShared);
     EXPECT_EQ(std::memcmp(pBytes, vecBefore.data(), vecBefore.size()), 0);
 }
 
@@ -98,7 +99,7 @@ TEST_F(PreviewPicture, FalseColoursAreThoseOfTheMap)
 {
     const ImageBufferPtr pBuffer = MakeRamp(256, 1);
     IKxImage& image = *pBuffer->GetIKxImage();
-    EXPECT_EQ(m_objMaker.Make(image, {}).format(), QImage::Format_Grayscale8);
+    EXPECT_EQ(m_objMaker.Make(image, {}).image.format(), QImage::Format_Grayscale8);
     const CColorMapSettings settings[] = {{KxColorMapType_PseudoColorBGR, false, 0},
                                           {KxColorMapType_PseudoColorBGRB, true, 200},
                                           {KxColorMapType_Normal, true, 0},
@@ -106,12 +107,12 @@ TEST_F(PreviewPicture, FalseColoursAreThoseOfTheMap)
     for (const CColorMapSettings& map : settings) {
         std::array<unsigned int, 256> table{};
         SetColorMap(table.data(), map.eType, map.bInversion, map.nPhase);
-        const QImage picture = m_objMaker.Make(image, map);
+        const QImage picture = m_objMaker.Make(image, map).image;
         EXPECT_EQ(picture.constBits(), image.GetImageBuffer()) << "no copy for the sake of colours";
         for (int x = 0; x < 256; ++x)
             ASSERT_EQ(picture.pixel(x, 0), table[static_cast<size_t>(x)] | 0xFF000000) << x;
     }
-    EXPECT_EQ(m_objMaker.Make(image, {}).pixel(200, 0), qRgb(200, 200, 200)) << "back to grey";
+    EXPECT_EQ(m_objMaker.Make(image, {}).image.pixel(200, 0), qRgb(200, 200, 200)) << "back to grey";
 }
 
 TEST_F(PreviewPicture, SixteenBitRowsFollowOneAnotherWithoutRegardToThePitch)
@@ -122,7 +123,7 @@ TEST_F(PreviewPicture, SixteenBitRowsFollowOneAnotherWithoutRegardToThePitch)
     auto* const pValues = static_cast<uint16_t*>(image.GetImageBuffer());
     for (size_t i = 0; i < size_t{1001} * 2; ++i)
         pValues[i] = static_cast<uint16_t>((i % 251) << 8);
-    const QImage picture = m_objMaker.Make(image, {});
+    const QImage picture = m_objMaker.Make(image, {}).image;
     for (int x = 0; x < 998; ++x) {
         ASSERT_EQ(qRed(picture.pixel(x, 0)), x % 251);
         ASSERT_EQ(qRed(picture.pixel(x, 1)), (x + picture.bytesPerLine()) % 251);
@@ -132,9 +133,9 @@ TEST_F(PreviewPicture, SixteenBitRowsFollowOneAnotherWithoutRegardToThePitch)
 
 TEST_F(PreviewPicture, WhatCantBeShownGivesNoPicture)
 {
-    EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_BayerRG8)->GetIKxImage(), {}).isNull());
-    EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_Mono12p)->GetIKxImage(), {}).isNull());
-    EXPECT_FALSE(m_objMaker.Make(*MakeImage(1, 1)->GetIKxImage(), {}).isNull());
+    EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_BayerRG8)->GetIKxImage(), {}).IsNull());
+    EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_Mono12p)->GetIKxImage(), {}).IsNull());
+    EXPECT_FALSE(m_objMaker.Make(*MakeImage(1, 1)->GetIKxImage(), {}).IsNull());
 }
 
 } // namespace
