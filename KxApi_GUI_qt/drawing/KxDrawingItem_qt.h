@@ -34,6 +34,10 @@ public:
     IKxFont& GetIKxFont() override { return m_Font; }
     CLabelCache& GetLabelCache() override { return m_objLabelCache; }
 
+    CKxPen& GetPen() { return m_Pen; }
+    CKxBrush& GetBrush() { return m_Brush; }
+    CKxFont& GetFont() { return m_Font; }
+
     const CDoublePointList& GetPoints() const { return m_PointList; }
     void SetSel(bool bSel) { m_bSel = bSel; }
     void SetLock(bool bLock) { m_bLock = bLock; }
