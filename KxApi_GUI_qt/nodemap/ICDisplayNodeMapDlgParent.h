@@ -21,14 +21,14 @@ struct CNodeInfo
 };
 
 /// The window with all of its settings.
-struct IKxNodeMapDisplayWndInside : IKxNodeMapDisplayWnd, IKxWndReleasable, IKxWndInside
+struct IKxNodeMapDisplayWndInside : IKxNodeMapDisplayWnd, IKxWndReleasable, virtual IKxWndInside
 {
 protected:
     ~IKxNodeMapDisplayWndInside() = default;
 };
 
 /// The window as the dialog holds it.
-struct ICDisplayNodeMapDlgParent : IDlgParent
+struct ICDisplayNodeMapDlgParent : virtual IDlgParent
 {
     /// Appends the registered nodes in their order; they belong to the window until they are deregistered.
     virtual void GetNodeInfo(std::vector<CNodeInfo*>& vecNodes) = 0;

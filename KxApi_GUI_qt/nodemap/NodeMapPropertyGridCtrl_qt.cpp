@@ -78,6 +78,13 @@ CCustomPropertyGridProperty_Base* CNodeMapQtPropertyGridCtrl::PropertyOf(QTreeWi
     return static_cast<CCustomPropertyGridProperty_Base*>(itemWidget(pItem, 1)); // there are no others
 }
 
+void CNodeMapQtPropertyGridCtrl::SetSorted(bool bSorted)
+{
+    if (bSorted)
+        sortByColumn(0, Qt::AscendingOrder);
+    setSortingEnabled(bSorted);
+}
+
 void CNodeMapQtPropertyGridCtrl::DetachAll()
 {
     m_filling.Stop();

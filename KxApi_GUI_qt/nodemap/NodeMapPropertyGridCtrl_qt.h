@@ -43,6 +43,8 @@ public:
     /// Categories as a tree, which is so at first, or all features in one list. For the next AddAllNode.
     void SetCategoryTree(bool bCategoryTree) { m_bCategoryTree = bCategoryTree; }
     bool IsCategoryTree() const { return m_bCategoryTree; }
+    /// Whether rows stand in the order of their texts.
+    void SetSorted(bool bSorted);
 
     /// Makes all rows anew. Raises LogicalErrorException for a node that isn't what it claims to be.
     void AddAllNode();
