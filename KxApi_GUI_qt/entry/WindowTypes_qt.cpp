@@ -5,6 +5,8 @@
 #include "device/KxDeviceSelectionWnd_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
+#include "nodemap/DisplayNodeMapPartDlg_qt.h"
+#include "nodemap/KxDisplayNodeMapWnd_qt.h"
 
 #include <Base/GCException.h>
 
@@ -50,7 +52,7 @@ constexpr CWindowTypeRow Absent(_EKxWindowType_t eType, const char* szName)
 constexpr CWindowTypeRow kRows[] = {
     Present<CKxDeviceSelectionWnd, CDisplayDeviceSelectionPartDlg>(),
     Present<CKxDisplayImageWnd, CDisplayImagePartDlg>(),
-    Absent(KxWindowType_NodeMapDisplay, "Node map display"),
+    Present<CKxDisplayNodeMapWnd, CDisplayNodeMapPartDlg>(),
     Absent(KxWindowType_GraphDisplay, "Graph display"),
 };
 // clang-format on

@@ -5,6 +5,7 @@
 #include <Base/GCException.h>
 #include <KxApi_GUI/IKxDeviceSelectionWnd.h>
 #include <KxApi_GUI/IKxImageDisplayWnd.h>
+#include <KxApi_GUI/IKxNodeMapDisplayWnd.h>
 #include <KxApi_GUI/IKxWnd.h>
 #include <KxApi_GUI/IKxWndCallback.h>
 #include <KxApi_GUI/KxApi_GUILinkage.h>
