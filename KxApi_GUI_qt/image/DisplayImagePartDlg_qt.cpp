@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-// The dialog between window and image widget; menus and drawing toolbar have files of their own.
 #include "image/DisplayImagePartDlg_qt.h"
 
 #include "frame/ConnectGuarded_qt.h"
@@ -7,6 +6,7 @@
 #include "ui_DisplayImagePartDlg_qt.h"
 
 #include <Base/GCException.h>
+#include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
 #include <KxSDKCommon/KxAssert.h>
@@ -52,15 +52,17 @@ try : CBaseDialogEx(pParent, pDlgParent),
     m_pUi->setupUi(this);
     m_pUi->m_CDisplayImageWidget->SetDialogParent(this);
     m_pUi->m_CDisplayImageWidget->SetScrollArea(m_pUi->scrollArea);
-    BuildMenus(bCreateMenuBar);
+    if (bCreateMenuBar)
+        AddStatusBarAction(m_objMenus.AddTo(m_objMenuBar));
+    ConnectMenus();
     ConnectScrollArea();
     m_pUi->m_CDisplayImageWidget->OnWidgetSizeUpdated(1, 1);
 
     BuildBars({m_pUi->widgetMenu, m_pUi->layoutMenuBar, m_pUi->widgetStatus, m_pUi->layoutStatusBar},
               bCreateMenuBar);
 
-    m_objDrawingToolBar.hide();
-    m_pUi->verticalLayout_2->addWidget(&m_objDrawingToolBar);
+    m_objDrawingTool.ToolBar().hide();
+    m_pUi->verticalLayout_2->addWidget(&m_objDrawingTool.ToolBar());
     ConnectDrawingTool();
 } catch (const std::bad_alloc& e) {
     throw BAD_ALLOC_EXCEPTION("%s", e.what());
@@ -74,17 +76,13 @@ CDisplayImagePartDlg::~CDisplayImagePartDlg()
     m_pUi->m_CDisplayImageWidget->SetDialogParent(nullptr);
 }
 
-bool CDisplayImagePartDlg::HasImage() const
-{
-    const IKxImageDisplayWndInside* const pWnd = Window();
-    return pWnd && pWnd->HasImage();
-}
+bool CDisplayImagePartDlg::HasImage() const { return m_pWnd && m_pWnd->HasImage(); }
 
 IKxImage* CDisplayImagePartDlg::GetImage()
 {
     KX_ASSERT(GetICDisplayImageDlgParent(), "GetICDisplayImageDlgParent()");
     IKxImageBufferReleasable* const pBuffer =
-        HasImage() ? GetICDisplayImageDlgParent()->GetPreviewImage(false) : nullptr;
+        HasImage() ? m_pImageDlgParent->GetPreviewImage(false) : nullptr;
     if (!pBuffer)
         throw RUNTIME_EXCEPTION("There is no available image.");
     IKxImage* const pImage = pBuffer->GetIKxImage();
@@ -108,13 +106,12 @@ void CDisplayImagePartDlg::ScreenToImage(int* pX, int* pY) const
 void CDisplayImagePartDlg::RefreshBackground()
 {
     InGuiThread([this] {
-        const IKxImageDisplayWndInside* const pWnd = Window();
-        if (!pWnd)
+        if (!m_pWnd)
             return;
         CDisplayImageScrollArea& scrollArea = *m_pUi->scrollArea;
-        scrollArea.setBackgroundColor(ColorOf(pWnd->GetBackgroundColor()));
-        scrollArea.setBrushColor(ColorOf(pWnd->GetForegroundColor()));
-        scrollArea.setBrushStyle(BrushStyleOf(pWnd->GetBackgroundStyle()));
+        scrollArea.setBackgroundColor(ColorOf(m_pWnd->GetBackgroundColor()));
+        scrollArea.setBrushColor(ColorOf(m_pWnd->GetForegroundColor()));
+        scrollArea.setBrushStyle(BrushStyleOf(m_pWnd->GetBackgroundStyle()));
         scrollArea.update();
         scrollArea.viewport()->update();
     });
@@ -122,18 +119,17 @@ void CDisplayImagePartDlg::RefreshBackground()
 
 bool CDisplayImagePartDlg::IsFitMode() const
 {
-    const IKxImageDisplayWndInside* const pWnd = Window();
-    return pWnd && pWnd->GetZoomMode() == KxZoomMode_FitToTheWindow;
+    return m_pWnd && m_pWnd->GetZoomMode() == KxZoomMode_FitToTheWindow;
 }
 
 bool CDisplayImagePartDlg::updateImageWidgetSize(bool bFit)
 {
-    if (!GetICDisplayImageDlgParent() || m_nImageWidth == 0 || m_nImageHeight == 0)
+    if (!m_pImageDlgParent || m_nImageWidth == 0 || m_nImageHeight == 0)
         return false;
     InGuiThread([this, bFit] {
         try {
             ResizeImageWidget(bFit);
-            GetICDisplayImageDlgParent()->OnScrollPosOrRangeChanged();
+            m_pImageDlgParent->OnScrollPosOrRangeChanged();
         } catch (...) {
             QWidget& widget = *m_pUi->m_CDisplayImageWidget;
             widget.resize(widget.parentWidget()->size());
@@ -157,9 +153,102 @@ void CDisplayImagePartDlg::ResizeImageWidget(bool bFit)
         else
             widget.OnWidgetSizeUpdated(static_cast<int>(dWidth * dScaleY), nFreeHeight);
     } else if (!IsFitMode()) {
-        const double dMagnification = Window()->GetManualZoomMagnification();
+        const double dMagnification = m_pWnd->GetManualZoomMagnification();
         widget.OnWidgetSizeUpdated(static_cast<int>(dWidth * dMagnification),
                                    static_cast<int>(dHeight * dMagnification));
+    }
+}
+
+void CDisplayImagePartDlg::ConnectMenus()
+{
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    ConnectGuarded(this, this, &QWidget::customContextMenuRequested,
+                   [this](const QPoint& pos) { OnContextMenu(pos); });
+    if (!m_pWnd)
+        return;
+    ConnectGuarded(this, &m_objMenus, &CImageMenus::saveChosen,
+                   [this](bool bPreview) { m_pImageDlgParent->SaveImage(bPreview); });
+    ConnectGuarded(this, &m_objMenus, &CImageMenus::fitChosen,
+                   [this] { m_pWnd->SetZoomMode(KxZoomMode_FitToTheWindow); });
+    ConnectGuarded(this, &m_objMenus, &CImageMenus::magnificationChosen, [this](double dMagnification) {
+        m_pWnd->SetZoomMode(KxZoomMode_FixedZoom);
+        m_pWnd->SetManualZoomMagnification(dMagnification);
+        updateMenuZoom(false); // though it may be the magnification that there was
+    });
+    ConnectGuarded(this, &m_objMenus, &CImageMenus::bayerMethodChosen, [this](int nMethod) {
+        m_pWnd->GetIKxPixelFormatConverter()->SetBayerInterpolationMethod(
+            static_cast<EKxBayerInterpolationMethod_t>(nMethod));
+    });
+    ConnectGuarded(this, &m_objMenus, &CImageMenus::reverseYChosen,
+                   [this](bool bReverseY) { m_pWnd->GetIKxPixelFormatConverter()->SetReverseY(bReverseY); });
+}
+
+void CDisplayImagePartDlg::OnContextMenu(const QPoint& pos)
+{
+    const QPoint ptGlobal = mapToGlobal(pos);
+    if (!m_objDrawingTool.OfferRightClick(ptGlobal))
+        m_objMenus.ContextMenu().exec(ptGlobal);
+}
+
+void CDisplayImagePartDlg::updateMenuZoom(bool bFit)
+{
+    InGuiThread([this, bFit] {
+        if (bFit)
+            m_objMenus.ShowFit();
+        else if (m_pWnd)
+            m_objMenus.ShowMagnification(m_pWnd->GetManualZoomMagnification());
+    });
+}
+
+void CDisplayImagePartDlg::updateMenuBayerInterpolation(EKxBayerInterpolationMethod_t eMethod)
+{
+    InGuiThread([this, eMethod] { m_objMenus.ShowBayerMethod(static_cast<int>(eMethod)); });
+}
+
+void CDisplayImagePartDlg::updateMenuReverseY(bool bReverseY)
+{
+    InGuiThread([this, bReverseY] { m_objMenus.ShowReverseY(bReverseY); });
+}
+
+void CDisplayImagePartDlg::ConnectDrawingTool()
+{
+    ConnectGuarded(this, this, &CDisplayImagePartDlg::onDrawingToolBarSignal,
+                   [this] { onDrawingToolBarSlot(); });
+    ConnectGuarded(this, this, &CDisplayImagePartDlg::onDrawingItemChangedSignal,
+                   [this] { m_objDrawingTool.ShowSettings(); });
+    ConnectGuarded(this, this, &CDisplayImagePartDlg::onDisplayGridCountHSignal,
+                   [this] { m_objDrawingTool.ShowGridCount(true); });
+    ConnectGuarded(this, this, &CDisplayImagePartDlg::onDisplayGridCountVSignal,
+                   [this] { m_objDrawingTool.ShowGridCount(false); });
+    IKxDrawingToolInside* const pTool = m_pWnd ? m_pWnd->GetIKxDrawingToolInside() : nullptr;
+    // The nodes call in any thread; the signals bring it here.
+    m_objDrawingTool.Connect(*this, *m_pUi->m_CDisplayImageWidget, pTool,
+                             pTool ? m_pWnd->GetINodeMap() : nullptr, [this](bool bHorizontal) {
+                                 if (bHorizontal)
+                                     emit onDisplayGridCountHSignal();
+                                 else
+                                     emit onDisplayGridCountVSignal();
+                             });
+    if (!pTool)
+        return;
+    m_vecMouseObservers.push_back(pTool);
+    m_vecKeyObservers.push_back(pTool);
+}
+
+void CDisplayImagePartDlg::PostVisibleDrawingToolBarUpdated() { emit onDrawingToolBarSignal(); }
+
+void CDisplayImagePartDlg::updateDrawingToolBar() { emit onDrawingItemChangedSignal(); }
+
+void CDisplayImagePartDlg::updateDrawingObject() { RefreshPreviewImage(true); }
+
+void CDisplayImagePartDlg::onDrawingToolBarSlot()
+{
+    if (!m_pWnd)
+        return;
+    m_objDrawingTool.ToolBar().setVisible(m_pWnd->GetBuiltInDrawingToolbar());
+    if (isVisible()) {
+        updateImageWidgetSize(IsFitMode());
+        m_objDrawingTool.ShowSettings();
     }
 }
 
@@ -176,7 +265,7 @@ void CDisplayImagePartDlg::ConnectScrollArea()
 
 void CDisplayImagePartDlg::SizeToFit()
 {
-    if (Window())
+    if (m_pWnd)
         updateImageWidgetSize(IsFitMode());
     update();
 }
@@ -184,16 +273,16 @@ void CDisplayImagePartDlg::SizeToFit()
 void CDisplayImagePartDlg::doNotifyScrollChanges()
 {
     NoteScrollState();
-    if (ICDisplayImageDlgParent* const pDlgParent = GetICDisplayImageDlgParent())
-        pDlgParent->OnScrollPosOrRangeChanged();
+    if (m_pImageDlgParent)
+        m_pImageDlgParent->OnScrollPosOrRangeChanged();
 }
 
 void CDisplayImagePartDlg::NoteScrollState()
 {
     const QScrollBar& barH = *m_pUi->scrollArea->horizontalScrollBar();
     const QScrollBar& barV = *m_pUi->scrollArea->verticalScrollBar();
-    if (ICDisplayImageDlgParent* const pDlgParent = GetICDisplayImageDlgParent())
-        pDlgParent->OnScrollState(barH.value(), barH.maximum(), barV.value(), barV.maximum());
+    if (m_pImageDlgParent)
+        m_pImageDlgParent->OnScrollState(barH.value(), barH.maximum(), barV.value(), barV.maximum());
 }
 
 void CDisplayImagePartDlg::setScrollBarH(int nPosition)
@@ -213,7 +302,11 @@ void CDisplayImagePartDlg::initDialog()
     RefreshBackground();
     widget.SetIDisplayImageWidgetParent(this);
     widget.Initialize();
-    ShowConverterSettings();
+    if (m_pWnd) {
+        const IKxPixelFormatConverter& converter = *m_pWnd->GetIKxPixelFormatConverter();
+        updateMenuBayerInterpolation(converter.GetBayerInterpolationMethod());
+        updateMenuReverseY(converter.GetReverseY());
+    }
     updateMenuZoom(IsFitMode());
     ShowBars();
     updateImageWidgetSize(IsFitMode());

@@ -2,15 +2,11 @@
 // What is on the screen of an image window.
 #pragma once
 
-#include "drawing/IKxDrawingToolInside.h"
 #include "frame/BaseDialog_qt.h"
-#include "frame/NodeCallbackHandle.h"
-#include "image/DrawingToolBar_qt.h"
+#include "image/DrawingToolControl_qt.h"
 #include "image/IDisplayImageWidgetParent.h"
+#include "image/ImageMenus_qt.h"
 
-#include <QAction>
-#include <QMenu>
-#include <QMenuBar>
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -22,7 +18,6 @@ namespace KxApi
 {
 
 struct IKxImageDisplayWndInside;
-struct IKxPixelFormatConverter;
 enum EKxBayerInterpolationMethod_t : int32_t;
 
 /// The image with its scroll bars, menus, context menu, toolbar and status bar. It turns what the user does
@@ -91,36 +86,16 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
-    IKxImageDisplayWndInside* Window() const { return m_pWnd; }
-    IKxPixelFormatConverter* Converter() const;
-    IKxDrawingToolInside* DrawingTool() const;
     bool IsFitMode() const;
-
-    void BuildMenus(bool bCreateMenuBar);
-    void BuildMenuBar();
-    void BuildSaveMenu();
-    void BuildZoomMenu();
-    void BuildConverterMenu();
-    void doZoomTriggered(QAction& action, bool bChecked);
-    void doBayerTriggered(QAction& action, bool bChecked);
-    void doReverseYTriggered(bool bChecked);
-    void ShowConverterSettings();
-    void doShowContextMenu(const QPoint& pos);
-
+    void ConnectMenus();
     void ConnectScrollArea();
+    void ConnectDrawingTool();
+    void OnContextMenu(const QPoint& pos);
     void ResizeImageWidget(bool bFit);
     void SizeToFit();
     void doNotifyScrollChanges();
     void NoteScrollState();
-
-    void ConnectDrawingTool();
-    CNodeCallbackHandle WatchGridLineCount(const char* szNode, bool bHorizontal);
-    void onDrawingToolBarTriggered(int nIndex);
-    void onDrawingGridTriggered(bool bHorizontal, int nCount);
     void onDrawingToolBarSlot();
-    void onDrawingItemChangedSlot();
-    void setSelGridCount(bool bHorizontal);
-    void OfferRightRelease(const QPoint& ptGlobal);
 
     ICDisplayImageDlgParent* const m_pImageDlgParent;
     IKxImageDisplayWndInside* const m_pWnd;
@@ -128,25 +103,12 @@ private:
     std::atomic<uint64_t> m_nImageWidth{0}; // of the last image
     std::atomic<uint64_t> m_nImageHeight{0};
 
-    QMenu m_objContextMenu{this};
-    QMenu m_objMenuFile{this};
-    QMenu m_objMenuSave{this};
-    QMenu m_objMenuView{this};
-    QMenu m_objMenuZoom{this};
-    QMenu m_objMenuFixedZoom{this};
-    QMenu m_objMenuPixelConverter{this};
-    QMenu m_objMenuBayer{this};
-    QAction m_objActionFit;
-    QAction m_objActionReverseY;
-
-    CDrawingToolBar m_objDrawingToolBar;
+    CImageMenus m_objMenus{this};
+    CDrawingToolControl m_objDrawingTool;
     std::vector<IKxMouseObserverInside*> m_vecMouseObservers; // not owned
     std::vector<IKxKeyObserverInside*> m_vecKeyObservers;
 
     std::atomic<bool> m_bShown{false};
-
-    CNodeCallbackHandle m_objGridCountHCallback; // last, so that no node calls a dialog that is half gone
-    CNodeCallbackHandle m_objGridCountVCallback;
 };
 
 } // namespace KxApi

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-// The image window's settings. Its images are in DisplayImagePreview_qt.cpp.
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include "image/COverlayParam.h"
