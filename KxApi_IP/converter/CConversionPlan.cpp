@@ -56,6 +56,16 @@ bool IsGreySource(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBa
     return source.eFamily == EFamily::Mono || (source.eFamily == EFamily::Bayer && IsGreyMethod(eBayer));
 }
 
+/// Whether what is cut off a value would show in the upper eight bits of the result: where it is multiplied
+/// by more than 1, or decides between directions.
+bool NeedsLowBits(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBayer)
+{
+    const bool bIsWeighing = eBayer == KxBayerInterpolationMethod_Bilinear2 ||
+                             eBayer == KxBayerInterpolationMethod_Bilinear3 ||
+                             eBayer == KxBayerInterpolationMethod_Bicubic;
+    return source.eFamily == EFamily::Ycc || (source.eFamily == EFamily::Bayer && bIsWeighing);
+}
+
 struct CLumaWeights
 {
     double dRed;
@@ -111,7 +121,8 @@ CConversionPlan::CConversionPlan(const CConversionTask& task)
                      m_polarization.eMethod != KxPolarizationImageTransformationMethod_Off)
     , m_bIsNarrow(m_bIsPolarized
                       ? m_polarization.eMethod == KxPolarizationImageTransformationMethod_ADOLP
-                      : task.source.nBits <= 8 || (task.pDestination->nBits == 8 && m_dGamma == 1.0))
+                      : task.source.nBits <= 8 || (task.pDestination->nBits == 8 && m_dGamma == 1.0 &&
+                                                   !NeedsLowBits(task.source, m_eBayer)))
     , m_bIsGrey(IsGreySource(task.source, m_eBayer, m_polarization.eMethod))
 {
     if (m_bIsCopy) {

@@ -273,4 +273,21 @@ TEST(ConverterBayer, AWindowAtAnOddPlaceKeepsItsColors)
         ASSERT_EQ(PixelAt(converter.target, i % 8, i / 8).color, (std::array<int64_t, 4>{200, 0, 0, -1}));
 }
 
+TEST(ConverterBayer, MethodsThatWeighKeepAllBitsToTheEnd)
+{
+    for (const int method : {4, 5, 7}) {
+        TestConverter narrow(KxPixelFormat_BGR8), wide(KxPixelFormat_BGR12);
+        for (TestConverter* const converter : {&narrow, &wide})
+            (*converter)->SetBayerInterpolationMethod(static_cast<EKxBayerInterpolationMethod_t>(method));
+        View source = RandomImage(KxPixelFormat_BayerRG12, 61, 21);
+        IKxImage& cut = narrow.Convert(source);
+        IKxImage& whole = wide.Convert(source);
+        for (size_t i = 0; i < size_t{61} * 21; ++i) {
+            const Pixel expected = PixelAt(whole, i % 61, i / 61), pixel = PixelAt(cut, i % 61, i / 61);
+            for (size_t k = 0; k < 3; ++k)
+                ASSERT_EQ(pixel.color[k], expected.color[k] >> 4) << "method " << method << " at " << i;
+        }
+    }
+}
+
 } // namespace

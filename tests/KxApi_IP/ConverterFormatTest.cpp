@@ -48,11 +48,13 @@ struct Component
     int64_t value;
 };
 
-/// The components of a pixel, cut to eight bits when the destination has no more.
+/// The components of a pixel, cut to eight bits when the destination has no more and they are only moved.
 std::vector<Component> ComponentsAt(IKxImage& image, size_t x, size_t y, bool narrow)
 {
     const IKxPixelComponent& values = *image.GetIKxPixelComponentValue(x, y);
     std::vector<Component> components;
+    narrow = narrow && values.GetType(0) >> 24 != KxPixelComponent_Y &&
+             values.GetType(1 % values.GetComponentCount()) >> 24 != KxPixelComponent_Y;
     for (size_t k = 0; k < values.GetComponentCount(); ++k) {
         const IKxPixelComponentInfo& info = *GetIKxPixelComponentInfo(values.GetType(k));
         Component c{values.GetType(k) >> 24, static_cast<unsigned>(info.GetEffectiveBits()),

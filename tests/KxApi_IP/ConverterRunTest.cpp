@@ -96,8 +96,10 @@ TEST(ConverterRun, ProcessorsOfAllKindsGiveTheSame)
     const int64_t supported = hwy::SupportedTargets();
     for (const Work& work : kWorks) {
         SCOPED_TRACE(Title(work));
-        // A large image, and the smallest that all of these formats can have.
-        View large = RandomImage(work.source, 316, 6, 5), small = RandomImage(work.source, 2, 2);
+        // A large image, and the smallest that all of these formats can have. Where real numbers are rounded,
+        // differences are rare.
+        const size_t height = work.polarization == 0 ? 6 : 1002;
+        View large = RandomImage(work.source, 316, height, 5), small = RandomImage(work.source, 2, 2);
         const auto run = [&] {
             TestConverter converter;
             Set(converter, work);
