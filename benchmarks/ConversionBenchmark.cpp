@@ -86,7 +86,11 @@ void ByOpenCV(benchmark::State& state, EKxPixelFormatNamingConvention_t format, 
 {
     CKxImageBuffer source(nullptr);
     Fill(source, format);
-    const int type = format == KxPixelFormat_BayerRG8 ? CV_8UC1 : CV_8UC2;
+    const bool is16 = format == KxPixelFormat_BayerRG12;
+    const int type = format == KxPixelFormat_YUV422_8 ? CV_8UC2
+                     : format == KxPixelFormat_BGR8   ? CV_8UC3
+                     : is16                           ? CV_16UC1
+                                                      : CV_8UC1;
     const cv::Mat image(static_cast<int>(kHeight), static_cast<int>(kWidth), type, source.GetImageBuffer(),
                         source.GetImageLinePitch());
     cv::Mat result;
@@ -94,6 +98,21 @@ void ByOpenCV(benchmark::State& state, EKxPixelFormatNamingConvention_t format, 
     cv::setNumThreads(1);
     for (auto _ : state)
         cv::cvtColor(image, result, code);
+    cv::setNumThreads(threads);
+}
+
+/// The same for chroma of half the lines behind the luma.
+void SemiPlanarByOpenCV(benchmark::State& state)
+{
+    CKxImageBuffer source(nullptr);
+    Fill(source, KxPixelFormat_YCbCr420_8_YY_CbCr_Semiplanar);
+    const cv::Mat image(static_cast<int>(kHeight * 3 / 2), static_cast<int>(kWidth), CV_8UC1,
+                        source.GetImageBuffer(), source.GetImageLinePitch());
+    cv::Mat result;
+    const int threads = cv::getNumThreads();
+    cv::setNumThreads(1);
+    for (auto _ : state)
+        cv::cvtColor(image, result, cv::COLOR_YUV2RGB_NV12);
     cv::setNumThreads(threads);
 }
 
@@ -123,6 +142,19 @@ BENCHMARK_CAPTURE(ByOpenCV, yuv422, KxPixelFormat_YUV422_8, cv::COLOR_YUV2BGR_YU
 KX_CONVERSION(yuv422, KxPixelFormat_YUV422_8, KxPixelFormat_BGR8);
 KX_CONVERSION(yuv422limited, KxPixelFormat_YCbCr601_422_8, KxPixelFormat_BGR8);
 KX_CONVERSION(rgb12p, KxPixelFormat_RGB12p, KxPixelFormat_BGR8);
+KX_CONVERSION(rgb12pToRgb, KxPixelFormat_RGB12p, KxPixelFormat_RGB8);
+KX_CONVERSION(rgb10p32, KxPixelFormat_RGB10p32, KxPixelFormat_RGB8);
+KX_CONVERSION(rgbPlanar, KxPixelFormat_RGB8_Planar, KxPixelFormat_RGB8);
+BENCHMARK(SemiPlanarByOpenCV)->Name("Convert/semiPlanar/peer");
+KX_CONVERSION(semiPlanar, KxPixelFormat_YCbCr420_8_YY_CbCr_Semiplanar, KxPixelFormat_RGB8);
+KX_CONVERSION(ycc411, KxPixelFormat_YUV411_8_UYYVYY, KxPixelFormat_RGB8);
+KX_CONVERSION(Mono14p, KxPixelFormat_Mono14p, KxPixelFormat_Mono8);
+KX_CONVERSION(Mono1p, KxPixelFormat_Mono1p, KxPixelFormat_Mono8);
+BENCHMARK_CAPTURE(ByOpenCV, bayer16, KxPixelFormat_BayerRG12, cv::COLOR_BayerBG2RGB)
+    ->Name("Convert/bayer16/peer");
+KX_CONVERSION(bayer16, KxPixelFormat_BayerRG12, KxPixelFormat_RGB16);
+BENCHMARK_CAPTURE(ByOpenCV, grey, KxPixelFormat_BGR8, cv::COLOR_BGR2GRAY)->Name("Convert/grey/peer");
+KX_CONVERSION(grey, KxPixelFormat_BGR8, KxPixelFormat_Mono8);
 KX_CONVERSION(adolp, KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 1, 1.0, 3,
               KxPolarizationImageTransformationMethod_ADOLP);
 KX_CONVERSION(bayerOneThread, KxPixelFormat_BayerRG8, KxPixelFormat_BGR8)->UseManualTime();

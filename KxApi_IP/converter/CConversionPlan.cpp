@@ -169,11 +169,16 @@ void CConversionPlan::MakeTables(CFinish<U>& finish) const
             finish.vecTables.push_back(std::move(vecTable));
         return;
     }
-    if (!std::is_same_v<T, U> || !options.IsIdentity())
-        finish.vecTables.push_back(MakeValueTable<U>(options));
     CValueOptions alpha = options;
     alpha.dGamma = 1.0;
-    if (finish.bHasAlpha && (!std::is_same_v<T, U> || !alpha.IsIdentity()))
+    const bool bIsWide = sizeof(T) + sizeof(U) > 2;
+    if (bIsWide)
+        finish.change = FindDepthChange(options);
+    if (finish.change || (!bIsWide && options.IsIdentity() && alpha.IsIdentity()))
+        return;
+    if (bIsWide || !options.IsIdentity())
+        finish.vecTables.push_back(MakeValueTable<U>(options));
+    if (finish.bHasAlpha && (bIsWide || !alpha.IsIdentity()))
         finish.vecAlphaTable = MakeValueTable<U>(alpha);
 }
 
@@ -200,7 +205,8 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
         return MakeBayerSource<T>();
     if constexpr (sizeof(T) == 1) {
         // Values of a byte go straight into a mono image; all other work wants rows with padding.
-        if (source.ePacking == EPacking::Bytes && !m_task.pDestination->HasColor())
+        if (source.eOrder == EOrder::Single && source.ePacking == EPacking::Bytes &&
+            !m_task.pDestination->HasColor())
             return std::make_unique<CByteLines>();
     }
     if (source.eFamily == EFamily::Ycc) {

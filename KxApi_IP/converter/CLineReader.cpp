@@ -7,6 +7,7 @@
 
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace KxApi
@@ -15,12 +16,6 @@ namespace Detail
 {
 namespace
 {
-
-bool IsInterleaved(EPacking ePacking)
-{
-    return ePacking == EPacking::Bytes3 || ePacking == EPacking::Bytes4 || ePacking == EPacking::Words3 ||
-           ePacking == EPacking::Words4;
-}
 
 /// As ReadBits for 0 to 16 bits, with one access where the line has eight bytes left.
 uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsigned nCount)
@@ -39,15 +34,21 @@ CLineReader::CLineReader(const CSourceFormat& format, size_t nWidth)
     : m_format(format)
     , m_ePacking(HasUnpackKernels() ? format.ePacking : EPacking::Table)
     , m_nLineBytes(format.pInfo->GetLinePitch(nWidth, 1))
-    , m_anChannelInMemory{0, 1, 2, 3}
+    , m_values(1, m_ePacking == EPacking::Table || format.eOrder == EOrder::Single
+                      ? 0
+                      : std::max<size_t>((nWidth >> format.nGroupShift) * format.nGroupValues, nWidth))
+{}
+
+CLineReader::CLine CLineReader::LineOf(const CSourceView& source, const CComponentPlace& place,
+                                       size_t nLine) const
 {
-    if (!IsInterleaved(m_ePacking))
-        return;
-    const unsigned nUnit = format.nBits == 8 ? 8 : 16;
-    for (uint8_t nChannel = 0; nChannel < format.nChannels; ++nChannel) {
-        const CComponentPlace& place = format.pLayout->places[format.anComponent[nChannel]];
-        m_anChannelInMemory[place.high[0] / nUnit] = nChannel;
-    }
+    if (place.plane == 0)
+        return {source.pBytes + (nLine >> place.lineShift) * source.nLinePitch, m_nLineBytes};
+    const size_t nDivisor = m_format.pLayout->chromaDivisor;
+    const CPixelMemory memory{source.pBytes, source.nLinePitch, source.nPlanePitch};
+    return {source.pBytes + PlaneOffset(*m_format.pLayout, memory, place.plane) +
+                (nLine >> place.lineShift) * (source.nLinePitch / nDivisor),
+            m_nLineBytes / nDivisor};
 }
 
 template <class T>
@@ -58,16 +59,7 @@ void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nC
     const CComponentPlace place = m_format.pLayout->places[nComponent];
     const unsigned nFullBits = m_format.nBits;
     const unsigned nBits = m_format.pRow->components[nComponent].bits;
-    const uint8_t* pLine = source.pBytes;
-    size_t nPitch = source.nLinePitch;
-    size_t nBytes = m_nLineBytes;
-    if (place.plane != 0) {
-        const CPixelMemory memory{source.pBytes, source.nLinePitch, source.nPlanePitch};
-        pLine += PlaneOffset(*m_format.pLayout, memory, place.plane);
-        nPitch /= m_format.pLayout->chromaDivisor;
-        nBytes /= m_format.pLayout->chromaDivisor;
-    }
-    pLine += (nLine >> place.lineShift) * nPitch;
+    const CLine line = LineOf(source, place, nLine);
     const unsigned nCut = nFullBits - GetBits<T>();
     const uint32_t nFlip = m_format.bSigned ? 1U << (nBits - 1) : 0;
     const size_t nGroupMask = (size_t{1} << place.groupShift) - 1;
@@ -76,38 +68,79 @@ void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nC
         const size_t nGroupBit = (x >> place.groupShift) * place.groupBits;
         const size_t nInGroup = x & nGroupMask;
         uint32_t nValue =
-            ReadBitsOfLine(pLine, nBytes, nGroupBit + place.high[nInGroup], nBits - place.lowBits);
+            ReadBitsOfLine(line.pBytes, line.nBytes, nGroupBit + place.high[nInGroup], nBits - place.lowBits);
         if (place.lowBits != 0)
             nValue = nValue << place.lowBits |
-                     ReadBitsOfLine(pLine, nBytes, nGroupBit + place.low[nInGroup], place.lowBits);
+                     ReadBitsOfLine(line.pBytes, line.nBytes, nGroupBit + place.low[nInGroup], place.lowBits);
         if (nBits < nFullBits)
             nValue = RepeatedBits(nValue, nBits, nFullBits);
         pRow[x] = static_cast<T>((nValue ^ nFlip) >> nCut);
     }
 }
 
+/// The values of a line one behind the other: in the image itself, if they lie so there.
 template <class T>
-void CLineReader::ReadLine(const CSourceView& source, size_t nLine, T* const* apRows) const
+CPackedRow CLineReader::ValuesOf(const CLine& line, size_t nValues)
+{
+    const CPackedRow packed{line.pBytes, line.nBytes, nValues, m_format.nBits};
+    if (m_ePacking == EPacking::Bytes && sizeof(T) == 1)
+        return packed;
+    T* const pValues = reinterpret_cast<T*>(m_values.Row(0));
+    UnpackRow(m_ePacking, packed, pValues);
+    return {reinterpret_cast<const uint8_t*>(pValues), (nValues + kRowPadding) * sizeof(T), nValues,
+            GetBits<T>()};
+}
+
+/// Each channel by itself, or both of chroma.
+template <class T>
+void CLineReader::ReadPlanes(const CSourceView& source, size_t nLine, T* const* apRows)
+{
+    const CPixelLayout& layout = *m_format.pLayout;
+    for (size_t nChannel = 0; nChannel < m_format.nChannels; ++nChannel) {
+        const CComponentPlace& place = layout.places[m_format.anComponent[nChannel]];
+        const CLine line = LineOf(source, place, nLine);
+        const bool bIsPair = place.groupBits == 16 && m_ePacking == EPacking::Bytes;
+        if (place.groupShift == 0) {
+            UnpackRow(m_ePacking, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits},
+                      apRows[nChannel]);
+        } else if (!bIsPair) {
+            SplitRow(EOrder::Shared, ValuesOf<T>(line, source.nWidth / 2), &apRows[nChannel]);
+        } else if (place.high[0] == 0) { // the other chroma channel comes with it
+            T* const apPair[] = {apRows[nChannel], apRows[3 - nChannel]};
+            SplitRow(EOrder::SharedPair, ValuesOf<T>(line, source.nWidth), apPair);
+        }
+    }
+}
+
+template <class T>
+void CLineReader::ReadLine(const CSourceView& source, size_t nLine, T* const* apRows)
 {
     if (m_ePacking == EPacking::Table) {
         for (size_t nChannel = 0; nChannel < m_format.nChannels; ++nChannel)
             ReadByTable(source, nLine, nChannel, apRows[nChannel]);
         return;
     }
-    T* apInMemory[kMaxChannels] = {};
-    for (size_t k = 0; k < m_format.nChannels; ++k)
-        apInMemory[k] = apRows[m_anChannelInMemory[k]];
-    UnpackRow(m_ePacking,
-              {source.pBytes + nLine * source.nLinePitch, m_nLineBytes, source.nWidth, m_format.nBits},
-              apInMemory);
+    if (m_format.eOrder == EOrder::Planes)
+        return ReadPlanes(source, nLine, apRows);
+    const CLine line{source.pBytes + nLine * source.nLinePitch, m_nLineBytes};
+    if (m_format.eOrder == EOrder::Single) {
+        UnpackRow(m_ePacking, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits}, apRows[0]);
+        return;
+    }
+    T* apInMemory[kMaxChannels] = {apRows[0], apRows[1], apRows[2], nullptr};
+    const bool bIsPixel = m_format.eOrder == EOrder::Three || m_format.eOrder == EOrder::Four;
+    for (size_t k = 0; bIsPixel && k < m_format.nGroupValues; ++k)
+        apInMemory[k] = apRows[m_format.anChannel[k]];
+    const size_t nValues = (source.nWidth >> m_format.nGroupShift) * m_format.nGroupValues;
+    SplitRow(m_format.eOrder, ValuesOf<T>(line, nValues), apInMemory);
 }
 
-void CLineReader::Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows) const
+void CLineReader::Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows)
 {
     ReadLine(source, nLine, apRows);
 }
 
-void CLineReader::Read(const CSourceView& source, size_t nLine, uint16_t* const* apRows) const
+void CLineReader::Read(const CSourceView& source, size_t nLine, uint16_t* const* apRows)
 {
     ReadLine(source, nLine, apRows);
 }

@@ -2,6 +2,7 @@
 // Reads the lines of a source image.
 #pragma once
 
+#include "CRowBuffer.h"
 #include "SourceFormats.h"
 
 #include <cstddef>
@@ -11,6 +12,8 @@ namespace KxApi
 {
 namespace Detail
 {
+
+struct CComponentPlace;
 
 /// The image that is converted.
 struct CSourceView
@@ -23,13 +26,14 @@ struct CSourceView
 };
 
 /// Gets the values of a line, a row for each channel. Rows of bytes get the high eight bits of what has more.
+/// One thread.
 class CLineReader
 {
 public:
     CLineReader(const CSourceFormat& format, size_t nWidth);
 
-    void Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows) const;
-    void Read(const CSourceView& source, size_t nLine, uint16_t* const* apRows) const;
+    void Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows);
+    void Read(const CSourceView& source, size_t nLine, uint16_t* const* apRows);
 
     const CSourceFormat& GetFormat() const { return m_format; }
 
@@ -41,15 +45,27 @@ public:
     }
 
 private:
+    /// The line of a component in memory.
+    struct CLine
+    {
+        const uint8_t* pBytes;
+        size_t nBytes;
+    };
+
+    CLine LineOf(const CSourceView& source, const CComponentPlace& place, size_t nLine) const;
     template <class T>
-    void ReadLine(const CSourceView& source, size_t nLine, T* const* apRows) const;
+    void ReadLine(const CSourceView& source, size_t nLine, T* const* apRows);
+    template <class T>
+    void ReadPlanes(const CSourceView& source, size_t nLine, T* const* apRows);
+    template <class T>
+    CPackedRow ValuesOf(const CLine& line, size_t nValues);
     template <class T>
     void ReadByTable(const CSourceView& source, size_t nLine, size_t nChannel, T* pRow) const;
 
     CSourceFormat m_format;
     EPacking m_ePacking;
     size_t m_nLineBytes;
-    uint8_t m_anChannelInMemory[kMaxChannels]; ///< channel by the place among the values of a pixel
+    CRowBuffer<uint16_t> m_values; ///< of a line, one behind the other
 };
 
 } // namespace Detail

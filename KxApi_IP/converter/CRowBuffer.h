@@ -4,6 +4,7 @@
 
 #include "RowKernels.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace KxApi

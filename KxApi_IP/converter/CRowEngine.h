@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace KxApi
@@ -50,6 +51,7 @@ struct CFinish
     const CDestinationFormat* pDestination;
     bool bIsGrey;                          ///< the row has one channel
     bool bHasAlpha;                        ///< it has a fourth
+    std::optional<CDepthChange> change;    ///< of all channels, in place of tables
     std::vector<std::vector<U>> vecTables; ///< none: values stay; one for all channels, or one for each
     std::vector<U> vecAlphaTable;          ///< empty: values stay
 };
@@ -106,21 +108,35 @@ private:
 
     void WriteMono(const T* pRow, size_t nCount, uint8_t* pPixels)
     {
-        if (!m_pFinish->vecTables.empty())
-            MapRow(pRow, nCount, m_pFinish->vecTables[0].data(), reinterpret_cast<U*>(pPixels));
-        else if constexpr (std::is_same_v<T, U>)
-            std::memcpy(pPixels, pRow, nCount * sizeof(U));
+        auto* const pValues = reinterpret_cast<U*>(pPixels);
+        const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
+        if (!Map(pRow, nCount, vecTables.empty() ? nullptr : vecTables.data(), pValues))
+            std::memcpy(pValues, pRow, nCount * sizeof(U));
     }
 
-    /// The row by a table, or as it is where there is none.
+    /// The row by the change of depth or a table; false where it stays as it is.
+    bool Map(const T* pRow, size_t nCount, const std::vector<U>* pTable, U* pResult) const
+    {
+        if constexpr (sizeof(T) + sizeof(U) > 2) {
+            if (m_pFinish->change) {
+                ChangeDepth(pRow, nCount, *m_pFinish->change, pResult);
+                return true;
+            }
+        } else if (pTable && pTable->size() == 16) {
+            MapRowOf16(pRow, nCount, pTable->data(), pResult);
+            return true;
+        }
+        if (!pTable)
+            return false;
+        MapRow(pRow, nCount, pTable->data(), pResult);
+        return true;
+    }
+
     const U* Mapped(const T* pRow, size_t nCount, const std::vector<U>* pTable, size_t nChannel)
     {
-        if constexpr (std::is_same_v<T, U>) {
-            if (!pTable)
-                return pRow;
-        }
-        MapRow(pRow, nCount, pTable->data(), m_rows.Row(nChannel));
-        return m_rows.Row(nChannel);
+        if (Map(pRow, nCount, pTable, m_rows.Row(nChannel)))
+            return m_rows.Row(nChannel);
+        return reinterpret_cast<const U*>(pRow); // values that stay as they are have the type of the result
     }
 
     void WriteColor(const CRow<T>& row, size_t nCount, uint8_t* pPixels)

@@ -106,6 +106,9 @@ HWY_INLINE void ScaleLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t
     }
 }
 
+// 0.299, 0.587 and 0.114 of 32768.
+constexpr uint32_t kRedWeight = 9798, kGreenWeight = 19235, kBlueWeight = 3735;
+
 template <class T>
 HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pGrey)
 {
@@ -113,10 +116,100 @@ HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRI
     const T* HWY_RESTRICT const pGreen = apRows[1];
     const T* HWY_RESTRICT const pBlue = apRows[2];
     for (size_t x = 0; x < nWidth; ++x) {
-        // 0.299, 0.587 and 0.114 of 32768; the sum fits for 16 bits.
-        const uint32_t nSum = pRed[x] * 9798U + pGreen[x] * 19235U + pBlue[x] * 3735U;
+        // The sum fits for 16 bits.
+        const uint32_t nSum = pRed[x] * kRedWeight + pGreen[x] * kGreenWeight + pBlue[x] * kBlueWeight;
         pGrey[x] = static_cast<T>((nSum + (1U << 14)) >> 15);
     }
+}
+
+#if HWY_TARGET != HWY_SCALAR
+
+/// Two values and their weights at a time; a half is weighed as a fourth, for the cut to round.
+HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+{
+    const hn::ScalableTag<int16_t> d;
+    const hn::RepartitionToWide<decltype(d)> dSum;
+    const hn::Rebind<uint8_t, decltype(d)> d8;
+    const auto pairOf = [&](uint32_t nFirst, uint32_t nSecond) HWY_ATTR {
+        return hn::BitCast(d, hn::Set(dSum, static_cast<int32_t>(nFirst | nSecond << 16)));
+    };
+    const auto redGreen = pairOf(kRedWeight, kGreenWeight), blueHalf = pairOf(kBlueWeight, 1U << 14);
+    const auto one = hn::Set(d, int16_t{1});
+    const auto weigh = [&](auto rg, auto b1) HWY_ATTR {
+        auto rest = hn::Zero(dSum);
+        const auto sum = hn::ReorderWidenMulAccumulate(dSum, rg, redGreen, hn::Zero(dSum), rest);
+        const auto all = hn::ReorderWidenMulAccumulate(dSum, b1, blueHalf, sum, rest);
+        return hn::ShiftRight<15>(hn::RearrangeToOddPlusEven(all, rest));
+    };
+    for (size_t x = 0; x < nWidth; x += hn::Lanes(d)) {
+        const auto r = hn::PromoteTo(d, hn::LoadU(d8, apRows[0] + x));
+        const auto g = hn::PromoteTo(d, hn::LoadU(d8, apRows[1] + x));
+        const auto b = hn::PromoteTo(d, hn::LoadU(d8, apRows[2] + x));
+        const auto lower = weigh(hn::InterleaveLower(d, r, g), hn::InterleaveLower(d, b, one));
+        const auto upper = weigh(hn::InterleaveUpper(d, r, g), hn::InterleaveUpper(d, b, one));
+        // Puts the halves of each block together as the interleaving took them apart.
+        hn::StoreU(hn::DemoteTo(d8, hn::ReorderDemote2To(d, lower, upper)), d8, pGrey + x);
+    }
+}
+
+#else
+
+HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+{
+    WeighColors(apRows, nWidth, pGrey);
+}
+
+#endif
+
+/// As CDepthChange tells, for vectors and for the values at the end.
+template <class D16, class V16>
+HWY_INLINE V16 Changed(D16, V16 v, const CDepthChange& change)
+{
+    const V16 low = hn::ShiftRightSame(v, static_cast<int>(change.nDown));
+    return change.bIsCut ? low : hn::Or(hn::ShiftLeftSame(v, static_cast<int>(change.nUp)), low);
+}
+
+template <class T, class U>
+HWY_INLINE void Change(const T* HWY_RESTRICT pRow, size_t nWidth, const CDepthChange& change,
+                       U* HWY_RESTRICT pResult)
+{
+    const hn::ScalableTag<uint16_t> d;
+    const hn::RebindToSigned<decltype(d)> dSigned;
+    const hn::Rebind<uint8_t, decltype(d)> d8;
+    const auto convert = [&](const T* pFrom, U* pTo) HWY_ATTR {
+        hn::Vec<decltype(d)> v;
+        if constexpr (sizeof(T) == 1)
+            v = hn::PromoteTo(d, hn::LoadU(d8, pFrom));
+        else
+            v = hn::LoadU(d, pFrom);
+        v = Changed(d, v, change);
+        if constexpr (sizeof(U) == 1) // below 256, so that signs don't matter
+            hn::StoreU(hn::DemoteTo(d8, hn::BitCast(dSigned, v)), d8, pTo);
+        else
+            hn::StoreU(v, d, pTo);
+    };
+    size_t x = 0;
+    for (; x + hn::Lanes(d) <= nWidth; x += hn::Lanes(d))
+        convert(pRow + x, pResult + x);
+    if (x < nWidth) { // rows in work have room behind them, images haven't
+        U aEnd[hn::MaxLanes(d)];
+        convert(pRow + x, aEnd);
+        std::memcpy(pResult + x, aEnd, (nWidth - x) * sizeof(U));
+    }
+}
+
+void MapOf16(const uint8_t* HWY_RESTRICT pRow, size_t nWidth, const uint8_t* HWY_RESTRICT pTable,
+             uint8_t* HWY_RESTRICT pResult)
+{
+    size_t x = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::ScalableTag<uint8_t> d;
+    const auto table = hn::LoadDup128(d, pTable);
+    for (; x + hn::Lanes(d) <= nWidth; x += hn::Lanes(d))
+        hn::StoreU(hn::TableLookupBytes(table, hn::LoadU(d, pRow + x)), d, pResult + x);
+#endif
+    for (; x < nWidth; ++x)
+        pResult[x] = pTable[pRow[x]];
 }
 
 template <size_t kChannels, class T>
@@ -181,11 +274,23 @@ void YccToLuma8(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth) { ScaleL
 void YccToLuma16(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth) { ScaleLuma(matrix, pRow, nWidth); }
 void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 {
-    WeighColors(apRows, nWidth, pGrey);
+    WeighBytes(apRows, nWidth, pGrey);
 }
 void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
     WeighColors(apRows, nWidth, pGrey);
+}
+void Change8To16(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult)
+{
+    Change(pRow, nWidth, change, pResult);
+}
+void Change16To8(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint8_t* pResult)
+{
+    Change(pRow, nWidth, change, pResult);
+}
+void Change16(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult)
+{
+    Change(pRow, nWidth, change, pResult);
 }
 void Pack8(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
 {
@@ -213,6 +318,10 @@ HWY_EXPORT(YccToLuma8);
 HWY_EXPORT(YccToLuma16);
 HWY_EXPORT(RgbToLuma8);
 HWY_EXPORT(RgbToLuma16);
+HWY_EXPORT(Change8To16);
+HWY_EXPORT(Change16To8);
+HWY_EXPORT(Change16);
+HWY_EXPORT(MapOf16);
 HWY_EXPORT(Pack8);
 HWY_EXPORT(Pack16);
 HWY_EXPORT(Pack10p32);
@@ -240,6 +349,22 @@ void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
     HWY_DYNAMIC_DISPATCH(RgbToLuma16)(apRows, nWidth, pGrey);
+}
+void ChangeDepth(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult)
+{
+    HWY_DYNAMIC_DISPATCH(Change8To16)(pRow, nWidth, change, pResult);
+}
+void ChangeDepth(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint8_t* pResult)
+{
+    HWY_DYNAMIC_DISPATCH(Change16To8)(pRow, nWidth, change, pResult);
+}
+void ChangeDepth(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult)
+{
+    HWY_DYNAMIC_DISPATCH(Change16)(pRow, nWidth, change, pResult);
+}
+void MapRowOf16(const uint8_t* pRow, size_t nWidth, const uint8_t* pTable, uint8_t* pResult)
+{
+    HWY_DYNAMIC_DISPATCH(MapOf16)(pRow, nWidth, pTable, pResult);
 }
 void PackRow(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels)
 {

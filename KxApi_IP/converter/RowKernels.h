@@ -18,22 +18,26 @@ namespace Detail
 
 inline constexpr size_t kRowPadding = 256;
 
-/// Pixels of a line of an image, as EPacking tells them (all but Table).
+/// Values of a line, as EPacking tells them (all but Table).
 struct CPackedRow
 {
     const uint8_t* pBytes;
-    size_t nBytes;
-    size_t nWidth;
-    unsigned nBits;
+    size_t nBytes; ///< that may be read
+    size_t nValues;
+    unsigned nBits; ///< of a value
 };
 
-/// Whether UnpackRow does anything: a processor without vectors has only the table of layouts.
+/// Whether UnpackRow and SplitRow do anything: a processor without vectors has only the table of layouts.
 bool HasUnpackKernels();
 
-/// Takes the values of a line apart: apRows are the rows of the channels in the order of memory, Y, Cb, Cr
-/// for Ycc packings. To bytes, only the high eight bits are kept.
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* const* apRows);
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* const* apRows);
+/// Puts the values of a line one behind the other. To bytes, only the high eight bits are kept.
+void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* pRow);
+void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* pRow);
+
+/// Takes values that lie one behind the other apart: apRows are the rows of the channels in the order of
+/// memory; Y, Cb, Cr for luma with chroma.
+void SplitRow(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows);
+void SplitRow(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows);
 
 /// Three, four, or one rows become the pixels of a line.
 void PackRow(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels);
@@ -99,6 +103,21 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth);
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey);
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey);
 
+/// How the depth of values changes.
+struct CDepthChange
+{
+    unsigned nUp;
+    unsigned nDown;
+    bool bIsCut; ///< v >> nDown, else v << nUp | v >> nDown
+};
+
+/// In image memory, nothing behind nWidth is written.
+void ChangeDepth(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult);
+void ChangeDepth(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint8_t* pResult);
+void ChangeDepth(const uint16_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult);
+
+/// A table value for each value, by a table of 16 values; likewise.
+void MapRowOf16(const uint8_t* pRow, size_t nWidth, const uint8_t* pTable, uint8_t* pResult);
 /// A table value for each value; in image memory, nothing behind nWidth is written.
 void MapRow(const uint8_t* pRow, size_t nWidth, const uint8_t* pTable, uint8_t* pResult);
 void MapRow(const uint8_t* pRow, size_t nWidth, const uint16_t* pTable, uint16_t* pResult);

@@ -3,11 +3,13 @@
 #define HWY_TARGET_INCLUDE "converter/RowUnpack.cpp"
 #include "RowKernels.h"
 
+// The order matters.
+// clang-format off
 #include <hwy/foreach_target.h> // compiles this file once for each instruction set
 #include <hwy/highway.h>
 
-#include <algorithm>
-#include <cstring>
+#include "RowSteps-inl.h"
+// clang-format on
 
 HWY_BEFORE_NAMESPACE();
 namespace KxApi
@@ -23,278 +25,236 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // Without vectors the table of layouts is as good.
 bool HasUnpack() { return false; }
-void UnpackToBytes(EPacking, const CPackedRow&, uint8_t* const*) {}
-void UnpackToWords(EPacking, const CPackedRow&, uint16_t* const*) {}
+template <class T>
+void Unpack(EPacking, const CPackedRow&, T*)
+{}
 
 #else
 
-constexpr size_t kMaxRead = 1024;
-
-/// Runs `body(bytes, x)` over a line in steps of nPixels pixels, of which it reads nRead bytes. The end of
-/// the line is read from a copy with room behind it.
-template <class Body>
-HWY_INLINE void ForSteps(const CPackedRow& source, size_t nPixels, size_t nStep, size_t nRead,
-                         const Body& body)
+/// Values of 16-bit lanes that fit into T.
+template <class D16, class V16, class T>
+HWY_INLINE void Store(D16 d16, V16 v, T* pResult)
 {
-    size_t x = 0;
-    size_t nOffset = 0;
-    for (; x + nPixels <= source.nWidth && nOffset + nRead <= source.nBytes; x += nPixels, nOffset += nStep)
-        body(source.pBytes + nOffset, x);
-    uint8_t anCopy[kMaxRead];
-    for (; x < source.nWidth; x += nPixels, nOffset += nStep) {
-        const size_t nLeft = std::min(source.nBytes - nOffset, nRead);
-        std::memcpy(anCopy, source.pBytes + nOffset, nLeft);
-        std::memset(anCopy + nLeft, 0, nRead - nLeft);
-        body(anCopy, x);
+    if constexpr (sizeof(T) == 2) {
+        hn::StoreU(v, d16, pResult);
+    } else {
+        // Values are below 256, so the signed conversion is exact.
+        const hn::RebindToSigned<D16> dSigned;
+        const hn::Rebind<uint8_t, D16> d8;
+        hn::StoreU(hn::DemoteTo(d8, hn::BitCast(dSigned, v)), d8, pResult);
     }
 }
 
-template <class D16, class V16>
-HWY_INLINE void StoreCut(D16 d16, V16 v, uint8_t* pResult)
+template <class T>
+HWY_INLINE void Bytes(const CPackedRow& source, T* HWY_RESTRICT pRow)
 {
-    // Values are below 256, so the signed conversion is exact.
-    const hn::RebindToSigned<D16> dSigned;
-    const hn::Rebind<uint8_t, D16> d8;
-    hn::StoreU(hn::DemoteTo(d8, hn::BitCast(dSigned, v)), d8, pResult);
-    (void)d16;
-}
-
-void Words(const CPackedRow& source, uint16_t* pRow)
-{
-    const hn::ScalableTag<uint16_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    const auto mask = hn::Set(d, static_cast<uint16_t>((1U << source.nBits) - 1));
-    ForSteps(source, nLanes, 2 * nLanes, 2 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        const auto v = hn::LoadU(hn::Repartition<uint8_t, decltype(d)>(), pBytes);
-        hn::StoreU(hn::And(hn::BitCast(d, v), mask), d, pRow + x);
-    });
-}
-
-void Words(const CPackedRow& source, uint8_t* pRow)
-{
-    const hn::ScalableTag<uint16_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    const auto mask = hn::Set(d, static_cast<uint16_t>((1U << source.nBits) - 1));
-    const int nShift = static_cast<int>(source.nBits) - 8;
-    ForSteps(source, nLanes, 2 * nLanes, 2 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        const auto v = hn::LoadU(hn::Repartition<uint8_t, decltype(d)>(), pBytes);
-        StoreCut(d, hn::ShiftRightSame(hn::And(hn::BitCast(d, v), mask), nShift), pRow + x);
-    });
-}
-
-/// Eight values of kBits bits out of consecutive bits, each moved to the top of its 16 bits.
-template <unsigned kBits, class D16>
-HWY_INLINE hn::Vec<D16> EightOfStream(D16 d16, const uint8_t* pBytes)
-{
-    const hn::Repartition<uint8_t, D16> d8;
-    // Each pair of bytes holds a value, at one of four bit offsets; the product moves it up.
-    alignas(16) static constexpr uint8_t kPairs10[16] = {0, 1, 1, 2, 2, 3, 3, 4, 5, 6, 6, 7, 7, 8, 8, 9};
-    alignas(16) static constexpr uint16_t kFactors10[8] = {64, 16, 4, 1, 64, 16, 4, 1};
-    alignas(16) static constexpr uint8_t kPairs12[16] = {0, 1, 1, 2, 3, 4, 4, 5, 6, 7, 7, 8, 9, 10, 10, 11};
-    alignas(16) static constexpr uint16_t kFactors12[8] = {16, 1, 16, 1, 16, 1, 16, 1};
-    const auto pairs = hn::Load(d8, kBits == 10 ? kPairs10 : kPairs12);
-    const auto factors = hn::Load(d16, kBits == 10 ? kFactors10 : kFactors12);
-    return hn::Mul(hn::BitCast(d16, hn::TableLookupBytes(hn::LoadU(d8, pBytes), pairs)), factors);
+    for (size_t i = 0; i < source.nValues; ++i)
+        pRow[i] = source.pBytes[i];
 }
 
 template <class T>
-HWY_INLINE void Stream10(const CPackedRow& source, T* pRow)
+HWY_INLINE void Words(const CPackedRow& source, T* pRow)
 {
-    const hn::FixedTag<uint16_t, 8> d;
-    ForSteps(source, 8, 10, 16, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        const auto v = EightOfStream<10>(d, pBytes);
-        if constexpr (sizeof(T) == 2)
-            hn::StoreU(hn::ShiftRight<6>(v), d, pRow + x);
-        else
-            StoreCut(d, hn::ShiftRight<8>(v), pRow + x);
-    });
-}
-
-void Stream12(const CPackedRow& source, uint16_t* pRow)
-{
-    const hn::FixedTag<uint16_t, 8> d;
-    ForSteps(source, 8, 12, 16, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::StoreU(hn::ShiftRight<4>(EightOfStream<12>(d, pBytes)), d, pRow + x);
-    });
-}
-
-void Stream12(const CPackedRow& source, uint8_t* pRow)
-{
-    const hn::ScalableTag<uint8_t> d;
+    const hn::ScalableTag<uint16_t> d;
     const size_t nLanes = hn::Lanes(d);
-    ForSteps(source, 2 * nLanes, 3 * nLanes, 3 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::Vec<decltype(d)> b0, b1, b2;
-        hn::LoadInterleaved3(d, pBytes, b0, b1, b2);
-        hn::StoreInterleaved2(hn::Or(hn::ShiftRight<4>(b0), hn::ShiftLeft<4>(b1)), b2, d, pRow + x);
+    const auto mask = hn::Set(d, static_cast<uint16_t>((1U << source.nBits) - 1));
+    const int nShift = sizeof(T) == 1 ? static_cast<int>(source.nBits) - 8 : 0;
+    ForSteps(source, nLanes, 2 * nLanes, 2 * nLanes, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        const auto v = hn::LoadU(hn::Repartition<uint8_t, decltype(d)>(), pBytes);
+        Store(d, hn::ShiftRightSame(hn::And(hn::BitCast(d, v), mask), nShift), pRow + nAt);
     });
 }
 
-/// kLow: low bits that lie in the middle byte.
-template <int kLow>
-HWY_INLINE void Halves(const CPackedRow& source, uint16_t* pRow)
+/// 1, 2 or 4 bits, low ones first.
+template <unsigned kBits, class T>
+HWY_INLINE void Bits(const CPackedRow& source, T* HWY_RESTRICT pRow)
+{
+    for (size_t i = 0; i < source.nValues; ++i)
+        pRow[i] = source.pBytes[i * kBits / 8] >> (i * kBits % 8) & ((1U << kBits) - 1);
+}
+
+template <>
+HWY_INLINE void Bits<1, uint8_t>(const CPackedRow& source, uint8_t* pRow)
+{
+    const hn::FixedTag<uint8_t, 16> d;
+    alignas(16) static constexpr uint8_t kBytes[16] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1};
+    alignas(16) static constexpr uint8_t kMasks[16] = {1, 2, 4, 8, 16, 32, 64, 128,
+                                                       1, 2, 4, 8, 16, 32, 64, 128};
+    const auto masks = hn::Load(d, kMasks);
+    ForSteps(source, 128, 16, 16, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        const auto v = hn::LoadU(d, pBytes);
+        auto places = hn::Load(d, kBytes);
+        for (size_t i = 0; i < 128; i += 16) {
+            const auto bits = hn::And(hn::TableLookupBytes(v, places), masks);
+            hn::StoreU(hn::Min(bits, hn::Set(d, uint8_t{1})), d, pRow + nAt + i);
+            places = hn::Add(places, hn::Set(d, uint8_t{2}));
+        }
+    });
+}
+
+/// Where values of a stream lie: two bytes that hold one, and the factor that moves it to the top of them.
+struct CPairs
+{
+    alignas(16) uint8_t anBytes[16];
+    alignas(16) uint16_t anFactors[8];
+};
+
+/// Of values of kBits, the upper kTaken ones; eight values take kBits bytes.
+template <unsigned kBits, unsigned kTaken>
+constexpr CPairs MakePairs()
+{
+    CPairs pairs{};
+    for (unsigned i = 0; i < 8; ++i) {
+        const unsigned nBit = i * kBits + kBits - kTaken;
+        // The last byte of a value may be the last that is read.
+        pairs.anBytes[2 * i] = static_cast<uint8_t>(nBit / 8);
+        pairs.anBytes[2 * i + 1] = static_cast<uint8_t>(nBit / 8 + 1);
+        pairs.anFactors[i] = static_cast<uint16_t>(1U << (16 - kTaken - nBit % 8));
+    }
+    return pairs;
+}
+
+/// A vector whose blocks begin at distances of kDistance bytes.
+template <size_t kDistance, class D8>
+HWY_INLINE hn::Vec<D8> LoadBlocks(D8 d8, const uint8_t* pBytes)
+{
+    if constexpr (hn::MaxLanes(D8()) == 32) {
+        const hn::Half<D8> dBlock;
+        return hn::Combine(d8, hn::LoadU(dBlock, pBytes + kDistance), hn::LoadU(dBlock, pBytes));
+    } else {
+        return hn::LoadU(d8, pBytes);
+    }
+}
+
+/// Values one behind the other, those of T with the upper bits that it holds; they have to lie in two bytes.
+template <unsigned kBits, class T>
+HWY_INLINE void Stream(const CPackedRow& source, T* pRow)
+{
+    constexpr unsigned kTaken = sizeof(T) == 1 ? 8 : kBits;
+    static constexpr CPairs kPairs = MakePairs<kBits, kTaken>();
+    const hn::CappedTag<uint16_t, 16> d;
+    const hn::Repartition<uint8_t, decltype(d)> d8;
+    constexpr size_t kLanes = hn::MaxLanes(d);
+    const auto places = hn::LoadDup128(d8, kPairs.anBytes);
+    const auto factors = hn::LoadDup128(d, kPairs.anFactors);
+    constexpr size_t kStep = kLanes / 8 * kBits;
+    ForSteps(source, kLanes, kStep, kStep - kBits + 16, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        const auto bytes = LoadBlocks<kBits>(d8, pBytes);
+        const auto pairs = hn::BitCast(d, hn::TableLookupBytes(bytes, places));
+        Store(d, hn::ShiftRight<16 - kTaken>(hn::Mul(pairs, factors)), pRow + nAt);
+    });
+}
+
+/// Values of 14 bits may lie in three bytes.
+template <>
+HWY_INLINE void Stream<14, uint16_t>(const CPackedRow& source, uint16_t* pRow)
+{
+    const hn::FixedTag<uint32_t, 4> d;
+    const hn::FixedTag<uint8_t, 16> d8;
+    const hn::Rebind<uint16_t, decltype(d)> d16;
+    alignas(16) static constexpr uint8_t kBytes[16] = {0, 1, 2, 3, 1, 2, 3, 4, 3, 4, 5, 6, 5, 6, 7, 8};
+    alignas(16) static constexpr uint32_t kFactors[4] = {1U << 18, 1U << 12, 1U << 14, 1U << 16};
+    const auto places = hn::Load(d8, kBytes);
+    const auto factors = hn::Load(d, kFactors);
+    ForSteps(source, 4, 7, 16, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        const auto bytes = hn::TableLookupBytes(hn::LoadU(d8, pBytes), places);
+        const auto values = hn::ShiftRight<18>(hn::Mul(hn::BitCast(d, bytes), factors));
+        hn::StoreU(hn::DemoteTo(d16, hn::BitCast(hn::RebindToSigned<decltype(d)>(), values)), d16,
+                   pRow + nAt);
+    });
+}
+
+/// Two values in three bytes; kLow: low bits of each that lie in the middle one.
+template <int kLow, class T>
+HWY_INLINE void Halves(const CPackedRow& source, T* pRow)
 {
     const hn::ScalableTag<uint8_t> d;
     const size_t nLanes = hn::Lanes(d);
     const auto low = hn::Set(d, static_cast<uint8_t>((1 << kLow) - 1));
-    ForSteps(source, 2 * nLanes, 3 * nLanes, 3 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
+    ForSteps(source, 2 * nLanes, 3 * nLanes, 3 * nLanes, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
         hn::Vec<decltype(d)> b0, b1, b2;
         hn::LoadInterleaved3(d, pBytes, b0, b1, b2);
-        const auto low0 = hn::Or(hn::ShiftLeft<kLow>(b0), hn::And(b1, low));
-        const auto low1 = hn::Or(hn::ShiftLeft<kLow>(b2), hn::And(hn::ShiftRight<4>(b1), low));
-        hn::StoreInterleaved4(low0, hn::ShiftRight<8 - kLow>(b0), low1, hn::ShiftRight<8 - kLow>(b2), d,
-                              reinterpret_cast<uint8_t*>(pRow + x));
-    });
-}
-
-void Halves(const CPackedRow& source, uint8_t* pRow)
-{
-    const hn::ScalableTag<uint8_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    ForSteps(source, 2 * nLanes, 3 * nLanes, 3 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::Vec<decltype(d)> b0, b1, b2;
-        hn::LoadInterleaved3(d, pBytes, b0, b1, b2);
-        hn::StoreInterleaved2(b0, b2, d, pRow + x);
-    });
-}
-
-void Bytes3(const CPackedRow& source, uint8_t* const* apRows)
-{
-    const hn::ScalableTag<uint8_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    ForSteps(source, nLanes, 3 * nLanes, 3 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::Vec<decltype(d)> v0, v1, v2;
-        hn::LoadInterleaved3(d, pBytes, v0, v1, v2);
-        hn::StoreU(v0, d, apRows[0] + x);
-        hn::StoreU(v1, d, apRows[1] + x);
-        hn::StoreU(v2, d, apRows[2] + x);
-    });
-}
-
-void Bytes4(const CPackedRow& source, uint8_t* const* apRows)
-{
-    const hn::ScalableTag<uint8_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    ForSteps(source, nLanes, 4 * nLanes, 4 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::Vec<decltype(d)> v0, v1, v2, v3;
-        hn::LoadInterleaved4(d, pBytes, v0, v1, v2, v3);
-        hn::StoreU(v0, d, apRows[0] + x);
-        hn::StoreU(v1, d, apRows[1] + x);
-        hn::StoreU(v2, d, apRows[2] + x);
-        hn::StoreU(v3, d, apRows[3] + x);
-    });
-}
-
-/// kFirstLuma: the place of the first luma among the four bytes.
-template <int kFirstLuma>
-HWY_INLINE void LumaChroma(const CPackedRow& source, uint8_t* const* apRows)
-{
-    const hn::ScalableTag<uint8_t> d;
-    const size_t nLanes = hn::Lanes(d);
-    ForSteps(source, 2 * nLanes, 4 * nLanes, 4 * nLanes, [&](const uint8_t* pBytes, size_t x) HWY_ATTR {
-        hn::Vec<decltype(d)> v0, v1, v2, v3;
-        hn::LoadInterleaved4(d, pBytes, v0, v1, v2, v3);
-        const auto cb = kFirstLuma == 0 ? v1 : v0;
-        const auto cr = kFirstLuma == 0 ? v3 : v2;
-        hn::StoreInterleaved2(kFirstLuma == 0 ? v0 : v1, kFirstLuma == 0 ? v2 : v3, d, apRows[0] + x);
-        hn::StoreInterleaved2(cb, cb, d, apRows[1] + x);
-        hn::StoreInterleaved2(cr, cr, d, apRows[2] + x);
-    });
-}
-
-/// Values of two bytes each, one channel after the other; the compiler makes vectors of it.
-template <size_t kChannels, class T>
-HWY_INLINE void WordsOfChannels(const CPackedRow& source, T* const* apRows)
-{
-    const unsigned nMask = (1U << source.nBits) - 1;
-    const unsigned nShift = sizeof(T) == 1 ? source.nBits - 8 : 0;
-    for (size_t k = 0; k < kChannels; ++k) {
-        T* HWY_RESTRICT const pRow = apRows[k];
-        const uint8_t* HWY_RESTRICT const pBytes = source.pBytes + 2 * k;
-        for (size_t x = 0; x < source.nWidth; ++x) {
-            uint16_t nValue;
-            std::memcpy(&nValue, pBytes + 2 * kChannels * x, sizeof(nValue));
-            pRow[x] = static_cast<T>((nValue & nMask) >> nShift);
+        if constexpr (sizeof(T) == 1) {
+            hn::StoreInterleaved2(b0, b2, d, pRow + nAt);
+        } else {
+            const auto low0 = hn::Or(hn::ShiftLeft<kLow>(b0), hn::And(b1, low));
+            const auto low1 = hn::Or(hn::ShiftLeft<kLow>(b2), hn::And(hn::ShiftRight<4>(b1), low));
+            hn::StoreInterleaved4(low0, hn::ShiftRight<8 - kLow>(b0), low1, hn::ShiftRight<8 - kLow>(b2), d,
+                                  reinterpret_cast<uint8_t*>(pRow + nAt));
         }
-    }
+    });
+}
+
+/// Three values of 10 bits in a word of 32, the two bits above as a fourth.
+template <class T>
+HWY_INLINE void Tens(const CPackedRow& source, T* pRow)
+{
+    const hn::ScalableTag<uint32_t> d;
+    const size_t nLanes = hn::Lanes(d);
+    const hn::Repartition<uint8_t, decltype(d)> d8;
+    const hn::Repartition<T, decltype(d)> dT;
+    const auto ten = hn::Set(d, 0x3FFU);
+    const auto byte = hn::Set(d, 0xFFU);
+    ForSteps(source, 4 * nLanes, 4 * nLanes, 4 * nLanes, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        const auto v = hn::BitCast(d, hn::LoadU(d8, pBytes));
+        if constexpr (sizeof(T) == 1) {
+            const auto first = hn::And(hn::ShiftRight<2>(v), byte);
+            const auto second = hn::ShiftLeft<8>(hn::And(hn::ShiftRight<12>(v), byte));
+            const auto third = hn::ShiftLeft<16>(hn::And(hn::ShiftRight<22>(v), byte));
+            hn::StoreU(hn::BitCast(dT, hn::Or(hn::Or(first, second), third)), dT, pRow + nAt);
+        } else {
+            const auto front =
+                hn::Or(hn::And(v, ten), hn::ShiftLeft<16>(hn::And(hn::ShiftRight<10>(v), ten)));
+            const auto back =
+                hn::Or(hn::And(hn::ShiftRight<20>(v), ten), hn::ShiftLeft<16>(hn::ShiftRight<30>(v)));
+            hn::StoreInterleaved2(front, back, d, reinterpret_cast<uint32_t*>(pRow + nAt));
+        }
+    });
 }
 
 bool HasUnpack() { return true; }
 
-void UnpackToBytes(EPacking ePacking, const CPackedRow& source, uint8_t* const* apRows)
+template <class T>
+void Unpack(EPacking ePacking, const CPackedRow& source, T* pRow)
 {
     switch (ePacking) {
     case EPacking::Bytes:
-        std::memcpy(apRows[0], source.pBytes, source.nWidth);
-        break;
+        return Bytes(source, pRow);
     case EPacking::Words:
-        Words(source, apRows[0]);
-        break;
+        return Words(source, pRow);
+    case EPacking::Bits1:
+        return Bits<1>(source, pRow);
+    case EPacking::Bits2:
+        return Bits<2>(source, pRow);
+    case EPacking::Bits4:
+        return Bits<4>(source, pRow);
     case EPacking::Stream10:
-        Stream10(source, apRows[0]);
-        break;
+        return Stream<10>(source, pRow);
     case EPacking::Stream12:
-        Stream12(source, apRows[0]);
-        break;
+        return Stream<12>(source, pRow);
+    case EPacking::Stream14:
+        return Stream<14>(source, pRow);
     case EPacking::Halves10:
+        return Halves<2>(source, pRow);
     case EPacking::Halves12:
-        Halves(source, apRows[0]);
-        break;
-    case EPacking::Bytes3:
-        Bytes3(source, apRows);
-        break;
-    case EPacking::Bytes4:
-        Bytes4(source, apRows);
-        break;
-    case EPacking::Words3:
-        WordsOfChannels<3>(source, apRows);
-        break;
-    case EPacking::Words4:
-        WordsOfChannels<4>(source, apRows);
-        break;
-    case EPacking::Luma0Chroma1:
-        LumaChroma<0>(source, apRows);
-        break;
-    case EPacking::Chroma0Luma1:
-        LumaChroma<1>(source, apRows);
-        break;
+        return Halves<4>(source, pRow);
+    case EPacking::Tens:
+        return Tens(source, pRow);
     case EPacking::Table:
         break;
     }
 }
 
-void UnpackToWords(EPacking ePacking, const CPackedRow& source, uint16_t* const* apRows)
-{
-    switch (ePacking) {
-    case EPacking::Bytes:
-        std::copy_n(source.pBytes, source.nWidth, apRows[0]);
-        break;
-    case EPacking::Words:
-        Words(source, apRows[0]);
-        break;
-    case EPacking::Stream10:
-        Stream10(source, apRows[0]);
-        break;
-    case EPacking::Stream12:
-        Stream12(source, apRows[0]);
-        break;
-    case EPacking::Halves10:
-        Halves<2>(source, apRows[0]);
-        break;
-    case EPacking::Halves12:
-        Halves<4>(source, apRows[0]);
-        break;
-    case EPacking::Words3:
-        WordsOfChannels<3>(source, apRows);
-        break;
-    case EPacking::Words4:
-        WordsOfChannels<4>(source, apRows);
-        break;
-    default: // what has 8 bits in several channels is worked on in bytes
-        break;
-    }
-}
-
 #endif
+
+void UnpackToBytes(EPacking ePacking, const CPackedRow& source, uint8_t* pRow)
+{
+    Unpack(ePacking, source, pRow);
+}
+void UnpackToWords(EPacking ePacking, const CPackedRow& source, uint16_t* pRow)
+{
+    Unpack(ePacking, source, pRow);
+}
 
 } // namespace HWY_NAMESPACE
 } // namespace Detail
@@ -313,14 +273,14 @@ HWY_EXPORT(UnpackToWords);
 
 bool HasUnpackKernels() { return HWY_DYNAMIC_DISPATCH(HasUnpack)(); }
 
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* const* apRows)
+void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* pRow)
 {
-    HWY_DYNAMIC_DISPATCH(UnpackToBytes)(ePacking, source, apRows);
+    HWY_DYNAMIC_DISPATCH(UnpackToBytes)(ePacking, source, pRow);
 }
 
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* const* apRows)
+void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* pRow)
 {
-    HWY_DYNAMIC_DISPATCH(UnpackToWords)(ePacking, source, apRows);
+    HWY_DYNAMIC_DISPATCH(UnpackToWords)(ePacking, source, pRow);
 }
 
 } // namespace Detail

@@ -6,6 +6,7 @@
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace KxApi
@@ -44,52 +45,153 @@ size_t ChannelOf(EKxPixelComponent_t eComponent)
     }
 }
 
-/// Whether the places of the first value, as the table has them, are these.
-bool IsPlace(const CComponentPlace& place, unsigned nGroupShift, unsigned nGroupBits, unsigned nHigh0,
-             unsigned nHigh1, unsigned nLowBits = 0)
+/// Of values of nBits that lie one behind the other at distances of nUnit bits.
+EPacking PackingOf(unsigned nUnit, unsigned nBits)
 {
-    return place.groupShift == nGroupShift && place.groupBits == nGroupBits && place.high[0] == nHigh0 &&
-           place.high[1] == nHigh1 && place.lowBits == nLowBits;
-}
-
-EPacking SinglePacking(const CPixelLayout& layout, unsigned nBits)
-{
-    const CComponentPlace& place = layout.places[0];
-    if (IsPlace(place, 0, 8, 0, 0) && nBits == 8)
-        return EPacking::Bytes;
-    if (IsPlace(place, 0, 16, 0, 0))
+    struct CRow
+    {
+        unsigned nUnit;
+        EPacking ePacking;
+    };
+    constexpr CRow kPackings[] = {
+        {1, EPacking::Bits1},     {2, EPacking::Bits2},     {4, EPacking::Bits4},     {8, EPacking::Bytes},
+        {10, EPacking::Stream10}, {12, EPacking::Stream12}, {14, EPacking::Stream14}, {16, EPacking::Words}};
+    if (nUnit == 16 && nBits >= 8)
         return EPacking::Words;
-    if (IsPlace(place, 0, 10, 0, 0))
-        return EPacking::Stream10;
-    if (IsPlace(place, 0, 12, 0, 0))
-        return EPacking::Stream12;
-    if (IsPlace(place, 1, 24, 0, 16, 2))
-        return EPacking::Halves10;
-    if (IsPlace(place, 1, 24, 0, 16, 4))
-        return EPacking::Halves12;
-    return EPacking::Table;
+    const auto* const pFound = std::find_if(std::begin(kPackings), std::end(kPackings),
+                                            [=](const CRow& row) { return row.nUnit == nUnit; });
+    return pFound != std::end(kPackings) && nUnit == nBits ? pFound->ePacking : EPacking::Table;
 }
 
-EPacking MultiPacking(const CPixelFormatRow& row, const CPixelLayout& layout, unsigned nBits)
+/// Whether the two values of a group of three bytes have their low bits in the middle one.
+bool IsHalves(const CComponentPlace& place, unsigned nLowBits)
 {
-    if (layout.planes != 1)
-        return EPacking::Table;
-    const size_t nCount = row.componentCount;
-    const unsigned nUnit = nBits == 8 ? 8 : 16;
-    bool bInterleaved = true;
-    for (size_t k = 0; k < nCount; ++k) {
-        const CComponentPlace& place = layout.places[k];
-        bInterleaved = bInterleaved && place.groupShift == 0 && place.lowBits == 0 &&
-                       place.groupBits == nUnit * nCount && place.high[0] % nUnit == 0;
+    return place.groupShift == 1 && place.groupBits == 24 && place.high[0] == 0 && place.high[1] == 16 &&
+           place.lowBits == nLowBits;
+}
+
+EPacking SinglePacking(const CComponentPlace& place, unsigned nBits)
+{
+    if (IsHalves(place, 2))
+        return EPacking::Halves10;
+    if (IsHalves(place, 4))
+        return EPacking::Halves12;
+    const bool bIsPlain = place.groupShift == 0 && place.high[0] == 0 && place.lowBits == 0;
+    return bIsPlain ? PackingOf(place.groupBits, nBits) : EPacking::Table;
+}
+
+/// The channels of the values that a group of pixels has, in the order of memory.
+struct CGroup
+{
+    size_t nValues;
+    std::array<uint8_t, 6> anChannel;
+
+    bool operator==(const CGroup& other) const
+    {
+        return nValues == other.nValues && anChannel == other.anChannel;
     }
-    if (bInterleaved)
-        return nUnit == 8 ? (nCount == 3 ? EPacking::Bytes3 : EPacking::Bytes4)
-                          : (nCount == 3 ? EPacking::Words3 : EPacking::Words4);
-    if (nBits == 8 && IsPlace(layout.places[0], 1, 32, 0, 16) && layout.places[1].high[0] == 8)
-        return EPacking::Luma0Chroma1;
-    if (nBits == 8 && IsPlace(layout.places[0], 1, 32, 8, 24) && layout.places[1].high[0] == 0)
-        return EPacking::Chroma0Luma1;
-    return EPacking::Table;
+};
+
+/// The group of values in one plane; an empty one where they don't lie one behind the other at nUnit bits.
+CGroup GroupOf(const CSourceFormat& format, unsigned nUnit)
+{
+    constexpr uint8_t kNone = 0xFF;
+    const CComponentPlace& first = format.pLayout->places[0];
+    CGroup group{first.groupBits / nUnit, {}};
+    if (first.groupBits % nUnit != 0 || group.nValues > group.anChannel.size())
+        return {};
+    std::fill_n(group.anChannel.begin(), group.nValues, kNone);
+    for (uint8_t nChannel = 0; nChannel < format.nChannels; ++nChannel) {
+        const CComponentPlace& place = format.pLayout->places[format.anComponent[nChannel]];
+        if (place.lowBits != 0 || place.groupBits != first.groupBits || place.groupShift != first.groupShift)
+            return {};
+        for (size_t i = 0; i < size_t{1} << place.groupShift; ++i) {
+            if (place.high[i] % nUnit != 0)
+                return {};
+            group.anChannel[place.high[i] / nUnit] = nChannel;
+        }
+    }
+    const auto* const pFirst = group.anChannel.data();
+    const auto* const pEnd = pFirst + group.nValues;
+    return std::find(pFirst, pEnd, kNone) == pEnd ? group : CGroup{};
+}
+
+/// The order of a group's values; Single where none is known.
+EOrder OrderOf(const CGroup& group, unsigned nGroupShift)
+{
+    struct CRow
+    {
+        CGroup group;
+        EOrder eOrder;
+    };
+    constexpr CRow kOrders[] = {{{4, {0, 1, 0, 2}}, EOrder::Luma0Chroma1},
+                                {{4, {1, 0, 2, 0}}, EOrder::Chroma0Luma1},
+                                {{6, {0, 0, 1, 0, 0, 2}}, EOrder::Luma01Chroma2},
+                                {{6, {1, 0, 0, 2, 0, 0}}, EOrder::Chroma0Luma12}};
+    if (nGroupShift == 0)
+        return group.nValues == 3 ? EOrder::Three : group.nValues == 4 ? EOrder::Four : EOrder::Single;
+    const auto* const pFound = std::find_if(std::begin(kOrders), std::end(kOrders),
+                                            [&](const CRow& row) { return row.group == group; });
+    return pFound != std::end(kOrders) ? pFound->eOrder : EOrder::Single;
+}
+
+/// Whether the lines of all planes can be unpacked: one channel in a plane, or both of chroma in bytes.
+bool ArePlanesKnown(const CPixelFormatRow& row, const CPixelLayout& layout, unsigned nBits)
+{
+    for (size_t k = 0; k < row.componentCount; ++k) {
+        const CComponentPlace& place = layout.places[k];
+        const unsigned nUnit = nBits == 8 ? 8 : 16;
+        const bool bIsPair = place.groupBits == 2 * nUnit && place.groupShift == 1 && nUnit == 8;
+        const bool bIsOwn = place.groupBits == nUnit && place.groupShift <= 1 && place.high[0] == 0;
+        if (place.lowBits != 0 || row.components[k].bits != nBits || nBits < 8 || (!bIsPair && !bIsOwn))
+            return false;
+    }
+    return true;
+}
+
+bool IsTens(const CPixelFormatRow& row, const CPixelLayout& layout)
+{
+    for (size_t k = 0; k < row.componentCount; ++k) {
+        const CComponentPlace& place = layout.places[k];
+        if (row.components[k].bits != 10 || place.groupShift != 0 || place.groupBits != 32 ||
+            place.high[0] != 10 * k || place.lowBits != 0)
+            return false;
+    }
+    return row.componentCount == 3;
+}
+
+void SetPacking(CSourceFormat& format, EPacking ePacking, EOrder eOrder, const CGroup& group)
+{
+    format.ePacking = ePacking;
+    format.eOrder = eOrder;
+    format.nGroupValues = static_cast<uint8_t>(group.nValues);
+    format.nGroupShift = format.pLayout->places[0].groupShift;
+    if (format.nGroupShift == 0)
+        std::copy_n(group.anChannel.begin(), group.nValues, format.anChannel);
+}
+
+void DescribePacking(CSourceFormat& format)
+{
+    const CPixelFormatRow& row = *format.pRow;
+    const CPixelLayout& layout = *format.pLayout;
+    format.ePacking = EPacking::Table;
+    if (layout.planes > 1) {
+        format.eOrder = EOrder::Planes;
+        if (ArePlanesKnown(row, layout, format.nBits))
+            format.ePacking = format.nBits == 8 ? EPacking::Bytes : EPacking::Words;
+        return;
+    }
+    for (const unsigned nUnit : {8U, 10U, 12U, 14U, 16U}) {
+        const EPacking ePacking = PackingOf(nUnit, format.nBits);
+        const CGroup group = GroupOf(format, nUnit);
+        const EOrder eOrder = OrderOf(group, layout.places[0].groupShift);
+        if (ePacking != EPacking::Table && eOrder != EOrder::Single)
+            return SetPacking(format, ePacking, eOrder, group);
+    }
+    // The two bits above three of ten go into a row that nobody looks at.
+    if (IsTens(row, layout))
+        SetPacking(format, EPacking::Tens, EOrder::Four,
+                   format.anComponent[0] == 0 ? CGroup{4, {0, 1, 2, 3}} : CGroup{4, {2, 1, 0, 3}});
 }
 
 EYccKind YccKind(std::string_view strName)
@@ -138,7 +240,10 @@ bool DescribeSingle(CSourceFormat& format)
 {
     format.nChannels = 1;
     format.eFamily = EFamily::Mono;
-    format.ePacking = format.bSigned ? EPacking::Table : SinglePacking(*format.pLayout, format.nBits);
+    format.eOrder = EOrder::Single;
+    format.nGroupValues = 1;
+    format.ePacking =
+        format.bSigned ? EPacking::Table : SinglePacking(format.pLayout->places[0], format.nBits);
     return !format.pRow->components[0].isMosaic || DescribeMosaic(format);
 }
 
@@ -171,7 +276,7 @@ bool DescribeMulti(CSourceFormat& format)
     format.nChannels = row.componentCount;
     format.eFamily = bHasLuma ? EFamily::Ycc : EFamily::Rgb;
     format.eYcc = YccKind(row.name);
-    format.ePacking = MultiPacking(row, *format.pLayout, format.nBits);
+    DescribePacking(format);
     return true;
 }
 

@@ -30,19 +30,34 @@ enum class EFamily : uint8_t
 /// How values are got out of a line; all but Table have code of their own.
 enum class EPacking : uint8_t
 {
-    Table,    ///< any layout, value by value
-    Bytes,    ///< one value a byte
-    Words,    ///< one value in two bytes
+    Table, ///< any layout, value by value
+    Bytes, ///< a byte each
+    Words, ///< two bytes each
+    Bits1, ///< 1, 2, 4 bits each, the low ones first
+    Bits2,
+    Bits4,
     Stream10, ///< 10 bits each, one behind the other
     Stream12,
+    Stream14,
     Halves10, ///< two values in three bytes, the low bits in the middle
     Halves12,
-    Bytes3, ///< three values a pixel, a byte each
-    Bytes4,
-    Words3,
-    Words4,
-    Luma0Chroma1, ///< Y0 U Y1 V, a byte each
-    Chroma0Luma1, ///< U Y0 V Y1
+    Tens, ///< three of 10 bits in 32
+};
+
+/// Which channels the values of a line belong to.
+enum class EOrder : uint8_t
+{
+    Single, ///< one channel
+    Three,  ///< the values of a pixel, one behind the other
+    Four,
+    Luma0Chroma1,  ///< Y0 U Y1 V
+    Chroma0Luma1,  ///< U Y0 V Y1
+    Luma01Chroma2, ///< Y0 Y1 U Y2 Y3 V
+    Chroma0Luma12, ///< U Y0 Y1 V Y2 Y3
+    Planes,        ///< a plane for each channel, or one for luma and one for both of chroma
+    // Of the planes behind the first:
+    Shared,     ///< a value is that of two pixels
+    SharedPair, ///< a U and a V are those of two pixels
 };
 
 /// Matrix and range of a Ycc format.
@@ -64,6 +79,7 @@ struct CSourceFormat
     const CPixelLayout* pLayout;
     EFamily eFamily;
     EPacking ePacking;
+    EOrder eOrder;
     EYccKind eYcc;
     uint8_t nBits;     ///< of a value
     uint8_t nChannels; ///< 1, 3, or 4 with alpha
@@ -72,6 +88,9 @@ struct CSourceFormat
     uint8_t nRedX; ///< column and line of the first red value, in the squares of four for polarised formats
     uint8_t nRedY;
     uint8_t anComponent[kMaxChannels]; ///< of the format, by channel
+    uint8_t anChannel[kMaxChannels];   ///< by the place among the values of a pixel, for Three and Four
+    uint8_t nGroupValues;              ///< values of a group of pixels that share some
+    uint8_t nGroupShift;               ///< its pixels, as power of 2
     uint8_t anPolarizer[4]; ///< place in the square (x + 2 y), by polariser: 0, 45, 90, 135 degrees
     size_t nStepX;          ///< pixels that share chroma
     size_t nStepY;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ValueTables.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace KxApi
@@ -29,6 +30,26 @@ uint32_t GreatestValue(unsigned nBits) { return (1U << nBits) - 1; }
 
 } // namespace
 
+std::optional<CDepthChange> FindDepthChange(const CValueOptions& options)
+{
+    const unsigned nFrom = options.nFrom, nTo = options.nTo;
+    if (options.dGamma != 1.0)
+        return std::nullopt;
+    if (nTo <= nFrom)
+        return CDepthChange{0, nFrom - nTo, true};
+    switch (options.eExpansion) {
+    case KxBitExpansionMode_Off:
+        return CDepthChange{0, 0, true};
+    case KxBitExpansionMode_ZeroFill:
+        return CDepthChange{nTo - nFrom, 15, false}; // what has to grow to 16 bits has 15 at most
+    case KxBitExpansionMode_FullRange:
+        break;
+    }
+    // Bits that are repeated once.
+    return nTo <= 2 * nFrom ? std::optional<CDepthChange>({nTo - nFrom, 2 * nFrom - nTo, false})
+                            : std::nullopt;
+}
+
 uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
 {
     const uint32_t nMax = GreatestValue(options.nFrom);
@@ -42,8 +63,10 @@ uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
 template <class U>
 std::vector<U> MakeValueTable(const CValueOptions& options)
 {
-    std::vector<U> vecTable(size_t{GreatestValue(options.nFrom)} + 1);
-    for (size_t i = 0; i < vecTable.size(); ++i)
+    // Small tables have the size of a vector register.
+    const size_t nCount = size_t{GreatestValue(options.nFrom)} + 1;
+    std::vector<U> vecTable(std::max<size_t>(nCount, 16));
+    for (size_t i = 0; i < nCount; ++i)
         vecTable[i] = static_cast<U>(MappedValue(options, static_cast<uint32_t>(i)));
     return vecTable;
 }

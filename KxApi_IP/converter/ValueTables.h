@@ -2,11 +2,14 @@
 // How values change from source to destination: depth, gamma, colour map.
 #pragma once
 
+#include "RowKernels.h"
+
 #include <KxApi_IP/KxConversionOptions.h>
 #include <KxSDKCommon/ColorMap.h>
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace KxApi
@@ -36,6 +39,9 @@ struct CValueOptions
         return dGamma == 1.0 && (nFrom == nTo || (nFrom < nTo && eExpansion == KxBitExpansionMode_Off));
     }
 };
+
+/// The map as shifts, where it is one; never for 8 bits and fewer on both sides.
+std::optional<CDepthChange> FindDepthChange(const CValueOptions& options);
 
 uint32_t MappedValue(const CValueOptions& options, uint32_t nValue);
 

@@ -321,6 +321,12 @@ CDecodedImage ReadDirectly(TIFF* tiff, const CTiffLayout& layout, const CFileCon
     const uint64_t lineBytes =
         (uint64_t{layout.blockWidth} * layout.bits * (layout.IsSeparate() ? 1U : layout.samples) + 7) / 8;
     const size_t across = layout.BlocksAcross(), down = layout.BlocksDown();
+    // The bytes of a block may be more than the image's, though not by far: tiles are filled up, samples left
+    // out.
+    constexpr uint64_t kMaxSmallBlock = uint64_t{1} << 24;
+    if (!isPlain && lineBytes > std::max(content.maxImageSize, kMaxSmallBlock) / layout.blockHeight)
+        content.Raise("its tiles of %u x %u pixels are more than the limit of %llu bytes", layout.blockWidth,
+                      layout.blockHeight, static_cast<unsigned long long>(content.maxImageSize));
     const CBytes block(isPlain ? 0 : lineBytes * layout.blockHeight);
     for (size_t i = 0; i < layout.Blocks(); ++i) {
         const size_t row = i / across % down;

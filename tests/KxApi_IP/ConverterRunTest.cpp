@@ -46,6 +46,14 @@ const Work kWorks[] = {
     {KxPixelFormat_YUV422_8, KxPixelFormat_BGR8},
     {KxPixelFormat_YCbCr709_422_8_CbYCrY, KxPixelFormat_RGB16},
     {KxPixelFormat_YUV420_8_Planar, KxPixelFormat_BGR8},
+    {KxPixelFormat_YCbCr420_8_YY_CrCb_Semiplanar, KxPixelFormat_RGB8},
+    {KxPixelFormat_YUV411_8_UYYVYY, KxPixelFormat_RGB8},
+    {KxPixelFormat_YCbCr422_10p, KxPixelFormat_RGB8},
+    {KxPixelFormat_RGB10p32, KxPixelFormat_BGRa8},
+    {KxPixelFormat_RGB12_Planar, KxPixelFormat_RGB16},
+    {KxPixelFormat_Mono1p, KxPixelFormat_Mono8},
+    {KxPixelFormat_Mono14p, KxPixelFormat_Mono8},
+    {KxPixelFormat_Mono14p, KxPixelFormat_Mono16},
     {KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 3, 6},
     {KxPixelFormat_PolarizedMono12p, KxPixelFormat_Mono16, 3, 4},
     {KxPixelFormat_PolarizedMono12p, KxPixelFormat_Mono16, 3, 5},
@@ -99,7 +107,7 @@ TEST(ConverterRun, ProcessorsOfAllKindsGiveTheSame)
         // A large image, and the smallest that all of these formats can have. Where real numbers are rounded,
         // differences are rare.
         const size_t height = work.polarization == 0 ? 6 : 1002;
-        View large = RandomImage(work.source, 316, height, 5), small = RandomImage(work.source, 2, 2);
+        View large = RandomImage(work.source, 316, height, 5), small = RandomImage(work.source, 4, 2);
         const auto run = [&] {
             TestConverter converter;
             Set(converter, work);
