@@ -99,6 +99,27 @@ CYccMatrix MakeYccMatrix(EYccKind eKind, unsigned nBits)
     return matrix;
 }
 
+/// A conversion whose values keep their order is one of as many grey pixels.
+CConversionTask AsValues(const CConversionTask& task)
+{
+    const CSourceFormat& source = task.source;
+    const EDestinationLayout eLayout = task.pDestination->eLayout;
+    const bool bIsRgb =
+        eLayout == EDestinationLayout::Rgb && source.anChannel[0] == 0 && source.anChannel[1] == 1;
+    const bool bIsBgr =
+        eLayout == EDestinationLayout::Bgr && source.anChannel[0] == 2 && source.anChannel[1] == 1;
+    if (source.eFamily != EFamily::Rgb || source.eOrder != EOrder::Three ||
+        source.ePacking == EPacking::Table || !(bIsRgb || bIsBgr) || !HasUnpackKernels())
+        return task;
+    const auto* const pGrey = FindGreyDestination(task.pDestination->nBits);
+    CConversionTask work{source, pGrey, 3 * task.nWidth, task.values};
+    work.source.eFamily = EFamily::Mono;
+    work.source.eOrder = EOrder::Single;
+    work.source.nChannels = 1;
+    work.source.nColumnsPerPixel = 3;
+    return work;
+}
+
 } // namespace
 
 bool HasColorResult(const CSourceFormat& source, const CSettingValues& values)
@@ -113,17 +134,18 @@ bool HasColorResult(const CSourceFormat& source, const CSettingValues& values)
 
 CConversionPlan::CConversionPlan(const CConversionTask& task)
     : m_task(task)
+    , m_work(AsValues(task))
     , m_dGamma(task.values.Get<double>(ESetting::Gamma))
     , m_eBayer(task.values.GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod))
     , m_polarization(PolarizationOptions(task.values))
     , m_bIsCopy(task.source.pInfo->GetPixelFormat() == task.pDestination->eFormat && m_dGamma == 1.0)
-    , m_bIsPolarized(task.source.bPolarized &&
+    , m_bIsPolarized(m_work.source.bPolarized &&
                      m_polarization.eMethod != KxPolarizationImageTransformationMethod_Off)
     , m_bIsNarrow(m_bIsPolarized
                       ? m_polarization.eMethod == KxPolarizationImageTransformationMethod_ADOLP
-                      : task.source.nBits <= 8 || (task.pDestination->nBits == 8 && m_dGamma == 1.0 &&
-                                                   !NeedsLowBits(task.source, m_eBayer)))
-    , m_bIsGrey(IsGreySource(task.source, m_eBayer, m_polarization.eMethod))
+                      : m_work.source.nBits <= 8 || (m_work.pDestination->nBits == 8 && m_dGamma == 1.0 &&
+                                                     !NeedsLowBits(m_work.source, m_eBayer)))
+    , m_bIsGrey(IsGreySource(m_work.source, m_eBayer, m_polarization.eMethod))
 {
     if (m_bIsCopy) {
         // nothing happens to the values
@@ -135,15 +157,15 @@ CConversionPlan::CConversionPlan(const CConversionTask& task)
     m_vecEngines.push_back(MakeEngine());
 }
 
-bool CConversionPlan::MakesGreyOfColor() const { return !m_bIsGrey && !m_task.pDestination->HasColor(); }
+bool CConversionPlan::MakesGreyOfColor() const { return !m_bIsGrey && !m_work.pDestination->HasColor(); }
 
 template <class U>
 void CConversionPlan::MakeFinish(std::shared_ptr<const CFinish<U>>& pFinish) const
 {
     auto pNew = std::make_shared<CFinish<U>>();
-    pNew->pDestination = m_task.pDestination;
+    pNew->pDestination = m_work.pDestination;
     pNew->bIsGrey = m_bIsGrey || MakesGreyOfColor();
-    pNew->bHasAlpha = m_task.source.HasAlpha();
+    pNew->bHasAlpha = m_work.source.HasAlpha();
     if (m_bIsNarrow)
         MakeTables<uint8_t>(*pNew);
     else
@@ -154,17 +176,17 @@ void CConversionPlan::MakeFinish(std::shared_ptr<const CFinish<U>>& pFinish) con
 template <class T, class U>
 void CConversionPlan::MakeTables(CFinish<U>& finish) const
 {
-    const CSettingValues& values = m_task.values;
+    const CSettingValues& values = m_work.values;
     const unsigned nSourceBits = m_bIsPolarized
-                                     ? PolarizationResultBits(m_polarization.eMethod, m_task.source.nBits)
-                                     : m_task.source.nBits;
+                                     ? PolarizationResultBits(m_polarization.eMethod, m_work.source.nBits)
+                                     : m_work.source.nBits;
     const unsigned nFrom = sizeof(T) == 1 ? std::min(nSourceBits, 8U) : nSourceBits;
-    const CValueOptions options{nFrom, m_task.pDestination->nBits,
+    const CValueOptions options{nFrom, m_work.pDestination->nBits,
                                 values.GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode), m_dGamma};
     const CColorMapOptions map{values.GetEnum<EKxColorMapType_t>(ESetting::ColorMapType),
                                values.Get<int>(ESetting::ColorMapInversion) != 0,
                                values.Get<int32_t>(ESetting::ColorMapPhase)};
-    if (m_bIsGrey && m_task.pDestination->HasColor() && !map.IsIdentity()) {
+    if (m_bIsGrey && m_work.pDestination->HasColor() && !map.IsIdentity()) {
         for (std::vector<U>& vecTable : MakeColorTables<U>(options, map))
             finish.vecTables.push_back(std::move(vecTable));
         return;
@@ -185,16 +207,16 @@ void CConversionPlan::MakeTables(CFinish<U>& finish) const
 template <class T>
 std::unique_ptr<IRowSource<T>> CConversionPlan::MakeBayerSource() const
 {
-    const CSourceFormat& source = m_task.source;
+    const CSourceFormat& source = m_work.source;
     return std::make_unique<CBayerRows<T, CMosaicLines<T>>>(
-        CMosaicLines<T>(source, m_task.nWidth), CBayerPattern{source.nRedX, source.nRedY}, m_eBayer);
+        CMosaicLines<T>(source, m_work.nWidth), CBayerPattern{source.nRedX, source.nRedY}, m_eBayer);
 }
 
 template <class T>
 std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
 {
-    const CSourceFormat& source = m_task.source;
-    const size_t nWidth = m_task.nWidth;
+    const CSourceFormat& source = m_work.source;
+    const size_t nWidth = m_work.nWidth;
     if (m_bIsPolarized) {
         if constexpr (sizeof(T) == 1)
             return MakePolarizationColorRows(source, nWidth, m_polarization);
@@ -206,7 +228,7 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
     if constexpr (sizeof(T) == 1) {
         // Values of a byte go straight into a mono image; all other work wants rows with padding.
         if (source.eOrder == EOrder::Single && source.ePacking == EPacking::Bytes &&
-            !m_task.pDestination->HasColor())
+            !m_work.pDestination->HasColor())
             return std::make_unique<CByteLines>();
     }
     if (source.eFamily == EFamily::Ycc) {
@@ -221,12 +243,12 @@ template <class T>
 std::unique_ptr<IRowEngine> CConversionPlan::MakeEngineOf() const
 {
     std::unique_ptr<IRowSource<T>> pSource = MakeSource<T>();
-    const bool bIsLuma = m_task.source.eFamily == EFamily::Ycc; // which is grey by itself
+    const bool bIsLuma = m_work.source.eFamily == EFamily::Ycc; // which is grey by itself
     if (MakesGreyOfColor() && !bIsLuma)
         pSource = std::make_unique<CGreyRows<T>>(std::move(pSource));
     if (m_pFinish8)
-        return std::make_unique<CRowEngine<T, uint8_t>>(std::move(pSource), m_pFinish8, m_task.nWidth);
-    return std::make_unique<CRowEngine<T, uint16_t>>(std::move(pSource), m_pFinish16, m_task.nWidth);
+        return std::make_unique<CRowEngine<T, uint8_t>>(std::move(pSource), m_pFinish8, m_work.nWidth);
+    return std::make_unique<CRowEngine<T, uint16_t>>(std::move(pSource), m_pFinish16, m_work.nWidth);
 }
 
 std::unique_ptr<IRowEngine> CConversionPlan::MakeEngine() const
@@ -270,8 +292,10 @@ void CConversionPlan::Run(const CSourceView& source, const CTargetView& target, 
     const size_t nParts = std::min(nWanted, workers.GetHelpers() + 1);
     while (m_vecEngines.size() < nParts)
         m_vecEngines.push_back(MakeEngine());
+    CSourceView work = source;
+    work.nWidth = m_work.nWidth;
     for (const std::unique_ptr<IRowEngine>& pEngine : m_vecEngines)
-        pEngine->Begin(source, target);
+        pEngine->Begin(work, target);
     const size_t nBands = nParts == 1 ? 1 : nParts * kBandsPerThread;
     CRun run{m_vecEngines, source.nHeight, (source.nHeight + nBands - 1) / nBands, {0}};
     workers.Run(nParts - 1, RunPart, &run);

@@ -65,6 +65,7 @@ private:
     static void RunPart(void* pContext, size_t nPart);
 
     const CConversionTask m_task;
+    const CConversionTask m_work; ///< the same as it is done
     const double m_dGamma;
     const EKxBayerInterpolationMethod_t m_eBayer;
     const CPolarizationOptions m_polarization;

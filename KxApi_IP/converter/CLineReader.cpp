@@ -33,7 +33,7 @@ uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsign
 CLineReader::CLineReader(const CSourceFormat& format, size_t nWidth)
     : m_format(format)
     , m_ePacking(HasUnpackKernels() ? format.ePacking : EPacking::Table)
-    , m_nLineBytes(format.pInfo->GetLinePitch(nWidth, 1))
+    , m_nLineBytes(format.pInfo->GetLinePitch(nWidth / format.nColumnsPerPixel, 1))
     , m_values(1, m_ePacking == EPacking::Table || format.eOrder == EOrder::Single
                       ? 0
                       : std::max<size_t>((nWidth >> format.nGroupShift) * format.nGroupValues, nWidth))

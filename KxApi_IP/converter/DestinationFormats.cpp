@@ -44,5 +44,13 @@ const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t
     return found == std::end(kDestinationFormats) ? nullptr : found;
 }
 
+const CDestinationFormat* FindGreyDestination(unsigned nBits)
+{
+    const auto found =
+        std::find_if(std::begin(kDestinationFormats), std::end(kDestinationFormats),
+                     [nBits](const auto& row) { return !row.HasColor() && row.nBits == nBits; });
+    return found == std::end(kDestinationFormats) ? nullptr : found;
+}
+
 } // namespace Detail
 } // namespace KxApi

@@ -40,6 +40,8 @@ struct CDestinationFormat
 
 /// The row of a format, null when it isn't written.
 const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t eFormat);
+/// The mono one with as many bits, which there is for all.
+const CDestinationFormat* FindGreyDestination(unsigned nBits);
 
 } // namespace Detail
 } // namespace KxApi

@@ -293,7 +293,7 @@ std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention
     format.pRow = pRow;
     format.pLayout = &kLayouts[pRow->layout];
     format.nBits = pRow->effectiveBits;
-    format.nStepX = format.nStepY = 1;
+    format.nStepX = format.nStepY = format.nColumnsPerPixel = 1;
     format.bPolarized = pInfo->IsPolarized();
     format.bSigned = pRow->components[0].number == KxPixelNumber_Signed;
     if (pRow->components[0].number == KxPixelNumber_Float || format.nBits > kMaxBits)

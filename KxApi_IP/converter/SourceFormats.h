@@ -91,8 +91,9 @@ struct CSourceFormat
     uint8_t anChannel[kMaxChannels];   ///< by the place among the values of a pixel, for Three and Four
     uint8_t nGroupValues;              ///< values of a group of pixels that share some
     uint8_t nGroupShift;               ///< its pixels, as power of 2
-    uint8_t anPolarizer[4]; ///< place in the square (x + 2 y), by polariser: 0, 45, 90, 135 degrees
-    size_t nStepX;          ///< pixels that share chroma
+    uint8_t anPolarizer[4];  ///< place in the square (x + 2 y), by polariser: 0, 45, 90, 135 degrees
+    size_t nColumnsPerPixel; ///< 1, unless each value is taken for a pixel
+    size_t nStepX;           ///< pixels that share chroma
     size_t nStepY;
 
     bool HasColor() const { return eFamily != EFamily::Mono; }

@@ -11,6 +11,7 @@
 #include <Base/GCException.h>
 
 #include <png.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <csetjmp>
@@ -131,6 +132,9 @@ bool WritePng(CPngWrite& write)
     png_set_user_limits(write.png, kMaxSize, kMaxSize);
     png_set_compression_level(write.png, static_cast<int>(write.compression));
     png_set_compression_buffer_size(write.png, kChunkSize);
+    // Cameras' noise repeats nothing but runs; looking for more costs time and makes the files larger.
+    if (write.compression == 1)
+        png_set_compression_strategy(write.png, Z_RLE);
     // Trying all filters on each line takes longer than the fast levels' compression itself.
     if (write.compression <= kFastCompression && !write.picture.Palette())
         png_set_filter(write.png, PNG_FILTER_TYPE_BASE,
