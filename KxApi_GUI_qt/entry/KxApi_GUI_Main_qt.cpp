@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "entry/WindowTypes_qt.h"
+#include "graph/KxDisplayGraphWnd_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include <Base/GCBadAlloc.h>
@@ -71,10 +72,10 @@ IKxWndReleasable* CreateIKxImageDisplayWnd(IKxAllocator* pAllocator)
     return new CKxDisplayImageWnd(pAllocator);
 }
 
-IKxWndReleasable* CreateIKxGraphDisplayWnd(IKxSpecificTypeAllocator*)
+IKxWndReleasable* CreateIKxGraphDisplayWnd(IKxSpecificTypeAllocator* pAllocator)
 {
     CheckKxApiInitialized();
-    return MakeWindow(KxWindowType_GraphDisplay);
+    return new CKxDisplayGraphWnd(pAllocator);
 }
 
 int processEventGUI(bool bExec, unsigned int nMaxTime)

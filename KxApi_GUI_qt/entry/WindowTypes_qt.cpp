@@ -3,12 +3,11 @@
 
 #include "device/DisplayDeviceSelectionPartDlg_qt.h"
 #include "device/KxDeviceSelectionWnd_qt.h"
+#include "graph/KxDisplayGraphWnd_qt.h"
 #include "image/DisplayImagePartDlg_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
 #include "nodemap/DisplayNodeMapPartDlg_qt.h"
 #include "nodemap/KxDisplayNodeMapWnd_qt.h"
-
-#include <Base/GCException.h>
 
 #include <iterator>
 #include <type_traits>
@@ -18,19 +17,18 @@ namespace KxApi
 namespace
 {
 
-/// A kind of window; null functions where this build lacks it.
+/// A kind of window.
 struct CWindowTypeRow
 {
     _EKxWindowType_t eType;
-    const char* szName;
     IKxWndReleasable* (*pMakeWindow)();
     CBaseDialogEx* (*pMakeDialog)(QWidget*, IDlgParent*, bool);
 };
 
 template <class TWnd, class TPartDlg>
-constexpr CWindowTypeRow Present()
+constexpr CWindowTypeRow RowOf()
 {
-    return {TWnd::kWndType, TWnd::kWndName,
+    return {TWnd::kWndType,
             []() -> IKxWndReleasable* {
                 // Some take an allocator.
                 if constexpr (std::is_default_constructible_v<TWnd>)
@@ -43,17 +41,12 @@ constexpr CWindowTypeRow Present()
             }};
 }
 
-constexpr CWindowTypeRow Absent(_EKxWindowType_t eType, const char* szName)
-{
-    return {eType, szName, nullptr, nullptr};
-}
-
 // clang-format off
 constexpr CWindowTypeRow kRows[] = {
-    Present<CKxDeviceSelectionWnd, CDisplayDeviceSelectionPartDlg>(),
-    Present<CKxDisplayImageWnd, CDisplayImagePartDlg>(),
-    Present<CKxDisplayNodeMapWnd, CDisplayNodeMapPartDlg>(),
-    Absent(KxWindowType_GraphDisplay, "Graph display"),
+    RowOf<CKxDeviceSelectionWnd, CDisplayDeviceSelectionPartDlg>(),
+    RowOf<CKxDisplayImageWnd, CDisplayImagePartDlg>(),
+    RowOf<CKxDisplayNodeMapWnd, CDisplayNodeMapPartDlg>(),
+    RowOf<CKxDisplayGraphWnd, CDisplayGraphPartDlg>(),
 };
 // clang-format on
 
@@ -67,23 +60,14 @@ constexpr bool RowsStandAtTheirTypes()
 }
 static_assert(std::size(kRows) == kWindowTypes && RowsStandAtTheirTypes());
 
-const CWindowTypeRow& PresentRow(_EKxWindowType_t eType)
-{
-    const CWindowTypeRow& row = kRows[eType];
-    if (!row.pMakeWindow)
-        throw RUNTIME_EXCEPTION("Windows of type %u (%s) are not part of this build yet.",
-                                static_cast<unsigned>(eType), row.szName);
-    return row;
-}
-
 } // namespace
 
-IKxWndReleasable* MakeWindow(_EKxWindowType_t eType) { return PresentRow(eType).pMakeWindow(); }
+IKxWndReleasable* MakeWindow(_EKxWindowType_t eType) { return kRows[eType].pMakeWindow(); }
 
 CBaseDialogEx* MakePartDialog(_EKxWindowType_t eType, QWidget* pParent, IDlgParent* pDlgParent,
                               bool bWithMenuBar)
 {
-    return PresentRow(eType).pMakeDialog(pParent, pDlgParent, bWithMenuBar);
+    return kRows[eType].pMakeDialog(pParent, pDlgParent, bWithMenuBar);
 }
 
 } // namespace KxApi

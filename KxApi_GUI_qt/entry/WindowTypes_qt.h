@@ -15,7 +15,7 @@ struct IDlgParent;
 /// Number of kinds.
 inline constexpr uint32_t kWindowTypes = 4;
 
-/// A new window of the kind. Raises RuntimeException when this build lacks it, BadAllocException.
+/// A new window of the kind. Raises BadAllocException.
 IKxWndReleasable* MakeWindow(_EKxWindowType_t eType);
 
 /// A new part dialog of the kind. GUI thread. Raises as above.

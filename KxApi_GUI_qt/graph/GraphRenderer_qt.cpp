@@ -35,16 +35,6 @@ bool IsKnown(EKxGraphDataKind_t eKind)
     return eKind >= KxGraphDataKind_Histogram && eKind <= KxGraphDataKind_AveragedProfile;
 }
 
-/// 0 for an item that belongs to no component.
-uint64_t ComponentOf(const IKxGraphData& data)
-{
-    try {
-        return static_cast<uint64_t>(data.GetProperty(KxGraphDataProperty_Component));
-    } catch (...) {
-        return 0;
-    }
-}
-
 /// A painting of a plot.
 class CPlot
 {
@@ -142,7 +132,7 @@ void CPlot::AddItem(const IKxGraphData& data, size_t nPlace)
 
     size_t nPen = 0;
     if (Draws(KxGraphDrawEnable_LineStyleAuto))
-        nPen = CGraphStyle::PenOfComponent(ComponentOf(data));
+        nPen = CGraphStyle::PenOfComponent(GraphComponentOf(data));
     if (nPen == 0)
         nPen = GraphPen_FirstCustom + nPlace % kGraphCustomPens;
     m_vecItems.push_back({data.GetValues(), nLength, eKind, nDivisor, nPen});
@@ -289,6 +279,15 @@ void CPlot::DrawLine(const CItem& item, const CGraphScaleY& scale, CGraphLinePai
 }
 
 } // namespace
+
+EKxPixelComponentType_t GraphComponentOf(const IKxGraphData& data)
+{
+    try {
+        return static_cast<EKxPixelComponentType_t>(data.GetProperty(KxGraphDataProperty_Component));
+    } catch (...) {
+        return KxPixelComponentType_None;
+    }
+}
 
 void DrawGraphBackground(QPainter& painter, int nWidth, int nHeight, const CGraphAppearance& appearance)
 {

@@ -5,6 +5,8 @@
 #include "graph/CDrawGraphParam.h"
 #include "graph/GraphStyle_qt.h"
 
+#include <KxApi_TL/KxPixelComponentType.h>
+
 #include <cstdint>
 
 class QPainter;
@@ -12,6 +14,7 @@ class QPainter;
 namespace KxApi
 {
 
+struct IKxGraphData;
 struct IKxGraphDataBufferList;
 
 /// What a plot looks like, besides its geometry and its pens.
@@ -25,6 +28,9 @@ struct CGraphAppearance
 
     bool Draws(EKxGraphDrawEnable_t eBit) const { return (nDrawEnable & eBit) != 0; }
 };
+
+/// The component that an item's values belong to; None for an item without.
+EKxPixelComponentType_t GraphComponentOf(const IKxGraphData& data);
 
 /// Fills the size if the background is to be drawn.
 void DrawGraphBackground(QPainter& painter, int nWidth, int nHeight, const CGraphAppearance& appearance);

@@ -4,6 +4,7 @@
 
 #include <Base/GCException.h>
 #include <KxApi_GUI/IKxDeviceSelectionWnd.h>
+#include <KxApi_GUI/IKxGraphDisplayWnd.h>
 #include <KxApi_GUI/IKxImageDisplayWnd.h>
 #include <KxApi_GUI/IKxNodeMapDisplayWnd.h>
 #include <KxApi_GUI/IKxWnd.h>
@@ -45,8 +46,7 @@ extern KXAPI_GUI_API CKxApi_GUIApp* theApp;
 /// The first call of this or of processEventGUI settles the GUI thread: that of the process's QApplication,
 /// or where there is none, the calling one, for which a QApplication is made. It has to be one call in one
 /// thread; later ones may come from any. Raises LogicalErrorException when the SDK isn't started,
-/// OutOfRangeException for a type that there isn't, RuntimeException for one that this build lacks,
-/// BadAllocException.
+/// OutOfRangeException for a type that there isn't, BadAllocException.
 KXAPI_GUI_API IKxWndReleasable* CreateIKxWnd(_EKxWindowType_t eType);
 
 /// Makes an image window whose images lie in memory from the allocator, which the window doesn't own and
@@ -55,8 +55,8 @@ KXAPI_GUI_API IKxWndReleasable* CreateIKxWnd(_EKxWindowType_t eType);
 /// the SDK isn't started, std::bad_alloc.
 KXAPI_GUI_API IKxWndReleasable* CreateIKxImageDisplayWnd(IKxAllocator* pAllocator);
 
-/// The same for a graph window. Raises LogicalErrorException when the SDK isn't started, RuntimeException
-/// while this build has no graph window.
+/// The same for a graph window, which needs an application object only when it is shown. Raises
+/// LogicalErrorException when the SDK isn't started, std::bad_alloc.
 KXAPI_GUI_API IKxWndReleasable* CreateIKxGraphDisplayWnd(IKxSpecificTypeAllocator* pAllocator);
 
 /// Handles the events of the windows, for programs whose GUI thread has no Qt event loop. GUI thread.

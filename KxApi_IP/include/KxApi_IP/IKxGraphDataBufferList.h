@@ -4,6 +4,7 @@
 
 #include <Base/GCString.h>
 #include <KxApi_IP/KxApi_IPLinkage.h>
+#include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/IKxReleasable.h>
 #include <KxApi_TL/KxPixelComponentType.h>
 
@@ -13,7 +14,13 @@
 namespace KxApi
 {
 
-struct IKxAllocator;
+/// Source of the memory of values, where it isn't one of images: the factory of graph windows takes it. Each
+/// list that uses it tells OnDeregister.
+struct IKxSpecificTypeAllocator : IKxAllocator
+{
+protected:
+    ~IKxSpecificTypeAllocator() = default;
+};
 
 /// What the values of an item are. Those of the last two kinds have to be divided by the item's divisor.
 enum EKxGraphDataKind_t : int32_t
