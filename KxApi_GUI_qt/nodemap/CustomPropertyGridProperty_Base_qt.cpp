@@ -111,6 +111,18 @@ bool CCustomPropertyGridProperty_Base::SetVisibility(GenApi::EVisibility eVisibi
     return true;
 }
 
+void CCustomPropertyGridProperty_Base::setVisible(bool bVisible)
+{
+    m_bWantedVisible = bVisible;
+    QWidget::setVisible(bVisible && m_bPlaced);
+}
+
+void CCustomPropertyGridProperty_Base::SetPlaced(bool bPlaced)
+{
+    if (std::exchange(m_bPlaced, bPlaced) != bPlaced)
+        QWidget::setVisible(m_bWantedVisible && bPlaced);
+}
+
 QSize CCustomPropertyGridProperty_Base::sizeHint() const { return {0, RowHeight()}; }
 
 void CCustomPropertyGridProperty_Base::Build()

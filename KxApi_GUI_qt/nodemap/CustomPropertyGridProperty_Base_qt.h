@@ -86,6 +86,11 @@ public:
     bool IsUpdateRequested() const { return m_bUpdateRequested; }
     void RequestUpdate() { m_bUpdateRequested = true; }
 
+    /// A grid that has no place for its row on the screen keeps it hidden, which is cheap for thousands of
+    /// rows; apart from that it is hidden or not as it was told.
+    void SetPlaced(bool bPlaced);
+    void setVisible(bool bVisible) override;
+
     /// Gives the editor the keyboard; false when none is shown.
     bool FocusEditor();
 
@@ -152,6 +157,8 @@ private:
     GenApi::CallbackHandleType m_hGenApiCallback = 0;
     GenApi::EVisibility m_eVisibility = GenApi::Beginner; // the level last given
     bool m_bUpdateRequested = true;
+    bool m_bWantedVisible = true;
+    bool m_bPlaced = true;
     QLabel* m_pLabel = nullptr;
     std::vector<QWidget*> m_vecEditors;
 };

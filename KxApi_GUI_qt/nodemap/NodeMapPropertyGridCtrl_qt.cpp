@@ -90,6 +90,7 @@ void CNodeMapQtPropertyGridCtrl::DetachAll()
     m_filling.Stop();
     m_timerFill.stop();
     m_vecSelfClearingProperties.clear();
+    m_vecPlaced.clear();
     ForEachRow([this](QTreeWidgetItem& item) {
         if (CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(&item))
             pProperty->Detach();
@@ -209,6 +210,7 @@ CNodeMapQtPropertyGridCtrl::AddRow(GenApi::INode* pNode, QTreeWidgetItem* pItem,
             pItem = NewRow(nullptr);
         pItem->setText(0, strText);
         if (pProperty) {
+            pProperty->SetPlaced(false);
             pItem->setToolTip(0, pProperty->GetNameTooltip());
             setItemWidget(pItem, 1, pProperty);
         }
@@ -304,6 +306,7 @@ void CNodeMapQtPropertyGridCtrl::clearTree(QTreeWidgetItem* pItem)
     }
     for (int i = pItem->childCount() - 1; i >= 0; --i)
         clearTree(pItem->child(i));
+    m_vecPlaced.clear();
     if (CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(pItem)) {
         pProperty->Detach();
         removeItemWidget(pItem, 1);
@@ -318,24 +321,59 @@ void CNodeMapQtPropertyGridCtrl::OnNodeCallback(CCustomPropertyGridProperty_Base
         pProperty->RequestUpdate();
 }
 
+void CNodeMapQtPropertyGridCtrl::ForEachRowOnScreen(const std::function<bool(QTreeWidgetItem&)>& visit)
+{
+    const int nBottom = viewport()->height();
+    for (QTreeWidgetItem* pItem = itemAt(1, 1); pItem; pItem = itemBelow(pItem)) {
+        if (visualItemRect(pItem).top() > nBottom || !visit(*pItem))
+            return;
+    }
+}
+
+void CNodeMapQtPropertyGridCtrl::updateEditorGeometries()
+{
+    if (m_nBatches > 0)
+        return; // once after it, since each time lays out all rows
+    std::vector<CCustomPropertyGridProperty_Base*> vecPlaced;
+    ForEachRowOnScreen([&](QTreeWidgetItem& item) {
+        if (CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(&item)) {
+            pProperty->setGeometry(visualRect(indexFromItem(&item, 1)));
+            vecPlaced.push_back(pProperty);
+        }
+        return true;
+    });
+    for (CCustomPropertyGridProperty_Base* const pProperty : m_vecPlaced) {
+        if (std::find(vecPlaced.begin(), vecPlaced.end(), pProperty) == vecPlaced.end())
+            pProperty->SetPlaced(false);
+    }
+    m_vecPlaced = std::move(vecPlaced);
+    for (CCustomPropertyGridProperty_Base* const pProperty : m_vecPlaced)
+        pProperty->SetPlaced(true);
+}
+
+void CNodeMapQtPropertyGridCtrl::scrollContentsBy(int nX, int nY)
+{
+    QTreeWidget::scrollContentsBy(nX, nY);
+    updateEditorGeometries();
+}
+
 void CNodeMapQtPropertyGridCtrl::ShowWaitingValues()
 {
     if (!isVisible())
         return;
+    updateEditorGeometries();
     QElapsedTimer timer;
     timer.start();
-    for (QTreeWidgetItem* pItem = itemAt(1, 1); pItem; pItem = itemBelow(pItem)) {
-        if (visualItemRect(pItem).top() > viewport()->height())
-            return;
-        CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(pItem);
+    ForEachRowOnScreen([&](QTreeWidgetItem& item) {
+        CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(&item);
         if (!pProperty || !pProperty->IsUpdateRequested())
-            continue;
+            return true;
         pProperty->UpdateDisplayValue();
-        if (timer.elapsed() >= kReadingSlice) {
-            m_timerShow.start();
-            return;
-        }
-    }
+        if (timer.elapsed() < kReadingSlice)
+            return true;
+        m_timerShow.start();
+        return false;
+    });
 }
 
 void CNodeMapQtPropertyGridCtrl::closeEvent(QCloseEvent* pEvent)

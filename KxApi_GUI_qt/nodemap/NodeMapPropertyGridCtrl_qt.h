@@ -110,6 +110,9 @@ public slots:
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
+    void scrollContentsBy(int nX, int nY) override;
+    /// Only rows in the viewport have their properties shown.
+    void updateEditorGeometries() override;
     void keyPressEvent(QKeyEvent* pEvent) override;
 
 private:
@@ -121,6 +124,7 @@ private:
     QTreeWidgetItem* NewRow(QTreeWidgetItem* pParent);
     /// Reads what is on the screen and has changed.
     void ShowWaitingValues();
+    void ForEachRowOnScreen(const std::function<bool(QTreeWidgetItem&)>& visit);
     void ForEachRow(const std::function<void(QTreeWidgetItem&)>& visit);
     void DetachAll();
     void RefreshRow(CCustomPropertyGridProperty_Base& property);
@@ -129,6 +133,7 @@ private:
     ICDisplayNodeMapDlgParent* m_pDlgParent = nullptr;
     // Owned by the rows.
     std::vector<CCustomPropertyGridProperty_Enumeration*> m_vecSelfClearingProperties;
+    std::vector<CCustomPropertyGridProperty_Base*> m_vecPlaced; // on the screen
     uint64_t m_nNodeCount = 0; // of registrations, when the rows were made
     bool m_bCategoryTree = true;
     QString m_strFilterText;
