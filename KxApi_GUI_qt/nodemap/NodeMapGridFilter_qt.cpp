@@ -41,26 +41,6 @@ void CNodeMapQtPropertyGridCtrl::ForEachRow(const std::function<void(QTreeWidget
         visit(**it);
 }
 
-void CNodeMapQtPropertyGridCtrl::OnVisibilityChanged()
-{
-    if (!m_pDlgParent || !m_pDlgParent->GetIKxNodeMapDisplayWndInside())
-        return;
-    const CBatch batch(*this);
-    const GenApi::EVisibility eVisibility = m_pDlgParent->GetIKxNodeMapDisplayWndInside()->GetVisibility();
-    for (int i = topLevelItemCount() - 1; i >= 0; --i)
-        UpdateVisibility(topLevelItem(i), eVisibility);
-    applyFilter();
-}
-
-void CNodeMapQtPropertyGridCtrl::UpdateVisibility(QTreeWidgetItem* pItem, GenApi::EVisibility eVisibility)
-{
-    if (!pItem)
-        return;
-    for (int i = pItem->childCount() - 1; i >= 0; --i)
-        UpdateVisibility(pItem->child(i), eVisibility);
-    ShowByLevel(*pItem, eVisibility);
-}
-
 void CNodeMapQtPropertyGridCtrl::ShowByLevel(QTreeWidgetItem& item, GenApi::EVisibility eVisibility)
 {
     if (CCustomPropertyGridProperty_Base* const pProperty = PropertyOf(&item))

@@ -61,9 +61,8 @@ public:
     /// Reads those choices anew that the device will leave by itself.
     void RefreshSelfClearingNode();
 
-    /// Applies the window's level, and then the filter.
-    void OnVisibilityChanged();
-    void UpdateVisibility(QTreeWidgetItem* pItem, GenApi::EVisibility eVisibility);
+    /// Shows the rows that the window's level and the filter leave.
+    void OnVisibilityChanged() { applyFilter(); }
     void applyFilter();
     void setFilterEnableFilter(bool bEnable);
     void setFilterEnableRegex(bool bEnable);
@@ -134,7 +133,7 @@ private:
     // Owned by the rows.
     std::vector<CCustomPropertyGridProperty_Enumeration*> m_vecSelfClearingProperties;
     std::vector<CCustomPropertyGridProperty_Base*> m_vecPlaced; // on the screen
-    uint64_t m_nNodeCount = 0; // of registrations, when the rows were made
+    uint64_t m_nNodeCount = 0;                                  // of registrations, when the rows were made
     bool m_bCategoryTree = true;
     QString m_strFilterText;
     bool m_bEnableFilter = false;
