@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "FeatureSetting.h"
 #include "ImageFileType.h"
 #include "Output.h"
 
 #include <Base/GCException.h>
+#include <GenApi/GenApi.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_IP/IKxStillImageFiler.h>
 #include <KxApi_TL/CKxAutoPtr.h>
@@ -19,9 +21,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 using namespace KxApi;
 
@@ -75,12 +79,14 @@ struct Options
     std::optional<EKxPolarizationImageTransformationMethod_t> polarization;
     std::optional<double> gamma;
     bool reverseY = false;
+    std::vector<std::string> settings;
+    bool listSettings = false;
     std::optional<uint32_t> quality;
     std::optional<uint32_t> compression;
 
     bool AskForConversion() const
     {
-        return !format.empty() || bayer || bits || polarization || gamma || reverseY;
+        return !format.empty() || !settings.empty() || bayer || bits || polarization || gamma || reverseY;
     }
 };
 
@@ -100,16 +106,79 @@ std::string Describe(const std::string& file, const IKxImage& image)
            std::to_string(image.GetImageHeight());
 }
 
-void SetDestination(IKxPixelFormatConverter& converter, const std::string& format, const IKxImage& source)
+/// Values that a setting can have: names, or from least to greatest.
+std::string ChoicesOf(GenApi::INode& node)
 {
-    if (format.empty()) {
-        converter.SetAutoDestination(true);
-        return;
+    std::string choices;
+    if (auto* const enumeration = dynamic_cast<GenApi::IEnumeration*>(&node)) {
+        GenApi::StringList_t names;
+        enumeration->GetSymbolics(names);
+        for (const GenICam::gcstring& name : names)
+            choices += std::string(choices.empty() ? "" : ", ") + name.c_str();
+    } else if (auto* const integer = dynamic_cast<GenApi::IInteger*>(&node)) {
+        choices = std::to_string(integer->GetMin()) + " to " + std::to_string(integer->GetMax());
+    } else if (auto* const number = dynamic_cast<GenApi::IFloat*>(&node)) {
+        std::ostringstream text;
+        text << number->GetMin() << " to " << number->GetMax();
+        choices = text.str();
+    } else if (dynamic_cast<GenApi::IBoolean*>(&node)) {
+        choices = "0, 1";
     }
-    const auto destination = GetIKxPixelFormatInfoByName(format.c_str())->GetPixelFormat();
+    return choices;
+}
+
+void ListSettings()
+{
+    const CKxApiAutoInitTerm sdk;
+    const Converter converter(CreateIKxConverter(KxConverterType_PixelFormat));
+    GenApi::NodeList_t nodes;
+    converter->GetINodeMap()->GetNodes(nodes);
+    for (GenApi::INode* const node : nodes) {
+        auto* const value = dynamic_cast<GenApi::IValue*>(node);
+        if (value && node->IsFeature() && node->GetPrincipalInterfaceType() != GenApi::intfICategory)
+            std::cout << node->GetName() << "=" << value->ToString() << "  (" << ChoicesOf(*node) << ")\n";
+    }
+    Finish(std::cout);
+}
+
+/// By names and values of the converter's own nodes.
+void ApplySettings(IKxPixelFormatConverter& converter, const std::vector<std::string>& settings)
+{
+    GenApi::INodeMap& map = *converter.GetINodeMap();
+    for (const std::string& setting : settings) {
+        const std::string name = setting.substr(0, setting.find('='));
+        if (!map.GetNode(name.c_str()))
+            throw INVALID_ARGUMENT_EXCEPTION(
+                "the converter has no setting '%s'; kx convert --settings lists them", name.c_str());
+    }
+    KxApps::Apply(KxApps::ParseSettings(map, settings));
+}
+
+bool HasColorMap(const IKxPixelFormatConverterInside& converter)
+{
+    return converter.GetColorMapType() != KxColorMapType_Normal || converter.GetColorMapInversion() ||
+           converter.GetColorMapPhase() != 0;
+}
+
+bool IsSet(const std::vector<std::string>& settings, const std::string& name)
+{
+    return std::any_of(settings.begin(), settings.end(), [&](const std::string& setting) {
+        return setting.compare(0, name.size() + 1, name + "=") == 0;
+    });
+}
+
+void SetDestination(IKxPixelFormatConverterInside& converter, const Options& options, const IKxImage& source)
+{
+    // A map's colours show in a format with colour only.
+    const bool isSet = IsSet(options.settings, "DestinationPixelFormat") || HasColorMap(converter);
+    if (options.format.empty() && !isSet)
+        return converter.SetAutoDestination(true);
+    const auto destination = options.format.empty()
+                                 ? converter.GetDestinationPixelFormat()
+                                 : GetIKxPixelFormatInfoByName(options.format.c_str())->GetPixelFormat();
     if (!converter.IsConvertible(source.GetImagePixelFormat(), destination))
         throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted to %s", NameOf(source).c_str(),
-                                         format.c_str());
+                                         GetIKxPixelFormatInfo(destination)->GetName().c_str());
     converter.SetDestinationPixelFormat(destination);
 }
 
@@ -126,7 +195,8 @@ Converter MakeConverter(const Options& options, const IKxImage& source)
     if (options.gamma)
         converter->SetGamma(*options.gamma);
     converter->SetReverseY(options.reverseY);
-    SetDestination(*converter, options.format, source);
+    ApplySettings(*converter, options.settings);
+    SetDestination(*converter, options, source);
     return converter;
 }
 
@@ -169,6 +239,14 @@ void AddConversionOptions(CLI::App& command, Options& options)
     command.add_option("--polarization", options.polarization, "What is shown of a polarised image")
         ->transform(CLI::CheckedTransformer(kPolarizations, CLI::ignore_case));
     command.add_option("--gamma", options.gamma, "Exponent, below 1 lightens")->check(CLI::Range(0.1, 10.0));
+    command
+        .add_option("--set", options.settings,
+                    "Any setting of the converter by its name and value, such as "
+                    "PolarizationSpecifiedAngle=30 or ColorMapType=PseudoColor_BGR; may be repeated")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    command.add_flag("--settings", options.listSettings,
+                     "Lists the converter's settings with their first values and what they can be");
     command.add_flag("--reverse-y", options.reverseY, "Turns the image upside down");
 }
 
@@ -179,18 +257,23 @@ void AddConvertCommand(CLI::App& program)
     const auto options = std::make_shared<Options>();
     CLI::App* const command =
         program.add_subcommand("convert", "Writes an image file as another type or in another pixel format");
-    command->add_option("IN", options->input, "BMP, JPEG, TIFF, PNG or kxraw file; recognised by its content")
-        ->required();
-    command
-        ->add_option("OUT", options->output,
-                     "File to write: .bmp, .jpg, .tif, .png, .csv or .kxraw; it appears only when complete")
-        ->required();
+    command->add_option("IN", options->input,
+                        "BMP, JPEG, TIFF, PNG or kxraw file; recognised by its content");
+    command->add_option(
+        "OUT", options->output,
+        "File to write: .bmp, .jpg, .tif, .png, .csv or .kxraw; it appears only when complete");
     AddConversionOptions(*command, *options);
     command->add_option("--quality", options->quality, "Of JPEG files; 90 if not given")
         ->check(CLI::Range(1, 100));
     command->add_option("--compression", options->compression, "Of PNG files; 1 if not given")
         ->check(CLI::Range(0, 9));
-    command->callback([options] { RunConvert(*options); });
+    command->callback([options] {
+        if (options->listSettings)
+            return ListSettings();
+        if (options->output.empty())
+            throw CLI::RequiredError(options->input.empty() ? "IN" : "OUT");
+        RunConvert(*options);
+    });
 }
 
 } // namespace Kx

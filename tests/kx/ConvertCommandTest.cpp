@@ -100,6 +100,10 @@ TEST_F(ConvertCommand, OptionsReachTheConverter)
     EXPECT_EQ(text("--reverse-y"), "Mono[0]\n255\n64\n0\n");
     EXPECT_EQ(text("--format RGB8"), "R[0],G[0],B[0]\n0,0,0\n64,64,64\n255,255,255\n");
     EXPECT_EQ(text("--format Mono12 --bits zeros"), "Mono[0]\n0\n1024\n4080\n");
+    EXPECT_EQ(text("--set DestinationPixelFormat=Mono12 --set BitExpansionMode=ZeroFill --set ReverseY=1"),
+              "Mono[0]\n4080\n1024\n0\n");
+    EXPECT_EQ(text("--set ColorMapInversion=1"), "B[0],G[0],R[0]\n255,255,255\n191,191,191\n0,0,0\n");
+    EXPECT_THAT(Run("--settings").output, HasSubstr("\nGamma=1  (0.1 to 10)\n"));
     MakeRaw<uint8_t>("in.kxraw", KxPixelFormat_BayerRG8, 2, {10, 20, 30, 40});
     EXPECT_EQ(text("--bayer off --format Mono8"), "Mono[0],Mono[1]\n10,20\n30,40\n");
 }
@@ -115,6 +119,9 @@ TEST_F(ConvertCommand, FailuresTellFileAndCauseInOneLine)
     ExpectFailure("in.kxraw out.png --format YUV422_8", 1, "Mono8 can't be converted to YUV422_8");
     ExpectFailure("in.kxraw out.png --format RGB9", 2, "'RGB9' is no pixel format");
     ExpectFailure("in.kxraw out.png --bayer best", 2, "--bayer");
+    ExpectFailure("in.kxraw out.png --set Gain=1", 1, "the converter has no setting 'Gain'");
+    ExpectFailure("in.kxraw out.png --set BayerInterpolationMethod=Best", 1,
+                  "BayerInterpolationMethod=Best: ");
     ExpectFailure("in.kxraw out.jpg --quality 0", 2, "--quality");
     ExpectFailure("in.kxraw", 2, "OUT is required");
 }
