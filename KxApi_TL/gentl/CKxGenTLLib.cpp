@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "ElfCheck.h"
+
 #include <Base/GCException.h>
 #include <KxApi_TL/CKxGenTLLib.h>
 
@@ -91,6 +93,8 @@ private:
 CLoadedLib::CLoadedLib(const std::string& path)
 {
     m_strPath = path.c_str();
+    if (const std::string fault = Detail::FindElfFault(path); !fault.empty())
+        Fail(path, fault);
     // Local, so that two producers with functions of the same names don't meet; now, so that a missing
     // library shows here and not in the middle of an acquisition.
     m_library.reset(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));

@@ -7,6 +7,7 @@
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <dlfcn.h>
 
@@ -16,6 +17,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace KxApi
@@ -29,18 +31,32 @@ constexpr char kVariable[] = "GENICAM_GENTL64_PATH";
 constexpr char kExtension[] = ".cti";
 constexpr char kOwnFolder[] = "kxapi/producers";
 
-/// The files of one entry: itself, or the producers in the folder. An entry that isn't there has none.
-std::vector<fs::path> FilesOf(const fs::path& entry)
+/// A producer that was found, or an entry that leads to none.
+struct CFoundFile
 {
-    std::error_code error; // what can't be read has no producers
-    if (!fs::is_directory(entry, error))
-        return fs::exists(entry, error) ? std::vector<fs::path>{entry} : std::vector<fs::path>{};
-    std::vector<fs::path> files;
-    for (fs::directory_iterator place(entry, error), end; !error && place != end; place.increment(error)) {
-        if (place->path().extension() == kExtension)
-            files.push_back(place->path());
+    std::string path;
+    std::string error; // why there is nothing to load; empty for files
+};
+
+/// The files of one entry: itself, or the producers in the folder.
+std::vector<CFoundFile> FilesOf(const fs::path& entry)
+{
+    std::error_code error;
+    if (!fs::is_directory(entry, error)) {
+        if (fs::exists(fs::symlink_status(entry, error)))
+            return {{entry.string(), ""}};
+        return {{entry.string(), std::string(kVariable) + " names it, and it isn't there"}};
     }
-    std::sort(files.begin(), files.end());
+    std::vector<CFoundFile> files;
+    fs::directory_iterator place(entry, error);
+    for (const fs::directory_iterator end; !error && place != end; place.increment(error)) {
+        if (place->path().extension() == kExtension)
+            files.push_back({place->path().string(), ""});
+    }
+    std::sort(files.begin(), files.end(),
+              [](const CFoundFile& a, const CFoundFile& b) { return a.path < b.path; });
+    if (error)
+        files.push_back({entry.string(), "The folder can't be read: " + error.message()});
     return files;
 }
 
@@ -66,22 +82,25 @@ std::vector<fs::path> Entries()
             entries.emplace_back(entry);
         rest = colon == rest.npos ? std::string_view() : rest.substr(colon + 1);
     }
-    entries.push_back(OwnFolder());
+    std::error_code error;
+    if (const fs::path own = OwnFolder(); fs::is_directory(own, error))
+        entries.push_back(own); // an installation need not have producers
     return entries;
 }
 
 /// All producer files, each once however many ways lead to it.
-std::vector<std::string> ProducerFiles()
+std::vector<CFoundFile> ProducerFiles()
 {
-    std::vector<std::string> files;
+    std::vector<CFoundFile> files;
     for (const fs::path& entry : Entries()) {
-        for (const fs::path& file : FilesOf(entry)) {
+        for (CFoundFile& file : FilesOf(entry)) {
             std::error_code error;
-            const fs::path canonical = fs::canonical(file, error);
-            const std::string path =
-                error ? file.string() : canonical.string(); // a dangling link tells its error later
-            if (std::find(files.begin(), files.end(), path) == files.end())
-                files.push_back(path);
+            const fs::path canonical = fs::canonical(file.path, error);
+            if (!error) // a dangling link tells its error later
+                file.path = canonical.string();
+            const auto isSame = [&](const CFoundFile& other) { return other.path == file.path; };
+            if (std::none_of(files.begin(), files.end(), isSame))
+                files.push_back(std::move(file));
         }
     }
     return files;
@@ -89,10 +108,13 @@ std::vector<std::string> ProducerFiles()
 
 /// Info of a producer, on which `use` was tried.
 template <class Use>
-CKxProducerInfo Try(const std::string& path, Use&& use)
+CKxProducerInfo Try(const CFoundFile& file, Use&& use)
 {
     CKxProducerInfo info;
-    info.strPath = path.c_str();
+    info.strPath = file.path.c_str();
+    info.strError = file.error.c_str();
+    if (!file.error.empty())
+        return info;
     try {
         const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(info.strPath);
         info.strVersion = Detail::GetInfoText(
@@ -106,13 +128,41 @@ CKxProducerInfo Try(const std::string& path, Use&& use)
     return info;
 }
 
+/// What the last look found.
+class CLastLook
+{
+public:
+    void Set(const std::vector<CKxProducerInfo>& infos)
+    {
+        const CKxMutexLock lock(m_mutex);
+        m_infos = infos;
+    }
+    std::vector<CKxProducerInfo> Get() const
+    {
+        const CKxMutexLock lock(m_mutex);
+        return m_infos;
+    }
+
+private:
+    mutable CKxMutex m_mutex;
+    std::vector<CKxProducerInfo> m_infos KXGC_GUARDED_BY(m_mutex);
+};
+
+CLastLook& LastLook()
+{
+    // Never destroyed: threads may still look when the program ends.
+    static CLastLook* const look = new CLastLook;
+    return *look;
+}
+
 template <class Use>
 std::vector<CKxProducerInfo> TryAll(Use&& use)
 {
     return GenICam::GuardBadAlloc([&] {
         std::vector<CKxProducerInfo> infos;
-        for (const std::string& path : ProducerFiles())
-            infos.push_back(Try(path, use));
+        for (const CFoundFile& file : ProducerFiles())
+            infos.push_back(Try(file, use));
+        LastLook().Set(infos);
         return infos;
     });
 }
@@ -122,6 +172,11 @@ std::vector<CKxProducerInfo> TryAll(Use&& use)
 std::vector<CKxProducerInfo> FindKxProducers()
 {
     return TryAll([](const GenICam::gcstring&) {});
+}
+
+std::vector<CKxProducerInfo> GetKxProducers()
+{
+    return GenICam::GuardBadAlloc([] { return LastLook().Get(); });
 }
 
 std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems)

@@ -4,11 +4,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -129,6 +131,21 @@ TEST_F(GenTLLib, UnusableFilesTellPathAndCause)
     EXPECT_THAT(LoadError(testing::TempDir()), HasSubstr("cannot be used"));
     // However long the path, the cause isn't cut off.
     EXPECT_THAT(LoadError("/nowhere/" + std::string(200, 'x') + "/None.cti"), HasSubstr("No such file"));
+}
+
+TEST_F(GenTLLib, FilesThatWouldKillOrHangTheLinkerAreRefused)
+{
+    const std::string path = testing::TempDir() + "KxCut" + std::to_string(getpid()) + ".cti";
+    std::ifstream file(Fake("Complete"), std::ios::binary);
+    const std::string whole((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    for (size_t size = 0; size < whole.size(); size += 97) {
+        std::ofstream(path, std::ios::binary) << whole.substr(0, size);
+        EXPECT_THAT(LoadError(path), HasSubstr("it ends at byte " + std::to_string(size)));
+    }
+    std::remove(path.c_str());
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_THAT(LoadError(path), HasSubstr("it is a FIFO"));
+    std::remove(path.c_str());
 }
 
 TEST_F(GenTLLib, ProducerWithoutFunctionsOfTheFirstVersionIsRefusedBeforeItRuns)

@@ -291,7 +291,8 @@ protected:
         std::vector<CKxProducerInfo> mine;
         for (CKxProducerInfo& info : infos) {
             const std::string path = info.strPath.c_str();
-            if (path.find("/Fake") != path.npos || path.find("KxProducers") != path.npos)
+            if (path.find("/Fake") != path.npos || path.find("KxProducers") != path.npos ||
+                path.find("/nowhere") != path.npos)
                 mine.push_back(info);
         }
         return mine;
@@ -318,9 +319,12 @@ TEST_F(Producers, AreFoundInFoldersAndAsFilesEachOnce)
                              (m_folder / "empty").string();
     setenv("GENICAM_GENTL64_PATH", path.c_str(), 1);
     const auto infos = Of(FindKxProducers());
-    EXPECT_THAT(Names(infos), ElementsAre("FakeVersion10.cti", "FakeTransport.cti", "FakeVersion13.cti"));
-    EXPECT_STREQ(infos[1].strVersion.c_str(), "1.2.3");
-    EXPECT_STREQ(infos[1].strError.c_str(), "");
+    EXPECT_THAT(Names(infos),
+                ElementsAre("nowhere", "FakeVersion10.cti", "FakeTransport.cti", "FakeVersion13.cti"));
+    EXPECT_THAT(infos[0].strError.c_str(), HasSubstr("GENICAM_GENTL64_PATH names it"));
+    EXPECT_STREQ(infos[2].strVersion.c_str(), "1.2.3");
+    EXPECT_STREQ(infos[2].strError.c_str(), "");
+    EXPECT_EQ(Names(Of(GetKxProducers())), Names(infos));
 }
 
 TEST_F(Producers, BrokenOnesTellWhyAndHideNoOther)

@@ -82,12 +82,12 @@ using CIKxSystemPtrArray = CKxAutoPtrArray<IKxSystemReleasable, IKxSystem>;
 /// not started.
 KXAPI_TL_API IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath);
 
-/// Holds a system once more, for what goes on using it when its owner may have given it back: a search that is
-/// still under way. Given back by Release as well. Null when it is no open system of a producer. Any thread
-/// that knows the system to be open.
+/// Holds a system once more, for what goes on using it when its owner may have given it back: a search that
+/// is still under way. Given back by Release as well. Null when it is no open system of a producer. Any
+/// thread that knows the system to be open.
 KXAPI_TL_API IKxSystemReleasable* HoldIKxSystem(IKxSystem* pSystem);
 
-/// A producer that was found.
+/// A producer that was found, or an entry of GENICAM_GENTL64_PATH that leads to none.
 struct CKxProducerInfo
 {
     GenICam::gcstring strPath;    ///< with all links followed
@@ -98,8 +98,13 @@ struct CKxProducerInfo
 /// The producers: the entries of the environment variable GENICAM_GENTL64_PATH in their order, each a folder
 /// or a file, parted by ':', then the SDK's own folder, kxapi/producers beside its libraries. Of a folder all
 /// "*.cti" count, by their names, without subfolders. Each is loaded, to see whether it can be used. Any
-/// thread. Raises BadAllocException only: what is wrong with a producer stands in its info.
+/// thread. Raises BadAllocException only: what is wrong with a producer, or with an entry, stands in its
+/// info.
 KXAPI_TL_API std::vector<CKxProducerInfo> FindKxProducers();
+
+/// What the last FindKxProducers or OpenIKxSystems of the process found, without another look: for windows
+/// that tell which producers were refused. Empty before the first. Any thread. Raises BadAllocException.
+KXAPI_TL_API std::vector<CKxProducerInfo> GetKxProducers();
 
 /// Opens the systems of all producers that can be used and puts them into the array; returns all producers,
 /// those that can't be opened with the reason. Any thread. Raises LogicalErrorException when the SDK is not
