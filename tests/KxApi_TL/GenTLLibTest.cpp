@@ -138,7 +138,7 @@ TEST_F(GenTLLib, FilesThatWouldKillOrHangTheLinkerAreRefused)
     const std::string path = testing::TempDir() + "KxCut" + std::to_string(getpid()) + ".cti";
     std::ifstream file(Fake("Complete"), std::ios::binary);
     const std::string whole((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    for (size_t size = 0; size < whole.size(); size += 97) {
+    for (size_t size = 0; size < whole.size(); size += 509) {
         std::ofstream(path, std::ios::binary) << whole.substr(0, size);
         EXPECT_THAT(LoadError(path), HasSubstr("it ends at byte " + std::to_string(size)));
     }
