@@ -11,11 +11,13 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <locale>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace KxApi
 {
@@ -90,6 +92,14 @@ gcstring ReadURL(CKxGenTLLib* pGenTLLib, void* hPort)
     return gcstring(url.c_str());
 }
 
+void CheckFileLength(uint64_t nLength)
+{
+    if (nLength > kMaxFileLength)
+        throw OUT_OF_RANGE_EXCEPTION("%s = %llu must be equal or smaller than Max = %llu",
+                                     "Length of the XML file", static_cast<unsigned long long>(nLength),
+                                     static_cast<unsigned long long>(kMaxFileLength));
+}
+
 void LockTransportParameters(const GenApi::CNodeMapRef& objNodeMapRef)
 {
     auto* const pLock = dynamic_cast<GenApi::IInteger*>(objNodeMapRef._GetNode("TLParamsLock"));
@@ -115,21 +125,37 @@ void CKxXMLFile::CreateNodeMap(const gcstring& strURL, GenApi::IPort* pPort, con
         return;
     GuardBadAlloc([&] {
         LoadXMLFile(strURL);
-        // Remote devices change their description with their firmware under one name, other modules don't.
-        const auto eCacheUsage =
-            strPortName == "Device" ? GenApi::CacheUsage_Ignore : GenApi::CacheUsage_Automatic;
-        // Plain text ends at its first 0.
-        const size_t nLength = m_bIsZip ? m_nSize : std::char_traits<char>::length(m_pBuffer.get());
-        m_pFactory = std::make_unique<GenApi::CNodeMapFactory>(m_bIsZip ? GenApi::ContentType_ZippedXml
-                                                                        : GenApi::ContentType_Xml,
-                                                               m_pBuffer.get(), nLength, eCacheUsage);
-        m_objNodeMapRef._Destroy(); // of an attempt that failed
-        m_objNodeMapRef._Attach(m_pFactory->CreateNodeMap(m_strDeviceName, true), m_strDeviceName);
-        m_objNodeMapRef._Connect(pPort, strPortName);
-        m_pPort = pPort;
-        m_strPortName = strPortName;
-        m_bCreated = true;
+        MakeNodeMap(pPort, strPortName);
     });
+}
+
+void CKxXMLFile::CreateNodeMapFromFile(const gcstring& strPath, GenApi::IPort* pPort,
+                                       const gcstring& strPortName)
+{
+    if (m_bCreated)
+        return;
+    GuardBadAlloc([&] {
+        LoadFromDisk(strPath);
+        MakeNodeMap(pPort, strPortName);
+    });
+}
+
+void CKxXMLFile::MakeNodeMap(GenApi::IPort* pPort, const gcstring& strPortName)
+{
+    // Remote devices change their description with their firmware under one name, other modules don't.
+    const auto eCacheUsage =
+        strPortName == "Device" ? GenApi::CacheUsage_Ignore : GenApi::CacheUsage_Automatic;
+    // Plain text ends at its first 0.
+    const size_t nLength = m_bIsZip ? m_nSize : std::char_traits<char>::length(m_pBuffer.get());
+    m_pFactory = std::make_unique<GenApi::CNodeMapFactory>(m_bIsZip ? GenApi::ContentType_ZippedXml
+                                                                    : GenApi::ContentType_Xml,
+                                                           m_pBuffer.get(), nLength, eCacheUsage);
+    m_objNodeMapRef._Destroy(); // of an attempt that failed
+    m_objNodeMapRef._Attach(m_pFactory->CreateNodeMap(m_strDeviceName, true), m_strDeviceName);
+    m_objNodeMapRef._Connect(pPort, strPortName);
+    m_pPort = pPort;
+    m_strPortName = strPortName;
+    m_bCreated = true;
 }
 
 GenApi::INodeMap* CKxXMLFile::GetNodeMap() const { return m_bCreated ? m_objNodeMapRef._Ptr() : nullptr; }
@@ -143,10 +169,7 @@ void CKxXMLFile::LoadXMLFile(const gcstring& strURL)
     DeleteBuffer();
 
     const uint64_t nAddress = ParseURLLocalAddress(strURL), nLength = ParseURLLocalLength(strURL);
-    if (nLength > kMaxFileLength)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %llu must be equal or smaller than Max = %llu",
-                                     "Length of the XML file", static_cast<unsigned long long>(nLength),
-                                     static_cast<unsigned long long>(kMaxFileLength));
+    CheckFileLength(nLength);
     auto pBuffer = std::make_unique<char[]>(nLength + 1);
     size_t nRead = nLength;
     const GenTL::GC_ERROR_LIST eError =
@@ -160,6 +183,27 @@ void CKxXMLFile::LoadXMLFile(const gcstring& strURL)
     m_pBuffer = std::move(pBuffer);
     m_pBuffer[m_nSize] = '\0';
     m_bIsZip = IsZipFileName(m_strFilePath);
+}
+
+void CKxXMLFile::LoadFromDisk(const gcstring& strPath)
+{
+    namespace fs = std::filesystem;
+    m_strFilePath = strPath;
+    DeleteBuffer();
+    std::error_code error;
+    if (!fs::is_regular_file(strPath.c_str(), error)) // others may keep their reader waiting
+        throw RUNTIME_EXCEPTION("File %s is no regular file.", strPath.c_str());
+    const uint64_t nLength = fs::file_size(strPath.c_str(), error);
+    if (error)
+        throw RUNTIME_EXCEPTION("File %s could not be opened.", strPath.c_str());
+    CheckFileLength(nLength);
+    auto pBuffer = std::make_unique<char[]>(nLength + 1);
+    std::ifstream file(strPath.c_str(), std::ios::binary);
+    if (!file.read(pBuffer.get(), static_cast<std::streamsize>(nLength)))
+        throw RUNTIME_EXCEPTION("File %s could not be read.", strPath.c_str());
+    m_nSize = nLength;
+    m_pBuffer = std::move(pBuffer);
+    m_bIsZip = IsZipFileName(strPath);
 }
 
 void CKxXMLFile::DeleteBuffer()

@@ -3,13 +3,13 @@
 #include "BufferInfo.h"
 
 #include "GenTLInfo.h"
+#include "ImageInfo.h"
 
 #include <Base/GCException.h>
 #include <GenApi/IEnumeration.h>
 #include <GenApi/IInteger.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
-#include <KxApi_TL/IKxPixelFormatInfo.h>
 
 #include <algorithm>
 
@@ -17,9 +17,6 @@ namespace KxApi
 {
 namespace Detail
 {
-namespace
-{
-
 uint64_t Info(const CBufferAtProducer& buffer, GenTL::BUFFER_INFO_CMD command, uint64_t fallback)
 {
     return static_cast<uint64_t>(GetInfoInteger(
@@ -29,35 +26,14 @@ uint64_t Info(const CBufferAtProducer& buffer, GenTL::BUFFER_INFO_CMD command, u
         static_cast<int64_t>(fallback)));
 }
 
-/// The code as a number; not an enumerator yet, since it may be any.
-uint64_t PixelFormatCode(const CBufferAtProducer& buffer, const CImageDefaults& defaults)
+namespace
 {
-    const uint64_t nameSpace =
-        Info(buffer, GenTL::BUFFER_INFO_PIXELFORMAT_NAMESPACE, GenTL::PIXELFORMAT_NAMESPACE_UNKNOWN);
-    // Codes of these are other numbers; the camera's feature has the format in the form that we know.
-    if (nameSpace == GenTL::PIXELFORMAT_NAMESPACE_IIDC ||
-        nameSpace == GenTL::PIXELFORMAT_NAMESPACE_PFNC_16BIT)
-        return defaults.pixelFormat;
-    return Info(buffer, GenTL::BUFFER_INFO_PIXELFORMAT, defaults.pixelFormat);
-}
-
-const IKxPixelFormatInfoInside& KnownFormat(uint64_t code)
-{
-    const IKxPixelFormatInfo* const info =
-        code > UINT32_MAX
-            ? nullptr
-            : GetIKxPixelFormatInfo(static_cast<EKxPixelFormatNamingConvention_t>(uint32_t(code)));
-    const auto* const inside = dynamic_cast<const IKxPixelFormatInfoInside*>(info);
-    if (!inside)
-        throw RUNTIME_EXCEPTION("Pixel format 0x%08llX of an image is unknown",
-                                static_cast<unsigned long long>(code));
-    return *inside;
-}
 
 struct CPayload
 {
     bool canHaveImage;
     bool hasChunks;
+    bool hasParts = false;
 };
 
 CPayload ReadPayload(const CBufferAtProducer& buffer)
@@ -72,44 +48,15 @@ CPayload ReadPayload(const CBufferAtProducer& buffer)
         return {true, true};
     case GenTL::PAYLOAD_TYPE_CHUNK_ONLY:
         return {false, true};
+    case GenTL::PAYLOAD_TYPE_MULTI_PART:
+        if (buffer.lib.DSGetNumBufferParts && buffer.lib.DSGetBufferPartInfo)
+            return {true, hasChunks, true};
+        throw RUNTIME_EXCEPTION("A buffer has several parts, and the producer no functions that tell them");
     default:
         throw RUNTIME_EXCEPTION(
-            "Payload type %llu of a buffer is not supported: neither image nor chunk data",
+            "Payload type %llu of a buffer is not supported: neither images nor chunk data",
             static_cast<unsigned long long>(type));
     }
-}
-
-void ReadImage(const CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content)
-{
-    const auto info = [&buffer](GenTL::BUFFER_INFO_CMD command, uint64_t fallback) {
-        return static_cast<size_t>(Info(buffer, command, fallback));
-    };
-    const IKxPixelFormatInfoInside& format = KnownFormat(PixelFormatCode(buffer, defaults));
-    content.pixelFormat = format.GetPixelFormat();
-    content.width = info(GenTL::BUFFER_INFO_WIDTH, defaults.width);
-    content.height = info(GenTL::BUFFER_INFO_HEIGHT, defaults.height);
-    content.deliveredHeight =
-        std::min(info(GenTL::BUFFER_INFO_DELIVERED_IMAGEHEIGHT, content.height), content.height);
-    content.offsetX = info(GenTL::BUFFER_INFO_XOFFSET, 0);
-    content.offsetY = info(GenTL::BUFFER_INFO_YOFFSET, 0);
-    content.place = info(GenTL::BUFFER_INFO_IMAGEOFFSET, 0);
-    if (content.width == 0 || content.height == 0)
-        throw RUNTIME_EXCEPTION("Image of %zu by %zu pixels", content.width, content.height);
-
-    size_t end = 0;
-    const bool isTooLong =
-        __builtin_add_overflow(format.GetLinePitch(content.width, 1), info(GenTL::BUFFER_INFO_XPADDING, 0),
-                               &content.linePitch) ||
-        __builtin_mul_overflow(content.linePitch, content.height, &content.planePitch) ||
-        __builtin_add_overflow(content.place, format.GetImageSize(content.height, content.linePitch), &end);
-    if (isTooLong || end > buffer.size)
-        throw RUNTIME_EXCEPTION("Image of %zu by %zu pixels %s at byte %zu does not fit into a buffer of %zu "
-                                "bytes",
-                                content.width, content.height, format.GetName().c_str(), content.place,
-                                buffer.size);
-    // Not all producers notice what they didn't receive.
-    if (content.sizeFilled < end && content.deliveredHeight == content.height)
-        content.isIncomplete = true;
 }
 
 uint64_t IntegerFeature(const GenApi::INodeMap& map, const char* szName)
@@ -148,11 +95,20 @@ CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDe
                            Info(buffer, GenTL::BUFFER_INFO_DATA_LARGER_THAN_BUFFER, 0) != 0;
     content.sizeFilled =
         std::min(static_cast<size_t>(Info(buffer, GenTL::BUFFER_INFO_SIZE_FILLED, buffer.size)), buffer.size);
+    if (content.sizeFilled == 0) {
+        // Some producers give buffers so that were being filled when the stream began; others never tell.
+        content.isEmpty = content.isIncomplete;
+        if (content.isEmpty)
+            return content;
+        content.sizeFilled = buffer.size;
+    }
     const CPayload payload = ReadPayload(buffer);
     content.hasChunks = payload.hasChunks;
-    content.hasImage = payload.canHaveImage && Info(buffer, GenTL::BUFFER_INFO_IMAGEPRESENT, 1) != 0;
-    if (content.hasImage)
+    if (payload.hasParts)
+        ReadParts(buffer, content);
+    else if (payload.canHaveImage && Info(buffer, GenTL::BUFFER_INFO_IMAGEPRESENT, 1) != 0)
         ReadImage(buffer, defaults, content);
+    TurnBytes(buffer, content);
     return content;
 }
 

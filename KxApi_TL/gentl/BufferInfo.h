@@ -32,18 +32,9 @@ struct CImageDefaults
 /// From the features of the device; what can't be read stays 0.
 CImageDefaults ReadImageDefaults(const GenApi::INodeMap& map, double tickNs);
 
-/// An image in its buffer.
-struct CBufferContent
+/// An image in its buffer, of which it may be a part.
+struct CImageContent
 {
-    bool hasImage = false;
-    bool hasChunks = false;
-    bool areChunksListed = false; // by the producer; else they are found from the end of the data
-    bool isIncomplete = false;
-    uint64_t frameID = 0;
-    uint64_t timestamp = 0;
-    uint64_t timestampNs = 0;
-    size_t sizeFilled = 0; // bytes
-    // Of the image:
     size_t width = 0;
     size_t height = 0;
     size_t deliveredHeight = 0;
@@ -53,6 +44,24 @@ struct CBufferContent
     size_t linePitch = 0;
     size_t planePitch = 0;
     EKxPixelFormatNamingConvention_t pixelFormat = KxPixelFormat_None;
+    int32_t dataType = GenTL::PART_DATATYPE_2D_IMAGE;
+    uint64_t sourceID = 0;
+    uint64_t regionID = 0;
+    uint64_t purposeID = 0;
+};
+
+/// What a buffer holds.
+struct CBufferContent
+{
+    bool isEmpty = false; // nothing was filled in: neither images nor chunks
+    bool hasChunks = false;
+    bool areChunksListed = false; // by the producer; else they are found from the end of the data
+    bool isIncomplete = false;
+    uint64_t frameID = 0;
+    uint64_t timestamp = 0;
+    uint64_t timestampNs = 0;
+    size_t sizeFilled = 0; // bytes
+    std::vector<CImageContent> images;
 };
 
 /// A stream's buffer at the producer.
@@ -61,7 +70,8 @@ struct CBufferAtProducer
     CKxGenTLLib& lib;
     GenTL::DS_HANDLE hStream;
     GenTL::BUFFER_HANDLE hBuffer;
-    size_t size; ///< bytes announced
+    uint8_t* base; ///< of its memory
+    size_t size;   ///< bytes announced
 };
 
 /// Whether the producer has filled the buffer, and doesn't just give it back.
@@ -70,7 +80,9 @@ bool IsFilled(const CBufferAtProducer& buffer);
 /// The number of the buffer's image; 0 when it isn't told.
 uint64_t ReadFrameID(const CBufferAtProducer& buffer);
 
-/// Raises RuntimeException for a payload that is neither image nor chunks, an unknown pixel format, and an
+/// Facts that contradict each other are taken in this order: those of the image, those of what was delivered,
+/// the features of the camera, the bytes filled. Pixels of the other byte order are turned round in place.
+/// Raises RuntimeException for a payload that is neither images nor chunks, an unknown pixel format, and an
 /// image that is larger than the buffer.
 CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults);
 

@@ -24,6 +24,8 @@ using State = CStreamBuffer::EState;
 
 /// Without an image for so long, the device is asked whether it is still there.
 constexpr auto kQuietTime = std::chrono::seconds(1);
+/// Rounds of waiting in which a producer that has no buffer takes none back, until it is given up.
+constexpr int kMaxVainRounds = 4;
 
 GenApi::INodeMap& RemoteMap(const CStreamHandle& stream)
 {
@@ -35,7 +37,7 @@ GenApi::INodeMap& RemoteMap(const CStreamHandle& stream)
 CAcquisition::CAcquisition(std::shared_ptr<CStreamHandle> stream, CSettings settings)
     : m_stream(std::move(stream))
     , m_settings(std::move(settings))
-    , m_pool(*m_stream)
+    , m_pool(m_stream)
     , m_control(RemoteMap(*m_stream))
     , m_nToCome(m_settings.nImages)
 {}
@@ -60,7 +62,10 @@ void CAcquisition::Start()
                    "DSStartAcquisition", szStream);
         m_isStreamStarted = true;
         m_control.Start();
-        m_isRunning = true;
+        {
+            const CKxMutexLock lock(m_mutex);
+            m_isRunning = true;
+        }
         m_lastSign = Clock::now();
         m_thread->Start(shared_from_this(), "KxStream");
     } catch (...) {
@@ -77,7 +82,7 @@ void CAcquisition::Stop()
     }
     bool wasRunning = false;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         wasRunning = m_isRunning;
         m_isStopAwaited = true;
     }
@@ -87,7 +92,7 @@ void CAcquisition::Stop()
     std::deque<CReady> unwanted;
     StoredErrorPtr error;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         unwanted.swap(m_ready);
         error = std::exchange(m_stopError, nullptr);
     }
@@ -102,7 +107,7 @@ void CAcquisition::Stop()
 
 bool CAcquisition::IsRunning() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     return m_isRunning;
 }
 
@@ -110,10 +115,13 @@ IKxStreamImageReleasable* CAcquisition::Fetch(std::chrono::milliseconds timeout)
 {
     if (m_settings.pCallback)
         throw LOGICAL_ERROR_EXCEPTION("The images of stream '%s' go to a callback", m_stream->ID().c_str());
-    std::unique_lock<std::mutex> lock(m_mutex);
+    const auto end = Clock::now() + timeout;
+    CKxMutexLock lock(m_mutex);
     ++m_nFetching;
     m_changed.notify_all();
-    m_changed.wait_for(lock, timeout, [this] { return !m_ready.empty() || !m_isRunning; });
+    while (m_ready.empty() && m_isRunning && lock.WaitUntil(m_changed, end)) {
+        // Woken for nothing.
+    }
     --m_nFetching;
     if (m_ready.empty()) {
         if (m_failure)
@@ -123,7 +131,7 @@ IKxStreamImageReleasable* CAcquisition::Fetch(std::chrono::milliseconds timeout)
     CReady ready = std::move(m_ready.front());
     m_ready.pop_front();
     m_changed.notify_all();
-    lock.unlock();
+    lock.Unlock();
     if (ready.error)
         ready.error->Raise();
     MarkHandedOut(*ready.buffer);
@@ -140,7 +148,7 @@ CKxStreamStatistics CAcquisition::Statistics() const
     CKxStreamStatistics statistics;
     bool isTornDown = false;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         statistics = m_statistics;
         isTornDown = m_isTornDown;
     }
@@ -160,8 +168,9 @@ bool CAcquisition::BeforeWait()
         return true;
     // One image ahead, so that a fetch without wait finds it, and no more: which images are dropped when
     // nobody fetches them is for the producer to decide.
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_isEnding || m_ready.size() < std::max<size_t>(m_nFetching, 1); });
+    CKxMutexLock lock(m_mutex);
+    while (!m_isEnding && m_ready.size() >= std::max<size_t>(m_nFetching, 1))
+        lock.Wait(m_changed);
     return !m_isEnding;
 }
 
@@ -174,7 +183,7 @@ CAcquisition::BufferPtr CAcquisition::Received(const CEvent& event)
     BufferPtr buffer = m_pool.Find(hBuffer);
     if (!buffer)
         throw RUNTIME_EXCEPTION("The producer delivered buffer %p, which was never announced", hBuffer);
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     if (buffer->eState != State::Queued)
         throw RUNTIME_EXCEPTION("The producer delivered buffer %p, which it did not have", hBuffer);
     buffer->eState = State::Waiting;
@@ -203,9 +212,10 @@ bool CAcquisition::Process(const CEvent& event)
     }
     m_nUnusableInRow = 0;
     m_lastSign = Clock::now();
-    if (!Use(buffer))
-        return true;
-    return m_nToCome == kKxEndless || --m_nToCome > 0;
+    const bool isUsed = Use(buffer);
+    if (!RetryRefused())
+        return false;
+    return !isUsed || m_nToCome == kKxEndless || --m_nToCome > 0;
 }
 
 bool CAcquisition::Use(const BufferPtr& buffer)
@@ -218,26 +228,40 @@ bool CAcquisition::Use(const BufferPtr& buffer)
         HandToCallback(*buffer);
         Requeue(*buffer);
     } else {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         m_ready.push_back({buffer, nullptr});
         m_changed.notify_all();
     }
     return true;
 }
 
+void CAcquisition::CountFrame(uint64_t frameID)
+{
+    const uint64_t nMissing = m_frames.Missing(frameID);
+    if (nMissing > 0) {
+        const CKxMutexLock lock(m_mutex);
+        m_statistics.nLost += nMissing;
+    }
+}
+
 bool CAcquisition::Read(CStreamBuffer& buffer)
 {
-    const CBufferAtProducer atProducer{m_stream->Lib(), m_stream->Get(), buffer.hBuffer, buffer.Size()};
+    const CBufferAtProducer atProducer{m_stream->Lib(), m_stream->Get(), buffer.hBuffer, buffer.Base(),
+                                       buffer.Size()};
     if (!IsFilled(atProducer))
         return false;
     try {
-        const uint64_t nMissing = m_frames.Missing(ReadFrameID(atProducer));
-        if (nMissing > 0) {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_statistics.nLost += nMissing;
-        }
         buffer.ReadContent(atProducer, m_defaults);
+        if (buffer.Content().isEmpty) {
+            const CKxMutexLock lock(m_mutex);
+            ++m_statistics.nRefused;
+            return false;
+        }
+        // What came before the first image of this acquisition was of another one.
+        CountFrame(buffer.Content().frameID);
     } catch (const GenICam::GenericException&) {
+        if (m_frames.HasBegun())
+            CountFrame(ReadFrameID(atProducer)); // it did arrive
         Refuse(StoreCaught());
         return false;
     }
@@ -251,7 +275,7 @@ bool CAcquisition::Read(CStreamBuffer& buffer)
 
 void CAcquisition::MarkHandedOut(CStreamBuffer& buffer)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     buffer.eState = State::HandedOut;
     ++m_statistics.nDelivered;
     if (buffer.IsIncomplete())
@@ -270,7 +294,7 @@ void CAcquisition::HandToCallback(CStreamBuffer& buffer)
         m_settings.pCallback->OnImage(&buffer);
     } catch (...) {
         {
-            const std::lock_guard<std::mutex> lock(m_mutex);
+            const CKxMutexLock lock(m_mutex);
             ++m_statistics.nCallbackErrors;
         }
         const GenICam::gcstring text = TextOfCaught();
@@ -284,34 +308,50 @@ void CAcquisition::HandToCallback(CStreamBuffer& buffer)
 
 void CAcquisition::TakeBack(CStreamBuffer& buffer) { Requeue(buffer); }
 
+GenTL::GC_ERROR CAcquisition::QueueLocked(CStreamBuffer& buffer)
+{
+    const GenTL::GC_ERROR error = m_stream->Lib().DSQueueBuffer(m_stream->Get(), buffer.hBuffer);
+    const bool wasRefused = buffer.eState == State::Refused;
+    buffer.eState = error == GenTL::GC_ERR_SUCCESS ? State::Queued : State::Refused;
+    if (error == GenTL::GC_ERR_SUCCESS && wasRefused)
+        --m_nNotQueueable;
+    if (error != GenTL::GC_ERR_SUCCESS && !wasRefused)
+        ++m_nNotQueueable;
+    return error;
+}
+
 void CAcquisition::Requeue(CStreamBuffer& buffer)
 {
-    bool isLast = false;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        buffer.eState = State::Idle;
-        if (m_isEnding)
-            return;
-        const GenTL::GC_ERROR error = m_stream->Lib().DSQueueBuffer(m_stream->Get(), buffer.hBuffer);
-        if (error == GenTL::GC_ERR_SUCCESS) {
-            buffer.eState = State::Queued;
-            return;
-        }
-        isLast = ++m_nNotQueueable == m_pool.Count();
-        if (isLast)
-            m_failure = Store(KX_GENTL_ERROR_EXCEPTION(
-                &m_stream->Lib(), static_cast<GenTL::GC_ERROR_LIST>(error), "DSQueueBuffer",
-                "%d = DSQueueBuffer of '%s', which takes no buffer back any more", error,
-                m_stream->ID().c_str()));
-    }
-    if (isLast)
-        m_thread->RequestStop();
+    const CKxMutexLock lock(m_mutex);
+    buffer.eState = State::Idle;
+    if (!m_isEnding)
+        QueueLocked(buffer); // one that is refused is tried again later
+}
+
+/// Tries once more to give back what the producer didn't take; false when it takes nothing any more.
+bool CAcquisition::RetryRefused()
+{
+    const CKxMutexLock lock(m_mutex);
+    if (m_nNotQueueable == 0 || m_isEnding)
+        return true;
+    GenTL::GC_ERROR error = GenTL::GC_ERR_SUCCESS;
+    m_pool.ForEach([&](CStreamBuffer& buffer) KXGC_REQUIRES(m_mutex) {
+        if (buffer.eState == State::Refused)
+            error = QueueLocked(buffer);
+    });
+    m_nVainRounds = m_nNotQueueable == m_pool.Count() ? m_nVainRounds + 1 : 0;
+    if (m_nVainRounds < kMaxVainRounds)
+        return true;
+    m_failure = Store(KX_GENTL_ERROR_EXCEPTION(
+        &m_stream->Lib(), static_cast<GenTL::GC_ERROR_LIST>(error), "DSQueueBuffer",
+        "%d = DSQueueBuffer of '%s', which takes no buffer back any more", error, m_stream->ID().c_str()));
+    return false;
 }
 
 void CAcquisition::Refuse(const StoredErrorPtr& error)
 {
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         ++m_statistics.nRefused;
         if (!m_settings.pCallback) {
             m_ready.push_back({nullptr, error});
@@ -328,7 +368,7 @@ void CAcquisition::CallOnError(const CStoredError& error, bool bEnded) noexcept
     try {
         m_settings.pCallback->OnError(error.Get(), bEnded);
     } catch (...) {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         ++m_statistics.nCallbackErrors;
     }
 }
@@ -342,7 +382,7 @@ bool CAcquisition::OnIdle()
         isLost = device.CheckLost();
     }
     if (!isLost)
-        return true;
+        return RetryRefused();
     return EndBy(Store(RUNTIME_EXCEPTION("Device '%s' does not answer any more",
                                          device.GetIKxDeviceInfo()->GetDisplayName().c_str())));
 }
@@ -362,7 +402,7 @@ bool CAcquisition::OnFailure(GenTL::GC_ERROR error, int nInRow)
 
 bool CAcquisition::EndBy(StoredErrorPtr error)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     if (!m_failure)
         m_failure = std::move(error);
     return false;
@@ -370,7 +410,7 @@ bool CAcquisition::EndBy(StoredErrorPtr error)
 
 void CAcquisition::OnStopRequest() noexcept
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     m_isEnding = true;
     m_changed.notify_all();
 }
@@ -380,7 +420,7 @@ void CAcquisition::OnEnd() noexcept
     TearDown(false);
     StoredErrorPtr error;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         error = m_failure;
         if (!error && !m_isStopAwaited)
             error = std::exchange(m_stopError, nullptr);
@@ -392,7 +432,7 @@ void CAcquisition::OnEnd() noexcept
 void CAcquisition::TearDown(bool isThreadLeftAlone) noexcept
 {
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         if (std::exchange(m_isTornDown, true))
             return;
         m_isEnding = true;
@@ -426,7 +466,7 @@ void CAcquisition::TearDown(bool isThreadLeftAlone) noexcept
     if (m_thread)
         m_thread->Unregister();
     step([this] { m_control.Unlock(); });
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     m_statistics.nUnderrun = nUnderrun;
     m_stopError = firstError;
     m_isRunning = false;

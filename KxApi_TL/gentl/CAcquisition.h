@@ -8,12 +8,13 @@
 #include "DeviceControl.h"
 #include "FrameCounter.h"
 
+#include <KxSDKCommon/KxMutex.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <mutex>
 
 namespace KxApi
 {
@@ -75,7 +76,10 @@ private:
     bool Read(CStreamBuffer& buffer);
     void HandToCallback(CStreamBuffer& buffer);
     void MarkHandedOut(CStreamBuffer& buffer);
+    void CountFrame(uint64_t frameID);
     void Requeue(CStreamBuffer& buffer);
+    GenTL::GC_ERROR QueueLocked(CStreamBuffer& buffer) KXGC_REQUIRES(m_mutex);
+    bool RetryRefused();
     void Refuse(const StoredErrorPtr& error);
     void CallOnError(const CStoredError& error, bool bEnded) noexcept;
     bool EndBy(StoredErrorPtr error);
@@ -98,19 +102,20 @@ private:
     int m_nUnusableInRow = 0;
     std::chrono::steady_clock::time_point m_lastSign; // of the device
 
-    mutable std::mutex m_mutex; // guards what follows and the states of the buffers; held while a buffer is
-                                // queued; taken last
+    /// Guards the states of the buffers as well; held while a buffer is queued; taken last.
+    mutable CKxMutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<CReady> m_ready;
-    size_t m_nFetching = 0;
-    size_t m_nNotQueueable = 0; // buffers that the producer didn't take back
-    CKxStreamStatistics m_statistics;
-    bool m_isRunning = false;
-    bool m_isEnding = false; // no buffer is queued any more
-    bool m_isTornDown = false;
-    bool m_isStopAwaited = false; // by somebody who is to get m_stopError
-    StoredErrorPtr m_failure;     // by which the acquisition ended
-    StoredErrorPtr m_stopError;
+    std::deque<CReady> m_ready KXGC_GUARDED_BY(m_mutex);
+    size_t m_nFetching KXGC_GUARDED_BY(m_mutex) = 0;
+    size_t m_nNotQueueable KXGC_GUARDED_BY(m_mutex) = 0; // buffers that the producer didn't take back
+    int m_nVainRounds KXGC_GUARDED_BY(m_mutex) = 0;      // without any buffer that it takes back
+    CKxStreamStatistics m_statistics KXGC_GUARDED_BY(m_mutex);
+    bool m_isRunning KXGC_GUARDED_BY(m_mutex) = false;
+    bool m_isEnding KXGC_GUARDED_BY(m_mutex) = false; // no buffer is queued any more
+    bool m_isTornDown KXGC_GUARDED_BY(m_mutex) = false;
+    bool m_isStopAwaited KXGC_GUARDED_BY(m_mutex) = false; // by somebody who is to get m_stopError
+    StoredErrorPtr m_failure KXGC_GUARDED_BY(m_mutex);     // by which the acquisition ended
+    StoredErrorPtr m_stopError KXGC_GUARDED_BY(m_mutex);
 };
 
 } // namespace Detail

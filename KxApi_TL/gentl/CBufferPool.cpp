@@ -55,6 +55,57 @@ size_t PayloadSize(const CStreamHandle& stream, const GenApi::INodeMap& remoteMa
     return static_cast<size_t>(size);
 }
 
+namespace
+{
+
+/// What producers answer that allow no memory but their own.
+bool MeansOwnMemoryOnly(GenTL::GC_ERROR error)
+{
+    return error == GenTL::GC_ERR_NOT_IMPLEMENTED || error == GenTL::GC_ERR_NOT_AVAILABLE ||
+           error == GenTL::GC_ERR_ACCESS_DENIED || error == GenTL::GC_ERR_INVALID_ADDRESS;
+}
+
+} // namespace
+
+void CBufferPool::Add(GenTL::BUFFER_HANDLE hBuffer, std::shared_ptr<CStreamBuffer> buffer)
+{
+    if (!hBuffer || !m_buffers.emplace(hBuffer, buffer).second) {
+        m_stream.Keep(std::move(buffer));
+        throw RUNTIME_EXCEPTION("A new buffer of '%s' has %s", m_stream.ID().c_str(),
+                                hBuffer ? "the handle of another one" : "no handle");
+    }
+    buffer->hBuffer = hBuffer;
+}
+
+void CBufferPool::AnnounceOne(size_t size, size_t alignment, const std::shared_ptr<CBufferMemory>& memory,
+                              const std::shared_ptr<CChunkView>& chunks)
+{
+    CKxGenTLLib& lib = m_stream.Lib();
+    const char* const szStream = m_stream.ID().c_str();
+    GenTL::BUFFER_HANDLE hBuffer = nullptr;
+    if (!m_takesNoMemory) {
+        const auto buffer = std::make_shared<CStreamBuffer>(memory, size, alignment, chunks);
+        const GenTL::GC_ERROR error =
+            lib.DSAnnounceBuffer(m_stream.Get(), buffer->Base(), size, nullptr, &hBuffer);
+        m_takesNoMemory = m_buffers.empty() && memory->IsOwn() && MeansOwnMemoryOnly(error);
+        if (!m_takesNoMemory) {
+            CheckGenTL(lib, error, "DSAnnounceBuffer", szStream);
+            return Add(hBuffer, buffer);
+        }
+    }
+    CheckGenTL(lib, lib.DSAllocAndAnnounceBuffer(m_stream.Get(), size, nullptr, &hBuffer),
+               "DSAllocAndAnnounceBuffer", szStream);
+    void* base = nullptr;
+    size_t baseSize = sizeof base;
+    GenTL::INFO_DATATYPE type = GenTL::INFO_DATATYPE_UNKNOWN;
+    CheckGenTL(lib,
+               lib.DSGetBufferInfo(m_stream.Get(), hBuffer, GenTL::BUFFER_INFO_BASE, &type, &base, &baseSize),
+               "DSGetBufferInfo", szStream);
+    if (!base)
+        throw RUNTIME_EXCEPTION("A buffer that the producer allocated for '%s' has no address", szStream);
+    Add(hBuffer, std::make_shared<CStreamBuffer>(m_keeper, base, size, chunks));
+}
+
 void CBufferPool::Announce(uint32_t count, size_t size, const std::shared_ptr<CBufferMemory>& memory,
                            const std::shared_ptr<CChunkView>& chunks)
 {
@@ -65,18 +116,8 @@ void CBufferPool::Announce(uint32_t count, size_t size, const std::shared_ptr<CB
                                 static_cast<long long>(least), kKxMaxBufferCount);
     CKxGenTLLib& lib = m_stream.Lib();
     const char* const szStream = m_stream.ID().c_str();
-    for (int64_t i = 0; i < std::max(int64_t{count}, least); ++i) {
-        const auto buffer = std::make_shared<CStreamBuffer>(memory, size, alignment, chunks);
-        GenTL::BUFFER_HANDLE hBuffer = nullptr;
-        CheckGenTL(lib, lib.DSAnnounceBuffer(m_stream.Get(), buffer->Base(), size, nullptr, &hBuffer),
-                   "DSAnnounceBuffer", szStream);
-        if (!hBuffer || !m_buffers.emplace(hBuffer, buffer).second) {
-            m_stream.Keep(buffer);
-            throw RUNTIME_EXCEPTION("DSAnnounceBuffer of '%s' gave %s handle", szStream,
-                                    hBuffer ? "one buffer's handle to another one as its" : "no");
-        }
-        buffer->hBuffer = hBuffer;
-    }
+    for (int64_t i = 0; i < std::max(int64_t{count}, least); ++i)
+        AnnounceOne(size, alignment, memory, chunks);
     for (const auto& [hBuffer, buffer] : m_buffers) {
         CheckGenTL(lib, lib.DSQueueBuffer(m_stream.Get(), hBuffer), "DSQueueBuffer", szStream);
         buffer->eState = CStreamBuffer::EState::Queued;
@@ -86,6 +127,10 @@ void CBufferPool::Announce(uint32_t count, size_t size, const std::shared_ptr<CB
 void CBufferPool::Revoke(bool keepAll) noexcept
 {
     for (const auto& [hBuffer, buffer] : m_buffers) {
+        // The application looks into the producer's memory still: it goes with the stream, which the image
+        // keeps.
+        if (buffer->IsProducers() && buffer->eState == CStreamBuffer::EState::HandedOut)
+            continue;
         void* memory = nullptr;
         void* context = nullptr;
         const GenTL::GC_ERROR error =

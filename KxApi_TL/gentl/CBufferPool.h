@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace KxApi
@@ -23,14 +24,17 @@ size_t PayloadSize(const CStreamHandle& stream, const GenApi::INodeMap& remoteMa
 class CBufferPool
 {
 public:
-    explicit CBufferPool(CStreamHandle& stream)
-        : m_stream(stream)
+    explicit CBufferPool(std::shared_ptr<CStreamHandle> stream)
+        : m_keeper(std::move(stream))
+        , m_stream(*m_keeper)
     {}
     CBufferPool(const CBufferPool&) = delete;
     CBufferPool& operator=(const CBufferPool&) = delete;
 
-    /// Announces at least `count` buffers and queues all. Raises CKxGenTLErrorException, BadAllocException,
-    /// RuntimeException; what has been announced by then wants Revoke.
+    /// Announces at least `count` buffers and queues all. Where the producer takes no memory but its own, the
+    /// buffers lie there, unless the application has asked for memory of its own. Raises
+    /// CKxGenTLErrorException, BadAllocException, RuntimeException; what has been announced by then wants
+    /// Revoke.
     void Announce(uint32_t count, size_t size, const std::shared_ptr<CBufferMemory>& memory,
                   const std::shared_ptr<CChunkView>& chunks);
 
@@ -43,7 +47,20 @@ public:
 
     size_t Count() const { return m_buffers.size(); }
 
+    template <class Use>
+    void ForEach(Use&& use) const
+    {
+        for (const auto& [hBuffer, buffer] : m_buffers)
+            use(*buffer);
+    }
+
 private:
+    void AnnounceOne(size_t size, size_t alignment, const std::shared_ptr<CBufferMemory>& memory,
+                     const std::shared_ptr<CChunkView>& chunks);
+    void Add(GenTL::BUFFER_HANDLE hBuffer, std::shared_ptr<CStreamBuffer> buffer);
+
+    bool m_takesNoMemory = false; // the producer, of others
+    const std::shared_ptr<CStreamHandle> m_keeper;
     CStreamHandle& m_stream;
     std::unordered_map<GenTL::BUFFER_HANDLE, std::shared_ptr<CStreamBuffer>> m_buffers;
 };

@@ -3,6 +3,7 @@
 #include "CModulePort.h"
 
 #include "GenTLInfo.h"
+#include "PortUrls.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
@@ -29,7 +30,7 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
     if (GenApi::INodeMap* const map = m_map)
         return map;
     return GenICam::GuardBadAlloc([this]() -> GenApi::INodeMap* {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         if (!m_file) {
             const GenTL::PORT_HANDLE handle = Handle();
             GenICam::gcstring name = GetInfoText([&](auto... arguments) {
@@ -38,7 +39,7 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
             if (name.empty())
                 name = m_traits.nameIfUntold;
             auto file = std::make_unique<CKxXMLFile>(&m_lib, handle, GetAccessMode(), "Device");
-            file->CreateNodeMap(CKxXMLFile::GetURL(&m_lib, handle), this, name);
+            LoadDescription(*file, ReadPortUrls(m_lib, handle), this, name);
             m_file = std::move(file);
             m_map = m_file->GetNodeMap();
             if (m_traits.onNodeMap)

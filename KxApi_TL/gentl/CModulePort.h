@@ -5,12 +5,12 @@
 #include <GenApi/IPort.h>
 #include <KxApi_TL/CKxGenTLLib.h>
 #include <KxApi_TL/IKxPort.h>
+#include <KxSDKCommon/KxMutex.h>
 #include <KxSDKCommon/KxXMLFile.h>
 
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <mutex>
 
 namespace KxApi
 {
@@ -60,8 +60,8 @@ private:
     const Opener m_open;
     const CTraits m_traits;
     std::atomic<GenTL::PORT_HANDLE> m_handle{nullptr};
-    std::mutex m_mutex; // guards m_file; held while the map is made, and not afterwards
-    std::unique_ptr<CKxXMLFile> m_file;
+    CKxMutex m_mutex; // held while the map is made, and not afterwards
+    std::unique_ptr<CKxXMLFile> m_file KXGC_GUARDED_BY(m_mutex);
     std::atomic<GenApi::INodeMap*> m_map{nullptr}; // that of m_file, once it is made
 };
 

@@ -49,20 +49,48 @@ void CBufferMemory::Deallocate(void* memory, size_t size, size_t alignment, void
 
 CStreamBuffer::CStreamBuffer(std::shared_ptr<CBufferMemory> memory, size_t size, size_t alignment,
                              std::shared_ptr<CChunkView> chunks)
-    : m_memory(std::move(memory))
+    : CImageView(static_cast<CImageOwner&>(*this), 0)
+    , m_memory(std::move(memory))
     , m_size(size)
     , m_alignment(alignment)
     , m_base(m_memory->Allocate(size, alignment, m_context))
     , m_chunks(std::move(chunks))
 {}
 
-CStreamBuffer::~CStreamBuffer() { m_memory->Deallocate(m_base, m_size, m_alignment, m_context); }
+CStreamBuffer::CStreamBuffer(std::shared_ptr<void> keeper, void* memory, size_t size,
+                             std::shared_ptr<CChunkView> chunks)
+    : CImageView(static_cast<CImageOwner&>(*this), 0)
+    , m_keeper(std::move(keeper))
+    , m_size(size)
+    , m_alignment(1)
+    , m_base(memory)
+    , m_chunks(std::move(chunks))
+{}
+
+CStreamBuffer::~CStreamBuffer()
+{
+    if (m_memory)
+        m_memory->Deallocate(m_base, m_size, m_alignment, m_context);
+}
 
 void CStreamBuffer::ReadContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults)
 {
-    m_roi.reset(); // a window of the image before
+    Renew();
+    for (const std::unique_ptr<CPart>& part : m_parts)
+        part->Renew();
     m_content = CBufferContent();
     m_content = ReadBufferContent(buffer, defaults);
+}
+
+IKxStreamImage* CStreamBuffer::Part(uint32_t nIndex)
+{
+    if (nIndex == 0)
+        return this;
+    return GenICam::GuardBadAlloc([&]() -> IKxStreamImage* {
+        while (m_parts.size() < nIndex)
+            m_parts.push_back(std::make_unique<CPart>(static_cast<CImageOwner&>(*this), m_parts.size() + 1));
+        return m_parts[nIndex - 1].get();
+    });
 }
 
 void CStreamBuffer::ReadChunkList(const CBufferAtProducer& buffer)
@@ -88,36 +116,7 @@ void CStreamBuffer::Release()
         taker->TakeBack(*this);
 }
 
-void* CStreamBuffer::GetImageBuffer() const
-{
-    return m_content.hasImage ? static_cast<unsigned char*>(m_base) + m_content.place : nullptr;
-}
-
-void CStreamBuffer::CheckHasImage() const
-{
-    if (!m_content.hasImage)
-        throw RUNTIME_EXCEPTION("There is no available image.");
-}
-
-IKxImage* CStreamBuffer::GetROIImage(size_t x, size_t y, size_t w, size_t h)
-{
-    CheckHasImage();
-    if (!m_roi)
-        m_roi.emplace(this);
-    GenICam::GuardBadAlloc([&] { m_roi->SetROI(x, y, w, h); });
-    return &*m_roi;
-}
-
-IKxPixelComponent* CStreamBuffer::GetIKxPixelComponentValue(size_t x, size_t y)
-{
-    CheckHasImage();
-    if (!m_component)
-        m_component.emplace();
-    m_component->SetPixelComponent(this, x, y);
-    return &*m_component;
-}
-
-void CStreamBuffer::AttachChunkData()
+void CStreamBuffer::AttachChunks()
 {
     if (m_content.hasChunks)
         m_chunks->Attach(*this);

@@ -3,15 +3,14 @@
 #pragma once
 
 #include "BufferInfo.h"
+#include "CImageView.h"
 
-#include <KxApi_TL/CKxPixelComponent.h>
 #include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/IKxStream.h>
-#include <KxSDKCommon/KxROIImage.h>
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace KxApi
@@ -57,13 +56,15 @@ public:
 };
 
 /// Shared by its acquisition and, while it has an image of it, by the application.
-class CStreamBuffer final : public IKxStreamImageReleasable,
+class CStreamBuffer final : private CImageOwner,
+                            public CImageView<IKxStreamImageReleasable>,
                             public std::enable_shared_from_this<CStreamBuffer>
 {
 public:
     enum class EState
     {
         Idle,    // nobody's
+        Refused, // nobody's, since the producer didn't take it back
         Queued,  // the producer's
         Waiting, // filled, not handed out yet
         HandedOut
@@ -71,19 +72,21 @@ public:
 
     CStreamBuffer(std::shared_ptr<CBufferMemory> memory, size_t size, size_t alignment,
                   std::shared_ptr<CChunkView> chunks);
-    CStreamBuffer(const CStreamBuffer&) = delete;
-    CStreamBuffer& operator=(const CStreamBuffer&) = delete;
+    /// A buffer in memory of the producer's, which `keeper` keeps.
+    CStreamBuffer(std::shared_ptr<void> keeper, void* memory, size_t size,
+                  std::shared_ptr<CChunkView> chunks);
     ~CStreamBuffer();
 
-    void* Base() const { return m_base; }
+    uint8_t* Base() const override { return static_cast<uint8_t*>(m_base); }
     size_t Size() const { return m_size; }
+    bool IsProducers() const { return m_keeper != nullptr; }
 
     /// Takes over what the producer tells of the image that it has filled in. Raises what ReadBufferContent
     /// raises, after which there is no image.
     void ReadContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults);
     /// The same for the chunks, if there are any. Raises what ReadChunks raises, after which there are none.
     void ReadChunkList(const CBufferAtProducer& buffer);
-    const CBufferContent& Content() const { return m_content; }
+    const CBufferContent& Content() const override { return m_content; }
     const std::vector<GenApi::SingleChunkData_t>& Chunks() const { return m_chunkList; }
 
     /// Gives the image to the application until its Release, which gives it back to the taker.
@@ -92,43 +95,34 @@ public:
     /// Takes the chunk nodes away from this image, if they show it.
     void DetachChunkData() noexcept;
 
-    size_t GetImageWidth() const override { return m_content.width; }
-    size_t GetImageHeight() const override { return m_content.height; }
-    size_t GetImageLinePitch() const override { return m_content.linePitch; }
-    size_t GetImagePlanePitch() const override { return m_content.planePitch; }
-    EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override { return m_content.pixelFormat; }
-    void* GetImageBuffer() const override;
-    void* GetUserContext() const override { return m_context; }
-    IKxImage* GetROIImage(size_t x, size_t y, size_t w, size_t h) override;
-    IKxPixelComponent* GetIKxPixelComponentValue(size_t x, size_t y) override;
-
-    uint64_t GetFrameID() const override { return m_content.frameID; }
-    uint64_t GetTimestamp() const override { return m_content.timestamp; }
-    uint64_t GetTimestampNs() const override { return m_content.timestampNs; }
-    bool IsIncomplete() const override { return m_content.isIncomplete; }
-    size_t GetDeliveredHeight() const override { return m_content.deliveredHeight; }
-    size_t GetOffsetX() const override { return m_content.offsetX; }
-    size_t GetOffsetY() const override { return m_content.offsetY; }
-    bool HasChunkData() const override { return m_content.hasChunks; }
-    void AttachChunkData() override;
     void Release() override;
 
-    GenTL::BUFFER_HANDLE hBuffer = nullptr; ///< once it is announced; the acquisition's
-    EState eState = EState::Idle;           ///< guarded by the acquisition's lock
+    GenTL::BUFFER_HANDLE hBuffer = nullptr;   ///< once it is announced; the acquisition's
+    std::atomic<EState> eState{EState::Idle}; ///< changed under the acquisition's lock
 
 private:
-    void CheckHasImage() const;
+    /// Of a buffer with several; the first is the buffer itself.
+    class CPart final : public CImageView<IKxStreamImage>
+    {
+    public:
+        using CImageView::CImageView;
+        using CImageView::Renew;
+    };
 
-    const std::shared_ptr<CBufferMemory> m_memory;
+    void* Context() const override { return m_context; }
+    IKxStreamImage* Part(uint32_t nIndex) override;
+    void AttachChunks() override;
+
+    const std::shared_ptr<CBufferMemory> m_memory; // null for memory of the producer's
+    const std::shared_ptr<void> m_keeper;
     const size_t m_size;
     const size_t m_alignment;
     void* m_context = nullptr;
     void* const m_base;
     const std::shared_ptr<CChunkView> m_chunks;
     CBufferContent m_content;
+    std::vector<std::unique_ptr<CPart>> m_parts; // from the second on, made when asked for
     std::vector<GenApi::SingleChunkData_t> m_chunkList;
-    std::optional<CKxPixelComponent> m_component; // made when asked for
-    std::optional<CKxROIImage> m_roi;
     std::shared_ptr<CStreamBuffer> m_self; // while the application has it
     std::weak_ptr<CBufferTaker> m_taker;
 };

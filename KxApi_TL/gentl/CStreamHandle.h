@@ -5,9 +5,10 @@
 #include "CStreamBuffer.h"
 #include "CTransportDevice.h"
 
+#include <KxSDKCommon/KxMutex.h>
+
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -37,18 +38,21 @@ public:
     /// An info of the stream's, `fallback` when the producer doesn't have it.
     int64_t Info(GenTL::STREAM_INFO_CMD command, int64_t fallback) const;
 
-    /// Keeps a buffer that the producer doesn't give back until the stream is closed.
+    /// Keeps a buffer that the producer doesn't give back until the stream is closed. One in the producer's
+    /// own memory has nothing to keep, and keeps the stream itself.
     void Keep(std::shared_ptr<CStreamBuffer> buffer)
     {
-        const std::lock_guard<std::mutex> lock(m_keptMutex);
+        if (buffer->IsProducers())
+            return;
+        const CKxMutexLock lock(m_keptMutex);
         m_kept.push_back(std::move(buffer));
     }
 
 private:
     // Destroyed after the stream is closed, in the reverse order.
     const std::shared_ptr<CTransportDevice> m_device;
-    std::mutex m_keptMutex; // guards m_kept
-    std::vector<std::shared_ptr<CStreamBuffer>> m_kept;
+    CKxMutex m_keptMutex;
+    std::vector<std::shared_ptr<CStreamBuffer>> m_kept KXGC_GUARDED_BY(m_keptMutex);
     const GenTL::DS_HANDLE m_hStream;
     const GenICam::gcstring m_id;
 };

@@ -6,6 +6,7 @@
 #include "Caught.h"
 #include "DeviceEvents.h"
 #include "GenTLInfo.h"
+#include "PortUrls.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
@@ -148,9 +149,10 @@ GenTL::PORT_HANDLE CTransportDevice::OpenRemotePort()
     CheckGenTL(*m_lib, m_lib->DevGetPort(m_handle, &port), "DevGetPort", m_info.GetID().c_str());
     if (!port)
         throw RUNTIME_EXCEPTION("DevGetPort of '%s' gave no handle", m_info.GetID().c_str());
-    const GenICam::gcstring url = CKxXMLFile::GetURL(m_lib.get(), port);
-    if (CKxXMLFile::ParseURLLocation(url) == EURLLocation_Local)
-        m_probeAddress = CKxXMLFile::ParseURLLocalAddress(url);
+    for (const GenICam::gcstring& url : ReadPortUrls(*m_lib, port)) {
+        if (CKxXMLFile::ParseURLLocation(url) == EURLLocation_Local)
+            m_fileAddress = CKxXMLFile::ParseURLLocalAddress(url);
+    }
     return port;
 }
 
@@ -223,9 +225,7 @@ void CTransportDevice::TakeOwnEvents(GenTL::EVENT_TYPE type, const char* szThrea
 
 void CTransportDevice::OnRemoteNodeMap(GenApi::INodeMap& map)
 {
-    // A port that doesn't let the description be read in parts says nothing about the device.
-    if (Probe() != GenTL::GC_ERR_SUCCESS)
-        m_probeAddress = 0;
+    FindProbe();
     m_remoteEvents = std::make_unique<GenApi::CEventAdapterGeneric>(&map);
     TakeOwnEvents(GenTL::EVENT_REMOTE_DEVICE, "KxRemoteEvents",
                   [this](const CEvent& event) { DeliverEvent(event, *m_remoteEvents); });
@@ -253,16 +253,31 @@ void CTransportDevice::OnErrorEvent(const CEvent& event)
     }
 }
 
-bool CTransportDevice::FindLoss(GenTL::GC_ERROR& error) const
+/// A port that doesn't let the description be read in parts, or lies elsewhere, has its first register: that
+/// of the version, with most technologies.
+void CTransportDevice::FindProbe()
+{
+    for (const uint64_t address : {m_fileAddress.load(), uint64_t{0}}) {
+        m_probeAddress = address;
+        if (Probe() == GenTL::GC_ERR_SUCCESS)
+            return;
+    }
+    m_probeAddress = kNoProbe; // then it says nothing about the device
+}
+
+/// Reads that have to fail one after the other until the device counts as lost; 0 when it is lost already.
+/// The access status proves nothing: there are producers that call a device inaccessible because we have it
+/// open.
+int CTransportDevice::FailuresUntilLost(GenTL::GC_ERROR& error) const
 {
     int32_t status = GenTL::DEVICE_ACCESS_STATUS_UNKNOWN;
     size_t size = sizeof(status);
     GenTL::INFO_DATATYPE type = GenTL::INFO_DATATYPE_UNKNOWN;
     error = m_lib->DevGetInfo(m_handle, GenTL::DEVICE_INFO_ACCESS_STATUS, &type, &status, &size);
     if (error != GenTL::GC_ERR_SUCCESS)
-        return MeansLost(error);
-    error = GenTL::GC_ERR_ACCESS_DENIED;
-    return size == sizeof(status) && status == GenTL::DEVICE_ACCESS_STATUS_NOACCESS;
+        return MeansLost(error) ? 0 : kProbesUntilLost;
+    const bool isCalledLost = size == sizeof(status) && status == GenTL::DEVICE_ACCESS_STATUS_NOACCESS;
+    return isCalledLost ? 1 : kProbesUntilLost;
 }
 
 GenTL::GC_ERROR CTransportDevice::Probe() const
@@ -278,17 +293,17 @@ GenTL::GC_ERROR CTransportDevice::Probe() const
 
 bool CTransportDevice::CheckLost()
 {
-    GenTL::GC_ERROR error = GenTL::GC_ERR_SUCCESS;
     if (m_isLost)
         return true;
-    if (FindLoss(error)) {
+    GenTL::GC_ERROR error = GenTL::GC_ERR_SUCCESS;
+    const int nUntilLost = FailuresUntilLost(error);
+    if (nUntilLost == 0) {
         ReportLoss(error);
-    } else if (m_probeAddress != 0) {
-        // Not all producers know the state of a device that nobody talks to.
+    } else if (m_probeAddress != kNoProbe) {
         error = Probe();
         if (error == GenTL::GC_ERR_SUCCESS)
             m_failedProbes = 0;
-        else if (++m_failedProbes >= kProbesUntilLost)
+        else if (++m_failedProbes >= nUntilLost)
             ReportLoss(error);
     }
     return m_isLost;

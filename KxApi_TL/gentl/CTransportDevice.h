@@ -78,8 +78,9 @@ private:
     void OnRemoteNodeMap(GenApi::INodeMap& map);
     void OnLocalNodeMap(GenApi::INodeMap& map);
     void OnErrorEvent(const CEvent& event);
-    bool FindLoss(GenTL::GC_ERROR& error) const;
+    int FailuresUntilLost(GenTL::GC_ERROR& error) const;
     GenTL::GC_ERROR Probe() const;
+    void FindProbe();
     void ReportLoss(GenTL::GC_ERROR error);
     void Report(uint32_t nType, GenTL::GC_ERROR error, const GenICam::gcstring& text);
 
@@ -91,7 +92,9 @@ private:
     const GenTL::DEV_HANDLE m_handle;
     std::atomic<bool> m_isLost{false};
     std::atomic<int> m_failedProbes{0};
-    std::atomic<uint64_t> m_probeAddress{0}; // of a register that every description has; 0 for none
+    static constexpr uint64_t kNoProbe = ~uint64_t{0};
+    std::atomic<uint64_t> m_probeAddress{kNoProbe}; // of a register that could be read once
+    std::atomic<uint64_t> m_fileAddress{0};         // of the description
     CKxCallbackManager m_callbacks;
     std::shared_ptr<CTransportDevice> m_self; // from GiveOut to Release
 

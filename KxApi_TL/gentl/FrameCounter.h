@@ -9,10 +9,12 @@ namespace KxApi
 namespace Detail
 {
 
-/// Watches the sequence of frame IDs.
+/// Watches the sequence of frame IDs, from the first one that is counted.
 class CFrameCounter
 {
 public:
+    bool HasBegun() const { return m_hasLast; }
+
     /// Images missing between the last one and this one; 0 when the device began to count anew.
     uint64_t Missing(uint64_t frameID)
     {

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Kx
@@ -50,7 +51,8 @@ double GrabProgress::PerSecond(double amount) const
 
 std::string GrabProgress::Summary() const
 {
-    const unsigned long long lost = m_statistics.nLost + m_statistics.nUnderrun;
+    // What had no buffer is mostly missing in the sequence as well.
+    const unsigned long long lost = std::max(m_statistics.nLost, m_statistics.nUnderrun);
     char text[256];
     std::snprintf(text, sizeof text,
                   "%llu images in %.3f s: %.1f images/s, %.1f MB/s, %llu lost, %llu incomplete",

@@ -4,7 +4,11 @@
 
 #include <KxSDKCommon/KxApi_Exception.h>
 
+#include <unistd.h>
+
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 
 namespace
 {
@@ -91,7 +95,8 @@ TEST_F(Device, WithBrokenOrMissingDescriptionTellsSoAndWorksOnceItIsThere)
     EXPECT_THROW(device->GetIKxRemotePort()->GetINodeMap(), GenICam::GenericException);
     camera->descriptions['r'] = "";
     EXPECT_THROW(device->GetIKxRemotePort()->GetINodeMap(), GenICam::GenericException);
-    camera->Set("GCGetPortURL", GenTL::GC_ERR_NO_DATA);
+    for (const char* const szFunction : {"GCGetPortURL", "GCGetNumPortURLs"})
+        camera->Set(szFunction, GenTL::GC_ERR_NO_DATA);
     EXPECT_EQ(ErrorOf([&] { device->GetIKxRemotePort()->GetINodeMap(); }), GenTL::GC_ERR_NO_DATA);
     {
         const StreamPtr stream = OpenStream(device);
@@ -209,7 +214,7 @@ TEST_F(Device, BrokenEventsAreToldAndHarmNothing)
     device->DeregisterCallback(hCallback);
 }
 
-TEST_F(Device, ThatIsGoneIsToldOnce)
+TEST_F(Device, IsLostWhenItsRegistersCannotBeReadAndNotByItsStatus)
 {
     const DevicePtr device = Open();
     DeviceLog log;
@@ -220,13 +225,42 @@ TEST_F(Device, ThatIsGoneIsToldOnce)
         camera->deviceInfos[GenTL::DEVICE_INFO_ACCESS_STATUS] =
             Told<int32_t>(GenTL::DEVICE_ACCESS_STATUS_NOACCESS, GenTL::INFO_DATATYPE_INT32);
     }
+    const FakeEvent error{Told<int32_t>(-1010, GenTL::INFO_DATATYPE_INT32), Untold()};
+    camera->Push('l', GenTL::EVENT_ERROR, error);
+    EXPECT_TRUE(Eventually([&] { return !log.Entries().empty(); }));
+    EXPECT_FALSE(device->IsLost()) << "a producer that calls it so because we have it open";
+    camera->isUnplugged = true;
     for (int i = 0; i < 2; ++i)
-        camera->Push('l', GenTL::EVENT_ERROR, {Told<int32_t>(-1010, GenTL::INFO_DATATYPE_INT32), Untold()});
-    EXPECT_TRUE(Eventually([&] { return log.Entries().size() >= 3; }));
+        camera->Push('l', GenTL::EVENT_ERROR, error);
+    EXPECT_TRUE(Eventually([&] { return log.Entries().size() >= 4; }));
     EXPECT_TRUE(device->IsLost());
-    EXPECT_THAT(log.Entries(),
-                ElementsAre(HasSubstr("error -1010"), HasSubstr("lost -1005"), HasSubstr("error -1010")));
+    EXPECT_THAT(log.Entries(), ElementsAre(HasSubstr("error -1010"), HasSubstr("error -1010"),
+                                           HasSubstr("lost -1010"), HasSubstr("error -1010")))
+        << "once";
     device->DeregisterCallback(hCallback);
+}
+
+TEST_F(Device, TakesTheFirstOfItsUrlsThatLeadsToADescription)
+{
+    const std::string path = testing::TempDir() + "Kx fake" + std::to_string(getpid()) + ".xml";
+    std::ofstream(path) << RemoteDescription();
+    std::string url = "file://" + path + "?SchemaVersion=1.1.0";
+    url.replace(url.find(' '), 1, "%20");
+    camera->urls['r'] = {"http://camera/fake.xml", "file:///nowhere/fake.xml", url};
+    {
+        const DevicePtr device = Open();
+        EXPECT_EQ(Integer(device->GetIKxRemotePort(), "Gain")->GetValue(), 7);
+    }
+    std::filesystem::remove(path);
+    const DevicePtr device = Open();
+    try {
+        device->GetIKxRemotePort()->GetINodeMap();
+        FAIL() << "there is no description";
+    } catch (const GenICam::RuntimeException& e) {
+        EXPECT_THAT(e.GetDescription(),
+                    testing::AllOf(HasSubstr("'http://camera/fake.xml': URL location 1 is not supported"),
+                                   HasSubstr("/nowhere/fake.xml is no regular file"), HasSubstr(url)));
+    }
 }
 
 TEST_F(Device, ClosesThoughTheProducerHangsInItsEvents)

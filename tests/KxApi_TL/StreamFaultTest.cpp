@@ -98,7 +98,8 @@ TEST_F(StreamFault, BuffersWithoutUsableImageAreRefusedAndTheNextOneArrives)
         {{{GenTL::BUFFER_INFO_PIXELFORMAT, ToldU64(0x01080FFF)}}, "0x01080FFF of an image is unknown"},
         {{{GenTL::BUFFER_INFO_PIXELFORMAT, ToldU64(0xFFFFFFFF)}}, "0xFFFFFFFF of an image is unknown"},
         {{{GenTL::BUFFER_INFO_PIXELFORMAT, ToldU64(0x1000000001080001)}}, "is unknown"},
-        {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_MULTI_PART)}}, "Payload type 10"},
+        {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_MULTI_PART)}},
+         "None of the 0 parts of a buffer is an image"},
         {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_JPEG)}}, "Payload type 5"},
         {{{GenTL::BUFFER_INFO_HEIGHT, ToldSize(65)}}, "does not fit into a buffer of 4096 bytes"},
         {{{GenTL::BUFFER_INFO_WIDTH, ToldSize(SIZE_MAX)}}, "does not fit"},
@@ -106,7 +107,7 @@ TEST_F(StreamFault, BuffersWithoutUsableImageAreRefusedAndTheNextOneArrives)
         {{{GenTL::BUFFER_INFO_XPADDING, ToldSize(SIZE_MAX)}}, "does not fit"},
         {{{GenTL::BUFFER_INFO_IMAGEOFFSET, ToldSize(SIZE_MAX)}}, "does not fit"},
         {{{GenTL::BUFFER_INFO_IMAGEOFFSET, ToldSize(1025)}}, "does not fit"},
-        {{{GenTL::BUFFER_INFO_WIDTH, ToldSize(0)}}, "Image of 0 by 48 pixels"}};
+        {{{GenTL::BUFFER_INFO_WIDTH, ToldSize(63)}, {GenTL::BUFFER_INFO_HEIGHT, ToldSize(66)}}, "63 by 66"}};
     m_stream->StartAcquisition(nullptr, kKxEndless);
     for (const auto& [infos, text] : cases) {
         ASSERT_TRUE(camera->Deliver(infos));
@@ -125,6 +126,73 @@ TEST_F(StreamFault, BuffersWithoutUsableImageAreRefusedAndTheNextOneArrives)
     EXPECT_TRUE(receiver.Gets(1));
     EXPECT_THAT(receiver.Errors(), ElementsAre(HasSubstr(cases[0].second)));
     EXPECT_FALSE(receiver.HasEnded());
+}
+
+TEST_F(StreamFault, WhatAProducerGetsWrongOfAnImageIsTakenFromElsewhere)
+{
+    const FakeInfo zero = ToldSize(0);
+    struct Case
+    {
+        FakeInfos infos;
+        size_t height, deliveredHeight;
+        bool isIncomplete;
+    };
+    using namespace GenTL;
+    const std::vector<Case> cases{
+        {{{BUFFER_INFO_DELIVERED_IMAGEHEIGHT, zero}}, 48, 48, false},
+        {{{BUFFER_INFO_HEIGHT, zero}, {BUFFER_INFO_DELIVERED_IMAGEHEIGHT, ToldSize(40)}}, 40, 40, false},
+        {{{BUFFER_INFO_WIDTH, zero}, {BUFFER_INFO_HEIGHT, zero}, {BUFFER_INFO_PIXELFORMAT, ToldU64(0)}},
+         48,
+         48,
+         false},
+        {{{BUFFER_INFO_DELIVERED_IMAGEHEIGHT, zero}, {BUFFER_INFO_SIZE_FILLED, ToldSize(64 * 20)}},
+         48,
+         20,
+         true},
+    };
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    for (const Case& expected : cases) {
+        camera->Deliver(expected.infos);
+        const ImagePtr image = Fetch();
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->GetImageWidth(), 64U);
+        EXPECT_EQ(image->GetImageHeight(), expected.height);
+        EXPECT_EQ(image->GetDeliveredHeight(), expected.deliveredHeight);
+        EXPECT_EQ(image->GetImagePixelFormat(), KxPixelFormat_Mono8);
+        EXPECT_EQ(image->IsIncomplete(), expected.isIncomplete);
+    }
+}
+
+TEST_F(StreamFault, WhatComesBeforeTheFirstImageIsNeitherLossNorFault)
+{
+    const FakeInfos empty{{GenTL::BUFFER_INFO_SIZE_FILLED, ToldSize(0)},
+                          {GenTL::BUFFER_INFO_IS_INCOMPLETE, ToldBool(true)},
+                          {GenTL::BUFFER_INFO_FRAMEID, ToldU64(0)}};
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    camera->Deliver(empty);
+    camera->frameID = 23; // it goes on from an earlier run
+    for (int i = 0; i < 3; ++i) {
+        camera->Deliver();
+        EXPECT_EQ(FetchError(), "");
+    }
+    const CKxStreamStatistics statistics = m_stream->GetStatistics();
+    EXPECT_EQ(statistics.nDelivered, 3U);
+    EXPECT_EQ(statistics.nRefused, 1U);
+    EXPECT_EQ(statistics.nLost, 0U);
+}
+
+TEST_F(StreamFault, BuffersThatTheProducerDoesNotTakeBackAreGivenBackLater)
+{
+    m_stream->SetBufferCount(2);
+    Receiver receiver;
+    m_stream->StartAcquisition(&receiver, kKxEndless);
+    camera->Set("DSQueueBuffer", GenTL::GC_ERR_BUSY);
+    camera->Deliver();
+    EXPECT_TRUE(receiver.Gets(1));
+    camera->Set("DSQueueBuffer", GenTL::GC_ERR_SUCCESS);
+    EXPECT_TRUE(Eventually([&] { return camera->QueuedCount() == 2; }));
+    EXPECT_THAT(receiver.Errors(), testing::IsEmpty());
+    EXPECT_TRUE(m_stream->IsAcquiring());
 }
 
 TEST_F(StreamFault, AProducerThatFailsAgainAndAgainEndsTheAcquisition)

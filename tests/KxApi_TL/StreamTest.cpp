@@ -188,6 +188,90 @@ TEST_F(Stream, TellsWhatTheProducerTellsOfAnImage)
     EXPECT_EQ(copy->GetIKxImage()->GetIKxPixelComponentValue(5, 3)->GetValue(0), 0x1234);
 }
 
+FakePart Part(ptrdiff_t place, uint64_t format, size_t width, size_t height, int32_t type, uint64_t source)
+{
+    using namespace GenTL;
+    return {place,
+            {{BUFFER_PART_INFO_DATA_FORMAT, ToldU64(format)},
+             {BUFFER_PART_INFO_WIDTH, ToldSize(width)},
+             {BUFFER_PART_INFO_HEIGHT, ToldSize(height)},
+             {BUFFER_PART_INFO_DATA_TYPE, ToldSize(static_cast<size_t>(type))},
+             {BUFFER_PART_INFO_SOURCE_ID, ToldU64(source)},
+             {BUFFER_PART_INFO_REGION_ID, ToldU64(source + 1)}}};
+}
+
+TEST_F(Stream, GivesAllPartsOfABufferEachWithItsOwnFormat)
+{
+    const FakeInfos multiPart{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_MULTI_PART)}};
+    FakeParts parts{Part(16, KxPixelFormat_Coord3D_C16, 20, 10, GenTL::PART_DATATYPE_3D_IMAGE, 5),
+                    Part(0, 0x01080FFF, 20, 10, GenTL::PART_DATATYPE_2D_IMAGE, 5), // that nobody knows
+                    Part(1000, KxPixelFormat_Mono8, 40, 20, GenTL::PART_DATATYPE_2D_IMAGE, 6),
+                    Part(2000, KxPixelFormat_Confidence8, 20, 10, GenTL::PART_DATATYPE_CONFIDENCE_MAP, 5)};
+    // Padding in bytes, and in pixels as the standard's text has it: the size tells.
+    parts[0].infos[GenTL::BUFFER_PART_INFO_XPADDING] = ToldSize(4);
+    parts[0].infos[GenTL::BUFFER_PART_INFO_DATA_SIZE] = ToldSize(44 * 10);
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    ASSERT_TRUE(camera->Deliver(multiPart, parts));
+    parts[0].infos[GenTL::BUFFER_PART_INFO_DATA_SIZE] = ToldSize(48 * 10);
+    ASSERT_TRUE(camera->Deliver(multiPart, parts));
+    for (const size_t linePitch : {44U, 48U}) {
+        const ImagePtr range = Fetch();
+        ASSERT_TRUE(range);
+        ASSERT_EQ(range->GetPartCount(), 3U);
+        EXPECT_EQ(range->GetImagePixelFormat(), KxPixelFormat_Coord3D_C16);
+        EXPECT_EQ(range->GetImageLinePitch(), linePitch);
+        EXPECT_EQ(range->GetPartDataType(), GenTL::PART_DATATYPE_3D_IMAGE);
+        EXPECT_EQ(range->GetSourceID(), 5U);
+        EXPECT_EQ(range->GetIKxPart(0), range.Get());
+        IKxStreamImage& intensity = *range->GetIKxPart(1);
+        EXPECT_EQ(intensity.GetImageWidth(), 40U);
+        EXPECT_EQ(intensity.GetRegionID(), 7U);
+        EXPECT_EQ(intensity.GetFrameID(), range->GetFrameID());
+        EXPECT_EQ(static_cast<uint8_t*>(intensity.GetImageBuffer()) -
+                      static_cast<uint8_t*>(range->GetImageBuffer()),
+                  984);
+        EXPECT_EQ(intensity.GetROIImage(8, 4, 8, 8)->GetImageWidth(), 8U);
+        EXPECT_EQ(intensity.GetIKxPart(2)->GetPartDataType(), GenTL::PART_DATATYPE_CONFIDENCE_MAP);
+        EXPECT_THROW(intensity.GetIKxPart(3), GenICam::OutOfRangeException);
+    }
+    for (const ptrdiff_t place : {-1, 3000, 5000}) {
+        camera->Deliver(multiPart, {Part(place, KxPixelFormat_Mono16, 64, 48, 1, 0)});
+        EXPECT_THROW(Fetch(), GenICam::RuntimeException) << "outside of the buffer";
+    }
+}
+
+TEST_F(Stream, TurnsPixelsOfTheOtherByteOrderRound)
+{
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    for (FakeBuffer& buffer : camera->buffers)
+        std::memcpy(static_cast<uint8_t*>(buffer.base) + 10, "\x12\x34", 2);
+    camera->Deliver({{GenTL::BUFFER_INFO_HEIGHT, ToldSize(10)},
+                     {GenTL::BUFFER_INFO_PIXELFORMAT, ToldU64(KxPixelFormat_Mono16)},
+                     {GenTL::BUFFER_INFO_PIXEL_ENDIANNESS,
+                      Told<int32_t>(GenTL::PIXELENDIANNESS_BIG, GenTL::INFO_DATATYPE_INT32)}});
+    EXPECT_EQ(Fetch()->GetIKxPixelComponentValue(5, 0)->GetValue(0), 0x1234);
+}
+
+TEST_F(Stream, TakesBuffersOfTheProducersOwnMemoryWhereItAllowsNoOther)
+{
+    camera->Set("DSAnnounceBuffer", GenTL::GC_ERR_NOT_IMPLEMENTED);
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    EXPECT_EQ(camera->QueuedCount(), kKxDefaultBufferCount);
+    ASSERT_TRUE(Deliver(1));
+    ImagePtr image = Fetch();
+    ASSERT_TRUE(image);
+    EXPECT_THAT(camera->buffers,
+                testing::Contains(testing::Field(&FakeBuffer::base, image->GetImageBuffer())));
+    m_stream.Reset();
+    m_device.Reset();
+    uint64_t written = 0;
+    std::memcpy(&written, image->GetImageBuffer(), sizeof(written));
+    EXPECT_EQ(written, 1U) << "the image keeps the stream open, which has its memory";
+    EXPECT_NE(camera->access, 0);
+    image.Reset();
+    EXPECT_EQ(camera->access, 0);
+}
+
 TEST_F(Stream, TakesFromTheFeaturesWhatTheProducerDoesNotTell)
 {
     camera->deviceInfos[GenTL::DEVICE_INFO_TIMESTAMP_FREQUENCY] = ToldU64(1000000);

@@ -17,10 +17,12 @@ struct IKxAllocator;
 struct IKxDevice;
 struct IKxPort;
 
-/// An image in the buffer that the producer has filled; nothing is copied. One thread at a time.
+/// An image in the buffer that the producer has filled; nothing is copied. One thread at a time, together
+/// with the other parts of its buffer.
 ///
 /// A buffer of chunks alone has no image: GetImageBuffer is null then, the sizes 0, the format
-/// KxPixelFormat_None.
+/// KxPixelFormat_None. A buffer of several parts, such as range, intensity and confidence of a 3D camera, is
+/// handed out as its first image, which leads to the others by GetIKxPart.
 struct IKxStreamImage : IKxImageInside
 {
     /// Number of the image as the device counts. Of 64 bits, of 16 bits without 0 with older GigE cameras.
@@ -44,6 +46,21 @@ struct IKxStreamImage : IKxImageInside
     /// Lets the chunk nodes show this image's data, where several images are held at once; nothing without
     /// chunk data or node map. Raises RuntimeException when they are broken.
     virtual void AttachChunkData() = 0;
+
+    /// Images of the buffer, this one included; 1 where a buffer is one image. Parts that are no images that
+    /// the SDK knows are left out.
+    virtual uint32_t GetPartCount() const = 0;
+    /// An image of the buffer, in the order of the parts; each part gives the same. Valid as long as the
+    /// image that was handed out. Raises OutOfRangeException.
+    virtual IKxStreamImage* GetIKxPart(uint32_t nIndex) = 0;
+    /// One of GenTL::PARTDATATYPE_IDS, such as PART_DATATYPE_CONFIDENCE_MAP; that of a 2D image for a buffer
+    /// that is one image.
+    virtual int32_t GetPartDataType() const = 0;
+    /// Numbers by which parts belong together: of the source (equal ones show the same pixels), of the region
+    /// of the sensor, of the purpose or component. 0 when they aren't told.
+    virtual uint64_t GetSourceID() const = 0;
+    virtual uint64_t GetRegionID() const = 0;
+    virtual uint64_t GetPurposeID() const = 0;
 
 protected:
     ~IKxStreamImage() = default;
@@ -77,11 +94,12 @@ protected:
 /// What became of the images since the last StartAcquisition.
 struct CKxStreamStatistics
 {
-    uint64_t nDelivered = 0;      ///< images handed to the application, incomplete ones included
-    uint64_t nIncomplete = 0;     ///< of these the incomplete ones
-    uint64_t nLost = 0;           ///< images missing in the sequence of the frame IDs
-    uint64_t nUnderrun = 0;       ///< images lost since no buffer was free, as the producer tells
-    uint64_t nRefused = 0;        ///< buffers that held nothing that can be handed out
+    uint64_t nDelivered = 0;  ///< images handed to the application, incomplete ones included
+    uint64_t nIncomplete = 0; ///< of these the incomplete ones
+    uint64_t nLost = 0;       ///< images missing in the sequence of the frame IDs, from the first image on
+    uint64_t nUnderrun = 0; ///< images lost since no buffer was free, as the producer tells; most of them are
+                            ///< missing in the sequence too, so that the two aren't to be added
+    uint64_t nRefused = 0;  ///< buffers that held nothing that can be handed out, empty ones included
     uint64_t nCallbackErrors = 0; ///< exceptions of the application's callback
 };
 

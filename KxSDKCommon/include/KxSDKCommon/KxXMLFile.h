@@ -51,6 +51,12 @@ public:
     void CreateNodeMap(const GenICam::gcstring& strURL, GenApi::IPort* pPort,
                        const GenICam::gcstring& strPortName);
 
+    /// The same with a file of the disk, plain or zipped by the ending of its name, where a module names one
+    /// instead of publishing it. Raises RuntimeException when it can't be read or is no regular file,
+    /// OutOfRangeException for an absurd length, and what the node map factory raises.
+    void CreateNodeMapFromFile(const GenICam::gcstring& strPath, GenApi::IPort* pPort,
+                               const GenICam::gcstring& strPortName);
+
     /// Null before CreateNodeMap. Owned by this object.
     GenApi::INodeMap* GetNodeMap() const;
 
@@ -93,6 +99,8 @@ public:
 
 private:
     void LoadXMLFile(const GenICam::gcstring& strURL);
+    void LoadFromDisk(const GenICam::gcstring& strPath);
+    void MakeNodeMap(GenApi::IPort* pPort, const GenICam::gcstring& strPortName);
     void DeleteBuffer();
     void CheckLoaded() const;
 

@@ -74,6 +74,16 @@ std::string DescriptionOf(char module)
                            : ModuleDescription("StreamPort");
 }
 
+std::vector<std::string> UrlsOf(char module)
+{
+    if (const auto place = g_camera.urls.find(module); place != g_camera.urls.end())
+        return place->second;
+    char text[64];
+    std::snprintf(text, sizeof(text), "local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
+                  DescriptionOf(module).size());
+    return {text};
+}
+
 const FakeBuffer* ToBuffer(void* handle)
 {
     for (const FakeBuffer& buffer : g_camera.buffers) {
@@ -86,7 +96,8 @@ const FakeBuffer* ToBuffer(void* handle)
 FakeInfos InfosOf(const FakeBuffer& buffer)
 {
     const size_t width = g_camera.registers[kFakeWidth], height = g_camera.registers[kFakeHeight];
-    return {{BUFFER_INFO_WIDTH, ToldSize(width)},
+    return {{BUFFER_INFO_BASE, Told<void*>(buffer.base, INFO_DATATYPE_PTR)},
+            {BUFFER_INFO_WIDTH, ToldSize(width)},
             {BUFFER_INFO_HEIGHT, ToldSize(height)},
             {BUFFER_INFO_PIXELFORMAT, ToldU64(g_camera.registers[kFakePixelFormat])},
             {BUFFER_INFO_PIXELFORMAT_NAMESPACE, ToldU64(PIXELFORMAT_NAMESPACE_PFNC_32BIT)},
@@ -239,10 +250,20 @@ GC_API DevGetDataStreamID(DEV_HANDLE, uint32_t, char* id, size_t* size)
 GC_API GCGetPortURL(PORT_HANDLE handle, char* url, size_t* size)
 {
     FAKE_ENTER("GCGetPortURL");
-    char text[64];
-    std::snprintf(text, sizeof(text), "local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
-                  DescriptionOf(ModuleOf(handle)).size());
-    return Answer(ToldText(text), nullptr, url, size);
+    return Answer(ToldText(UrlsOf(ModuleOf(handle)).front()), nullptr, url, size);
+}
+GC_API GCGetNumPortURLs(PORT_HANDLE handle, uint32_t* count)
+{
+    FAKE_ENTER("GCGetNumPortURLs");
+    *count = static_cast<uint32_t>(UrlsOf(ModuleOf(handle)).size());
+    return GC_ERR_SUCCESS;
+}
+GC_API GCGetPortURLInfo(PORT_HANDLE handle, uint32_t index, URL_INFO_CMD command, INFO_DATATYPE* type,
+                        void* buffer, size_t* size)
+{
+    FAKE_ENTER("GCGetPortURLInfo");
+    return command == URL_INFO_URL ? Answer(ToldText(UrlsOf(ModuleOf(handle)).at(index)), type, buffer, size)
+                                   : GC_ERR_NOT_AVAILABLE;
 }
 GC_API GCGetPortInfo(PORT_HANDLE handle, PORT_INFO_CMD command, INFO_DATATYPE* type, void* buffer,
                      size_t* size)
@@ -265,6 +286,8 @@ GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* si
     if (handle != &g_remote || *size != 4 || g_camera.registers.count(address) == 0)
         return GC_ERR_INVALID_ADDRESS;
     std::memcpy(buffer, &g_camera.registers[address], 4);
+    if (const auto place = g_camera.shortReads.find(address); place != g_camera.shortReads.end())
+        *size = place->second;
     return GC_ERR_SUCCESS;
 }
 GC_API GCWritePort(PORT_HANDLE handle, uint64_t address, const void* buffer, size_t* size)
@@ -393,7 +416,16 @@ GC_API DSAnnounceBuffer(DS_HANDLE, void* base, size_t size, void*, BUFFER_HANDLE
     *handle = &buffer;
     return GC_ERR_SUCCESS;
 }
-GC_API DSAllocAndAnnounceBuffer(DS_HANDLE, size_t, void*, BUFFER_HANDLE*) { return GC_ERR_NOT_IMPLEMENTED; }
+GC_API DSAllocAndAnnounceBuffer(DS_HANDLE, size_t size, void*, BUFFER_HANDLE* handle)
+{
+    FAKE_ENTER("DSAllocAndAnnounceBuffer");
+    FakeBuffer& buffer = g_camera.buffers.emplace_back();
+    buffer.owned.resize(size);
+    buffer.base = buffer.owned.data();
+    buffer.size = size;
+    *handle = &buffer;
+    return GC_ERR_SUCCESS;
+}
 GC_API DSRevokeBuffer(DS_HANDLE, BUFFER_HANDLE handle, void**, void**)
 {
     FAKE_ENTER("DSRevokeBuffer");
@@ -451,6 +483,22 @@ GC_API DSGetBufferInfo(DS_HANDLE, BUFFER_HANDLE handle, BUFFER_INFO_CMD command,
         return GC_ERR_INVALID_HANDLE;
     const FakeInfos usual = InfosOf(*fake);
     return AnswerBy({&fake->infos, &g_camera.bufferInfos, &usual}, command, type, buffer, size);
+}
+GC_API DSGetNumBufferParts(DS_HANDLE, BUFFER_HANDLE handle, uint32_t* count)
+{
+    FAKE_ENTER("DSGetNumBufferParts");
+    *count = static_cast<uint32_t>(ToBuffer(handle)->parts.size());
+    return GC_ERR_SUCCESS;
+}
+GC_API DSGetBufferPartInfo(DS_HANDLE, BUFFER_HANDLE handle, uint32_t index, BUFFER_PART_INFO_CMD command,
+                           INFO_DATATYPE* type, void* buffer, size_t* size)
+{
+    FAKE_ENTER("DSGetBufferPartInfo");
+    const FakeBuffer& fake = *ToBuffer(handle);
+    const FakeInfos base{
+        {BUFFER_PART_INFO_BASE,
+         Told<void*>(static_cast<uint8_t*>(fake.base) + fake.parts.at(index).place, INFO_DATATYPE_PTR)}};
+    return AnswerBy({&fake.parts.at(index).infos, &base}, command, type, buffer, size);
 }
 GC_API DSGetBufferChunkData(DS_HANDLE, BUFFER_HANDLE, SINGLE_CHUNK_DATA* chunks, size_t* count)
 {

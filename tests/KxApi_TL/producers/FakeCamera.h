@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <deque>
@@ -55,12 +56,22 @@ struct FakeEventQueue
     bool isKilled = false;
 };
 
+/// A part of what a buffer holds, at so many bytes from its beginning.
+struct FakePart
+{
+    ptrdiff_t place;
+    FakeInfos infos;
+};
+using FakeParts = std::vector<FakePart>;
+
 struct FakeBuffer
 {
     void* base = nullptr;
     size_t size = 0;
     bool isQueued = false;
     FakeInfos infos;
+    FakeParts parts;
+    std::vector<uint8_t> owned; // memory of the producer's
 };
 
 /// Registers of the camera.
@@ -91,6 +102,8 @@ public:
     std::atomic<bool> isHanging{false};       ///< waits for events neither time out nor can be killed
     std::atomic<int> hangingCount{0};         ///< of these waits
     std::atomic<bool> isUnplugged{false};
+    std::map<char, std::vector<std::string>> urls; ///< of the modules' descriptions, instead of ours
+    std::map<uint64_t, size_t> shortReads;         ///< registers of which so few bytes come
     size_t eventSize = sizeof(GenTL::EVENT_NEW_BUFFER_DATA); ///< bytes of a new-buffer event
 
     // What is:
@@ -109,7 +122,7 @@ public:
     std::vector<GenTL::SINGLE_CHUNK_DATA> chunks; ///< of each image
 
     /// Puts an image of the present size into the next buffer; false when there is none.
-    bool Deliver(FakeInfos infos = {})
+    bool Deliver(FakeInfos infos = {}, FakeParts parts = {})
     {
         const std::lock_guard<std::mutex> lock(mutex);
         const uint64_t id = frameID++;
@@ -122,6 +135,7 @@ public:
         buffer.isQueued = false;
         std::memcpy(buffer.base, &id, std::min(buffer.size, sizeof(id)));
         buffer.infos = std::move(infos);
+        buffer.parts = std::move(parts);
         buffer.infos.emplace(GenTL::BUFFER_INFO_FRAMEID, ToldU64(id));
         PushLocked('s', GenTL::EVENT_NEW_BUFFER,
                    {Told<void*>(&buffer, GenTL::INFO_DATATYPE_PTR), Told<void*>(nullptr, 10)});
