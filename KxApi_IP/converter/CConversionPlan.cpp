@@ -2,6 +2,7 @@
 #include "CConversionPlan.h"
 
 #include "CWorkers.h"
+#include "RangeRows.h"
 #include "ValueTables.h"
 
 #include <KxApi_TL/IKxPixelFormatInfo.h>
@@ -60,6 +61,8 @@ bool IsGreySource(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBa
 /// by more than 1, or decides between directions.
 bool NeedsLowBits(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBayer)
 {
+    if (source.bReal)
+        return true; // made in 16 bits
     const bool bIsWeighing = eBayer == KxBayerInterpolationMethod_Bilinear2 ||
                              eBayer == KxBayerInterpolationMethod_Bilinear3 ||
                              eBayer == KxBayerInterpolationMethod_Bicubic;
@@ -225,6 +228,10 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
     }
     if (source.eFamily == EFamily::Bayer && !source.bPolarized && m_eBayer != KxBayerInterpolationMethod_Off)
         return MakeBayerSource<T>();
+    if constexpr (sizeof(T) == 2) {
+        if (source.bReal)
+            return std::make_unique<CRealRows>(source, nWidth);
+    }
     if constexpr (sizeof(T) == 1) {
         // Values of a byte go straight into a mono image; all other work wants rows with padding.
         if (source.eOrder == EOrder::Single && source.ePacking == EPacking::Bytes &&
@@ -294,6 +301,8 @@ void CConversionPlan::Run(const CSourceView& source, const CTargetView& target, 
         m_vecEngines.push_back(MakeEngine());
     CSourceView work = source;
     work.nWidth = m_work.nWidth;
+    if (m_work.source.bReal)
+        work.scale = FindRealScale(m_work.source, source);
     for (const std::unique_ptr<IRowEngine>& pEngine : m_vecEngines)
         pEngine->Begin(work, target);
     const size_t nBands = nParts == 1 ? 1 : nParts * kBandsPerThread;

@@ -15,6 +15,13 @@ namespace Detail
 
 struct CComponentPlace;
 
+/// How real numbers become values: (v - dLeast) * dFactor.
+struct CRealScale
+{
+    double dLeast;
+    double dFactor;
+};
+
 /// The image that is converted.
 struct CSourceView
 {
@@ -23,6 +30,7 @@ struct CSourceView
     size_t nHeight;
     size_t nLinePitch;
     size_t nPlanePitch;
+    CRealScale scale{}; ///< of formats of real numbers
 };
 
 /// Gets the values of a line, a row for each channel. Rows of bytes get the high eight bits of what has more.

@@ -247,8 +247,30 @@ bool DescribeSingle(CSourceFormat& format)
     return !format.pRow->components[0].isMosaic || DescribeMosaic(format);
 }
 
+bool IsCoordinate(EKxPixelComponent_t eComponent)
+{
+    return eComponent == KxPixelComponent_CoordA || eComponent == KxPixelComponent_CoordB ||
+           eComponent == KxPixelComponent_CoordC;
+}
+
+/// Points in space: of their coordinates the last is shown, which is the range.
+bool DescribePoints(CSourceFormat& format)
+{
+    const CPixelFormatRow& row = *format.pRow;
+    const auto nLast = static_cast<uint8_t>(row.componentCount - 1);
+    format.nChannels = 1;
+    format.anComponent[0] = nLast;
+    format.eFamily = EFamily::Mono;
+    format.eOrder = EOrder::Single;
+    format.ePacking = EPacking::Table;
+    return std::all_of(row.components, row.components + row.componentCount,
+                       [](const CComponentRow& component) { return IsCoordinate(component.component); });
+}
+
 bool DescribeMulti(CSourceFormat& format)
 {
+    if (IsCoordinate(format.pRow->components[0].component))
+        return DescribePoints(format);
     const CPixelFormatRow& row = *format.pRow;
     bool abFound[kMaxChannels] = {};
     bool bHasLuma = false;
@@ -296,7 +318,10 @@ std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention
     format.nStepX = format.nStepY = format.nColumnsPerPixel = 1;
     format.bPolarized = pInfo->IsPolarized();
     format.bSigned = pRow->components[0].number == KxPixelNumber_Signed;
-    if (pRow->components[0].number == KxPixelNumber_Float || format.nBits > kMaxBits)
+    format.bReal = pRow->components[0].number == KxPixelNumber_Float;
+    if (format.bReal)
+        format.nBits = kMaxBits;
+    if (format.nBits > kMaxBits)
         return std::nullopt;
     const bool bIsKnown = pRow->componentCount == 1 ? DescribeSingle(format) : DescribeMulti(format);
     return bIsKnown ? std::optional<CSourceFormat>(format) : std::nullopt;

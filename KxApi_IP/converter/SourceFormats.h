@@ -84,6 +84,7 @@ struct CSourceFormat
     uint8_t nBits;     ///< of a value
     uint8_t nChannels; ///< 1, 3, or 4 with alpha
     bool bSigned;      ///< two's complement; the middle of the range is 0
+    bool bReal;        ///< floating point, of 32 or 64 bits
     bool bPolarized;
     uint8_t nRedX; ///< column and line of the first red value, in the squares of four for polarised formats
     uint8_t nRedY;

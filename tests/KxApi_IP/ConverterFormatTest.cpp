@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <limits>
 
 namespace
 {
@@ -14,15 +16,15 @@ using namespace KxTest;
 
 bool Contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
-/// The formats that are left out: three-dimensional points, what has more than 16 bits, and mosaics that no
-/// Bayer method is for.
+bool IsReal(const std::string& name) { return Contains(name, "32f") || Contains(name, "64f"); }
+
+/// The formats that are left out: whole numbers of more than 16 bits, and mosaics that no Bayer method is
+/// for.
 bool IsForeign(const std::string& name)
 {
-    for (const char* part :
-         {"Coord3D_ABC", "Coord3D_AC", "SCF1", "BiColor", "32f", "64f", "Mono32", "Data32", "Data64"})
-    {
+    for (const char* part : {"SCF1", "BiColor", "Mono32", "Data32", "Data64"}) {
         if (Contains(name, part))
-            return true;
+            return !IsReal(name);
     }
     return false;
 }
@@ -55,13 +57,17 @@ std::vector<Component> ComponentsAt(IKxImage& image, size_t x, size_t y, bool na
     std::vector<Component> components;
     narrow = narrow && values.GetType(0) >> 24 != KxPixelComponent_Y &&
              values.GetType(1 % values.GetComponentCount()) >> 24 != KxPixelComponent_Y;
-    for (size_t k = 0; k < values.GetComponentCount(); ++k) {
+    // Of points in space the last coordinate is shown.
+    const bool isPoint = values.GetType(0) >> 24 >= KxPixelComponent_CoordA;
+    const size_t count = isPoint ? 1 : values.GetComponentCount();
+    for (size_t i = 0; i < count; ++i) {
+        const size_t k = isPoint ? values.GetComponentCount() - 1 : i;
         const IKxPixelComponentInfo& info = *GetIKxPixelComponentInfo(values.GetType(k));
         Component c{values.GetType(k) >> 24, static_cast<unsigned>(info.GetEffectiveBits()),
                     values.GetValue(k)};
         if (info.GetNumber() == KxPixelNumber_Signed)
             c.value += int64_t{1} << (c.bits - 1);
-        if ((narrow && c.bits > 8) || values.GetComponentCount() > 1)
+        if ((narrow && c.bits > 8) || count > 1)
             c = {c.what, narrow ? 8U : std::max(c.bits, 8U),
                  WithDepth(c.value, c.bits, narrow ? 8 : std::max(c.bits, 8U))};
         components.push_back(c);
@@ -177,7 +183,7 @@ TEST(ConverterFormats, EveryFormatBecomesEveryDestination)
         const auto format = GetIKxPixelFormatInfoByIndex(i)->GetPixelFormat();
         const std::string name = NameOf(format);
         ASSERT_EQ(converter->IsConvertible(format, KxPixelFormat_BGR8), !IsForeign(name)) << name;
-        if (IsForeign(name))
+        if (IsForeign(name) || IsReal(name))
             continue;
         ++count;
         const size_t step = StepX(name);
@@ -240,6 +246,39 @@ TEST(ConverterFormats, MoreBitsComeByRepeatingByZerosOrNotAtAll)
     EXPECT_EQ(values(KxBitExpansionMode_FullRange), (std::array<int64_t, 3>{0, 0x5555, 0xFFFF}));
     EXPECT_EQ(values(KxBitExpansionMode_ZeroFill), (std::array<int64_t, 3>{0, 0x5540, 0xFFC0}));
     EXPECT_EQ(values(KxBitExpansionMode_Off), (std::array<int64_t, 3>{0, 0x155, 0x3FF}));
+}
+
+TEST(ConverterFormats, RealNumbersAreSpreadFromTheirLeastToTheirGreatest)
+{
+    const float infinite = std::numeric_limits<float>::infinity();
+    const float values[] = {-2, 0, 2, infinite, -1.5F, -infinite, std::nanf(""), 2};
+    for (const auto format :
+         {KxPixelFormat_Coord3D_C32f, KxPixelFormat_Coord3D_ABC32f, KxPixelFormat_Coord3D_ABC32f_Planar})
+    {
+        SCOPED_TRACE(NameOf(format));
+        View source = RandomImage(format, 4, 2);
+        const size_t step = format == KxPixelFormat_Coord3D_ABC32f ? 3 : 1;
+        const size_t first =
+            format == KxPixelFormat_Coord3D_ABC32f_Planar ? 16 : step - 1; // of the last coordinate
+        for (size_t i = 0; i < 8; ++i)
+            std::memcpy(&source.bytes[(first + i * step) * sizeof(float)], &values[i], sizeof(float));
+        TestConverter converter(KxPixelFormat_Mono16);
+        IKxImage& target = converter.Convert(source);
+        const int64_t expected[] = {1, 32768, 65535, 0, 8193, 0, 0, 65535};
+        for (size_t i = 0; i < 8; ++i)
+            EXPECT_EQ(PixelAt(target, i % 4, i / 4).grey, expected[i]) << i;
+    }
+    // An even surface, and one of the greatest numbers that there are.
+    View flat = RandomImage(KxPixelFormat_Coord3D_C32f, 4, 2);
+    std::fill(flat.bytes.begin(), flat.bytes.end(), uint8_t{0x41});
+    TestConverter converter(KxPixelFormat_Mono8);
+    converter->SetAutoDestination(true);
+    EXPECT_EQ(PixelAt(converter.Convert(flat), 3, 1).grey, 0);
+    View wide = RandomImage(KxPixelFormat_Coord3D_C64f, 2, 1);
+    const double extremes[] = {-std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+    std::memcpy(wide.bytes.data(), extremes, sizeof(extremes));
+    EXPECT_EQ(PixelAt(converter.Convert(wide), 0, 0).grey, 0);
+    EXPECT_EQ(PixelAt(converter.Convert(wide), 1, 0).grey, 255);
 }
 
 TEST(ConverterFormats, GammaIsAnExponentOnAllDepths)

@@ -52,6 +52,7 @@ const Work kWorks[] = {
     {KxPixelFormat_RGB10p32, KxPixelFormat_BGRa8},
     {KxPixelFormat_RGB12_Planar, KxPixelFormat_RGB16},
     {KxPixelFormat_Mono1p, KxPixelFormat_Mono8},
+    {KxPixelFormat_Coord3D_ABC12p, KxPixelFormat_BGR8},
     {KxPixelFormat_Mono14p, KxPixelFormat_Mono8},
     {KxPixelFormat_Mono14p, KxPixelFormat_Mono16},
     {KxPixelFormat_PolarizedMono8, KxPixelFormat_BGR8, 3, 6},
@@ -219,8 +220,8 @@ TEST(ConverterRun, BadSourcesAreNamedAndNothingIsWritten)
         "InvalidArgument: PixelFormat = 0x01080FFF is no known pixel format");
     EXPECT_EQ(refused(mono, [](View& v) { v.ePixelFormat = KxPixelFormat_None; }),
               "InvalidArgument: PixelFormat = 0xFFFFFFFF is no known pixel format");
-    EXPECT_EQ(refused(mono, [](View& v) { v.ePixelFormat = KxPixelFormat_Coord3D_ABC8; }),
-              "InvalidArgument: Coord3D_ABC8 can't be converted");
+    EXPECT_EQ(refused(mono, [](View& v) { v.ePixelFormat = KxPixelFormat_Data32; }),
+              "InvalidArgument: Data32 can't be converted");
     const View yuv = RandomImage(KxPixelFormat_YUV420_8_Planar, 8, 4);
     EXPECT_EQ(refused(yuv, [](View& v) { v.nWidth = 7; }),
               "OutOfRange: Width = 7 must be a multiple of 2 for YUV420_8_Planar");

@@ -34,8 +34,8 @@ struct IKxPixelFormatConverter
     /// Makes the target the source's image in the destination format, of the same size, with the format's
     /// default line pitch.
     ///
-    /// Source formats: mono, Bayer, RGB, BGR, YUV and YCbCr of up to 16 bits, packed, planar or not, and the
-    /// polarised ones; see IsConvertible. Raises, before anything of the target changes:
+    /// Source formats: mono, Bayer, RGB, BGR, YUV and YCbCr of up to 16 bits, packed, planar or not, the
+    /// polarised ones, and ranges as whole or real numbers; see IsConvertible. Raises, before anything of the target changes:
     /// InvalidArgumentException for null, an unknown format or pair of formats, lines shorter than their
     /// pixels, a source that lies in the target's memory; OutOfRangeException for a size of 0 or one that
     /// isn't whole in the source's sub-sampling; RuntimeException for an image without memory;
