@@ -3,6 +3,7 @@
 #pragma once
 
 #include "drawing/DrawingObjects_qt.h"
+#include "frame/IKxWndInside.h"
 #include "frame/KxRegister_qt.h"
 
 #include <Base/GCSynch.h>
@@ -15,10 +16,8 @@ namespace KxApi
 {
 
 /// What the tool asks of its window. Any thread, and with none of the tool's locks held.
-struct IKxDrawingHost
+struct IKxDrawingHost : virtual IKxWndInside
 {
-    /// As IKxWndInside.
-    virtual void InvalidateNode(const GenICam::gcstring& strName) = 0;
     /// The drawing has to be painted anew.
     virtual void OnDrawingChanged() = 0;
     /// The tool draws something else now.

@@ -3,9 +3,22 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <algorithm>
 
 namespace KxApi
 {
+namespace
+{
+
+/// QStaticText breaks lines and paints decorations in its own way.
+bool LooksTheSameAsStaticText(const QString& strText, const QFont& font)
+{
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    return !font.underline() && !font.strikeOut() &&
+           std::none_of(strText.begin(), strText.end(), isControl);
+}
+
+} // namespace
 
 void CLabelCache::Begin(const QFont& font)
 {
@@ -25,10 +38,11 @@ QRect CLabelCache::NextBounds(const QString& strText)
         const QFontMetrics metrics(m_font);
         label.strText = strText;
         label.rcBounds = metrics.boundingRect(strText);
+        label.bStatic = LooksTheSameAsStaticText(strText, m_font);
         label.text = QStaticText(strText);
         label.text.setTextFormat(Qt::PlainText);
         label.bFitsBounds = metrics.horizontalAdvance(strText) <= label.rcBounds.width() &&
-                            metrics.height() <= label.rcBounds.height() && !strText.contains('\n');
+                            metrics.height() <= label.rcBounds.height();
     }
     return label.rcBounds;
 }
@@ -36,11 +50,19 @@ QRect CLabelCache::NextBounds(const QString& strText)
 void CLabelCache::Paint(QPainter& painter, const QRectF& rcBox)
 {
     CLabel& label = m_vecLabels[m_nNext - 1];
-    // QStaticText neither paints a background nor cuts off what is outside of the box.
-    if (painter.backgroundMode() == Qt::OpaqueMode || !label.bFitsBounds)
+    // Nor does it paint a background.
+    if (painter.backgroundMode() == Qt::OpaqueMode || !label.bStatic) {
         painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop, label.strText);
-    else
-        painter.drawStaticText(rcBox.topLeft(), label.text);
+        return;
+    }
+    // What drawText does too: the box is that of the ink, and what is wider is cut.
+    if (!label.bFitsBounds) {
+        painter.save();
+        painter.setClipRect(rcBox, Qt::IntersectClip);
+    }
+    painter.drawStaticText(rcBox.topLeft(), label.text);
+    if (!label.bFitsBounds)
+        painter.restore();
 }
 
 } // namespace KxApi

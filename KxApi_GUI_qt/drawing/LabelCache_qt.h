@@ -37,6 +37,7 @@ private:
         QString strText;
         QRect rcBounds;
         bool bFitsBounds = false;
+        bool bStatic = false; ///< paintable by QStaticText
         QStaticText text;
     };
 

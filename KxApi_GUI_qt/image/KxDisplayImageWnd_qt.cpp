@@ -117,9 +117,8 @@ void CKxDisplayImageWnd::SaveImage(bool bPreview)
     options.bBayerAsShown =
         GetBayerInterpolationMethodForStillImageFile() == KxBayerInterpolationMethodForStillImageFile_Manual;
     options.objColorMap = GetViewSettings().objColorMap;
-    IKxDrawingToolInside* const pTool = GetIKxDrawingToolInside();
-    if (pTool && GetEnableDrawingOnSavingImage())
-        options.draw = [pTool](IKxImageBuffer* pBuffer) { pTool->DrawOnIKxImageBuffer(pBuffer); };
+    if (GetEnableDrawingOnSavingImage())
+        options.draw = [this](IKxImageBuffer* pBuffer) { m_objDrawingTool.DrawOnIKxImageBuffer(pBuffer); };
 
     // The application may give the window back while the user looks for a name.
     AddRef();
@@ -183,6 +182,10 @@ void CKxDisplayImageWnd::OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t n
         dialog.RefreshBackground();
     if (nKinds & UpdateDrawingToolBar)
         dialog.PostVisibleDrawingToolBarUpdated();
+    if (nKinds & UpdateDrawingItemType)
+        dialog.updateDrawingToolBar();
+    if (nKinds & UpdateDrawing)
+        dialog.updateDrawingObject();
     if (nKinds & UpdatePicture)
         dialog.RefreshPreviewImage(true);
 }

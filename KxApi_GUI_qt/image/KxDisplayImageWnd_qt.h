@@ -2,6 +2,7 @@
 // The image window.
 #pragma once
 
+#include "drawing/KxDrawingTool_qt.h"
 #include "frame/KxBaseWnd_qt.h"
 #include "frame/ScrollBarState_qt.h"
 #include "frame/WndInfo_qt.h"
@@ -17,6 +18,7 @@ namespace KxApi
 /// images, previews, dialog and files together.
 class CKxDisplayImageWnd final
     : public CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>
+    , private IKxDrawingHost
 {
     using Base = CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>;
 
@@ -79,6 +81,7 @@ public:
     {
         m_regEnableDrawingOnSavingImage.Set(bEnable);
     }
+    IKxDrawingTool* GetIKxDrawingTool() override { return &m_objDrawingTool; }
     EKxBayerInterpolationMethod_t GetStretchMode() const override { return m_eStretchMode; }
     void SetStretchMode(EKxBayerInterpolationMethod_t e) override { m_eStretchMode.Set(e); }
     _EKxBayerInterpolationMethodForStillImageFile_t
@@ -98,8 +101,7 @@ public:
     int GetColorMapPhase() const override { return m_nColorMapPhase; }
     void SetColorMapPhase(int nPhase) override { m_nColorMapPhase.Set(nPhase); }
 
-    /// There is no drawing tool yet.
-    IKxDrawingToolInside* GetIKxDrawingToolInside() override { return nullptr; }
+    IKxDrawingToolInside* GetIKxDrawingToolInside() override { return &m_objDrawingTool; }
 
     void GetStatusBarText(QStringList& listText) override;
     IKxImageDisplayWndInside* GetIKxImageDisplayWndInside() override { return this; }
@@ -141,10 +143,15 @@ private:
         PreviewIsDirty = UpdateFirstOfWindow << 11,
         ScrollRangesChange = UpdateFirstOfWindow << 12, ///< when the application called
         DestinationModeChanges = UpdateFirstOfWindow << 13,
+        // The drawing tool's.
+        UpdateDrawing = UpdateFirstOfWindow << 14,
+        UpdateDrawingItemType = UpdateFirstOfWindow << 15,
 
         Zoom = UpdateZoomMenu | UpdateSize | PreviewIsDirty | ScrollRangesChange,
     };
     void OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t nKinds) override;
+    void OnDrawingChanged() override { UpdateDialog(UpdateDrawing); }
+    void OnDrawingItemTypeChanged() override { UpdateDialog(UpdateDrawingItemType); }
     void mSetScrollHPosition(int nPosition) { m_objScrollH.nWanted = nPosition; }
     void mSetScrollVPosition(int nPosition) { m_objScrollV.nWanted = nPosition; }
 
@@ -202,6 +209,7 @@ private:
     Numeric<int> m_nColorMapPhase{this, {0x2088, "ColorMapPhaseReg", UpdatePicture, kSetting}, 0, FromBelow("nPhase", 0, 256)};
     // clang-format on
 
+    CKxDrawingTool m_objDrawingTool{*this, m_objRegister};
     CImagePreview m_objPreview;
     CImageSaver m_objSaver; // GUI thread
 };

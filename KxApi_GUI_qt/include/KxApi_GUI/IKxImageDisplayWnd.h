@@ -11,6 +11,7 @@
 namespace KxApi
 {
 
+struct IKxDrawingTool;
 struct IKxImage;
 struct IKxPixelFormatConverter;
 
@@ -109,6 +110,8 @@ struct IKxImageDisplayWnd : virtual IKxWnd
     virtual void SetBuiltInDrawingToolbar(bool bShow) = 0;
     virtual bool GetEnableDrawingOnSavingImage() const = 0;
     virtual void SetEnableDrawingOnSavingImage(bool bEnable) = 0;
+    /// The tool for drawing over the image, which belongs to the window.
+    virtual IKxDrawingTool* GetIKxDrawingTool() = 0;
 
     /// How the image is to be stretched: 1 nearest neighbour, 3 bilinear.
     virtual EKxBayerInterpolationMethod_t GetStretchMode() const = 0;
