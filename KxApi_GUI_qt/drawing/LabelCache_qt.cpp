@@ -14,8 +14,7 @@ namespace
 bool LooksTheSameAsStaticText(const QString& strText, const QFont& font)
 {
     const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
-    return !font.underline() && !font.strikeOut() &&
-           std::none_of(strText.begin(), strText.end(), isControl);
+    return !font.underline() && !font.strikeOut() && std::none_of(strText.begin(), strText.end(), isControl);
 }
 
 } // namespace

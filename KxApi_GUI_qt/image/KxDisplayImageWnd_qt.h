@@ -17,8 +17,8 @@ namespace KxApi
 /// The model of the image window: keeps the settings, each of which is a register with its row, and brings
 /// images, previews, dialog and files together.
 class CKxDisplayImageWnd final
-    : public CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>
-    , private IKxDrawingHost
+    : public CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>,
+      private IKxDrawingHost
 {
     using Base = CKxBaseWnd<IKxImageDisplayWndInside, ICDisplayImageDlgParent, CDisplayImagePartDlg>;
 

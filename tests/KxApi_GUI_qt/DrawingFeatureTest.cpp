@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: Apache-2.0
+// The drawing tool's features and registers: the description against the port.
+#include "DrawingTest.h"
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <set>
+#include <sstream>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+using ::testing::HasSubstr;
+
+// The order of the category.
+const char* const kFeatures =
+    "HorizontalGridLineCount VerticalGridLineCount GridLineWidth GridLineStyle GridLineEndcap "
+    "GridLineForegroundColorSelector GridLineForegroundColor ShowBuiltInDrawingToolbar "
+    "EnableDrawingOnSavingImage TextOfLengthUnit TextOfAreaUnit TextOfAngleUnit PrecisionForLength "
+    "PrecisionForArea PrecisionForAngle PrecisionForPosition ConversionX ConversionY ConversionAngle "
+    "HideAllDrawingObjects DrawingItemType DrawingDefaultLineWidth DrawingDefaultLineStyle "
+    "DrawingDefaultLineEndcap DrawingDefaultLineJoin DrawingDefaultLineForegroundColorSelector "
+    "DrawingDefaultLineForegroundColor DrawingDefaultBrushStyle DrawingDefaultBrushForegroundColorSelector "
+    "DrawingDefaultBrushForegroundColor DrawingDefaultBrushBackgroundColorMode "
+    "DrawingDefaultBrushBackgroundColorSelector DrawingDefaultBrushBackgroundColor "
+    "DrawingDefaultBrushPolyFillMode DrawingDefaultFontHeight DrawingDefaultFontWeight "
+    "DrawingDefaultFontStyle DrawingDefaultFontDecoration DrawingDefaultFontFamily "
+    "DrawingDefaultFontForegroundColorSelector DrawingDefaultFontForegroundColor "
+    "DrawingDefaultFontBackgroundColorMode DrawingDefaultFontBackgroundColorSelector "
+    "DrawingDefaultFontBackgroundColor DrawingObjectsCount DrawingObjectSelector RemoveDrawingObject "
+    "MoveDrawingObjectToFront MoveDrawingObjectToBack DrawingObjectType DrawingObjectPointCount "
+    "DrawingObjectPointSelector DrawingObjectPointX DrawingObjectPointY DrawingObjectIsLocked "
+    "DrawingObjectIsHidden DrawingLineWidth DrawingLineStyle DrawingLineEndcap DrawingLineJoin "
+    "DrawingLineForegroundColorSelector DrawingLineForegroundColor DrawingBrushStyle "
+    "DrawingBrushForegroundColorSelector DrawingBrushForegroundColor DrawingBrushBackgroundColorMode "
+    "DrawingBrushBackgroundColorSelector DrawingBrushBackgroundColor DrawingBrushPolyFillMode "
+    "DrawingFontHeight DrawingFontWeight DrawingFontStyle DrawingFontDecoration DrawingFontFamily "
+    "DrawingFontForegroundColorSelector DrawingFontForegroundColor DrawingFontBackgroundColorMode "
+    "DrawingFontBackgroundColorSelector DrawingFontBackgroundColor DrawingObjectDisplayTextSelector "
+    "DrawingObjectEnableDisplayText DrawingObjectName";
+
+class DrawingFeatures : public DrawingTest
+{
+protected:
+    std::vector<GenApi::INode*> Features() const
+    {
+        std::vector<GenApi::INode*> vecFeatures;
+        GenApi::FeatureList_t listFeatures;
+        Node<GenApi::CCategoryPtr>("DrawingTool")->GetFeatures(listFeatures);
+        for (GenApi::IValue* const pFeature : listFeatures)
+            vecFeatures.push_back(pFeature->GetNode());
+        return vecFeatures;
+    }
+};
+
+TEST_F(DrawingFeatures, AreEightyTwoInTheirOrder)
+{
+    std::istringstream expected(kFeatures);
+    std::string strName;
+    for (GenApi::INode* const pNode : Features()) {
+        ASSERT_TRUE(expected >> strName);
+        EXPECT_EQ(pNode->GetName().c_str(), strName);
+    }
+    EXPECT_FALSE(expected >> strName) << "missing: " << strName;
+    EXPECT_EQ(Features().size(), 82U);
+}
+
+TEST_F(DrawingFeatures, HaveServedRegistersForAnyNumberOfObjects)
+{
+    for (const int64_t nObjects : {0, 1, 256}) {
+        Node("DrawingObjectsCount")->SetValue(nObjects);
+        if (nObjects != 0) {
+            Set("DrawingObjectType", "Rectangle");
+            EXPECT_EQ(m_pTool->GetMeasurements().size(), static_cast<size_t>(nObjects));
+        }
+        size_t nRegisters = 0;
+        GenApi::NodeList_t listNodes;
+        m_pMap->GetNodes(listNodes);
+        for (GenApi::INode* const pNode : listNodes) {
+            auto* const pRegister = dynamic_cast<GenApi::IRegister*>(pNode);
+            // Addresses of points follow a selector, which there is once there are points.
+            const bool bPoint = pNode->GetName().find("DrawingObjectPointXReg") == 0 ||
+                                pNode->GetName().find("DrawingObjectPointYReg") == 0;
+            if (!pRegister || (bPoint && nObjects == 0))
+                continue;
+            const int64_t nAddress = pRegister->GetAddress();
+            if (nAddress < 0x1000 || (nAddress >= 0x2000 && nAddress < 0x11000))
+                continue;
+            SCOPED_TRACE(std::string(pNode->GetName().c_str()) + ", objects " + std::to_string(nObjects));
+            ++nRegisters;
+            unsigned char buffer[256] = {};
+            int64_t nLength = pRegister->GetLength();
+            const GenApi::EAccessMode eAccess = pNode->GetAccessMode();
+            const bool bReadable = GenApi::IsReadable(eAccess);
+            const std::string strError = ErrorOf([&] {
+                EXPECT_TRUE(bReadable ? m_pPort->mRead(buffer, nAddress, &nLength)
+                                      : m_pPort->mWrite(buffer, nAddress, &nLength));
+            });
+            EXPECT_EQ(nLength, pRegister->GetLength());
+            if (nObjects != 0 && bReadable) {
+                EXPECT_EQ(strError, "");
+                if (GenApi::IsWritable(eAccess)) {
+                    EXPECT_TRUE(m_pPort->mWrite(buffer, nAddress, &nLength));
+                }
+            } else if (nObjects == 0 && !strError.empty()) {
+                EXPECT_THAT(strError, HasSubstr("DrawingObjectSelector = 0 must be"));
+            }
+            if (!bReadable) {
+                Node("DrawingObjectsCount")->SetValue(nObjects); // one was removed
+                if (nObjects != 0)
+                    Set("DrawingObjectType", "Rectangle");
+            }
+        }
+        EXPECT_EQ(nRegisters, nObjects == 0 ? 67U : 69U);
+    }
+    EXPECT_THAT(ErrorOf([this] { Node("DrawingObjectsCount")->SetValue(257); }), HasSubstr("257"));
+}
+
+/// Values worth writing.
+std::vector<std::string> ValuesOf(GenApi::INode* pNode)
+{
+    std::vector<std::string> vecValues;
+    if (const GenApi::CEnumerationPtr pEnumeration(pNode); pEnumeration.IsValid()) {
+        GenApi::StringList_t listSymbolics;
+        pEnumeration->GetSymbolics(listSymbolics);
+        for (const GenICam::gcstring& strSymbolic : listSymbolics)
+            vecValues.emplace_back(strSymbolic.c_str());
+    } else if (GenApi::CBooleanPtr(pNode).IsValid()) {
+        vecValues = {"1", "0"};
+    } else if (const GenApi::CIntegerPtr pInteger(pNode); pInteger.IsValid()) {
+        vecValues = {std::to_string(pInteger->GetMax()), std::to_string(pInteger->GetMin())};
+    } else if (GenApi::CFloatPtr(pNode).IsValid()) {
+        vecValues = {"2", "0.25"};
+    } else if (GenApi::CStringPtr(pNode).IsValid()) {
+        vecValues = {"100 %", "\xC2\xB5m", ""};
+    }
+    return vecValues;
+}
+
+TEST_F(DrawingFeatures, ReadBackWhatIsWritten)
+{
+    std::set<std::string> setTried;
+    // None comes first, without which nothing can be drawn, and its features with it.
+    for (const char* const szType : {"Line", "Rectangle", "Ellipse", "Text", "Angle", "Polygon",
+                                     "Perpendicular", "Arc", "Bezier", "FreeHand", "Cross"})
+    {
+        for (GenApi::INode* const pNode : Features()) {
+            const std::string strName = pNode->GetName().c_str();
+            Node("DrawingObjectsCount")->SetValue(3);
+            Node("DrawingObjectSelector")->SetValue(1);
+            Set("DrawingObjectType", szType);
+            Node("DrawingObjectPointCount")->SetValue(4);
+            for (const char* const szOpen :
+                 {"HorizontalGridLineCount", "GridLineWidth", "DrawingLineWidth", "DrawingDefaultLineWidth"})
+            {
+                if (GenApi::IsWritable(m_pMap->GetNode(szOpen)))
+                    Node(szOpen)->SetValue(1);
+            }
+            for (const char* const szOpen :
+                 {"DrawingDefaultBrush", "DrawingBrush", "DrawingFont", "DrawingDefaultFont"}) {
+                const std::string strOpen = szOpen;
+                if (GenApi::IsWritable(m_pMap->GetNode((strOpen + "Style").c_str())) &&
+                    strOpen.find("Brush") != std::string::npos)
+                    Set((strOpen + "Style").c_str(), "Hatch_Cross");
+                if (GenApi::IsWritable(m_pMap->GetNode((strOpen + "BackgroundColorMode").c_str())))
+                    Set((strOpen + "BackgroundColorMode").c_str(), "Opaque");
+            }
+            if (!GenApi::IsWritable(pNode))
+                continue;
+            setTried.insert(strName);
+            const GenApi::CValuePtr pValue(pNode);
+            for (const std::string& strText : ValuesOf(pNode)) {
+                SCOPED_TRACE(std::string(szType) + ": " + strName + " = " + strText);
+                if (!GenApi::IsWritable(pNode))
+                    continue; // its own value has closed it
+                pValue->FromString(strText.c_str());
+                m_pMap->InvalidateNodes();
+                EXPECT_EQ(pValue->ToString().c_str(), strText);
+            }
+            if (GenApi::CCommandPtr(pNode).IsValid())
+                GenApi::CCommandPtr(pNode)->Execute();
+        }
+    }
+    EXPECT_EQ(setTried.size(), 82U);
+}
+
+TEST_F(DrawingFeatures, OpenAndCloseWithTheTypeOfTheObject)
+{
+    const auto available = [this](const char* szName) {
+        return GenApi::IsAvailable(m_pMap->GetNode(szName));
+    };
+    EXPECT_FALSE(available("DrawingObjectSelector"));
+    EXPECT_FALSE(available("DrawingObjectName"));
+    Node("DrawingObjectsCount")->SetValue(1);
+    EXPECT_TRUE(available("DrawingObjectName"));
+    EXPECT_FALSE(available("DrawingObjectDisplayTextSelector")) << "no type, no texts";
+    struct CRow
+    {
+        const char* szType;
+        bool bLine, bEndcap, bJoin, bBrush, bFillMode, bArea;
+    };
+    for (const CRow& row : {CRow{"Line", true, true, false, false, false, false},
+                            CRow{"Rectangle", true, false, true, true, false, true},
+                            CRow{"Text", false, false, false, false, false, false},
+                            CRow{"Polygon", true, false, true, true, true, true},
+                            CRow{"Arc", true, true, false, true, false, false},
+                            CRow{"FreeHand", true, true, true, false, false, false}})
+    {
+        SCOPED_TRACE(row.szType);
+        Set("DrawingObjectType", row.szType);
+        Set("DrawingObjectDisplayTextSelector", "Area");
+        EXPECT_EQ(available("DrawingLineWidth"), row.bLine);
+        EXPECT_EQ(available("DrawingLineEndcap"), row.bEndcap);
+        EXPECT_EQ(available("DrawingLineJoin"), row.bJoin);
+        EXPECT_EQ(available("DrawingBrushStyle"), row.bBrush);
+        EXPECT_EQ(available("DrawingBrushPolyFillMode"), row.bFillMode);
+        EXPECT_EQ(available("DrawingObjectEnableDisplayText"), row.bArea);
+    }
+    Set("DrawingObjectType", "Ellipse");
+    Set("DrawingBrushStyle", "Solid");
+    EXPECT_FALSE(available("DrawingBrushBackgroundColorMode"));
+    Set("DrawingBrushStyle", "Hatch_Cross");
+    EXPECT_TRUE(available("DrawingBrushBackgroundColorMode"));
+    EXPECT_FALSE(available("DrawingBrushBackgroundColor"));
+    Set("DrawingBrushBackgroundColorMode", "Opaque");
+    EXPECT_TRUE(available("DrawingBrushBackgroundColor"));
+}
+
+TEST_F(DrawingFeatures, FollowTheSelectorWithoutBeingAsked)
+{
+    Add("Line", {{10, 10}, {20, 30}});
+    Set("DrawingObjectIsLocked", "1");
+    Set("DrawingObjectName", "first");
+    Set("DrawingLineWidth", "7");
+    Add("Rectangle", {{100, 50}, {200, 90}});
+    EXPECT_EQ(Get("DrawingObjectType"), "Rectangle");
+    EXPECT_EQ(Get("DrawingObjectIsLocked"), "0");
+    EXPECT_EQ(Get("DrawingObjectName"), "");
+    EXPECT_EQ(Selection(), std::vector<bool>({false, true}));
+    Node("DrawingObjectSelector")->SetValue(0);
+    EXPECT_EQ(Get("DrawingObjectType"), "Line");
+    EXPECT_EQ(Get("DrawingObjectIsLocked"), "1");
+    EXPECT_EQ(Get("DrawingObjectName"), "first");
+    EXPECT_EQ(Get("DrawingLineWidth"), "7");
+    EXPECT_EQ(Points(), (std::vector<std::pair<int, int>>{{10, 10}, {20, 30}}));
+    EXPECT_EQ(Selection(), std::vector<bool>({true, false}));
+    Set("DrawingObjectDisplayTextSelector", "Height");
+    Set("DrawingObjectEnableDisplayText", "1");
+    uint32_t nTexts = 0;
+    m_pPort->Read(&nTexts, 0x1400, sizeof(nTexts));
+    EXPECT_EQ(nTexts, 0x0CU);
+
+    Node<GenApi::CCommandPtr>("MoveDrawingObjectToFront")->Execute();
+    EXPECT_EQ(Get("DrawingObjectSelector"), "1");
+    EXPECT_EQ(Measured(1).strName, "first");
+    EXPECT_FALSE(GenApi::IsAvailable(m_pMap->GetNode("MoveDrawingObjectToFront")));
+    Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
+    EXPECT_EQ(Get("DrawingObjectsCount"), "1");
+    EXPECT_EQ(Get("DrawingObjectSelector"), "0");
+    EXPECT_EQ(Get("DrawingObjectType"), "Rectangle");
+    Node("DrawingObjectsCount")->SetValue(0);
+    EXPECT_FALSE(GenApi::IsAvailable(m_pMap->GetNode("DrawingObjectSelector")));
+}
+
+TEST_F(DrawingFeatures, TellWhatIsOutOfRange)
+{
+    const auto write = [this](int64_t nAddress, uint64_t nValue, int64_t nLength) {
+        return ErrorOf([&] { m_pPort->Write(&nValue, nAddress, nLength); });
+    };
+    Add("Line", {{10, 10}, {20, 30}});
+    EXPECT_EQ(write(0x1010, 7, 8), "") << "the selector only stores";
+    EXPECT_EQ(write(0x1018, 3, 4), "DrawingObjectSelector = 7 must be smaller than Max = 1");
+    EXPECT_EQ(write(0x1010, ~uint64_t{0}, 8), "");
+    EXPECT_EQ(write(0x1018, 3, 4), "DrawingObjectSelector = -1 must be equal or greater than Min = 0");
+    EXPECT_TRUE(PressKey(Qt::Key_Delete) || true); // whatever the selector is
+    EXPECT_EQ(write(0x1010, 0, 8), "");
+    EXPECT_EQ(write(0x1018, 13, 4), "eType = 13 must be smaller than Max = 13");
+    EXPECT_EQ(write(0x1200, 6, 4), "LineStyle = 6 must be smaller than Max = 6");
+    EXPECT_EQ(write(0x1200, 5, 4), "");
+    EXPECT_EQ(write(0x1478, 8, 4), "BrushStyle = 8 must be smaller than Max = 8");
+    EXPECT_EQ(write(0x1440, 0, 8), "DrawingObjectSelector = 0 must be smaller than Max = 0");
+    EXPECT_EQ(write(0x1438, 0, 8), "DrawingObjectSelector = 0 must be equal or greater than Min = 1");
+    EXPECT_EQ(write(0x11010, 0, 8), "Index = 2 must be smaller than Max = 2");
+    EXPECT_NE(write(0x1028, ~uint64_t{0}, 8), "");
+    EXPECT_NE(write(0x1004, uint64_t{1} << 40, 8), "");
+    EXPECT_EQ(ErrorOf([this] { m_pTool->SetGridLineStyle(static_cast<_EKxLineStyle_t>(6)); }),
+              "LineStyle = 6 must be smaller than Max = 6");
+    // Strange numbers are drawn as well as it goes.
+    for (const uint64_t nBits : {uint64_t{0x7FF0000000000000}, uint64_t{0xFFF8000000000000}, ~uint64_t{0}})
+        EXPECT_EQ(write(0x11000, nBits, 8), "");
+    EXPECT_EQ(write(0x13C0, ~uint64_t{0}, 4), "");
+    EXPECT_EQ(write(0x1410, ~uint64_t{0}, 4), "");
+    Painted();
+}
+
+TEST_F(DrawingFeatures, FollowTheApplicationsCalls)
+{
+    const auto pCount = Node("VerticalGridLineCount");
+    EXPECT_EQ(pCount->GetValue(), 0);
+    m_pTool->SetGridVLineCount(9);
+    EXPECT_EQ(pCount->GetValue(), 9);
+    EXPECT_EQ(Get("GridLineForegroundColor"), "64");
+    m_pTool->SetGridLineColor(0x00112233);
+    Set("GridLineForegroundColorSelector", "Blue");
+    EXPECT_EQ(Get("GridLineForegroundColor"), "17");
+    Set("DrawingDefaultLineForegroundColorSelector", "Green");
+    Set("DrawingDefaultLineForegroundColor", "5");
+    EXPECT_EQ(m_pTool->GetDefaultLineColor(), 0x000005FFU);
+    m_pTool->SetDrawingItemType(KxDrawingItemType_Cross);
+    EXPECT_EQ(Get("DrawingItemType"), "Cross");
+}
+
+} // namespace
+} // namespace KxTest
