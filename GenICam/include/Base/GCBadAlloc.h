@@ -5,24 +5,37 @@
 /// Lets lack of memory leave a stretch of code as an exception of the GenICam family.
 
 #include <Base/GCException.h>
+#include <Base/GCSourceFile.h>
 
 #include <new>
 #include <utility>
 
 namespace GenICam
 {
-/// Runs a stretch of code so that std::bad_alloc leaves it as BadAllocException with the text of what(); all
-/// other exceptions pass unchanged: `return CBadAllocGuard()([&] { return new T(x); });`. Any thread.
+/// Runs a stretch of code so that std::bad_alloc leaves it as BadAllocException with the text of what(),
+/// told from the place of the call; all other exceptions pass unchanged:
+/// `return GuardBadAlloc([&] { return new T(x); });`. Any thread.
 struct CBadAllocGuard
 {
+    /// @param path,line the caller's, which leaves them out.
     template <class Function>
-    decltype(auto) operator()(Function&& function) const
+    decltype(auto) operator()(Function&& function, const char* path = __builtin_FILE(),
+                              int line = __builtin_LINE()) const
     {
         try {
             return std::forward<Function>(function)();
         } catch (const std::bad_alloc& e) {
-            throw BAD_ALLOC_EXCEPTION("%s", e.what());
+            Raise(e, path, line);
         }
+    }
+
+private:
+    // Takes no memory for the name.
+    [[noreturn]] static void Raise(const std::bad_alloc& e, const char* path, int line)
+    {
+        const Detail::CSourceFileName<Detail::kMaxDescription> name{std::string_view(path)};
+        throw ExceptionReporter<BadAllocException>(name.Get(), line, "BadAllocException")
+            .Report("%s", e.what());
     }
 };
 

@@ -41,14 +41,17 @@ constexpr std::string_view FolderToTell(std::string_view path) noexcept
     return innermost;
 }
 
-/// Text "folder/stem" (or "stem") made from a path at compile time.
+/// Text "folder/stem" (or "stem") made from a path, at compile time from a literal.
 template <size_t N>
 class CSourceFileName
 {
 public:
     constexpr explicit CSourceFileName(const char (&literal)[N]) noexcept
+        : CSourceFileName(std::string_view(literal, N - 1))
+    {}
+    /// The same at run time; what is longer than N is cut.
+    constexpr explicit CSourceFileName(std::string_view path) noexcept
     {
-        const std::string_view path(literal, N - 1);
         const size_t slash = path.rfind('/');
         const std::string_view file = slash == path.npos ? path : path.substr(slash + 1);
         if (slash != path.npos)
@@ -62,8 +65,10 @@ public:
 private:
     constexpr void Append(std::string_view part) noexcept
     {
-        for (const char ch : part)
-            m_text[m_length++] = ch;
+        for (const char ch : part) {
+            if (m_length < N)
+                m_text[m_length++] = ch;
+        }
     }
 
     char m_text[N + 1] = {};
