@@ -11,6 +11,7 @@
 #include <QStringList>
 #include <QWidget>
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace KxApi
@@ -34,15 +35,12 @@ public:
 
 CKxBaseWndCore::CKxBaseWndCore(int nXMLResourceID, const char* szPortName, GenApi::EAccessMode eAccessMode,
                                const char* szTitle, int nStatusBarIndicatorsCount)
-    : m_strTitle(szTitle)
-    , m_nStatusBarIndicatorsCount(nStatusBarIndicatorsCount)
-    , m_nXMLResourceID(nXMLResourceID)
-    , m_eAccessMode(eAccessMode)
-    , m_szPortName(szPortName)
+try : m_strTitle(szTitle), m_nStatusBarIndicatorsCount(nStatusBarIndicatorsCount),
+    m_nXMLResourceID(nXMLResourceID), m_eAccessMode(eAccessMode), m_szPortName(szPortName)
 {
-    GenICam::GuardBadAlloc([this] {
-        m_objRegister.Register({&m_regSizeTSize, &m_regVisibleMenu, &m_regVisibleStatusBar, &m_regWindowMode});
-    });
+    m_objRegister.Register({&m_regSizeTSize, &m_regVisibleMenu, &m_regVisibleStatusBar, &m_regWindowMode});
+} catch (const std::bad_alloc& e) {
+    throw BAD_ALLOC_EXCEPTION("%s", e.what());
 }
 
 CKxBaseWndCore::~CKxBaseWndCore() = default;
@@ -103,7 +101,8 @@ void CKxBaseWndCore::ShowUpdates(CBaseDialogEx& dialog, uint32_t nKinds)
     if (nKinds & UpdateTitle)
         emit dialog.setWindowTitleSignal(ToQString(strTitle));
     if (nKinds & UpdatePosition)
-        emit dialog.setPositionSignal(rcPosition.x(), rcPosition.y(), rcPosition.width(), rcPosition.height());
+        emit dialog.setPositionSignal(rcPosition.x(), rcPosition.y(), rcPosition.width(),
+                                      rcPosition.height());
     if (nKinds & UpdateMenuBar)
         emit dialog.setMenuBarVisibleSignal(GetVisibleMenu());
     if (nKinds & UpdateStatusBar)

@@ -3,11 +3,12 @@
 
 #include "frame/IDlgParent.h"
 
-#include <Base/GCBadAlloc.h>
+#include <Base/GCException.h>
 
 #include <QLabel>
 #include <QStringList>
 #include <algorithm>
+#include <new>
 
 namespace KxApi
 {
@@ -30,19 +31,18 @@ void MakeRoom(QLabel& label)
 } // namespace
 
 CKxStatusBar::CKxStatusBar(IKxStatusBarInfo* pInfo)
-    : m_pInfo(pInfo)
-{
-    GenICam::GuardBadAlloc([this] {
-        const int nCount = m_pInfo->GetStatusBarIndicatorsCount();
-        for (int nIndex = 0; nIndex < nCount; ++nIndex)
-            AddField(nIndex);
-        setMaximumHeight(kMaximumHeight);
-        // However long the texts are, the window can be made narrow.
-        setSizePolicy(QSizePolicy::Ignored, sizePolicy().verticalPolicy());
-        setSizeGripEnabled(true);
-        connect(&m_objTimer, &QTimer::timeout, this, &CKxStatusBar::OnTimer);
-        m_objTimer.start(kPollIntervalMs);
-    });
+try : m_pInfo(pInfo) {
+    const int nCount = m_pInfo->GetStatusBarIndicatorsCount();
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+        AddField(nIndex);
+    setMaximumHeight(kMaximumHeight);
+    // However long the texts are, the window can be made narrow.
+    setSizePolicy(QSizePolicy::Ignored, sizePolicy().verticalPolicy());
+    setSizeGripEnabled(true);
+    connect(&m_objTimer, &QTimer::timeout, this, &CKxStatusBar::OnTimer);
+    m_objTimer.start(kPollIntervalMs);
+} catch (const std::bad_alloc& e) {
+    throw BAD_ALLOC_EXCEPTION("%s", e.what());
 }
 
 void CKxStatusBar::AddField(int nIndex)

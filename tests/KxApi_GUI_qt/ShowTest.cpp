@@ -143,6 +143,39 @@ TEST_F(ShowWindow, TellsItsLifeAndLetsTheApplicationRefuseToClose)
     EXPECT_EQ(ErrorOf([&] { pWnd->DeregisterCallback(hCallback); }), "hCallback is invalid.");
 }
 
+TEST_F(ShowWindow, IsAskedOncePerCloseAndKeepsARefusedDialogReachable)
+{
+    CEventLog log;
+    ImageWndPtr pWnd = MakeImageWnd();
+    log.Watch(*pWnd);
+    Show(*pWnd);
+    QWidget* const pClosed = WidgetOf(*pWnd);
+    pWnd->Close();
+    pClosed->close();
+    EXPECT_THAT(log.Types(), ElementsAre(10U, 11U)) << "it was closed already";
+    Pump();
+
+    bool bRefuse = true;
+    log.onEvent = [&](IKxCallbackParamBase& param) {
+        if (param.GetCallbackType() == KxGUICallbackType_Close && bRefuse)
+            dynamic_cast<IKxCallbackParamKxApiGUIEventBaseWndClose&>(param).CancelClose();
+    };
+    Show(*pWnd);
+    QWidget* const pOld = WidgetOf(*pWnd);
+    Show(*pWnd);
+    EXPECT_NE(WidgetOf(*pWnd), pOld);
+    EXPECT_TRUE(pOld->isVisible());
+    bRefuse = false;
+    WidgetOf(*pWnd)->close();
+    EXPECT_EQ(WidgetOf(*pWnd), pOld);
+    Pump();
+    EXPECT_EQ(ModeRegister(*pWnd), KxWindowMode_Modaless);
+    pWnd.Reset();
+    Pump();
+    EXPECT_EQ(log.Count(KxGUICallbackType_Destroyed), 3U);
+    EXPECT_EQ(log.nReleased, 1);
+}
+
 TEST_F(ShowWindow, LivesUntilItsDialogIsGoneWhenGivenBackOpen)
 {
     CEventLog log;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QWidget>
 #include <chrono>
 #include <cstring>
@@ -29,11 +27,7 @@ ImageBufferPtr MakeImage(size_t nWidth, size_t nHeight, KxApi::EKxPixelFormatNam
     return pBuffer;
 }
 
-void Pump()
-{
-    KxApi::processEventGUI(false, 0);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+void Pump() { KxApi::processEventGUI(false, 0); }
 
 bool PumpUntil(const std::function<bool()>& condition)
 {

@@ -36,7 +36,7 @@ ImageBufferPtr MakeImage(size_t nWidth, size_t nHeight,
 /// Handles events until the condition holds; false when it doesn't within half a minute.
 bool PumpUntil(const std::function<bool()>& condition);
 
-/// Handles the events that wait, deferred deletions included.
+/// Handles the events that wait, as a program without a Qt loop does.
 void Pump();
 
 /// The widget of a window that is shown.
