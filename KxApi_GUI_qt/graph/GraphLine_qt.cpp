@@ -67,11 +67,27 @@ CGraphLinePainter::CGraphLinePainter(QPainter& painter)
     , m_nScale(ScaleForRects(painter))
 {}
 
+bool CGraphLinePainter::IsThin(const QPen& pen) const
+{
+    return m_nScale == 1 && pen.width() == 1 && IsPlain(pen) && pen.capStyle() != Qt::FlatCap;
+}
+
+void CGraphLinePainter::DrawLine(const QPoint& from, const QPoint& to, const QPen& pen)
+{
+    if (!IsThin(pen) || (from.x() != to.x() && from.y() != to.y())) {
+        m_painter.setPen(pen);
+        m_painter.drawLine(from, to);
+        return;
+    }
+    m_vecRects.push_back(QRect(from, QSize(1, 1)) | QRect(to, QSize(1, 1)));
+    FillRects(pen);
+}
+
 void CGraphLinePainter::Draw(const std::vector<CGraphColumn>& vecColumns, const QPen& pen)
 {
     if (vecColumns.empty() || pen.style() == Qt::NoPen)
         return;
-    if (m_nScale == 1 && pen.width() == 1 && IsPlain(pen) && pen.capStyle() != Qt::FlatCap)
+    if (IsThin(pen))
         DrawThin(vecColumns, pen);
     else if (m_nScale > 0 && pen.width() == kMiterWidth && IsPlain(pen) && pen.joinStyle() == Qt::MiterJoin)
         DrawMitered(vecColumns, pen);

@@ -25,8 +25,11 @@ public:
     void Draw(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
     /// The line along points, for pens whose pattern depends on its full length.
     void Draw(const std::vector<QPoint>& vecPoints, const QPen& pen);
+    /// A straight line, both ends included.
+    void DrawLine(const QPoint& from, const QPoint& to, const QPen& pen);
 
 private:
+    bool IsThin(const QPen& pen) const;
     void DrawAsPath(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
     void DrawThin(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
     void DrawMitered(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);

@@ -45,6 +45,7 @@ public:
         , m_param(param)
         , m_appearance(appearance)
         , m_style(style)
+        , m_linePainter(painter)
         , m_nLeft(static_cast<int>(param.nPlotMarginLeft))
         , m_nTop(static_cast<int>(param.nPlotMarginTop))
         , m_nWidth(static_cast<int>(param.nPlotWidth))
@@ -91,7 +92,7 @@ private:
     double LabelValue(int nMark, int nDivisions) const;
     void DrawFrame();
     void DrawLines();
-    void DrawLine(const CItem& item, const CGraphScaleY& scale, CGraphLinePainter& linePainter);
+    void DrawLine(const CItem& item, CGraphItemScale& toY);
     void Line(EGraphPen ePen, int nX0, int nY0, int nX1, int nY1);
     void Label(const QRect& rect, int nAlignment, const QString& strText, const CGraphTextStyle& text);
 
@@ -99,6 +100,7 @@ private:
     const CDrawGraphParam& m_param;
     const CGraphAppearance& m_appearance;
     const CGraphStyle& m_style;
+    CGraphLinePainter m_linePainter;
     const int m_nLeft;
     const int m_nTop;
     const int m_nWidth;
@@ -108,9 +110,7 @@ private:
     std::vector<CItem> m_vecItems;
     size_t m_nMaxLength = 0;
     double m_dMaxValue = 0;
-    // Memory that lines share.
-    std::vector<CGraphColumn> m_vecColumns;
-    std::vector<int16_t> m_vecCache;
+    std::vector<CGraphColumn> m_vecColumns; // memory that lines share
 };
 
 void CPlot::AddItem(const IKxGraphData& data, size_t nPlace)
@@ -140,8 +140,7 @@ void CPlot::AddItem(const IKxGraphData& data, size_t nPlace)
 
 void CPlot::Line(EGraphPen ePen, int nX0, int nY0, int nX1, int nY1)
 {
-    m_painter.setPen(m_style.Pen(ePen));
-    m_painter.drawLine(nX0, nY0, nX1, nY1);
+    m_linePainter.DrawLine({nX0, nY0}, {nX1, nY1}, m_style.Pen(ePen));
 }
 
 void CPlot::Label(const QRect& rect, int nAlignment, const QString& strText, const CGraphTextStyle& text)
@@ -248,22 +247,22 @@ void CPlot::DrawLines()
 {
     if (!(m_dMaxValue > 0))
         return;
-    const CGraphScaleY scale{m_appearance.eScaleMode, m_dMaxValue, m_nTop, m_nHeight};
-    CGraphLinePainter linePainter(m_painter);
+    const CGraphScaleY scale(m_appearance.eScaleMode, m_dMaxValue, m_nTop, m_nHeight);
+    CGraphItemScale toY(scale);
     for (const CItem& item : m_vecItems)
-        DrawLine(item, scale, linePainter);
+        DrawLine(item, toY);
 }
 
-void CPlot::DrawLine(const CItem& item, const CGraphScaleY& scale, CGraphLinePainter& linePainter)
+void CPlot::DrawLine(const CItem& item, CGraphItemScale& toY)
 {
     const QPen pen = m_style.Pen(item.nPen);
-    const CGraphItemScale toY(scale, item.nDivisor, item.nLength, m_vecCache);
+    toY.Begin(item.nDivisor, item.nLength);
     const auto nWidth = static_cast<size_t>(m_nWidth);
     // A pattern runs along the whole way, and antialiasing adds up what lies over each other.
     const bool bWhole = pen.style() != Qt::SolidLine || (m_painter.renderHints() & QPainter::Antialiasing);
     if (!bWhole) {
         MakeGraphColumns(item.pValues, item.nLength, toY, m_nLeft, nWidth, m_nMaxLength, m_vecColumns);
-        linePainter.Draw(m_vecColumns, pen);
+        m_linePainter.Draw(m_vecColumns, pen);
     } else {
         std::vector<QPoint> vecPoints;
         vecPoints.reserve(2 * item.nLength);
@@ -274,7 +273,7 @@ void CPlot::DrawLine(const CItem& item, const CGraphScaleY& scale, CGraphLinePai
             nX = m_nLeft + static_cast<int>((i + 1) * nWidth / m_nMaxLength);
             vecPoints.emplace_back(nX, nY);
         }
-        linePainter.Draw(vecPoints, pen);
+        m_linePainter.Draw(vecPoints, pen);
     }
 }
 

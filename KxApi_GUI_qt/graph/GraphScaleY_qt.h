@@ -12,43 +12,53 @@ namespace KxApi
 {
 
 /// The vertical extent of a plot, in pixels, and what it stands for.
-struct CGraphScaleY
+class CGraphScaleY
 {
-    _EKxGraphScaleMode_t eMode = KxGraphScaleMode_Linear;
-    double dMaxValue = 1; ///< at the top; above 0
-    int nTop = 0;
-    int nHeight = 0;
+public:
+    /// @param dMaxValue at the top; above 0.
+    CGraphScaleY(_EKxGraphScaleMode_t eMode, double dMaxValue, int nTop, int nHeight);
 
-    /// The y of a value.
+    /// The y of a value. It never grows with the value.
     int YOf(double dValue) const;
+
+    double MaxValue() const { return m_dMaxValue; }
+    bool IsLogarithmic() const { return m_eMode == KxGraphScaleMode_Logarithmic; }
+
+private:
+    const _EKxGraphScaleMode_t m_eMode;
+    const double m_dMaxValue;
+    const double m_dWhole; // the greatest value, or its logarithm
+    const int m_nTop;
+    const int m_nHeight;
 };
 
-/// The y of an item's values. Many values occur again and again, and a logarithm costs more than to look its
-/// result up.
+/// The y of the values of items. On a logarithmic scale those of small values lie ready: there are far fewer
+/// rows of pixels than values, and logarithms take long.
 class CGraphItemScale
 {
 public:
-    /// @param nDivisor what the item's values have to be divided by. @param nValues how many values are to
-    /// come, @param vecCache memory to be used.
-    CGraphItemScale(const CGraphScaleY& scale, int64_t nDivisor, size_t nValues,
-                    std::vector<int16_t>& vecCache);
+    explicit CGraphItemScale(const CGraphScaleY& scale)
+        : m_scale(scale)
+    {}
+
+    /// For an item of so many values, which have to be divided by the divisor.
+    void Begin(int64_t nDivisor, size_t nValues);
 
     int operator()(uint32_t nValue) const
     {
-        if (nValue >= m_vecCache.size())
-            return m_scale.YOf(nValue / m_dDivisor);
-        int16_t& nY = m_vecCache[nValue];
-        if (nY == kUnknown)
-            nY = static_cast<int16_t>(m_scale.YOf(nValue / m_dDivisor));
-        return nY;
+        return nValue < m_vecTable.size() ? m_vecTable[nValue] : m_scale.YOf(nValue / m_dDivisor);
     }
 
 private:
-    static constexpr int16_t kUnknown = INT16_MIN;
+    void Fill(size_t nFirst, size_t nLast);
+    int16_t YIn16Bits(size_t nValue) const
+    {
+        return static_cast<int16_t>(m_scale.YOf(static_cast<double>(nValue) / m_dDivisor));
+    }
 
     const CGraphScaleY& m_scale;
-    const double m_dDivisor;
-    std::vector<int16_t>& m_vecCache;
+    double m_dDivisor = 1;
+    std::vector<int16_t> m_vecTable;
 };
 
 } // namespace KxApi

@@ -35,18 +35,21 @@ public:
         , m_nLast(nY)
     {}
 
+    /// Without branches, since noise can't be predicted.
     void Move(int nY)
     {
-        if (nY == m_nLast)
-            return;
-        const EDirection eDirection = nY > m_nLast ? Down : Up;
-        if (m_eDirection != None && eDirection != m_eDirection)
-            Turn();
-        m_eDirection = eDirection;
+        const int nDirection = (nY > m_nLast) - (nY < m_nLast);
+        const bool bLowest = m_nDirection == kDown && nDirection == kUp;
+        const bool bHighest = m_nDirection == kUp && nDirection == kDown;
+        m_nLowest = bLowest && m_nLast > m_nLowest ? m_nLast : m_nLowest;
+        m_nHighest = bHighest && m_nLast < m_nHighest ? m_nLast : m_nHighest;
+        m_nLastTurn = bLowest || bHighest ? m_nDirection : m_nLastTurn;
+        m_nFirstTurn = m_nFirstTurn == 0 ? m_nLastTurn : m_nFirstTurn;
+        m_nDirection = nDirection != 0 ? nDirection : m_nDirection;
         m_nLast = nY;
     }
 
-    bool HasMoved() const { return m_eDirection != None; }
+    bool HasMoved() const { return m_nDirection != 0; }
 
     CGraphColumn Column(int nX) const
     {
@@ -54,13 +57,12 @@ public:
         column.nX = nX;
         const auto add = [&column](int nY) { column.arrY[static_cast<size_t>(column.nCount++)] = nY; };
         add(m_nFirst);
-        if (m_eFirstTurn != None) {
-            add(TurnOf(m_eFirstTurn));
-            const EDirection eOther = m_eFirstTurn == Down ? Up : Down;
-            if (HasTurn(eOther))
-                add(TurnOf(eOther));
-            if (m_eLastTurn == m_eFirstTurn && HasTurn(eOther))
-                add(TurnOf(m_eLastTurn));
+        if (m_nFirstTurn != 0) {
+            add(TurnOf(m_nFirstTurn));
+            if (HasTurn(-m_nFirstTurn))
+                add(TurnOf(-m_nFirstTurn));
+            if (m_nLastTurn == m_nFirstTurn && HasTurn(-m_nFirstTurn))
+                add(TurnOf(m_nLastTurn));
         }
         if (HasMoved())
             add(m_nLast);
@@ -68,37 +70,26 @@ public:
     }
 
 private:
-    enum EDirection
-    {
-        None,
-        Down, // a turn at the end of a way down is a lowest point, with the greatest y
-        Up,
-    };
+    // Directions; 0 is none. A turn is named by the way that ends there: at the end of a way down is a lowest
+    // point, with the greatest y.
+    static constexpr int kDown = 1;
+    static constexpr int kUp = -1;
+    static constexpr int kNoLowest = std::numeric_limits<int>::min();
+    static constexpr int kNoHighest = std::numeric_limits<int>::max();
 
-    void Turn()
+    int TurnOf(int nDirection) const { return nDirection == kDown ? m_nLowest : m_nHighest; }
+    bool HasTurn(int nDirection) const
     {
-        if (m_eFirstTurn == None)
-            m_eFirstTurn = m_eDirection;
-        m_eLastTurn = m_eDirection;
-        if (m_eDirection == Down)
-            m_nLowest = m_nLast > m_nLowest ? m_nLast : m_nLowest;
-        else
-            m_nHighest = m_nLast < m_nHighest ? m_nLast : m_nHighest;
-    }
-    int TurnOf(EDirection eDirection) const { return eDirection == Down ? m_nLowest : m_nHighest; }
-    bool HasTurn(EDirection eDirection) const
-    {
-        return eDirection == Down ? m_nLowest != std::numeric_limits<int>::min()
-                                  : m_nHighest != std::numeric_limits<int>::max();
+        return nDirection == kDown ? m_nLowest != kNoLowest : m_nHighest != kNoHighest;
     }
 
     int m_nFirst;
     int m_nLast;
-    EDirection m_eDirection = None;
-    EDirection m_eFirstTurn = None;
-    EDirection m_eLastTurn = None;
-    int m_nLowest = std::numeric_limits<int>::min();
-    int m_nHighest = std::numeric_limits<int>::max();
+    int m_nDirection = 0;
+    int m_nFirstTurn = 0;
+    int m_nLastTurn = 0;
+    int m_nLowest = kNoLowest;
+    int m_nHighest = kNoHighest;
 };
 
 /// The columns of a line, from left to right: the first, the last, and each one along which the line moves.
@@ -113,15 +104,10 @@ void MakeGraphColumns(const uint32_t* pValues, size_t nCount, const ToY& toY, in
         return;
     int nX = nLeft;
     size_t nPart = 0; // of a pixel, in units of 1 / nMaxLength
-    uint32_t nBefore = pValues[0];
-    int nY = toY(nBefore);
-    CGraphColumnMaker maker(nY);
+    CGraphColumnMaker maker(toY(pValues[0]));
     for (size_t i = 0; i < nCount; ++i) {
-        if (pValues[i] != nBefore) {
-            nBefore = pValues[i];
-            nY = toY(nBefore);
-            maker.Move(nY);
-        }
+        const int nY = toY(pValues[i]);
+        maker.Move(nY);
         nPart += nPlotWidth;
         if (nPart < nMaxLength)
             continue;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Plots, pixel by pixel: positions worked out by hand, and lines beside a painter that draws each point.
 #include "Support.h"
+#include "graph/GraphLine_qt.h"
 #include "graph/GraphRenderer_qt.h"
 
 #include <KxApi_IP/IKxGraphDataBufferList.h>
@@ -185,6 +186,27 @@ QRgb PixelAt(const QImage& image, int x, int y) { return image.pixel(x, y) & 0xF
 
 // Left 84, top 16, plot of 300 by 200: the frame's lines are at 84 and 383, 16 and 215, but for the left and
 // the upper one, which stand a pixel outside.
+TEST_F(GraphRender, StraightLinesAreThoseOfAPainter)
+{
+    const QPoint kEnds[] = {{10, 10}, {30, 10}, {10, 25}, {10, 10}, {40, 41}};
+    for (const int nWidth : {0, 1, 2, 3}) {
+        for (const auto eCap : {Qt::RoundCap, Qt::SquareCap, Qt::FlatCap}) {
+            const QPen pen(Qt::red, nWidth, Qt::SolidLine, eCap);
+            for (const QPoint& end : kEnds) {
+                QImage image(50, 50, QImage::Format_RGB32), expected(50, 50, QImage::Format_RGB32);
+                image.fill(Qt::white);
+                expected.fill(Qt::white);
+                QPainter painter(&image), bare(&expected);
+                bare.setPen(pen);
+                bare.drawLine(kEnds[0], end);
+                CGraphLinePainter(painter).DrawLine(end, kEnds[0], pen);
+                EXPECT_EQ(DifferenceOf(image, expected), "")
+                    << nWidth << " cap " << eCap << " to " << end.x();
+            }
+        }
+    }
+}
+
 TEST_F(GraphRender, PutsFrameTicksAndStepsWhereTheyBelong)
 {
     m_param.nPlotWidth = 300;
