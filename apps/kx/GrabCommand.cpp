@@ -6,6 +6,7 @@
 #include "OpenCamera.h"
 #include "Output.h"
 
+#include <KxApi_TL/IKxPort.h>
 #include <KxApi_TL/IKxStream.h>
 
 #include <CLI/CLI.hpp>
@@ -36,6 +37,8 @@ struct Options
     uint64_t images = kKxEndless;
     uint32_t buffers = kKxDefaultBufferCount;
     uint32_t timeoutMs = 5000;
+    uint32_t part = 0;
+    std::string mode;
     std::vector<std::string> settings;
     std::string output;
     std::string format;
@@ -73,6 +76,15 @@ Image Next(IKxStream& stream, uint32_t timeoutMs)
     return Image();
 }
 
+IKxStreamImage& PartOf(IKxStreamImage& image, uint32_t part)
+{
+    if (part >= image.GetPartCount())
+        throw RUNTIME_EXCEPTION("image %llu has no part %u, its last one is %u",
+                                static_cast<unsigned long long>(image.GetFrameID()), part,
+                                image.GetPartCount() - 1);
+    return *image.GetIKxPart(part);
+}
+
 void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, GrabProgress& progress)
 {
     const InterruptWatch watch;
@@ -82,7 +94,7 @@ void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, Gr
         if (!image)
             break;
         if (pWriter)
-            pWriter->Write(*image, n);
+            pWriter->Write(PartOf(*image, options.part), n);
         progress.Count(payload, image->GetTimestampNs(), stream.GetStatistics());
     }
 }
@@ -96,6 +108,9 @@ void RunGrab(const Options& options)
     KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
     const Stream stream(camera.Device().OpenIKxStream(0));
     stream->SetBufferCount(options.buffers);
+    if (!options.mode.empty())
+        KxApps::FindFeature(*stream->GetIKxPort()->GetINodeMap(), "StreamBufferHandlingMode")
+            .FromString(options.mode.c_str());
     stream->StartAcquisition(nullptr, options.images);
 
     GrabProgress progress(options.images);
@@ -133,9 +148,17 @@ void AddGrabCommand(CLI::App& program)
     command->add_option("--buffers", options->buffers, "Buffers that wait for images")
         ->check(CLI::Range(1u, kKxMaxBufferCount))
         ->capture_default_str();
+    command->add_option("-o,--output", options->output, FrameWriter::kHelp);
+    command->add_option("--mode", options->mode,
+                        "What becomes of images that come faster than they are taken: "
+                        "OldestFirst, OldestFirstOverwrite, NewestOnly");
+    command
+        ->add_option("--part", options->part,
+                     "Which image is saved of cameras that send several at once, from 0")
+        ->capture_default_str()
+        ->needs("--output");
     command->add_option("--timeout", options->timeoutMs, "Milliseconds to wait for an image")
         ->capture_default_str();
-    command->add_option("-o,--output", options->output, FrameWriter::kHelp);
     command
         ->add_option(
             "--format", options->format,

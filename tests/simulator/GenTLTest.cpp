@@ -5,6 +5,7 @@
 #include <KxApi_TL/CKxGenTLLib.h>
 
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <thread>
 
@@ -258,28 +259,63 @@ TEST_F(Functions, FillMemoryOfTheirUserAndTellOfImagesTooLarge)
     EXPECT_FALSE(StreamInfo<bool8_t>(STREAM_INFO_IS_GRABBING)) << "one image was asked for";
 }
 
-TEST_F(Functions, HandleBuffersAsTheStreamIsToldTo)
+/// Each way to handle buffers, from OldestFirst to NewestOnly.
+class Handling : public Functions, public testing::WithParamInterface<uint32_t>
 {
-    PORT_HANDLE const port = stream;
-    size_t size = 0;
-    ASSERT_EQ(lib.GCGetPortURL(port, nullptr, &size), GC_ERR_SUCCESS);
+protected:
+    /// The only enumeration of the stream that can be written lies behind its two texts and numbers: finds it
+    /// by trying.
+    void SetMode(uint32_t mode)
+    {
+        uint64_t address = 0x1000;
+        size_t size = sizeof mode;
+        while (lib.GCWritePort(stream, address, &mode, &size) != GC_ERR_SUCCESS && address < 0x1100)
+            address += 4;
+        ASSERT_LT(address, 0x1100U);
+    }
+    uint64_t FrameID(BUFFER_HANDLE buffer)
+    {
+        uint64_t id = 0;
+        size_t size = sizeof id;
+        EXPECT_EQ(lib.DSGetBufferInfo(stream, buffer, BUFFER_INFO_FRAMEID, nullptr, &id, &size),
+                  GC_ERR_SUCCESS);
+        return id;
+    }
+};
+
+TEST_P(Handling, HandsOutOnlyWhatIsTheConsumersFromThenOn)
+{
     EVENT_HANDLE event = nullptr;
     ASSERT_EQ(lib.GCRegisterEvent(stream, EVENT_NEW_BUFFER, &event), GC_ERR_SUCCESS);
-    // The only enumeration of the stream that can be written lies behind its two texts and numbers: find it
-    // by trying.
-    uint32_t mode = 2;
-    size = sizeof mode;
-    uint64_t address = 0x1000;
-    while (lib.GCWritePort(port, address, &mode, &size) != GC_ERR_SUCCESS && address < 0x1100)
-        address += 4;
-    ASSERT_LT(address, 0x1100U);
-    Announce(3);
+    SetMode(GetParam());
+    const std::vector<BUFFER_HANDLE> buffers = Announce(3);
+    SetFeature("AcquisitionFrameRateEnable", "0");
+    SetFeature("ExposureTime", "100");
     ASSERT_EQ(lib.DSStartAcquisition(stream, ACQ_START_FLAGS_DEFAULT, GENTL_INFINITE), GC_ERR_SUCCESS);
     SetFeature("AcquisitionStart", "1");
-    EXPECT_TRUE(Eventually([&] { return StreamInfo<uint64_t>(STREAM_INFO_NUM_DELIVERED) >= 6; }));
-    EXPECT_EQ(StreamInfo<uint64_t>(STREAM_INFO_NUM_UNDERRUN), 0U);
-    EXPECT_LE(StreamInfo<size_t>(STREAM_INFO_NUM_AWAIT_DELIVERY), 1U) << "only the newest";
+    uint64_t last = 0;
+    for (int i = 0; i < 500; ++i) {
+        EVENT_NEW_BUFFER_DATA data{};
+        size_t size = sizeof data;
+        ASSERT_EQ(lib.EventGetData(event, &data, &size, kLongMs), GC_ERR_SUCCESS);
+        const uint64_t id = FrameID(data.BufferHandle);
+        ASSERT_TRUE(i == 0 || id > last) << id << " after " << last;
+        last = id;
+        if (i % 8 == 0) // the camera is faster for once
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        ASSERT_EQ(FrameID(data.BufferHandle), id) << "filled anew while it was out";
+        ASSERT_EQ(lib.DSQueueBuffer(stream, data.BufferHandle), GC_ERR_SUCCESS) << "it was in a queue still";
+    }
+    const bool losesNothingHere = GetParam() != 0;
+    EXPECT_EQ(StreamInfo<uint64_t>(STREAM_INFO_NUM_UNDERRUN) == 0, losesNothingHere);
+    EXPECT_LE(StreamInfo<size_t>(STREAM_INFO_NUM_AWAIT_DELIVERY), GetParam() == 2 ? 1U : 3U);
+    EXPECT_EQ(lib.DSStopAcquisition(stream, ACQ_STOP_FLAGS_DEFAULT), GC_ERR_SUCCESS);
+    EXPECT_EQ(lib.DSFlushQueue(stream, ACQ_QUEUE_INPUT_TO_OUTPUT), GC_ERR_SUCCESS);
+    EXPECT_EQ(StreamInfo<size_t>(STREAM_INFO_NUM_AWAIT_DELIVERY), buffers.size());
+    EXPECT_EQ(lib.DSFlushQueue(stream, ACQ_QUEUE_ALL_DISCARD), GC_ERR_SUCCESS);
 }
+
+INSTANTIATE_TEST_SUITE_P(Modes, Handling, testing::Values(0U, 1U, 2U));
 
 TEST_F(Functions, EndWaitsOnDemand)
 {

@@ -166,4 +166,60 @@ TEST_F(Format, StaysInPhaseWithinAWindow)
     }
 }
 
+class Parts : public Simulator
+{};
+
+TEST_F(Parts, OfA3dCameraAreRangeIntensityAndConfidenceOfOneScene)
+{
+    const DevicePtr device = Open(kRange);
+    Set(device, "ChunkModeActive", "1");
+    WithImage(device, [&](IKxStreamImage& range) {
+        ASSERT_EQ(range.GetPartCount(), 3U);
+        IKxStreamImage &intensity = *range.GetIKxPart(1), &confidence = *range.GetIKxPart(2);
+        EXPECT_EQ(range.GetImagePixelFormat(), KxPixelFormat_Coord3D_C16);
+        EXPECT_EQ(intensity.GetImagePixelFormat(), KxPixelFormat_Mono8);
+        EXPECT_EQ(confidence.GetImagePixelFormat(), KxPixelFormat_Confidence8);
+        EXPECT_EQ(confidence.GetPartDataType(), GenTL::PART_DATATYPE_CONFIDENCE_MAP);
+        EXPECT_EQ(range.GetPurposeID(), 4U);
+        EXPECT_EQ(range.GetIKxPixelComponentValue(10, 10)->GetValue(0), 30000) << "the belt";
+        EXPECT_EQ(range.GetIKxPixelComponentValue(200, 256)->GetValue(0), 30000 - 120 * 40)
+            << "the ball's top";
+        EXPECT_EQ(confidence.GetIKxPixelComponentValue(200, 256)->GetValue(0), 255);
+        EXPECT_EQ(range.GetIKxPixelComponentValue(400, 256)->GetValue(0), 0) << "the box's edge isn't seen";
+        EXPECT_EQ(confidence.GetIKxPixelComponentValue(400, 256)->GetValue(0), 0);
+        EXPECT_EQ(Get(device, "ChunkWidth"), "640") << "behind all parts";
+    });
+    Set(device, "ComponentSelector", "Range");
+    Set(device, "ComponentEnable", "0");
+    WithImage(device, [](IKxStreamImage& image) {
+        EXPECT_EQ(image.GetPartCount(), 2U);
+        EXPECT_EQ(image.GetImagePixelFormat(), KxPixelFormat_Mono8);
+    });
+}
+
+TEST_F(Parts, OfTwoRegionsAreTheImageAndItsMiddle)
+{
+    const DevicePtr device = Open(kRegions);
+    Set(device, "Width", "64");
+    Set(device, "Height", "32");
+    Set(device, "KxFaultIncompleteEvery", "2");
+    const StreamPtr stream(device->OpenIKxStream(0));
+    stream->StartAcquisition(nullptr, 2);
+    for (const bool isIncomplete : {false, true}) {
+        const ImagePtr whole(stream->FetchImage(kLongMs));
+        ASSERT_TRUE(whole);
+        ASSERT_EQ(whole->GetPartCount(), 2U);
+        EXPECT_EQ(whole->IsIncomplete(), isIncomplete);
+        IKxStreamImage& middle = *whole->GetIKxPart(1);
+        EXPECT_EQ(middle.GetImageWidth(), 32U);
+        EXPECT_EQ(middle.GetOffsetY(), 8U);
+        EXPECT_EQ(middle.GetRegionID(), 1U);
+        EXPECT_EQ(middle.GetDeliveredHeight(), isIncomplete ? 0U : 16U);
+        if (!isIncomplete) {
+            EXPECT_EQ(middle.GetIKxPixelComponentValue(3, 2)->GetValue(0),
+                      whole->GetIKxPixelComponentValue(19, 10)->GetValue(0));
+        }
+    }
+}
+
 } // namespace

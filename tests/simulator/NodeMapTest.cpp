@@ -30,7 +30,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Cameras, EachCamera,
                          testing::Values(kMono, kBayer, kAllKinds, kColour, kPolarized, kPolarizedBayer,
-                                         kPlanar),
+                                         kPlanar, kRange, kRegions),
                          [](const auto& camera) {
                              std::string name = camera.param.camera;
                              name.erase(name.find('-'), 1);

@@ -173,15 +173,24 @@ TEST_F(Scene, ShowsTheImagesOfAFolderInTheirOrderAndSkipsWhatIsNone)
     write("a.pgm", std::string("P5 2 1 255\n") + '\xFF' + '\x00');
     write("b.ppm", std::string("P6\n# red\n1 1\n65535\n\xFF\xFF\0\0\0\0", 25));
     write("c.bmp", "BM, but nothing behind it");
+    // A red pixel.
+    static constexpr char kPng[] =
+        "\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x01\x00\x00\x00\x01\x08"
+        "\x02\x00\x00\x00\x90\x77\x53\xDE\x00\x00\x00\x0C\x49\x44\x41\x54\x78\x9C\x63\xF8\xCF\xC0\x00\x00\x03"
+        "\x01\x01\x00\xC9\xFE\x92\xEF\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42\x60\x82";
+    write("d.png", std::string(kPng, sizeof kPng - 1));
     write("readme.txt", "no image");
     const DevicePtr device = Open(kAllKinds);
     Set(device, "KxSceneFolder", Folder());
     Set(device, "KxSceneSource", "ImageFolder");
     const StreamPtr stream(device->OpenIKxStream(0));
-    stream->StartAcquisition(nullptr, 4);
+    stream->StartAcquisition(nullptr, 5);
     const double white = 0.8 * 255;
-    const std::array<std::pair<double, double>, 4> expected = {
-        {{white, 0}, {0.299 * white, 0.299 * white}, {0.25 * white, 0.25 * white}, {white, 0}}};
+    const std::array<std::pair<double, double>, 5> expected = {{{white, 0},
+                                                                {0.299 * white, 0.299 * white},
+                                                                {0.25 * white, 0.25 * white},
+                                                                {0.299 * white, 0.299 * white},
+                                                                {white, 0}}};
     for (const auto& [left, right] : expected) {
         const ImagePtr image(stream->FetchImage(kLongMs));
         ASSERT_TRUE(image);

@@ -58,6 +58,8 @@ constexpr Place kColour = {"KxSim_GEV", "KX-G1C_2001"};
 constexpr Place kPolarized = {"KxSim_GEV", "KX-G5P_2002"};
 constexpr Place kElsewhere = {"KxSim_GEV", "KX-G1M_2003"};
 constexpr Place kPolarizedBayer = {"KxSim_CXP", "KX-C5PC_3001"};
+constexpr Place kRange = {"KxSim_CXP", "KX-C3D_3003"};
+constexpr Place kRegions = {"KxSim_CXP", "KX-C2R_3004"};
 constexpr Place kPlanar = {"KxSim_CXP", "KX-C1Y_3002"};
 
 /// Cameras of its own: locks of other processes are those of the same folder for temporary files.

@@ -17,8 +17,8 @@ namespace
 std::vector<const CFeatureGroup*> GroupsOf(const CCameraModel& model)
 {
     std::vector<const CFeatureGroup*> groups = {
-        &kDeviceFeatures, &kImageFormatFeatures, &kAcquisitionFeatures, &kAnalogFeatures, &kSceneFeatures,
-        &kChunkFeatures,  &kEventFeatures,       &kTransportFeatures,   &kFaultFeatures};
+        &kDeviceFeatures, &kImageFormatFeatures, &kComponentFeatures, &kAcquisitionFeatures, &kAnalogFeatures,
+        &kSceneFeatures,  &kChunkFeatures,       &kEventFeatures,     &kTransportFeatures,   &kFaultFeatures};
     if (model.hasAllKinds)
         groups.push_back(&kAllKindsFeatures);
     groups.push_back(&kUserSetFeatures);
@@ -227,11 +227,17 @@ CFrameSettings CCamera::FrameSettings()
     return s;
 }
 
+std::vector<CPartInfo> CCamera::Parts(const CFrameSettings& settings)
+{
+    return PlanParts(m_model.parts, settings, EnabledComponents());
+}
+
 size_t CCamera::PayloadSize()
 {
     const CFrameSettings settings = FrameSettings();
+    const size_t imageSize = PartsSize(Parts(settings), settings);
     CFrameInfo info;
-    return settings.ImageSize() + ChunkTail(settings, info).size();
+    return imageSize + ChunkTail(settings, imageSize, info).size();
 }
 
 double CCamera::FrameRateLimit()
@@ -295,8 +301,11 @@ void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
     info.offsetX = static_cast<size_t>(settings.offsetX);
     info.offsetY = static_cast<size_t>(settings.offsetY);
     info.pixelFormat = settings.format->code;
-    const std::string tail = ChunkTail(settings, info);
-    info.dataSize = settings.ImageSize() + tail.size();
+    info.parts = Parts(settings);
+    info.payloadType = info.parts.empty() ? GenTL::PAYLOAD_TYPE_IMAGE : GenTL::PAYLOAD_TYPE_MULTI_PART;
+    const size_t imageSize = PartsSize(info.parts, settings);
+    const std::string tail = ChunkTail(settings, imageSize, info);
+    info.dataSize = imageSize + tail.size();
     info.isIncomplete = IsStruck("KxFaultIncompleteEveryReg", image);
     Notify(EEvent::ExposureEnd, info.frameId);
     if (IsStruck("KxFaultLateEveryReg", image))
@@ -306,11 +315,14 @@ void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
     const std::shared_ptr<CStream> stream = isLost ? nullptr : m_stream;
     lock.unlock();
     if (stream) {
-        stream->Deliver(std::move(info), [&](uint8_t* memory, size_t size) {
+        stream->Deliver(info, [&](uint8_t* memory, size_t size) {
             m_renderer.Prepare(settings);
-            m_renderer.Fill(image, memory, std::min(size, settings.ImageSize()));
-            if (size > settings.ImageSize())
-                std::memcpy(memory + settings.ImageSize(), tail.data(), size - settings.ImageSize());
+            if (info.parts.empty())
+                m_renderer.Fill(image, memory, std::min(size, imageSize));
+            else
+                FillParts(info.parts, settings, image, m_renderer, memory, std::min(size, imageSize));
+            if (size > imageSize)
+                std::memcpy(memory + imageSize, tail.data(), size - imageSize);
         });
     }
     lock.lock();

@@ -135,6 +135,8 @@ public:
     uint64_t Timestamp() const;
     void ResetTimestamp() { m_born = Clock::now(); }
     size_t PayloadSize();
+    /// Bits by the components' numbers.
+    uint32_t EnabledComponents();
     static size_t MaxChunks();
     CFrameSettings FrameSettings();
     double FrameRateLimit();
@@ -146,7 +148,8 @@ private:
     bool IsStillPlugged() const { return !m_isLost && IsBack(); }
     bool IsBack() const { return m_isPlugged || Clock::now() >= m_replugTime; }
     /// What comes behind an image; tells the chunks in `info`.
-    std::string ChunkTail(const CFrameSettings& settings, CFrameInfo& info);
+    std::string ChunkTail(const CFrameSettings& settings, size_t imageSize, CFrameInfo& info);
+    std::vector<CPartInfo> Parts(const CFrameSettings& settings);
     /// Whether a fault strikes each image of a number, and this one.
     bool IsStruck(const char* faultRegister, uint64_t image);
     bool IsTriggered() { return Registers().GetInteger("TriggerModeReg") == 1; }

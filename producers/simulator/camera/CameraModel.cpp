@@ -49,6 +49,10 @@ const std::vector<CCameraModel>& CameraModels()
          false, false, 0, {}},
         {ETechnology::CXP, "KX-C1Y", "3002", "Planar YUV 4:2:0 and BGR of 30 bits", 1224, 1024, 2.0, EMosaic::Colour,
          false, ESource::MovingShapes, {"YUV420_8_Planar", "BGR10p32"}, false, false, 0, {}},
+        {ETechnology::CXP, "KX-C3D", "3003", "3D: range, intensity and confidence", 640, 480, 2.5, EMosaic::None, false,
+         ESource::MovingShapes, {"Mono8"}, false, false, 0, {}, EParts::Range},
+        {ETechnology::CXP, "KX-C2R", "3004", "Two regions in one buffer", 1224, 1024, 2.0, EMosaic::None, false,
+         ESource::MovingShapes, {"Mono8", "Mono16"}, false, false, 0, {}, EParts::Regions},
     };
     // clang-format on
     return kModels;

@@ -4,6 +4,7 @@
 
 #include "Common.h"
 #include "image/FrameRenderer.h"
+#include "image/Parts.h"
 
 #include <cstdint>
 #include <vector>
@@ -27,6 +28,7 @@ struct CCameraModel
     bool hasAllKinds; // of nodes
     uint64_t mac;
     CIpConfig ip;
+    EParts parts = EParts::One;
 };
 
 const std::vector<CCameraModel>& CameraModels();

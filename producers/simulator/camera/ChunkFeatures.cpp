@@ -136,7 +136,7 @@ uint64_t ValueOf(EChunkValue value, const CFrameSettings& settings, const CFrame
 
 const CFeatureGroup kChunkFeatures = {Describe, Bind};
 
-std::string CCamera::ChunkTail(const CFrameSettings& settings, CFrameInfo& info)
+std::string CCamera::ChunkTail(const CFrameSettings& settings, size_t imageSize, CFrameInfo& info)
 {
     CRegisterMap& map = Registers();
     std::string tail;
@@ -152,7 +152,6 @@ std::string CCamera::ChunkTail(const CFrameSettings& settings, CFrameInfo& info)
         put(id, 4);
         put(length, 4);
     };
-    const size_t imageSize = settings.ImageSize();
     close(kImageId, 0, imageSize);
     info.chunkLayout = 1;
     for (size_t i = 0; i < kChunks.size(); ++i) {

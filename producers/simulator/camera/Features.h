@@ -19,6 +19,7 @@ struct CFeatureGroup
 
 extern const CFeatureGroup kDeviceFeatures;
 extern const CFeatureGroup kImageFormatFeatures;
+extern const CFeatureGroup kComponentFeatures;
 extern const CFeatureGroup kAcquisitionFeatures;
 extern const CFeatureGroup kAnalogFeatures;
 extern const CFeatureGroup kSceneFeatures;

@@ -42,17 +42,6 @@ uint32_t Little(const std::string& bytes, size_t offset, size_t count)
     return value;
 }
 
-/// Makes room for an image, if its size is sensible.
-bool SetSize(CPicture& picture, uint64_t width, uint64_t height)
-{
-    if (width == 0 || height == 0 || width > kMaxPixels || height > kMaxPixels / width)
-        return false;
-    picture.width = static_cast<int>(width);
-    picture.height = static_cast<int>(height);
-    picture.values.resize(static_cast<size_t>(width * height) * 3);
-    return true;
-}
-
 /// Next number of a PNM header; comments run from # to the end of the line. 0 if there is none.
 uint32_t NextNumber(const std::string& bytes, size_t& place)
 {
@@ -76,7 +65,7 @@ CPicture ReadPnm(const std::string& bytes)
     const uint32_t white = NextNumber(bytes, place);
     ++place; // one space before the values
     CPicture picture;
-    if (white == 0 || white > 65535 || !SetSize(picture, width, height))
+    if (white == 0 || white > 65535 || !picture.SetSize(width, height))
         return {};
     const size_t valueSize = white > 255 ? 2 : 1;
     const size_t count = static_cast<size_t>(width) * height * components;
@@ -104,7 +93,7 @@ CPicture ReadBmp(const std::string& bytes)
         signedHeight < 0 ? 0U - static_cast<uint32_t>(signedHeight) : static_cast<uint32_t>(signedHeight);
     const uint32_t bits = Little(bytes, 28, 2), compression = Little(bytes, 30, 4);
     CPicture picture;
-    if ((bits != 8 && bits != 24 && bits != 32) || compression != 0 || !SetSize(picture, width, height))
+    if ((bits != 8 && bits != 24 && bits != 32) || compression != 0 || !picture.SetSize(width, height))
         return {};
     const size_t pitch = (static_cast<size_t>(width) * bits + 31) / 32 * 4;
     const size_t palette = 14 + static_cast<size_t>(headerSize);
@@ -170,9 +159,19 @@ private:
 
 } // namespace
 
+bool CPicture::SetSize(uint64_t newWidth, uint64_t newHeight)
+{
+    if (newWidth == 0 || newHeight == 0 || newWidth > kMaxPixels || newHeight > kMaxPixels / newWidth)
+        return false;
+    width = static_cast<int>(newWidth);
+    height = static_cast<int>(newHeight);
+    values.resize(static_cast<size_t>(newWidth * newHeight) * 3);
+    return true;
+}
+
 std::vector<std::string> ListPictures(const std::string& folder, size_t limit)
 {
-    static constexpr std::array<const char*, 3> kExtensions = {".pgm", ".ppm", ".bmp"};
+    static constexpr std::array<const char*, 4> kExtensions = {".pgm", ".ppm", ".bmp", ".png"};
     std::vector<std::string> files;
     std::error_code error;
     for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error)) {
@@ -195,6 +194,8 @@ CPicture ReadPicture(const std::string& file)
         return {};
     if (bytes[0] == 'P' && (bytes[1] == '5' || bytes[1] == '6'))
         return ReadPnm(bytes);
+    if (bytes.compare(0, 4, "\x89PNG") == 0)
+        return ReadPng(bytes);
     return bytes.compare(0, 2, "BM") == 0 ? ReadBmp(bytes) : CPicture();
 }
 
