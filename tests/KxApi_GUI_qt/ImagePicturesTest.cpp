@@ -136,7 +136,7 @@ TEST_F(ImagePictures, Formats)
         ShowScene(ePixelFormat);
         SaveWindow(QString("format-") + GetIKxPixelFormatInfo(ePixelFormat)->GetName().c_str());
     }
-    ShowImage(MakeImage(64, 64, KxPixelFormat_Coord3D_A32f)->GetIKxImage());
+    ShowImage(MakeImage(64, 64, KxPixelFormat_Data32)->GetIKxImage());
     SaveWindow("format-not-shown");
 }
 

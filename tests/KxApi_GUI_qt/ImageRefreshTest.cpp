@@ -204,8 +204,8 @@ TEST_F(ImageRefresh, WhatCantBeConvertedIsToldInPlaceOfTheImage)
     ShowImage(Grey(9)->GetIKxImage());
     m_pWnd->SetManualZoomMagnification(8);
     const QSize size = Widget().size();
-    // No converter makes false colours of a coordinate.
-    ShowImage(MakeImage(64, 64, KxPixelFormat_Coord3D_A32f)->GetIKxImage());
+    // Numbers of so many bits are no brightness.
+    ShowImage(MakeImage(64, 64, KxPixelFormat_Data32)->GetIKxImage());
     EXPECT_EQ(Widget().size(), size);
     const auto countDark = [](const QImage& message, const QRect& rc) {
         int nDark = 0;

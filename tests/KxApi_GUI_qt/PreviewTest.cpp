@@ -226,11 +226,11 @@ TEST_F(Preview, TakesTheLastImageBackAsANewOne)
 
 TEST_F(Preview, GoesOnAfterAnImageThatCannotBeConverted)
 {
-    Register(MakeImage(8, 8, KxPixelFormat_Coord3D_ABC32f, 0));
+    Register(MakeImage(8, 8, KxPixelFormat_Data32, 0));
     EXPECT_THROW(WidgetPreview(), GenICam::GenericException);
     EXPECT_EQ(ErrorOf([this] { m_pWnd->GetConvertedIKxImage(); }), kNoImage);
-    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Coord3D_ABC32f:A=   0,B=   0,C=   0");
-    EXPECT_EQ(m_pWnd->GetRegisteredIKxImage()->GetImagePixelFormat(), KxPixelFormat_Coord3D_ABC32f);
+    EXPECT_EQ(StatusText().toStdString(), "(   0,    0)  Data32   0");
+    EXPECT_EQ(m_pWnd->GetRegisteredIKxImage()->GetImagePixelFormat(), KxPixelFormat_Data32);
     for (int i = 0; i < 20; ++i)
         EXPECT_THROW(WidgetPreview(), GenICam::GenericException);
     Register(MakeImage(8, 8));
