@@ -3,7 +3,6 @@
 
 #include "frame/utility_qt.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace KxApi
@@ -23,13 +22,9 @@ void CGridFilling::Stop()
     m_vecLevels.clear();
 }
 
-void CGridFilling::Push(GenApi::ICategory& category, QTreeWidgetItem* pParent)
+void CGridFilling::Push(const GenApi::ICategory& category, QTreeWidgetItem* pParent)
 {
-    const bool bWithinItself = std::any_of(m_vecLevels.begin(), m_vecLevels.end(),
-                                           [&](const CLevel& level) { return level.pCategory == &category; });
-    if (bWithinItself)
-        return;
-    CLevel level{&category, pParent, {}, 0};
+    CLevel level{pParent, {}, 0};
     category.GetFeatures(level.features);
     m_vecLevels.push_back(std::move(level));
 }

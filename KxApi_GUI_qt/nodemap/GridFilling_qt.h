@@ -37,8 +37,8 @@ public:
     CNodeInfo TakeEntry() { return m_vecEntries[m_nEntry++]; }
     CNext TakeNode();
 
-    /// The features of a category come next. Nothing for a category that stands within itself.
-    void Push(GenApi::ICategory& category, QTreeWidgetItem* pParent);
+    /// The features of a category come next. Categories never hold themselves: node maps see to it.
+    void Push(const GenApi::ICategory& category, QTreeWidgetItem* pParent);
     /// Categories that are being walked through.
     size_t Depth() const { return m_vecLevels.size(); }
     /// Leaves those behind that are done.
@@ -47,7 +47,6 @@ public:
 private:
     struct CLevel
     {
-        GenApi::ICategory* pCategory;
         QTreeWidgetItem* pParent;
         GenApi::FeatureList_t features;
         size_t nNext;

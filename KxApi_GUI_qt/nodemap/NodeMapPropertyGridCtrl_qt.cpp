@@ -211,6 +211,7 @@ CNodeMapQtPropertyGridCtrl::AddRow(GenApi::INode* pNode, QTreeWidgetItem* pItem,
         pItem->setText(0, strText);
         if (pProperty) {
             pProperty->SetPlaced(false);
+            pProperty->setObjectName(ToQString(pNode->GetName())); // by which programs find the row
             pItem->setToolTip(0, pProperty->GetNameTooltip());
             setItemWidget(pItem, 1, pProperty);
         }
