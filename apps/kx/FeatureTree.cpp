@@ -35,6 +35,16 @@ std::string Shown(GenApi::INode& node)
     return " = " + text + (unit.empty() ? "" : " " + unit);
 }
 
+/// A feature that can't be asked shows why, and ends no list.
+std::string Line(GenApi::INode& node)
+{
+    try {
+        return Shown(node) + " [" + NameOf(node.GetAccessMode()) + "]";
+    } catch (const GenICam::GenericException& e) {
+        return " ! " + OneLine(e.GetDescription());
+    }
+}
+
 class TreePrinter
 {
 public:
@@ -49,7 +59,7 @@ public:
         if (const auto category = dynamic_cast<GenApi::ICategory*>(&node))
             PrintCategory(node, *category, depth);
         else
-            m_out << Shown(node) << " [" << NameOf(node.GetAccessMode()) << "]\n";
+            m_out << Line(node) << "\n";
     }
 
 private:

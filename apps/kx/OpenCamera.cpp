@@ -14,7 +14,10 @@ namespace Kx
 void CameraOptions::AddTo(CLI::App& command)
 {
     command
-        .add_option("CAMERA", camera, "ID, user-defined name, serial number or model, as kx list shows them")
+        .add_option(
+            "CAMERA", camera,
+            "ID, user-defined name, serial number or model, as kx list shows them; for --module interface "
+            "or system also the ID of an interface")
         ->required();
     command
         .add_option("--module", module,
@@ -34,28 +37,41 @@ EKxDeviceAccess_t Possible(EKxDeviceAccess_t access, const KxApps::Camera& camer
                                                                                     : KxDeviceAccess_ReadOnly;
 }
 
+IKxInterface& FindInterface(const KxApps::Cameras& cameras, const std::string& name)
+{
+    for (const KxApps::Cameras::SystemEntry& system : cameras.Systems())
+        for (const KxApps::Cameras::InterfaceEntry& entry : system.interfaces)
+            if (entry.pInterface->GetIKxInterfaceInfo()->GetID() == name.c_str())
+                return *entry.pInterface;
+    return *cameras.Find(name).pInterface;
+}
+
 } // namespace
 
 OpenCamera::OpenCamera(const CameraOptions& options, EKxDeviceAccess_t access)
 {
-    const KxApps::Camera camera = m_cameras.Find(options.camera);
-    m_device = KxApps::Cameras::Open(camera, Possible(access, camera));
-    m_pMap = FindMap(options.module);
+    m_pMap = FindMap(options, access);
     if (!m_pMap)
         throw RUNTIME_EXCEPTION("%s has no node map of the module '%s'", options.camera.c_str(),
                                 options.module.c_str());
 }
 
-GenApi::INodeMap* OpenCamera::FindMap(const std::string& module)
+GenApi::INodeMap* OpenCamera::FindMap(const CameraOptions& options, EKxDeviceAccess_t access)
 {
-    if (module == "remote")
+    if (options.IsBeforeCameras()) {
+        IKxInterface& interface = FindInterface(m_cameras, options.camera);
+        IKxPort* const pPort =
+            options.module == "interface" ? interface.GetIKxPort() : interface.GetIKxSystem()->GetIKxPort();
+        return pPort->GetINodeMap();
+    }
+    const KxApps::Camera camera = m_cameras.Find(options.camera);
+    // Streams of a camera that is open for reading can't be opened.
+    const bool needsMore = options.module == "stream" && access == KxDeviceAccess_ReadOnly;
+    m_device = KxApps::Cameras::Open(camera, Possible(needsMore ? kControlIfFree : access, camera));
+    if (options.module == "remote")
         return m_device->GetIKxRemotePort()->GetINodeMap();
-    if (module == "local")
+    if (options.module == "local")
         return m_device->GetIKxLocalPort()->GetINodeMap();
-    if (module == "interface")
-        return m_device->GetIKxInterface()->GetIKxPort()->GetINodeMap();
-    if (module == "system")
-        return m_device->GetIKxInterface()->GetIKxSystem()->GetIKxPort()->GetINodeMap();
     m_stream.Reset(m_device->OpenIKxStream(0));
     return m_stream->GetIKxPort()->GetINodeMap();
 }

@@ -25,9 +25,13 @@ struct CameraOptions
 
     /// Declares the camera and --module on a command.
     void AddTo(CLI::App& command);
+
+    /// Whether the features are those of what lies before any camera.
+    bool IsBeforeCameras() const { return module == "interface" || module == "system"; }
 };
 
-/// An open camera. Closes everything in its destructor.
+/// An open camera, or, for the features of interface and system, what leads to it, which needs no open
+/// camera. Closes everything in its destructor.
 class OpenCamera
 {
 public:
@@ -37,13 +41,14 @@ public:
     /// Raises RuntimeException that tells which cameras there are, or what keeps this one from being opened.
     OpenCamera(const CameraOptions& options, KxApi::EKxDeviceAccess_t access);
 
+    /// Not with features of interface or system.
     KxApi::IKxDevice& Device() { return *m_device; }
 
     /// Node map of the module that the options name. Raises RuntimeException when it can't be had.
     GenApi::INodeMap& Map() { return *m_pMap; }
 
 private:
-    GenApi::INodeMap* FindMap(const std::string& module);
+    GenApi::INodeMap* FindMap(const CameraOptions& options, KxApi::EKxDeviceAccess_t access);
 
     KxApps::Cameras m_cameras; // outlives the device
     KxApps::Device m_device;
