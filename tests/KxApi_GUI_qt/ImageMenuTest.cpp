@@ -5,8 +5,6 @@
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 
-#include <gmock/gmock.h>
-
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -26,22 +24,6 @@ using namespace KxApi;
 class ImageMenu : public ImageViewTest
 {
 protected:
-    /// Entries of a menu and of those below it, one line each, with what they are.
-    static QStringList Outline(const QWidget& menu, const QString& strIndent = QString())
-    {
-        QStringList list;
-        for (const QAction* const pAction : menu.actions()) {
-            if (pAction->isSeparator()) {
-                list += strIndent + "-";
-                continue;
-            }
-            list += strIndent + pAction->text() + (pAction->isCheckable() ? " [ ]" : "");
-            if (pAction->menu())
-                list += Outline(*pAction->menu(), strIndent + "  ");
-        }
-        return list;
-    }
-
     void Choose(const QString& strText) const
     {
         Entry(strText)->trigger();
@@ -58,26 +40,14 @@ protected:
     }
 };
 
-const QStringList kZoom = {"  &Zoom",         "    &Fixed Zoom", "      x 16 [ ]",
-                           "      x 15 [ ]",  "      x 14 [ ]",  "      x 13 [ ]",
-                           "      x 12 [ ]",  "      x 11 [ ]",  "      x 10 [ ]",
-                           "      x 9 [ ]",   "      x 8 [ ]",   "      x 4 [ ]",
-                           "      x 2 [ ]",   "      x 1 [ ]",   "      x 1/2 [ ]",
-                           "      x 1/4 [ ]", "      x 1/8 [ ]", "    Fit To The &Window [ ]"};
-const QStringList kConverter = {
-    "  &Pixel Converter",  "    &Bayer Interpolation",    "      &OFF [ ]",
-    "      &Mono [ ]",     "      &Nearest Neighbor [ ]", "      N&earest Neighbor 2 [ ]",
-    "      &Bilinear [ ]", "      &Bilinear 2 [ ]",       "      &Bilinear 3 [ ]",
-    "      Bi&cubic [ ]",  "    &Reverse Y [ ]"};
-const QStringList kSave = {"  &Save", "    &Registered Image", "    &Preview Image"};
-
-TEST_F(ImageMenu, HasTheEntriesThatUsersKnow)
+TEST_F(ImageMenu, MenuBarAndContextMenuHaveTheSameEntries)
 {
     ShowWindow();
-    const QMenuBar& menuBar = *static_cast<CBaseDialogEx&>(Dialog()).getMenu();
-    EXPECT_EQ(Outline(menuBar), QStringList("&File") + kSave + QStringList("&View") + kZoom + kConverter +
-                                    QStringList({"  -", "  &Status Bar [ ]"}));
-    EXPECT_EQ(Outline(ContextMenu(), "  "), kSave + QStringList("  -") + kZoom + kConverter);
+    for (const char* const szEntry :
+         {"&Preview Image", "x 1/8", "Fit To The &Window", "Bi&cubic", "&Reverse Y"}) {
+        ASSERT_NE(Entry(szEntry), nullptr) << szEntry;
+        EXPECT_EQ(FindAction(ContextMenu(), szEntry), Entry(szEntry));
+    }
 }
 
 TEST_F(ImageMenu, ZoomEntriesAndSettingsFollowEachOther)
@@ -118,18 +88,10 @@ TEST_F(ImageMenu, ConverterEntriesAndConverterFollowEachOther)
 {
     ShowWindow();
     IKxPixelFormatConverter& converter = *m_pWnd->GetIKxPixelFormatConverter();
-    for (const auto& [szText, eMethod] :
-         {std::pair{"&OFF", KxBayerInterpolationMethod_Off},
-          {"&Mono", KxBayerInterpolationMethod_Mono},
-          {"N&earest Neighbor 2", KxBayerInterpolationMethod_NearestNeighbor2},
-          {"&Bilinear 3", KxBayerInterpolationMethod_Bilinear3},
-          {"Bi&cubic", KxBayerInterpolationMethod_Bicubic}})
-    {
-        Choose(szText);
-        EXPECT_EQ(converter.GetBayerInterpolationMethod(), eMethod);
-        EXPECT_EQ(CheckedBeside(szText), QStringList(szText));
-        Choose(szText);
-        EXPECT_EQ(CheckedBeside(szText), QStringList(szText));
+    for (int i = 0; i < 2; ++i) {
+        Choose("&Bilinear 3");
+        EXPECT_EQ(converter.GetBayerInterpolationMethod(), KxBayerInterpolationMethod_Bilinear3);
+        EXPECT_EQ(CheckedBeside("&OFF"), QStringList("&Bilinear 3"));
     }
     converter.SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear2);
     EXPECT_EQ(CheckedBeside("&OFF"), QStringList("&Bilinear 2"));
@@ -208,7 +170,6 @@ TEST_F(ImageMenu, StatusBarShowsTextsThatAreNotEmpty)
                                                       "e</b>");
     }));
     EXPECT_EQ(labels[0]->textFormat(), Qt::PlainText);
-    EXPECT_EQ(labels[0]->frameStyle(), static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken));
     m_pWnd->SetUserStatusBarText("");
     EXPECT_TRUE(PumpUntil([&] { return labels[0]->isHidden(); }));
     m_pWnd->SetUserStatusBarText("again");
@@ -218,23 +179,16 @@ TEST_F(ImageMenu, StatusBarShowsTextsThatAreNotEmpty)
         << qPrintable(labels[1]->text());
 }
 
-TEST_F(ImageMenu, ContextMenuOpensAtARightClick)
+TEST_F(ImageMenu, ContextMenuOpensAtARightClickAndSurvivesItsWindow)
 {
     ShowWindow();
     bool bOpened = false;
     QTimer::singleShot(0, &Dialog(), [&] {
         bOpened = ContextMenu().isVisible();
-        ContextMenu().close();
+        m_pWnd.Reset();
     });
     emit Dialog().customContextMenuRequested(QPoint(50, 50));
     EXPECT_TRUE(bOpened);
-}
-
-TEST_F(ImageMenu, ContextMenuSurvivesTheEndOfItsWindow)
-{
-    ShowWindow();
-    QTimer::singleShot(0, &Dialog(), [this] { m_pWnd.Reset(); });
-    emit Dialog().customContextMenuRequested(QPoint(50, 50));
     EXPECT_TRUE(PumpUntil([this] { return m_objLog.Count(KxGUICallbackType_Destroyed) == 1; }));
 }
 
@@ -248,7 +202,6 @@ TEST_F(ImageMenu, ChildHasNoMenuBarButAContextMenu)
     EXPECT_EQ(static_cast<CBaseDialogEx&>(Dialog()).getMenu()->parentWidget(), nullptr);
     m_pWnd->SetVisibleMenu(false);
     m_pWnd->SetVisibleMenu(true);
-    EXPECT_EQ(Outline(ContextMenu(), "  "), kSave + QStringList("  -") + kZoom + kConverter);
     FindAction(ContextMenu(), "x 4")->trigger();
     EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 4);
 }
@@ -271,19 +224,13 @@ TEST_F(ImageMenu, ExceptionsOfEntriesBecomeErrorEvents)
 TEST_F(ImageMenu, DrawingToolBarTellsToolsAndGridLines)
 {
     CDrawingToolBar toolBar;
-    QStringList listTexts;
     for (const QAction* const pAction : toolBar.actions()) {
-        if (!pAction->isCheckable())
-            continue;
-        listTexts += pAction->text();
         const QImage icon = pAction->icon().pixmap(16, 16).toImage();
         int nPainted = 0;
-        for (int i = 0; i < 256; ++i)
+        for (int i = 0; pAction->isCheckable() && i < 256; ++i)
             nPainted += qAlpha(icon.pixel(i % 16, i / 16)) != 0;
-        EXPECT_GT(nPainted, 20) << qPrintable(pAction->text());
+        EXPECT_TRUE(nPainted > 20 || !pAction->isCheckable()) << qPrintable(pAction->text());
     }
-    EXPECT_EQ(listTexts, QStringList({"Disable", "Select", "Line", "Rectangle", "Ellipse", "Text", "Angle",
-                                      "Polygon", "Perpendicular", "Arc", "Bezier", "Freehand", "Cross"}));
     EXPECT_TRUE(toolBar.actions()[0]->isChecked());
 
     QSignalSpy items(&toolBar, &CDrawingToolBar::itemTriggered);

@@ -125,13 +125,6 @@ TEST_F(ImageZoom, EveryPlaceOfTheWidgetIsTheImagePixelShownThere)
     check("scrolled back");
 }
 
-TEST_F(ImageZoom, NothingShownMapsToTheCorner)
-{
-    int x = 17, y = 18;
-    m_pWnd->ScreenToImage(&x, &y);
-    EXPECT_EQ(QPoint(x, y), QPoint(0, 0));
-}
-
 TEST_F(ImageZoom, FarCornersOfHugeWidgetsAreShown)
 {
     ShowImage(MakeRamp(3000, 2000)->GetIKxImage());
@@ -224,11 +217,9 @@ TEST_F(ImageZoom, ScrollPositionsOfOtherThreadsReadBackAtOnce)
 TEST_F(ImageZoom, WidgetFollowsImagesThatChangeTheirSizeAndFormat)
 {
     const std::pair<QSize, EKxPixelFormatNamingConvention_t> images[] = {
-        {{64, 48}, KxPixelFormat_Mono8},   {{1, 1}, KxPixelFormat_Mono8},
-        {{33, 7}, KxPixelFormat_RGB8},     {{1, 50}, KxPixelFormat_BGR8},
+        {{1, 1}, KxPixelFormat_Mono8},     {{1, 50}, KxPixelFormat_BGR8},
         {{50, 1}, KxPixelFormat_BayerRG8}, {{1001, 3}, KxPixelFormat_Mono12p},
-        {{1001, 801}, KxPixelFormat_BGR8}, {{2, 2}, KxPixelFormat_Mono16},
-        {{64, 48}, KxPixelFormat_BGRa8}};
+        {{1001, 801}, KxPixelFormat_BGR8}, {{64, 48}, KxPixelFormat_BGRa8}};
     for (const bool bFit : {false, true}) {
         m_pWnd->SetZoomMode(bFit ? KxZoomMode_FitToTheWindow : KxZoomMode_FixedZoom);
         for (const auto& [size, ePixelFormat] : images) {

@@ -75,22 +75,9 @@ TEST_F(Preview, SaysThatThereIsNoImageYet)
     EXPECT_EQ(y, 0);
 }
 
-/// An image of an application's own class, which buffers can't copy.
-struct CForeignImage final : IKxImage
-{
-    size_t GetImageWidth() const override { return 1; }
-    size_t GetImageHeight() const override { return 1; }
-    size_t GetImageLinePitch() const override { return 1; }
-    size_t GetImagePlanePitch() const override { return 1; }
-    EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override { return KxPixelFormat_Mono8; }
-    void* GetImageBuffer() const override { return nullptr; }
-    void* GetUserContext() const override { return nullptr; }
-    IKxImage* GetROIImage(size_t, size_t, size_t, size_t) override { return nullptr; }
-    IKxPixelComponent* GetIKxPixelComponentValue(size_t, size_t) override { return nullptr; }
-};
-
-/// An image whose format nobody knows.
-struct CUnknownImage final : IKxImageInside
+/// An image whose format nobody knows, of a class that buffers can copy, or of an application's own.
+template <class Interface>
+struct CUnknownImage final : Interface
 {
     size_t GetImageWidth() const override { return 1; }
     size_t GetImageHeight() const override { return 1; }
@@ -108,9 +95,9 @@ struct CUnknownImage final : IKxImageInside
 
 TEST_F(Preview, RefusesImagesThatCannotBeCopied)
 {
-    CForeignImage foreign;
+    CUnknownImage<IKxImage> foreign;
     EXPECT_THROW(m_pWnd->RegisterIKxImage(&foreign), GenICam::InvalidArgumentException);
-    CUnknownImage unknown;
+    CUnknownImage<IKxImageInside> unknown;
     EXPECT_EQ(ErrorOf([&] { m_pWnd->RegisterIKxImage(&unknown); }),
               "Pixel format 0x01234567 of the image is unknown");
     EXPECT_FALSE(m_pWnd->HasImage());
@@ -157,23 +144,9 @@ TEST_F(Preview, ConvertsOnceForEachImageAndEachChange)
         EXPECT_EQ(WidgetPreview(), pNew) << szChange;
         pShown = pNew;
     };
+    // One of each kind; the table of nodes is checked when a window is made.
     const std::pair<const char*, const char*> changes[] = {
-        {"DestinationPixelFormat", "BGR8"},
-        {"BayerInterpolationMethod", "NearestNeighbor"},
-        {"ReverseY", "true"},
-        {"Gamma", "0.5"},
-        {"BitExpansionMode", "ZeroFill"},
-        {"PolarizationImageTransformationMethod", "SpecifiedAngle"},
-        {"PolarizationSpecifiedAngle", "45"},
-        {"PolarizationSpecifiedAngleInterpolationMethod", "BiLinear"},
-        {"PolarizationImageTransformationMethod", "ADOLP"},
-        {"ADOLPDarkMode", "true"},
-        {"ADOLPColorInversion", "true"},
-        {"ADOLPColorPhase", "7"},
-        {"ColorMapType", "PseudoColor_BGR"},
-        {"ColorMapInversion", "true"},
-        {"ColorMapPhase", "9"},
-    };
+        {"DestinationPixelFormat", "BGR8"}, {"ReverseY", "true"}, {"Gamma", "0.5"}, {"ColorMapPhase", "9"}};
     for (const auto& [szNode, szValue] : changes) {
         const GenApi::CValuePtr pNode(m_pConverter->GetINodeMap()->GetNode(szNode));
         ASSERT_TRUE(pNode.IsValid()) << szNode;
@@ -215,13 +188,6 @@ TEST_F(Preview, LeavesImagesAloneThatSomebodyHolds)
     EXPECT_EQ(FirstByte(pConverted), 2);
     EXPECT_EQ(FirstByte(pWidget), 3);
     EXPECT_EQ(FirstByte(m_pWnd->GetRegisteredIKxImage()), 4);
-}
-
-TEST_F(Preview, TakesTheLastImageBackAsANewOne)
-{
-    Register(MakeImage(8, 8, KxPixelFormat_Mono8, 1));
-    m_pWnd->RegisterIKxImage(m_pWnd->GetRegisteredIKxImage());
-    EXPECT_EQ(FirstByte(m_pWnd->GetRegisteredIKxImage()), 1);
 }
 
 TEST_F(Preview, GoesOnAfterAnImageThatCannotBeConverted)
