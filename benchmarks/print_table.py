@@ -14,7 +14,7 @@ import tempfile
 
 PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_stream", "bench_common", "bench_graph",
             "bench_conversion", "bench_device", "bench_window",
-            "bench_paint", "bench_nodemap")
+            "bench_paint", "bench_nodemap", "bench_drawing")
 # Seconds, bytes or things counted per unit of the table.
 UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6, "images": 1, "processors": 1}
 TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}

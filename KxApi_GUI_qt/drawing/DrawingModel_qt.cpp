@@ -23,6 +23,7 @@ CDrawingModel::CEntry::CEntry(CDrawingModel& model, std::vector<CNote>& vecNotes
     , m_lock(model.m_lock)
 {
     ++m_model.m_nDepth;
+    ++m_model.m_nState;
 }
 
 CDrawingModel::CEntry::~CEntry()

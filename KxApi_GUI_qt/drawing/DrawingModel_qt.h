@@ -104,6 +104,8 @@ public:
     bool HidesAll() const { return m_bHideAll; }
     /// Goes up with each change of what is drawn or measured.
     uint64_t Revision() const { return m_nRevision; }
+    /// Another number after each Locked, which may have changed something.
+    uint64_t State() const { return m_nState; }
     void NoteRevision() { ++m_nRevision; }
 
     // What follows a change: at once, or when the lock is given back.
@@ -237,6 +239,7 @@ private:
     IKxDrawingHost& m_host;
     mutable GenICam::CLock m_lock; // see the class
     int m_nDepth = 0;              // of Locked
+    uint64_t m_nState = 0;
     std::vector<CNote> m_vecNotes;
     std::atomic<uint64_t> m_nRevision{0};
 

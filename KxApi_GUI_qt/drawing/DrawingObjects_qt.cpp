@@ -7,6 +7,15 @@
 namespace KxApi
 {
 
+size_t CDrawingObjects::Weight() const
+{
+    constexpr size_t kOfObject = 4; // points
+    size_t nWeight = 0;
+    for (const auto& pItem : m_vecItems)
+        nWeight += kOfObject + pItem->GetPoints().size();
+    return nWeight;
+}
+
 CKxDrawingItem& CDrawingObjects::Append(std::unique_ptr<CKxDrawingItem> pItem)
 {
     return *m_vecItems.emplace_back(std::move(pItem));

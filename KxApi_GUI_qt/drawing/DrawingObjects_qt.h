@@ -18,6 +18,8 @@ public:
     using List = std::vector<std::unique_ptr<CKxDrawingItem>>;
 
     size_t Count() const { return m_vecItems.size(); }
+    /// About what painting them costs.
+    size_t Weight() const;
     bool IsEmpty() const { return m_vecItems.empty(); }
     CKxDrawingItem& operator[](size_t nIndex) const { return *m_vecItems[nIndex]; }
     List::const_iterator begin() const { return m_vecItems.begin(); }

@@ -23,6 +23,7 @@ namespace
 {
 
 const QColor kCtrlLineColor(0, 162, 232);
+constexpr size_t kWorthKeeping = 100;        // weight of objects from which their picture is kept
 constexpr unsigned int kMaxGridLines = 4096; // of what the register takes, of which the feature allows 32
 
 /// An image in its own size.
@@ -59,7 +60,7 @@ void CKxDrawingTool::OnDraw(IKxCallbackParamKxApiGUIEventDrawing* pParam)
 {
     QPainter& painter = *static_cast<QPainter*>(pParam->GetDC());
     const IKxImage& image = *pParam->GetIKxImage();
-    m_model.Locked([&] {
+    m_model.Looked([&] {
         _KxOnDrawParamForDrawing_t& param = m_model.DrawParam();
         const bool bOtherSize =
             param.nImageWidth != image.GetImageWidth() || param.nImageHeight != image.GetImageHeight();
@@ -75,12 +76,22 @@ void CKxDrawingTool::OnDraw(IKxCallbackParamKxApiGUIEventDrawing* pParam)
         if (bOtherSize)
             m_model.NoteRevision();
         BuildFormats(param);
-        DrawGrid(painter, param);
-        if (m_model.HidesAll())
-            return;
-        DrawItem(painter, param, m_mouse.SelectionRectangle());
-        DrawItems(painter, param);
+        if (m_model.Objects().Weight() >= kWorthKeeping) {
+            m_objLayer.Paint(painter, m_model.State(), param, [&](QPainter& p) { DrawAll(p, param); });
+        } else {
+            m_objLayer.Clear();
+            DrawAll(painter, param);
+        }
     });
+}
+
+void CKxDrawingTool::DrawAll(QPainter& painter, const _KxOnDrawParamForDrawing_t& param)
+{
+    DrawGrid(painter, param);
+    if (m_model.HidesAll())
+        return;
+    DrawItem(painter, param, m_mouse.SelectionRectangle());
+    DrawItems(painter, param);
 }
 
 void CKxDrawingTool::DrawGrid(QPainter& painter, const _KxOnDrawParamForDrawing_t& param)
@@ -143,7 +154,7 @@ void CKxDrawingTool::OnKxImageBufferDraw(QPainter* pPainter, IKxImageBuffer* pBu
 {
     // A paint on the screen goes by a record of its own. What the screen hides is in the picture all the
     // same.
-    m_model.Locked([&] {
+    m_model.Looked([&] {
         _KxOnDrawParamForDrawing_t param = ParamOf(*pBuffer->GetIKxImage());
         BuildFormats(param);
         DrawGrid(*pPainter, param);

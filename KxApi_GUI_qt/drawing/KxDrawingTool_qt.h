@@ -2,6 +2,7 @@
 // The tool for drawing and measuring over the image.
 #pragma once
 
+#include "drawing/DrawingLayer_qt.h"
 #include "drawing/DrawingModel_qt.h"
 #include "drawing/DrawingMouse_qt.h"
 #include "drawing/IKxDrawingToolInside.h"
@@ -72,6 +73,7 @@ public:
 private:
     bool IsActive() const;
     void BuildFormats(_KxOnDrawParamForDrawing_t& param) const;
+    void DrawAll(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
     void DrawGrid(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
     void DrawItem(QPainter& painter, const _KxOnDrawParamForDrawing_t& param, CKxDrawingItem& item);
     void DrawItems(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
@@ -79,6 +81,7 @@ private:
 
     CDrawingModel m_model;
     CDrawingMouse m_mouse{m_model};
+    CDrawingLayer m_objLayer;
     CKxPen m_objCtrlLinePen; // outlines of selected objects
 };
 

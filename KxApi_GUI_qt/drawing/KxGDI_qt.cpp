@@ -223,6 +223,8 @@ QFont* CKxFont::GetObject()
         font.setStyle(static_cast<QFont::Style>(m_nStyle));
         font.setUnderline(m_bUnderline);
         font.setStrikeOut(m_bStrikeOut);
+        // Fringes of colour would come and go with the layer that a drawing is kept in.
+        font.setStyleStrategy(QFont::NoSubpixelAntialias);
     });
 }
 

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "drawing/DrawingLayer_qt.h"
+
+#include <QPainter>
+#include <QWidget>
+#include <cstring>
+
+namespace KxApi
+{
+namespace
+{
+
+constexpr int kMaxPixels = 64 << 20; // beyond all screens
+
+/// What of the painter's device can be seen, in the painter's coordinates.
+QRect VisibleRect(const QPainter& painter)
+{
+    QPaintDevice* const pDevice = painter.device();
+    if (pDevice->devType() == QInternal::Widget)
+        return static_cast<QWidget*>(pDevice)->visibleRegion().boundingRect();
+    const double dRatio = pDevice->devicePixelRatioF();
+    return {0, 0, qRound(pDevice->width() / dRatio), qRound(pDevice->height() / dRatio)};
+}
+
+} // namespace
+
+bool CDrawingLayer::CKey::operator==(const CKey& other) const
+{
+    const auto same = [](const char* szText, const char* szOther) {
+        return std::strcmp(szText, szOther) == 0;
+    };
+    return nState == other.nState && toDevice == other.toDevice && rcDevice == other.rcDevice &&
+           param.nImageWidth == other.param.nImageWidth && param.nImageHeight == other.param.nImageHeight &&
+           param.dScaleX == other.param.dScaleX && param.dScaleY == other.param.dScaleY &&
+           same(param.szLengthFormat, other.param.szLengthFormat) &&
+           same(param.szAreaFormat, other.param.szAreaFormat) &&
+           same(param.szAngleFormat, other.param.szAngleFormat) &&
+           same(param.szPositionFormat, other.param.szPositionFormat);
+}
+
+void CDrawingLayer::Paint(QPainter& painter, uint64_t nState, const _KxOnDrawParamForDrawing_t& param,
+                          const std::function<void(QPainter&)>& paint)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRect rcDevice = toDevice.mapRect(QRectF(VisibleRect(painter))).toAlignedRect();
+    CKey key{nState, param, toDevice, rcDevice};
+    const bool bSame = key == m_key;
+    const qint64 nPixels = qint64{rcDevice.width()} * rcDevice.height();
+    if (!bSame || nPixels <= 0 || nPixels > kMaxPixels) {
+        m_key = std::move(key);
+        m_picture = QImage();
+        paint(painter);
+        return;
+    }
+    const QTransform toPicture = toDevice * QTransform::fromTranslate(-rcDevice.x(), -rcDevice.y());
+    if (m_picture.isNull()) {
+        m_picture = QImage(rcDevice.size(), QImage::Format_ARGB32_Premultiplied);
+        m_picture.fill(Qt::transparent);
+        QPainter picturePainter(&m_picture);
+        picturePainter.setTransform(toPicture);
+        paint(picturePainter);
+    }
+    // Pixel by pixel, whatever the painter's own unit is.
+    painter.save();
+    painter.setTransform(toPicture.inverted(), true);
+    painter.drawImage(QPoint(0, 0), m_picture);
+    painter.restore();
+}
+
+} // namespace KxApi
