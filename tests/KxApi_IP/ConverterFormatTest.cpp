@@ -202,35 +202,6 @@ TEST(ConverterFormats, EveryFormatBecomesEveryDestination)
     EXPECT_GT(count, 240U);
 }
 
-TEST(ConverterFormats, PackedFormatsComeBackWholeAtFullDepth)
-{
-    // To the same depth nothing is lost: the destination's values are the source's.
-    TestConverter converter;
-    converter->SetBitExpansionMode(KxBitExpansionMode_Off);
-    for (const auto& [format, destination] :
-         std::vector<std::pair<EKxPixelFormatNamingConvention_t, EKxPixelFormatNamingConvention_t>>{
-             {KxPixelFormat_Mono1p, KxPixelFormat_Mono8},
-             {KxPixelFormat_Mono4p, KxPixelFormat_Mono16},
-             {KxPixelFormat_Mono10p, KxPixelFormat_Mono10},
-             {KxPixelFormat_Mono10Packed, KxPixelFormat_Mono10},
-             {KxPixelFormat_Mono12p, KxPixelFormat_Mono12},
-             {KxPixelFormat_Mono12Packed, KxPixelFormat_Mono16},
-             {KxPixelFormat_Mono14p, KxPixelFormat_Mono14},
-             {KxPixelFormat_RGB10p, KxPixelFormat_RGB10p32},
-             {KxPixelFormat_BGR12p, KxPixelFormat_RGB12},
-             {KxPixelFormat_RGB12V1Packed, KxPixelFormat_BGR16}})
-    {
-        SCOPED_TRACE(NameOf(format));
-        converter->SetDestinationPixelFormat(destination);
-        View source = RandomImage(format, 201, 5, 1);
-        IKxImage& target = converter.Convert(source);
-        for (size_t y = 0; y < 5; ++y) {
-            for (size_t x = 0; x < 201; ++x)
-                ASSERT_EQ(PixelAt(target, x, y), PixelAt(source, x, y)) << x << ", " << y;
-        }
-    }
-}
-
 TEST(ConverterFormats, MoreBitsComeByRepeatingByZerosOrNotAtAll)
 {
     TestConverter converter(KxPixelFormat_Mono16);
