@@ -62,11 +62,11 @@ TEST_F(CameraCommand, ABrokenProducerIsToldAndHidesNoCamera)
     const Outcome outcome = Run("list --json", "GENICAM_GENTL64_PATH=. ");
     ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
     const auto json = nlohmann::json::parse(outcome.output);
-    ASSERT_THAT(json.at("producers"), SizeIs(2));
+    ASSERT_THAT(json.at("producers"), Not(IsEmpty()));
     EXPECT_THAT(json.at("producers")[0].at("path").get<std::string>(), EndsWith("Broken.cti"));
     EXPECT_THAT(json.at("producers")[0].at("error").get<std::string>(), Not(IsEmpty()));
-    ASSERT_THAT(json.at("systems"), SizeIs(1));
-    EXPECT_EQ(json.at("systems")[0].at("interfaces")[0].at("devices")[0].at("id"), kMono);
+    ASSERT_THAT(json.at("systems"), SizeIs(json.at("producers").size() - 1));
+    EXPECT_EQ(json.at("systems").back().at("interfaces")[0].at("devices")[0].at("id"), kMono);
 }
 
 TEST_F(CameraCommand, FeaturesShowTheTreeUpToAVisibility)

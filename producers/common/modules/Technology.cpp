@@ -17,7 +17,8 @@ struct CTechnologyNames
 // In the order of ETechnology.
 constexpr CTechnologyNames kTechnologies[] = {{"U3V", "USB3Vision", "USB3 Vision"},
                                               {"GEV", "GigEVision", "GigE Vision"},
-                                              {"CXP", "CoaXPress", "CoaXPress"}};
+                                              {"CXP", "CoaXPress", "CoaXPress"},
+                                              {"Custom", "Custom", "Of its own"}};
 
 const CTechnologyNames& NamesOf(ETechnology technology)
 {

@@ -11,7 +11,8 @@ enum class ETechnology
 {
     U3V,
     GEV,
-    CXP
+    CXP,
+    Custom
 };
 
 /// Names of a technology: of GenTL, of the naming convention, of users.
