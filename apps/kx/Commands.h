@@ -32,4 +32,7 @@ void AddConvertCommand(CLI::App& program);
 /// kx genapi FILE: loads, checks and shows a node-map description.
 void AddGenApiCommand(CLI::App& program);
 
+/// kx doctor: what on this machine stands in the way of real cameras.
+void AddDoctorCommand(CLI::App& program);
+
 } // namespace Kx

@@ -16,7 +16,7 @@ using AddCommand = void (*)(CLI::App&);
 
 constexpr AddCommand kCommands[] = {
     Kx::AddListCommand, Kx::AddFeaturesCommand, Kx::AddGetCommand,    Kx::AddSetCommand,
-    Kx::AddGrabCommand, Kx::AddConvertCommand,  Kx::AddGenApiCommand,
+    Kx::AddGrabCommand, Kx::AddConvertCommand,  Kx::AddGenApiCommand, Kx::AddDoctorCommand,
 };
 
 // Exit codes, as told in the help text.
