@@ -12,7 +12,7 @@ import subprocess
 import sys
 import tempfile
 
-PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_stream", "bench_common", "bench_graph",
+PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_stream", "bench_gige", "bench_common", "bench_graph",
             "bench_conversion", "bench_device", "bench_window",
             "bench_paint", "bench_nodemap", "bench_drawing")
 # Seconds, bytes or things counted per unit of the table.

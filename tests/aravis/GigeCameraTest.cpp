@@ -2,6 +2,7 @@
 // GigE Vision cameras that are programs, in a network of this test's own: the loopback one of a namespace, so
 // that nothing leaves the machine and tests beside each other don't meet.
 #include "Cameras.h"
+#include "GigeCameraProgram.h"
 
 #include <GenApi/GenApi.h>
 #include <KxApi_TL/IKxPort.h>
@@ -11,17 +12,11 @@
 #include <GenTL/GenTL.h>
 #include <arpa/inet.h>
 #include <gmock/gmock.h>
-#include <net/if.h>
-#include <sched.h>
-#include <sys/ioctl.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -54,53 +49,7 @@ bool Eventually(const std::function<bool()>& holds)
     return false;
 }
 
-/// Before any thread is there, since a namespace is each thread's own. Why there is none, or nothing.
-std::string EnterNetworkOfItsOwn()
-{
-    if (unshare(CLONE_NEWNET) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0)
-        return "the system gives no network namespace";
-    const int file = socket(AF_INET, SOCK_DGRAM, 0);
-    ifreq request{};
-    std::snprintf(request.ifr_name, IFNAMSIZ, "lo");
-    request.ifr_flags = IFF_UP;
-    const bool isUp = ioctl(file, SIOCSIFFLAGS, &request) == 0;
-    close(file);
-    return isUp ? "" : "the loopback network of the namespace doesn't come up";
-}
 const std::string g_whyNoNetwork = EnterNetworkOfItsOwn();
-
-/// The camera that comes with Aravis.
-class CameraProgram
-{
-public:
-    explicit CameraProgram(const std::string& lostPerThousand = "0")
-        : m_process(fork())
-    {
-        if (m_process != 0)
-            return;
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        execlp("arv-fake-gv-camera-0.8", "arv-fake-gv-camera-0.8", "-i", "127.0.0.1", "-s", "GV01", "-r",
-               lostPerThousand.c_str(), nullptr);
-        _exit(127);
-    }
-    ~CameraProgram() { Kill(); }
-    CameraProgram(const CameraProgram&) = delete;
-    CameraProgram& operator=(const CameraProgram&) = delete;
-
-    void Kill()
-    {
-        if (m_process <= 0)
-            return;
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-        m_process = 0;
-    }
-    void Freeze() const { kill(m_process, SIGSTOP); }
-    void Thaw() const { kill(m_process, SIGCONT); }
-
-private:
-    pid_t m_process;
-};
 
 /// A UDP socket of the loopback network.
 class Socket
