@@ -225,6 +225,8 @@ std::vector<CKxDrawingMeasurement> CKxDrawingTool::GetMeasurements() const
             measurement.eType = pItem->GetType();
             measurement.strName = pItem->GetName();
             measurement.bSelected = pItem->GetSel();
+            for (const CDoublePoint& point : pItem->GetPoints())
+                measurement.vecPoints.push_back({point.x, point.y});
             if (const IKxDrawingItem* const pShape = pItem->GetShape())
                 pShape->Measure(m_model.DrawParam(), *this, measurement);
         }

@@ -3,6 +3,7 @@
 #include "FeatureSetting.h"
 #include "FrameWriter.h"
 #include "GrabProgress.h"
+#include "HistogramWriter.h"
 #include "OpenCamera.h"
 #include "Output.h"
 
@@ -42,6 +43,7 @@ struct Options
     std::vector<std::string> settings;
     std::string output;
     std::string format;
+    std::string histogram;
     bool json = false;
 };
 
@@ -85,7 +87,8 @@ IKxStreamImage& PartOf(IKxStreamImage& image, uint32_t part)
     return *image.GetIKxPart(part);
 }
 
-void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, GrabProgress& progress)
+void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, HistogramWriter* pHistogram,
+             GrabProgress& progress)
 {
     const InterruptWatch watch;
     const size_t payload = stream.GetPayloadSize();
@@ -95,6 +98,8 @@ void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, Gr
             break;
         if (pWriter)
             pWriter->Write(PartOf(*image, options.part), n);
+        if (pHistogram && (options.images == kKxEndless || n + 1 == options.images))
+            pHistogram->Note(PartOf(*image, options.part));
         progress.Count(payload, image->GetTimestampNs(), stream.GetStatistics());
     }
 }
@@ -104,6 +109,9 @@ void RunGrab(const Options& options)
     std::optional<FrameWriter> writer; // a wrong name is told before the camera is touched
     if (!options.output.empty())
         writer.emplace(options.output, options.format);
+    std::optional<HistogramWriter> histogram;
+    if (!options.histogram.empty())
+        histogram.emplace(options.histogram);
     OpenCamera camera(options.camera, KxDeviceAccess_Control);
     KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
     const Stream stream(camera.Device().OpenIKxStream(0));
@@ -115,7 +123,7 @@ void RunGrab(const Options& options)
 
     GrabProgress progress(options.images);
     try {
-        Receive(*stream, options, writer ? &*writer : nullptr, progress);
+        Receive(*stream, options, writer ? &*writer : nullptr, histogram ? &*histogram : nullptr, progress);
     } catch (const GenICam::GenericException&) {
         progress.End();
         std::cerr << progress.Summary() << "\n"; // what came before the fault isn't kept back
@@ -123,6 +131,8 @@ void RunGrab(const Options& options)
     }
     progress.End();
     stream->StopAcquisition();
+    if (histogram)
+        histogram->Save();
     std::cout << (options.json ? progress.Json() : progress.Summary()) << "\n";
     Finish(std::cout);
     if (options.images != kKxEndless && progress.Images() < options.images)
@@ -164,6 +174,7 @@ void AddGrabCommand(CLI::App& program)
             "--format", options->format,
             "Converts saved images to this pixel format, such as RGB8; mosaics stay mosaics without it")
         ->needs("--output");
+    command->add_option("--histogram", options->histogram, HistogramWriter::kHelp);
     command->add_flag("--json", options->json, "The result as a JSON object");
     command->callback([options] { RunGrab(*options); });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewerDock.h"
 
+#include "GraphDock.h"
 #include "ObjectsDock.h"
 
 ViewerDock::ViewerDock(const QString& strTitle, const char* szName, QWidget* pParent)
@@ -13,6 +14,8 @@ QVector<ViewerDock*> MakeDocks(QWidget* pParent)
 {
     // clang-format off
     return {
+        new HistogramDock(pParent),
+        new ProfileDock(pParent),
         new ObjectsDock(pParent),
     };
     // clang-format on

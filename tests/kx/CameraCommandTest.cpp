@@ -145,4 +145,22 @@ TEST_F(CameraCommand, GrabGivesUpWhenNoImageComes)
     EXPECT_THAT(outcome.errors, HasSubstr("0 images"));
 }
 
+TEST_F(CameraCommand, GrabSavesTheHistogramOfTheLastImage)
+{
+    const Outcome outcome =
+        Run("grab " + std::string(kMono) + " -n 2 --histogram counts.CSV --set Width=64 Height=48");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    size_t pixels = 0, rows = 0;
+    for (const std::string& line : LinesOf(ContentOf(m_folder / "counts.CSV"))) {
+        if (line[0] < '0' || line[0] > '9')
+            continue; // heads
+        ++rows;
+        pixels += std::stoul(line.substr(line.find(',') + 1));
+    }
+    EXPECT_EQ(rows, 256U);
+    EXPECT_EQ(pixels, 64U * 48U);
+    ExpectFailure(Run("grab " + std::string(kMono) + " --histogram counts.png"),
+                  "the ending of 'counts.png' is none of .csv, .kxraw");
+}
+
 } // namespace

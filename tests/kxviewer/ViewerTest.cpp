@@ -90,11 +90,13 @@ TEST_F(Viewer, SaysInALineThatThereIsNoDisplay)
                 testing::ElementsAre(StartsWith("kxviewer: no window can be shown")));
 }
 
-TEST_F(Viewer, SampleShowsLiveImagesFromAHostWithoutQt)
+TEST_F(Viewer, SamplesShowLiveImagesFromHostsWithoutQt)
 {
-    const Outcome outcome = Run("5", LIVE_PROGRAM);
-    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
-    EXPECT_THAT(outcome.output, MatchesRegex("[1-9][0-9]* images\n"));
+    for (const char* const szProgram : {LIVE_PROGRAM, GRAPHS_PROGRAM}) {
+        const Outcome outcome = Run("5", szProgram);
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+        EXPECT_THAT(outcome.output, MatchesRegex("[1-9][0-9]* images\n"));
+    }
 }
 
 } // namespace

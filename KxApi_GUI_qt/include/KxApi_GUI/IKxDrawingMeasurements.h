@@ -12,6 +12,13 @@
 namespace KxApi
 {
 
+/// A position in an image, as parts of its width and height.
+struct CKxDrawingPoint
+{
+    double dX = 0;
+    double dY = 0;
+};
+
 /// What an object measures, in the units and the precision of the tool's features, as its labels show it.
 /// Angles and lengths may be several.
 struct CKxDrawingMeasurement
@@ -29,6 +36,7 @@ struct CKxDrawingMeasurement
     double dCentreY = 0;
     double dLeft = 0; ///< of the box round all points
     double dTop = 0;
+    std::vector<CKxDrawingPoint> vecPoints; ///< of the object, such as the ends of a line
 };
 
 /// A further face of the drawing tool: `dynamic_cast` an IKxDrawingTool to it. Reading by it leaves selection
