@@ -3,6 +3,7 @@
 #include "PixelFormatInside.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxSDKCommon/KxAssert.h>
 #include <KxSDKCommon/KxImageBuffer.h>
@@ -20,8 +21,7 @@ namespace
 void CheckPositive(const char* szName, size_t nValue)
 {
     const auto nSigned = static_cast<long long>(nValue);
-    if (nSigned < 1)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be greater than Min = %lld", szName, nSigned, 0LL);
+    KXGC_CHECK_RANGE(rlAboveMin, szName, nSigned, 0);
 }
 
 /// Checks the size and gives the format's description.
@@ -37,10 +37,7 @@ const IKxPixelFormatInfoInside& CheckedInfo(size_t nWidth, size_t nHeight,
 
 void CheckLinePitch(size_t nLinePitch, size_t nMin)
 {
-    if (nLinePitch < nMin)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld",
-                                     "size_t nLinePitch", static_cast<long long>(nLinePitch),
-                                     static_cast<long long>(nMin));
+    KXGC_CHECK_RANGE(rlFromMin, "size_t nLinePitch", nLinePitch, nMin);
 }
 
 /// Bytes of an image; more than any allocator has when they can't be told.

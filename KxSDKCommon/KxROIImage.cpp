@@ -2,6 +2,7 @@
 #include "PixelFormatInside.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxSDKCommon/KxROIImage.h>
 
@@ -17,16 +18,12 @@ constexpr EKxPixelFormatNamingConvention_t kPlanar420 = KxPixelFormat_YUV420_8_P
 void CheckMin(const char* szName, size_t nValue, size_t nMin)
 {
     const auto nSigned = static_cast<long long>(nValue), nSignedMin = static_cast<long long>(nMin);
-    if (nSigned < nSignedMin)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", szName, nSigned,
-                                     nSignedMin);
+    KXGC_CHECK_RANGE(rlFromMin, szName, nSigned, nSignedMin);
 }
 
 void CheckMax(const char* szName, size_t nValue, size_t nMax)
 {
-    if (nValue > nMax)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", szName,
-                                     static_cast<long long>(nValue), static_cast<long long>(nMax));
+    KXGC_CHECK_RANGE(rlUpToMax, szName, nValue, nMax);
 }
 
 void CheckIncrement(const char* szName, size_t nValue, size_t nMin, size_t nIncrement)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <GenApi/IInteger.h>
 #include <GenApi/INode.h>
@@ -83,10 +84,7 @@ gcstring ReadURL(CKxGenTLLib* pGenTLLib, void* hPort)
                                            hPort, static_cast<void*>(pURL), static_cast<void*>(&nSize));
     };
     getPortURL(nullptr);
-    if (nSize > kMaxURLLength)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld",
-                                     "Length of the URL", static_cast<long long>(nSize),
-                                     static_cast<long long>(kMaxURLLength));
+    KXGC_CHECK_RANGE(rlUpToMax, "Length of the URL", nSize, kMaxURLLength);
     std::string url(nSize + 1, '\0'); // one more, should the producer forget the end of its text
     getPortURL(url.data());
     return gcstring(url.c_str());
@@ -94,10 +92,7 @@ gcstring ReadURL(CKxGenTLLib* pGenTLLib, void* hPort)
 
 void CheckFileLength(uint64_t nLength)
 {
-    if (nLength > kMaxFileLength)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %llu must be equal or smaller than Max = %llu",
-                                     "Length of the XML file", static_cast<unsigned long long>(nLength),
-                                     static_cast<unsigned long long>(kMaxFileLength));
+    KXGC_CHECK_RANGE(rlUpToMax, "Length of the XML file", nLength, kMaxFileLength);
 }
 
 void LockTransportParameters(const GenApi::CNodeMapRef& objNodeMapRef)

@@ -13,7 +13,7 @@
 #include "drawing/shapes/KxDrawingItemRectangle_qt.h"
 #include "drawing/shapes/KxDrawingItemText_qt.h"
 
-#include <Base/GCException.h>
+#include <Base/GCCheckRange.h>
 
 #include <iterator>
 
@@ -52,10 +52,7 @@ static_assert(std::size(kShapes) == kDrawingItemTypes);
 
 std::unique_ptr<IKxDrawingItem> MakeShape(_EKxDrawingItemType_t eType, IKxDrawingItemParent& parent)
 {
-    if (eType >= kDrawingItemTypes)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be smaller than Max = %lld", "eType",
-                                     static_cast<long long>(eType),
-                                     static_cast<long long>(kDrawingItemTypes));
+    KXGC_CHECK_RANGE(rlBelowMax, "eType", eType, kDrawingItemTypes);
     const MakeShapeFunction make = kShapes[eType];
     return make ? make(parent) : nullptr;
 }

@@ -3,6 +3,7 @@
 
 #include "frame/utility_qt.h"
 
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 
 #include <algorithm>
@@ -32,9 +33,7 @@ T Entry(const T (&table)[kCount], E eValue)
 template <class E>
 void CheckStyle(const char* szName, E eStyle, unsigned int nMax)
 {
-    if (static_cast<unsigned int>(eStyle) >= nMax)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be smaller than Max = %lld", szName,
-                                     static_cast<long long>(eStyle), static_cast<long long>(nMax));
+    KXGC_CHECK_RANGE(rlBelowMax, szName, static_cast<unsigned int>(eStyle), nMax);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "graph/GraphStyle_qt.h"
 
-#include <Base/GCException.h>
+#include <Base/GCCheckRange.h>
 #include <KxApi_TL/KxPixelComponentType.h>
 
 #include <iterator>
@@ -83,22 +83,14 @@ void ForEachComponentPen(Function function)
 
 void CheckRange(const char* szName, int64_t nValue, int64_t nEnd)
 {
-    if (nValue < 0)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", szName,
-                                     static_cast<long long>(nValue), 0LL);
-    if (nValue >= nEnd)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be smaller than Max = %lld", szName,
-                                     static_cast<long long>(nValue), static_cast<long long>(nEnd));
+    KXGC_CHECK_RANGE(rlFromMin, szName, nValue, 0);
+    KXGC_CHECK_RANGE(rlBelowMax, szName, nValue, nEnd);
 }
 
 void CheckHeight(uint32_t nValue)
 {
-    if (nValue < 1)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "nValue",
-                                     static_cast<long long>(nValue), 1LL);
-    if (nValue > kMaxFontHeight)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", "nValue",
-                                     static_cast<long long>(nValue), static_cast<long long>(kMaxFontHeight));
+    KXGC_CHECK_RANGE(rlFromMin, "nValue", nValue, 1);
+    KXGC_CHECK_RANGE(rlUpToMax, "nValue", nValue, kMaxFontHeight);
 }
 
 /// A setting of a pen or a font as a number.

@@ -4,6 +4,7 @@
 #include "DestinationFormats.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
@@ -45,9 +46,7 @@ CSourceFormat CheckedFormat(EKxPixelFormatNamingConvention_t eFormat)
 
 void CheckLength(const char* szName, size_t nValue, size_t nMin, size_t nStep, const CSourceFormat& source)
 {
-    if (nValue < nMin)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", szName,
-                                     Signed(nValue), Signed(nMin));
+    KXGC_CHECK_RANGE(rlFromMin, szName, nValue, nMin);
     if (nValue % nStep != 0)
         throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be a multiple of %lld for %s", szName, Signed(nValue),
                                      Signed(nStep), source.pInfo->GetName().c_str());
@@ -60,9 +59,7 @@ CSourceView CheckedView(const IKxImage& image, const CSourceFormat& source)
     const size_t nMin = source.bPolarized ? 2 : 1; // a square of polarisers
     CheckLength("Width", view.nWidth, nMin, source.nStepX, source);
     CheckLength("Height", view.nHeight, nMin, source.nStepY, source);
-    if (view.nWidth > kMaxWidth)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", "Width",
-                                     Signed(view.nWidth), Signed(kMaxWidth));
+    KXGC_CHECK_RANGE(rlUpToMax, "Width", view.nWidth, kMaxWidth);
     const size_t nLineBytes = source.pInfo->GetLinePitch(view.nWidth, 1);
     if (view.nLinePitch < nLineBytes)
         throw INVALID_ARGUMENT_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "LinePitch",
@@ -139,12 +136,8 @@ bool CKxPixelFormatConverter::IsConvertible(EKxPixelFormatNamingConvention_t eSo
 
 void CKxPixelFormatConverter::SetConversionOption(int nThreads)
 {
-    if (nThreads < 1)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", "nThreads",
-                                     static_cast<long long>(nThreads), 1LL);
-    if (nThreads > kMaxThreads)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", "nThreads",
-                                     static_cast<long long>(nThreads), static_cast<long long>(kMaxThreads));
+    KXGC_CHECK_RANGE(rlFromMin, "nThreads", nThreads, 1);
+    KXGC_CHECK_RANGE(rlUpToMax, "nThreads", nThreads, kMaxThreads);
     m_nThreads = nThreads;
 }
 

@@ -6,6 +6,7 @@
 #include "OutputFile.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_IP/IKxStillImageFiler.h>
 #include <KxApi_TL/IKxImage.h>
@@ -62,12 +63,8 @@ bool NeedsName(const CPixelFormatRow& row)
 
 uint32_t CheckedRange(const char* szName, uint32_t nValue, uint32_t nMin, uint32_t nMax)
 {
-    if (nValue < nMin)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", szName,
-                                     static_cast<long long>(nValue), static_cast<long long>(nMin));
-    if (nValue > nMax)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", szName,
-                                     static_cast<long long>(nValue), static_cast<long long>(nMax));
+    KXGC_CHECK_RANGE(rlFromMin, szName, nValue, nMin);
+    KXGC_CHECK_RANGE(rlUpToMax, szName, nValue, nMax);
     return nValue;
 }
 

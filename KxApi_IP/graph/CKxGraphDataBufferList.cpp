@@ -6,6 +6,7 @@
 #include "OutputFile.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/KxApi_TL.h>
@@ -193,9 +194,7 @@ private:
 
 IKxGraphDataBuffer* CKxGraphDataBufferList::GetItem(size_t nIndex) const
 {
-    if (nIndex >= m_nCount)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be smaller than Max = %lld", "nIndex",
-                                     static_cast<long long>(nIndex), static_cast<long long>(m_nCount));
+    KXGC_CHECK_RANGE(rlBelowMax, "nIndex", nIndex, m_nCount);
     return m_vecItems[nIndex].get();
 }
 

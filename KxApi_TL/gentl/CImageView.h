@@ -5,6 +5,7 @@
 #include "BufferInfo.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/CKxPixelComponent.h>
 #include <KxApi_TL/IKxStream.h>
@@ -84,9 +85,7 @@ public:
     }
     IKxStreamImage* GetIKxPart(uint32_t nIndex) override
     {
-        if (nIndex >= GetPartCount())
-            throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %u", "nIndex", nIndex,
-                                         GetPartCount());
+        KXGC_CHECK_RANGE(rlBelowMax, "nIndex", nIndex, GetPartCount());
         return m_owner.Part(nIndex);
     }
     int32_t GetPartDataType() const override { return Image().dataType; }

@@ -9,6 +9,7 @@
 #include "PortUrls.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <GenApi/EventAdapterGeneric.h>
 #include <GenApi/INodeMap.h>
@@ -171,8 +172,7 @@ IKxStreamReleasable* CTransportDevice::OpenIKxStream(uint32_t nIndex)
 {
     return GenICam::GuardBadAlloc([&]() -> IKxStreamReleasable* {
         const uint32_t count = GetStreamCount();
-        if (nIndex >= count)
-            throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %u", "nIndex", nIndex, count);
+        KXGC_CHECK_RANGE(rlBelowMax, "nIndex", nIndex, count);
         GenICam::gcstring id;
         const auto read = [&](char* text, size_t* size) {
             return m_lib->DevGetDataStreamID(m_handle, nIndex, text, size);

@@ -5,6 +5,7 @@
 #include "GenTLInfo.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 
 #include <algorithm>
@@ -187,9 +188,7 @@ uint32_t CTransportInterface::GetDeviceCount() const
 const IKxDeviceInfo* CTransportInterface::GetIKxDeviceInfo(uint32_t nIndex) const
 {
     const GenICam::AutoLock lock(m_locks.lists);
-    if (nIndex >= m_present.size())
-        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
-                                     m_present.size());
+    KXGC_CHECK_RANGE(rlBelowMax, "nIndex", nIndex, m_present.size());
     return m_present[nIndex];
 }
 

@@ -7,6 +7,7 @@
 #include "GenTLInfo.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <GenApi/EventAdapterGeneric.h>
 #include <GenApi/INodeMap.h>
@@ -50,11 +51,8 @@ CTransportStream::~CTransportStream()
 
 void CTransportStream::SetBufferCount(uint32_t nCount)
 {
-    if (nCount < 1)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be equal or greater than Min = %u", "nCount", nCount, 1U);
-    if (nCount > kKxMaxBufferCount)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be equal or smaller than Max = %u", "nCount", nCount,
-                                     kKxMaxBufferCount);
+    KXGC_CHECK_RANGE(rlFromMin, "nCount", nCount, 1);
+    KXGC_CHECK_RANGE(rlUpToMax, "nCount", nCount, kKxMaxBufferCount);
     const std::lock_guard<std::mutex> lock(m_settingsMutex);
     m_nBufferCount = nCount;
 }

@@ -5,6 +5,7 @@
 #include "GenTLInfo.h"
 
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/KxApi_TL.h>
 
@@ -174,9 +175,7 @@ uint32_t CTransportSystem::GetInterfaceCount() const
 IKxInterface* CTransportSystem::GetIKxInterface(uint32_t nIndex) const
 {
     const GenICam::AutoLock lock(m_locks.lists);
-    if (nIndex >= m_present.size())
-        throw OUT_OF_RANGE_EXCEPTION("%s = %u must be smaller than Max = %zu", "nIndex", nIndex,
-                                     m_present.size());
+    KXGC_CHECK_RANGE(rlBelowMax, "nIndex", nIndex, m_present.size());
     return m_present[nIndex];
 }
 

@@ -19,6 +19,14 @@ enum ERangeLimit
 
 namespace Detail
 {
+/// For comparing: numbers beyond those of 64 bits with a sign count as the largest of them.
+template <class T>
+long long RangeNumber(T value) noexcept
+{
+    const long long number = static_cast<long long>(value);
+    return number < 0 && value > static_cast<T>(0) ? 0x7FFFFFFFFFFFFFFFLL : number;
+}
+
 inline bool IsWithin(ERangeLimit limit, long long value, long long bound) noexcept
 {
     switch (limit) {
@@ -34,22 +42,26 @@ inline bool IsWithin(ERangeLimit limit, long long value, long long bound) noexce
     return value > bound;
 }
 
-/// Raises OutOfRangeException, told from `file` and `line`, unless the value stands as it has to.
-inline void CheckRange(ERangeLimit limit, const char* name, long long value, long long bound,
-                       const char* file, int line)
+[[noreturn]] inline void RaiseRange(ERangeLimit limit, const char* name, long long value, long long bound,
+                                    const char* file, int line)
 {
-    if (IsWithin(limit, value, bound))
-        return;
     static const char* const kHow[] = {"smaller than Max", "equal or smaller than Max",
                                        "equal or greater than Min", "greater than Min"};
     throw ExceptionReporter<OutOfRangeException>(file, line, "OutOfRangeException")
         .Report("%s = %lld must be %s = %lld", name, value, kHow[limit], bound);
 }
+
+/// Raises OutOfRangeException, told from `file` and `line`, unless the value stands as it has to.
+template <class T, class U>
+void CheckRange(ERangeLimit limit, const char* name, T value, U bound, const char* file, int line)
+{
+    if (!IsWithin(limit, RangeNumber(value), RangeNumber(bound)))
+        RaiseRange(limit, name, static_cast<long long>(value), static_cast<long long>(bound), file, line);
+}
 } // namespace Detail
 } // namespace GenICam
 
 /// Raises OutOfRangeException, such as "nIndex = 7 must be smaller than Max = 4", unless the value stands to
-/// the bound as `limit`, one of ERangeLimit, says. Both are compared as signed 64-bit numbers.
+/// the bound as `limit`, one of ERangeLimit, says. Whole numbers and enumerators of any type.
 #define KXGC_CHECK_RANGE(limit, name, value, bound)                                                          \
-    ::GenICam::Detail::CheckRange(::GenICam::limit, name, static_cast<long long>(value),                     \
-                                  static_cast<long long>(bound), KXGC_SOURCE_FILE, __LINE__)
+    ::GenICam::Detail::CheckRange(::GenICam::limit, name, value, bound, KXGC_SOURCE_FILE, __LINE__)
