@@ -49,13 +49,15 @@ protected:
 /// A window. It exists, and keeps its settings, whether or not it is shown: what is on the screen is built by
 /// each Show and goes when it is closed. Any thread, but where a call says otherwise.
 ///
-/// Events reach the callbacks registered here; KxApi_GUI/IKxWndCallback.h lists them.
+/// Events reach the callbacks registered here; KxApi_GUI/IKxWndCallback.h lists them. RegisterCallback raises
+/// InvalidArgumentException for null and BadAllocException; DeregisterCallback InvalidArgumentException for
+/// what isn't registered. Calls that take or give texts raise BadAllocException when memory is short.
 struct IKxWnd : IKxRegisterCallback
 {
     virtual const IKxWndInfo* GetIKxWndInfo() const = 0;
 
     /// The settings of the window as features; made at the first call. Belongs to the window. Null when the
-    /// library's own description of them can't be read.
+    /// library's own description of them can't be read. Raises what the node map's making raises.
     virtual GenApi::INodeMap* GetINodeMap() = 0;
 
     /// The QWidget on the screen, null while the window isn't shown. Use it in the GUI thread only.
@@ -83,15 +85,17 @@ struct IKxWnd : IKxRegisterCallback
     /// Text for the first field of the status bar, which shows it within half a second; UTF-8.
     virtual void SetUserStatusBarText(const GenICam::gcstring& strText) = 0;
 
-    /// Shows the window; one that is shown is closed first. From the GUI thread, or from any other thread
-    /// while the GUI thread handles events: the call waits for it.
+    /// Shows the window; one that is shown is closed first, and stays open beside the new one if a callback
+    /// refuses that. From the GUI thread, or from any other thread while the GUI thread handles events: the
+    /// call waits for it.
     /// @param pParent a QWidget, or null. A child goes into the layout that the parent has, or stands as a
     /// window without a frame when there is no parent. Raises OutOfRangeException for an unknown mode,
-    /// BadAllocException, RuntimeException when the process has no application object (see processEventGUI).
+    /// InvalidArgumentException for a child's parent without a layout, BadAllocException, RuntimeException
+    /// when the process has no QApplication (see processEventGUI).
     virtual void Show(void* pParent, _EKxWindowMode_t eMode) = 0;
 
     /// Closes the window if it is visible. A callback may refuse that. From the GUI thread it is done on
-    /// return, from other threads soon after.
+    /// return, from other threads soon after; what was on the screen is destroyed when events are handled.
     virtual void Close() = 0;
 
 protected:

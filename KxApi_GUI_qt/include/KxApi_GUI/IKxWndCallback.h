@@ -14,9 +14,9 @@ struct IKxImage;
 struct IKxWnd;
 
 /// Kinds of events, told by IKxCallbackParamBase::GetCallbackType, with the interface of each one's
-/// parameter. Drawing, Close and Destroyed arise in the GUI thread, the others in the thread that made them
-/// happen. Close and Destroyed run with a lock of the window held: their callbacks must not wait for a thread
-/// that uses the window.
+/// parameter. They arise in the GUI thread, but for errors that another thread meets in a call of its own.
+/// DeregisterCallback waits for the end of callbacks, so none may wait for a thread that registers,
+/// deregisters or shows a window.
 enum EKxGUICallbackType_t : uint32_t
 {
     KxGUICallbackType_Drawing = 9,  ///< the image was painted: IKxCallbackParamKxApiGUIEventDrawing
