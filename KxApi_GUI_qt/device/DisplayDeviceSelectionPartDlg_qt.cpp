@@ -139,12 +139,12 @@ void CDisplayDeviceSelectionPartDlg::doUpdate() { emit onUpdateDeviceListSignal(
 
 void CDisplayDeviceSelectionPartDlg::doUpdateFacts()
 {
-    InGuiThread([this] { UpdateDisplayInfo(); });
+    Post([this] { UpdateDisplayInfo(); });
 }
 
 void CDisplayDeviceSelectionPartDlg::doTellFailure(const GenICam::GenericException& e)
 {
-    InGuiThread([this, e] { m_pDlgParent->OnException(e); });
+    Post([this, e] { m_pDlgParent->OnException(e); });
 }
 
 void CDisplayDeviceSelectionPartDlg::setShowAllDevice(bool bShow) { onAccessibleToggled(bShow); }

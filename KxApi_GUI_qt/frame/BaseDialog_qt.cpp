@@ -2,6 +2,7 @@
 #include "frame/BaseDialog_qt.h"
 
 #include "frame/ConnectGuarded_qt.h"
+#include "frame/GuiThread_qt.h"
 
 #include <Base/GCException.h>
 #include <KxApi_GUI/IKxWnd.h>
@@ -14,6 +15,7 @@
 #include <QShowEvent>
 #include <algorithm>
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace KxApi
@@ -127,6 +129,11 @@ bool CBaseDialogEx::event(QEvent* pEvent)
         break;
     }
     return bDone;
+}
+
+void CBaseDialogEx::Post(std::function<void()> function)
+{
+    PostToGuiThread(this, [this, function = std::move(function)] { Guarded(function); });
 }
 
 void CBaseDialogEx::doClose() { emit doCloseSignal(); }

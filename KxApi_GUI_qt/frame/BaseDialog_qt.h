@@ -10,9 +10,8 @@
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMetaObject>
 #include <QString>
-#include <QThread>
+#include <functional>
 
 class QCloseEvent;
 class QKeyEvent;
@@ -106,17 +105,9 @@ protected:
     /// For the destructor of derived dialogs.
     void EndPart() noexcept;
 
-    /// Runs a function that touches widgets: now in the GUI thread, from others when that thread comes to it,
-    /// unless the dialog is gone by then.
-    template <class Function>
-    void InGuiThread(Function function)
-    {
-        if (QThread::currentThread() == thread())
-            function();
-        else
-            QMetaObject::invokeMethod(
-                this, [this, function] { Guarded(function); }, Qt::QueuedConnection);
-    }
+    /// Runs a function when the GUI thread comes to it, unless the dialog is gone by then. Any thread of the
+    /// dialog's own.
+    void Post(std::function<void()> function);
 
     void showEvent(QShowEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;

@@ -44,10 +44,10 @@ void RunInGuiThread(const std::function<void()>& function)
         std::rethrow_exception(pError);
 }
 
-void PostToGuiThread(std::function<void()> function)
+void PostToGuiThread(QObject* pContext, std::function<void()> function)
 {
-    if (QCoreApplication* const pApplication = QCoreApplication::instance())
-        QMetaObject::invokeMethod(pApplication, std::move(function), Qt::QueuedConnection);
+    if (QObject* const pTarget = pContext ? pContext : QCoreApplication::instance())
+        QMetaObject::invokeMethod(pTarget, std::move(function), Qt::QueuedConnection);
 }
 
 } // namespace KxApi

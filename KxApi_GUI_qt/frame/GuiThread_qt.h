@@ -4,6 +4,8 @@
 
 #include <functional>
 
+class QObject;
+
 namespace KxApi
 {
 
@@ -15,7 +17,9 @@ bool IsGuiThread();
 /// object that windows could live in.
 void RunInGuiThread(const std::function<void()>& function);
 
-/// Runs a function in the GUI thread when that comes to it, and never when there is none; it raises nothing.
-void PostToGuiThread(std::function<void()> function);
+/// Runs a function in the GUI thread when that comes to it; never when the context, an object of that thread,
+/// is gone by then. The function raises nothing. Any thread, as long as the context is there.
+/// @param pContext null for the application.
+void PostToGuiThread(QObject* pContext, std::function<void()> function);
 
 } // namespace KxApi

@@ -63,7 +63,7 @@ void CKxBaseWndCore::Post(std::function<void()> function)
 {
     AddRef();
     const std::shared_ptr<CKxBaseWndCore> pThis(this, [](CKxBaseWndCore* pWnd) { pWnd->DelRef(); });
-    PostToGuiThread([pThis, function = std::move(function)] {
+    PostToGuiThread(nullptr, [pThis, function = std::move(function)] {
         try {
             function();
         } catch (...) {

@@ -105,16 +105,14 @@ void CDisplayImagePartDlg::ScreenToImage(int* pX, int* pY) const
 
 void CDisplayImagePartDlg::RefreshBackground()
 {
-    InGuiThread([this] {
-        if (!m_pWnd)
-            return;
-        CDisplayImageScrollArea& scrollArea = *m_pUi->scrollArea;
-        scrollArea.setBackgroundColor(ColorOf(m_pWnd->GetBackgroundColor()));
-        scrollArea.setBrushColor(ColorOf(m_pWnd->GetForegroundColor()));
-        scrollArea.setBrushStyle(BrushStyleOf(m_pWnd->GetBackgroundStyle()));
-        scrollArea.update();
-        scrollArea.viewport()->update();
-    });
+    if (!m_pWnd)
+        return;
+    CDisplayImageScrollArea& scrollArea = *m_pUi->scrollArea;
+    scrollArea.setBackgroundColor(ColorOf(m_pWnd->GetBackgroundColor()));
+    scrollArea.setBrushColor(ColorOf(m_pWnd->GetForegroundColor()));
+    scrollArea.setBrushStyle(BrushStyleOf(m_pWnd->GetBackgroundStyle()));
+    scrollArea.update();
+    scrollArea.viewport()->update();
 }
 
 bool CDisplayImagePartDlg::IsFitMode() const
@@ -126,22 +124,20 @@ bool CDisplayImagePartDlg::updateImageWidgetSize(bool bFit)
 {
     if (!m_pImageDlgParent || m_nImageWidth == 0 || m_nImageHeight == 0)
         return false;
-    InGuiThread([this, bFit] {
-        try {
-            ResizeImageWidget(bFit);
-            m_pImageDlgParent->OnScrollPosOrRangeChanged();
-        } catch (...) {
-            QWidget& widget = *m_pUi->m_CDisplayImageWidget;
-            widget.resize(widget.parentWidget()->size());
-        }
-    });
+    try {
+        ResizeImageWidget(bFit);
+        m_pImageDlgParent->OnScrollPosOrRangeChanged();
+    } catch (...) {
+        QWidget& widget = *m_pUi->m_CDisplayImageWidget;
+        widget.resize(widget.parentWidget()->size());
+    }
     return true;
 }
 
 void CDisplayImagePartDlg::ResizeImageWidget(bool bFit)
 {
-    const auto dWidth = static_cast<double>(m_nImageWidth.load());
-    const auto dHeight = static_cast<double>(m_nImageHeight.load());
+    const auto dWidth = static_cast<double>(m_nImageWidth);
+    const auto dHeight = static_cast<double>(m_nImageHeight);
     CDisplayImageWidget& widget = *m_pUi->m_CDisplayImageWidget;
     if (bFit) {
         const int nFreeWidth = std::max(0, m_pUi->scrollArea->width() - kFitMargin);
@@ -192,23 +188,18 @@ void CDisplayImagePartDlg::OnContextMenu(const QPoint& pos)
 
 void CDisplayImagePartDlg::updateMenuZoom(bool bFit)
 {
-    InGuiThread([this, bFit] {
-        if (bFit)
-            m_objMenus.ShowFit();
-        else if (m_pWnd)
-            m_objMenus.ShowMagnification(m_pWnd->GetManualZoomMagnification());
-    });
+    if (bFit)
+        m_objMenus.ShowFit();
+    else if (m_pWnd)
+        m_objMenus.ShowMagnification(m_pWnd->GetManualZoomMagnification());
 }
 
 void CDisplayImagePartDlg::updateMenuBayerInterpolation(EKxBayerInterpolationMethod_t eMethod)
 {
-    InGuiThread([this, eMethod] { m_objMenus.ShowBayerMethod(static_cast<int>(eMethod)); });
+    m_objMenus.ShowBayerMethod(static_cast<int>(eMethod));
 }
 
-void CDisplayImagePartDlg::updateMenuReverseY(bool bReverseY)
-{
-    InGuiThread([this, bReverseY] { m_objMenus.ShowReverseY(bReverseY); });
-}
+void CDisplayImagePartDlg::updateMenuReverseY(bool bReverseY) { m_objMenus.ShowReverseY(bReverseY); }
 
 void CDisplayImagePartDlg::ConnectDrawingTool()
 {
@@ -297,7 +288,6 @@ void CDisplayImagePartDlg::setScrollBarV(int nPosition)
 
 void CDisplayImagePartDlg::initDialog()
 {
-    m_bShown = true;
     CDisplayImageWidget& widget = *m_pUi->m_CDisplayImageWidget;
     RefreshBackground();
     widget.SetIDisplayImageWidgetParent(this);
@@ -312,12 +302,6 @@ void CDisplayImagePartDlg::initDialog()
     updateImageWidgetSize(IsFitMode());
     doNotifyScrollChanges();
     PostVisibleDrawingToolBarUpdated();
-}
-
-void CDisplayImagePartDlg::hideEvent(QHideEvent* pEvent)
-{
-    m_bShown = false;
-    CBaseDialogEx::hideEvent(pEvent);
 }
 
 void CDisplayImagePartDlg::resizeEvent(QResizeEvent* pEvent)

@@ -7,7 +7,6 @@
 #include "image/IDisplayImageWidgetParent.h"
 #include "image/ImageMenus_qt.h"
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -37,11 +36,8 @@ public:
     CDisplayImagePartDlg& operator=(const CDisplayImagePartDlg&) = delete;
     ~CDisplayImagePartDlg() override;
 
-    /// Any thread, down to updateDrawingObject. bNow: a setting changed, which shows at once, and not a new
-    /// image.
+    /// bNow: a setting changed, which shows at once, and not a new image.
     void RefreshPreviewImage(bool bNow);
-    /// Whether the dialog is visible, for threads that may not ask a widget.
-    bool IsShown() const { return m_bShown; }
     void RefreshBackground();
     void UpdateRefreshInterval();
 
@@ -50,7 +46,7 @@ public:
     void updateMenuBayerInterpolation(EKxBayerInterpolationMethod_t eMethod);
     void updateMenuReverseY(bool bReverseY);
 
-    /// Turns a place in the dialog into the nearest image pixel; -1, -1 before the first paint.
+    /// Turns a place in the dialog into the nearest image pixel; -1, -1 before the first paint. Any thread.
     void ScreenToImage(int* pX, int* pY) const;
 
     void setScrollBarH(int nPosition);
@@ -82,7 +78,6 @@ signals:
 
 protected:
     void initDialog() override;
-    void hideEvent(QHideEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
@@ -100,15 +95,13 @@ private:
     ICDisplayImageDlgParent* const m_pImageDlgParent;
     IKxImageDisplayWndInside* const m_pWnd;
     const std::unique_ptr<Ui_CDisplayImagePartDlg> m_pUi;
-    std::atomic<uint64_t> m_nImageWidth{0}; // of the last image
-    std::atomic<uint64_t> m_nImageHeight{0};
+    uint64_t m_nImageWidth = 0; // of the last image
+    uint64_t m_nImageHeight = 0;
 
     CImageMenus m_objMenus{this};
     CDrawingToolControl m_objDrawingTool;
     std::vector<IKxMouseObserverInside*> m_vecMouseObservers; // not owned
     std::vector<IKxKeyObserverInside*> m_vecKeyObservers;
-
-    std::atomic<bool> m_bShown{false};
 };
 
 } // namespace KxApi

@@ -68,21 +68,14 @@ void CKxDisplayImageWnd::OnConverterChanged(const GenICam::gcstring& strNode)
 void CKxDisplayImageWnd::RegisterIKxImage(IKxImage* pIKxImage)
 {
     m_objPreview.Register(pIKxImage);
-    // This one directly: it only leaves a note for the next refresh.
-    AskDialog(
-        [](CDisplayImagePartDlg& dialog) {
-            if (dialog.IsShown())
-                dialog.RefreshPreviewImage(false);
-            return true;
-        },
-        false);
+    UpdateDialog(UpdateImage);
 }
 
 void CKxDisplayImageWnd::ScreenToImage(int* pX, int* pY)
 {
     const bool bDialog = AskDialog(
-        [=](CDisplayImagePartDlg& dialog) {
-            if (dialog.IsShown())
+        [&](CDisplayImagePartDlg& dialog) {
+            if (IsVisible())
                 dialog.ScreenToImage(pX, pY);
             return true;
         },
@@ -186,6 +179,8 @@ void CKxDisplayImageWnd::OnUpdateDialog(CDisplayImagePartDlg& dialog, uint32_t n
         dialog.updateDrawingToolBar();
     if (nKinds & UpdateDrawing)
         dialog.updateDrawingObject();
+    if (nKinds & UpdateImage)
+        dialog.RefreshPreviewImage(false);
     if (nKinds & UpdatePicture)
         dialog.RefreshPreviewImage(true);
 }

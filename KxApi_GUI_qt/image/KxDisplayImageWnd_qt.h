@@ -146,6 +146,7 @@ private:
         // The drawing tool's.
         UpdateDrawing = UpdateFirstOfWindow << 14,
         UpdateDrawingItemType = UpdateFirstOfWindow << 15,
+        UpdateImage = UpdateFirstOfWindow << 16, ///< a new one, which waits for the next refresh
 
         Zoom = UpdateZoomMenu | UpdateSize | PreviewIsDirty | ScrollRangesChange,
     };
