@@ -4,6 +4,7 @@
 
 #include <QScrollBar>
 #include <QTest>
+#include <QThread>
 
 namespace KxTest
 {
