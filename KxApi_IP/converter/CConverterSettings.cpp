@@ -145,7 +145,7 @@ GenApi::INodeMap* CConverterSettings::GetINodeMap()
     if (GenApi::INodeMap* const pNodeMap = m_pNodeMap)
         return pNodeMap;
     return GenICam::GuardBadAlloc([this]() -> GenApi::INodeMap* {
-        const std::lock_guard<std::mutex> lock(m_mutexNodeMap);
+        const CKxMutexLock lock(m_mutexNodeMap);
         if (!m_pNodeMap) {
             GenApi::CNodeMapRef objNodeMap("Converter");
             objNodeMap._LoadXMLFromString(kConverterXml);

@@ -6,6 +6,7 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/IPort.h>
 #include <GenApi/NodeMapRef.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <array>
 #include <atomic>
@@ -92,8 +93,8 @@ private:
     mutable GenICam::CLock m_lock;
     CSettingValues m_objValues KXGC_GUARDED_BY(m_lock);
 
-    std::mutex m_mutexNodeMap; // held while the map is made
-    GenApi::CNodeMapRef m_objNodeMap{"Converter"};
+    CKxMutex m_mutexNodeMap; // held while the map is made
+    GenApi::CNodeMapRef m_objNodeMap KXGC_GUARDED_BY(m_mutexNodeMap){"Converter"};
     std::atomic<GenApi::INodeMap*> m_pNodeMap{nullptr}; // set once the map is complete
 };
 

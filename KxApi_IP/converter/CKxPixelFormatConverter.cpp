@@ -109,7 +109,7 @@ void CKxPixelFormatConverter::Convert(IKxImage* pSource, IKxImageBuffer* pTarget
     if (!pSource || !pTarget)
         throw INVALID_ARGUMENT_EXCEPTION("%s pointer is NULL", pSource ? "IKxImageBuffer" : "IKxImage");
     GenICam::GuardBadAlloc([&] {
-        const std::lock_guard<std::mutex> lock(m_mutexConversion);
+        const CKxMutexLock lock(m_mutexConversion);
         const CSettingValues values = m_objSettings.GetAll();
         const CSourceFormat source = CheckedFormat(pSource->GetImagePixelFormat());
         const CSourceView view = CheckedView(*pSource, source);

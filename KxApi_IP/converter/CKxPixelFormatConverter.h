@@ -7,10 +7,10 @@
 #include "CWorkers.h"
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 
 namespace KxApi
 {
@@ -73,9 +73,9 @@ private:
     std::atomic<bool> m_bAutoDestination{false};
     std::atomic<int> m_nThreads{1};
 
-    std::mutex m_mutexConversion; // held for a whole conversion; guards what follows
-    std::unique_ptr<Detail::CConversionPlan> m_pPlan;
-    Detail::CWorkers m_objWorkers;
+    CKxMutex m_mutexConversion; // held for a whole conversion
+    std::unique_ptr<Detail::CConversionPlan> m_pPlan KXGC_GUARDED_BY(m_mutexConversion);
+    Detail::CWorkers m_objWorkers KXGC_GUARDED_BY(m_mutexConversion);
 };
 
 } // namespace KxApi

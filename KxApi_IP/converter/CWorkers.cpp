@@ -37,13 +37,14 @@ CWorkers::~CWorkers() { EndHelpers(); }
 void CWorkers::EndHelpers()
 {
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         m_bEnds = true;
     }
     m_objBegin.notify_all();
     for (std::thread& thread : m_vecThreads)
         thread.join();
     m_vecThreads.clear();
+    const CKxMutexLock lock(m_mutex);
     m_bEnds = false;
 }
 
@@ -54,11 +55,15 @@ void CWorkers::SetHelpers(size_t nHelpers)
     if (m_vecThreads.size() == nHelpers)
         return;
     m_vecThreads.reserve(nHelpers);
+    const size_t nRound = [this] {
+        const CKxMutexLock lock(m_mutex);
+        return m_nRound;
+    }();
     const CSignalsBlocked signals;
     try {
         while (m_vecThreads.size() < nHelpers) {
             const size_t nPart = m_vecThreads.size() + 1;
-            m_vecThreads.emplace_back([this, nPart, nRound = m_nRound] { HelperBody(nPart, nRound); });
+            m_vecThreads.emplace_back([this, nPart, nRound] { HelperBody(nPart, nRound); });
         }
     } catch (const std::system_error&) {
         return; // those that there are do the work
@@ -72,7 +77,7 @@ void CWorkers::Run(size_t nHelpers, void (*pTask)(void* pContext, size_t nPart),
         return;
     }
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         m_pTask = pTask;
         m_pContext = pContext;
         m_nHelpers = m_nBusy = nHelpers;
@@ -80,23 +85,27 @@ void CWorkers::Run(size_t nHelpers, void (*pTask)(void* pContext, size_t nPart),
     }
     m_objBegin.notify_all();
     pTask(pContext, 0);
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_objEnd.wait(lock, [this] { return m_nBusy == 0; });
+    CKxMutexLock lock(m_mutex);
+    while (m_nBusy != 0)
+        lock.Wait(m_objEnd);
 }
 
 void CWorkers::HelperBody(size_t nPart, size_t nRound)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
+    CKxMutexLock lock(m_mutex);
     for (;;) {
-        m_objBegin.wait(lock, [&] { return m_bEnds || m_nRound != nRound; });
+        while (!m_bEnds && m_nRound == nRound)
+            lock.Wait(m_objBegin);
         if (m_bEnds)
             return;
         nRound = m_nRound;
         if (nPart > m_nHelpers)
             continue;
-        lock.unlock();
-        m_pTask(m_pContext, nPart);
-        lock.lock();
+        const auto pTask = m_pTask;
+        void* const pContext = m_pContext;
+        lock.Unlock();
+        pTask(pContext, nPart);
+        lock.Lock();
         if (--m_nBusy == 0)
             m_objEnd.notify_one();
     }

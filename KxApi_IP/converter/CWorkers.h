@@ -2,9 +2,10 @@
 // Threads that help with a conversion.
 #pragma once
 
+#include <KxSDKCommon/KxMutex.h>
+
 #include <condition_variable>
 #include <cstddef>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -37,15 +38,15 @@ private:
 
     std::vector<std::thread> m_vecThreads;
 
-    std::mutex m_mutex; // guards what follows
+    CKxMutex m_mutex;
     std::condition_variable m_objBegin;
     std::condition_variable m_objEnd;
-    size_t m_nRound = 0;   // counts the tasks
-    size_t m_nHelpers = 0; // that take part in the present task
-    size_t m_nBusy = 0;
-    bool m_bEnds = false;
-    void (*m_pTask)(void*, size_t) = nullptr;
-    void* m_pContext = nullptr;
+    size_t m_nRound KXGC_GUARDED_BY(m_mutex) = 0;   // counts the tasks
+    size_t m_nHelpers KXGC_GUARDED_BY(m_mutex) = 0; // that take part in the present task
+    size_t m_nBusy KXGC_GUARDED_BY(m_mutex) = 0;
+    bool m_bEnds KXGC_GUARDED_BY(m_mutex) = false;
+    void (*m_pTask)(void*, size_t) KXGC_GUARDED_BY(m_mutex) = nullptr;
+    void* m_pContext KXGC_GUARDED_BY(m_mutex) = nullptr;
 };
 
 } // namespace Detail

@@ -10,12 +10,12 @@
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/KxApi_TL.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <mutex>
 
 namespace KxApi
 {
@@ -187,7 +187,7 @@ private:
     CGraphLines GetLines() const;
 
     IKxAllocator* const m_pAllocator;
-    mutable std::mutex m_lock; // between CopyFrom and SaveToFile; nothing else is taken under it
+    mutable CKxMutex m_lock; // between CopyFrom and SaveToFile; nothing else is taken under it
     std::vector<std::unique_ptr<CItem>> m_vecItems; // those from m_nCount on wait to be used again
     size_t m_nCount = 0;
 };
@@ -224,7 +224,7 @@ void CKxGraphDataBufferList::CopyFrom(const IKxGraphDataBufferList* pList)
         throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
     if (pList == this)
         return;
-    const std::lock_guard<std::mutex> lock(m_lock);
+    const CKxMutexLock lock(m_lock);
     m_nCount = 0;
     GenICam::GuardBadAlloc([&] {
         const size_t nCount = pList->GetCount();
@@ -240,7 +240,7 @@ void CKxGraphDataBufferList::CopyFrom(const IKxGraphDataBufferList* pList)
 
 CGraphLines CKxGraphDataBufferList::GetLines() const
 {
-    const std::lock_guard<std::mutex> lock(m_lock);
+    const CKxMutexLock lock(m_lock);
     CGraphLines lines(m_nCount);
     for (size_t i = 0; i < m_nCount; ++i) {
         const CItem& item = *m_vecItems[i];

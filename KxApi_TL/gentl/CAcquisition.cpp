@@ -335,10 +335,10 @@ bool CAcquisition::RetryRefused()
     if (m_nNotQueueable == 0 || m_isEnding)
         return true;
     GenTL::GC_ERROR error = GenTL::GC_ERR_SUCCESS;
-    m_pool.ForEach([&](CStreamBuffer& buffer) KXGC_REQUIRES(m_mutex) {
-        if (buffer.eState == State::Refused)
-            error = QueueLocked(buffer);
-    });
+    for (const auto& [hBuffer, buffer] : m_pool.All()) {
+        if (buffer->eState == State::Refused)
+            error = QueueLocked(*buffer);
+    }
     m_nVainRounds = m_nNotQueueable == m_pool.Count() ? m_nVainRounds + 1 : 0;
     if (m_nVainRounds < kMaxVainRounds)
         return true;

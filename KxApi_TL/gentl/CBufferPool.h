@@ -47,11 +47,9 @@ public:
 
     size_t Count() const { return m_buffers.size(); }
 
-    template <class Use>
-    void ForEach(Use&& use) const
+    const std::unordered_map<GenTL::BUFFER_HANDLE, std::shared_ptr<CStreamBuffer>>& All() const
     {
-        for (const auto& [hBuffer, buffer] : m_buffers)
-            use(*buffer);
+        return m_buffers;
     }
 
 private:

@@ -103,7 +103,7 @@ CChunkView::~CChunkView() = default;
 
 std::shared_ptr<CChunkView::CNodes> CChunkView::Nodes() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const CKxMutexLock lock(m_mutex);
     return m_nodes;
 }
 
@@ -123,7 +123,7 @@ void CChunkView::Close() noexcept
 {
     std::shared_ptr<CNodes> nodes;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         nodes = std::move(m_nodes);
     }
     if (nodes)

@@ -2,8 +2,9 @@
 // The chunk nodes of a device, as they show the images of a stream.
 #pragma once
 
+#include <KxSDKCommon/KxMutex.h>
+
 #include <memory>
-#include <mutex>
 
 namespace KxApi
 {
@@ -36,8 +37,8 @@ private:
 
     std::shared_ptr<CNodes> Nodes() const;
 
-    mutable std::mutex m_mutex;      // guards m_nodes; nothing is taken while holding it
-    std::shared_ptr<CNodes> m_nodes; // null after Close
+    mutable CKxMutex m_mutex;                                 // nothing is taken while holding it
+    std::shared_ptr<CNodes> m_nodes KXGC_GUARDED_BY(m_mutex); // null after Close
 };
 
 } // namespace Detail

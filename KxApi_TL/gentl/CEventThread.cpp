@@ -5,6 +5,7 @@
 #include "GenTLInfo.h"
 
 #include <Base/GCException.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <pthread.h>
 
@@ -12,7 +13,6 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <mutex>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -85,19 +85,27 @@ struct CEventThread::CState
     GenTL::EVENT_HANDLE hEvent = nullptr;
     std::atomic<bool> isRegistered{true};
 
-    std::mutex mutex; // guards what follows; nothing is called with it held
+    CKxMutex mutex; // nothing is called with it held
     std::condition_variable changed;
-    std::shared_ptr<CEventSink> sink; // from the start to the end of the thread
-    EPhase phase = EPhase::Idle;
-    bool isStopRequested = false;
-    Clock::time_point limit; // of the producer's return, once the stop is requested
-    bool isLeftAlone = false;
-    std::thread thread; // until somebody has waited for its end
-    std::thread::id id;
+    /// From the start to the end of the thread.
+    std::shared_ptr<CEventSink> sink KXGC_GUARDED_BY(mutex);
+    EPhase phase KXGC_GUARDED_BY(mutex) = EPhase::Idle;
+    bool isStopRequested KXGC_GUARDED_BY(mutex) = false;
+    /// Of the producer's return, once the stop is requested.
+    Clock::time_point limit KXGC_GUARDED_BY(mutex);
+    bool isLeftAlone KXGC_GUARDED_BY(mutex) = false;
+    /// Until somebody has waited for its end.
+    std::thread thread KXGC_GUARDED_BY(mutex);
+    std::thread::id id KXGC_GUARDED_BY(mutex);
+
+    bool IsOver() const KXGC_REQUIRES(mutex)
+    {
+        return phase == EPhase::Idle || phase == EPhase::Ended || isLeftAlone;
+    }
 
     bool Enter(EPhase next)
     {
-        const std::lock_guard<std::mutex> lock(mutex);
+        const CKxMutexLock lock(mutex);
         phase = next;
         changed.notify_all();
         return !isStopRequested;
@@ -122,13 +130,14 @@ CEventThread::~CEventThread()
 {
     Stop();
     Unregister();
+    const CKxMutexLock lock(m_state->mutex);
     if (m_state->thread.joinable())
         m_state->thread.detach(); // nobody is left who could wait for this very thread
 }
 
 void CEventThread::Start(std::shared_ptr<CEventSink> sink, const char* szName)
 {
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    const CKxMutexLock lock(m_state->mutex);
     m_state->sink = std::move(sink);
     m_state->phase = EPhase::Working;
     try {
@@ -146,7 +155,7 @@ void CEventThread::RequestStop() noexcept
 {
     std::shared_ptr<CEventSink> sink;
     {
-        const std::lock_guard<std::mutex> lock(m_state->mutex);
+        const CKxMutexLock lock(m_state->mutex);
         if (m_state->phase == EPhase::Idle || m_state->phase == EPhase::Ended ||
             std::exchange(m_state->isStopRequested, true))
             return;
@@ -161,7 +170,7 @@ void CEventThread::RequestStop() noexcept
 
 bool CEventThread::IsOwnThread() const noexcept
 {
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    const CKxMutexLock lock(m_state->mutex);
     return m_state->phase != EPhase::Idle && m_state->id == std::this_thread::get_id();
 }
 
@@ -170,20 +179,16 @@ bool CEventThread::Stop() noexcept
     RequestStop();
     if (IsOwnThread())
         return true;
-    std::unique_lock<std::mutex> lock(m_state->mutex);
-    const auto isOver = [this] {
-        return m_state->phase == EPhase::Idle || m_state->phase == EPhase::Ended || m_state->isLeftAlone;
-    };
-    while (!isOver()) {
+    CKxMutexLock lock(m_state->mutex);
+    while (!m_state->IsOver()) {
         if (m_state->phase == EPhase::Working)
-            m_state->changed.wait(lock); // it doesn't enter the producer any more
-        else if (m_state->changed.wait_until(lock, m_state->limit) == std::cv_status::timeout &&
-                 m_state->phase == EPhase::Waiting)
+            lock.Wait(m_state->changed); // it doesn't enter the producer any more
+        else if (!lock.WaitUntil(m_state->changed, m_state->limit) && m_state->phase == EPhase::Waiting)
             m_state->isLeftAlone = true;
     }
     std::thread thread = std::move(m_state->thread);
     const bool isLeftAlone = m_state->isLeftAlone;
-    lock.unlock();
+    lock.Unlock();
     if (thread.joinable())
         isLeftAlone ? thread.detach() : thread.join();
     return !isLeftAlone;
@@ -205,7 +210,7 @@ void CEventThread::Run(const std::shared_ptr<CState>& state) noexcept
     std::shared_ptr<CEventSink> sink;
     bool isLeftAlone = false;
     {
-        const std::lock_guard<std::mutex> lock(state->mutex);
+        const CKxMutexLock lock(state->mutex);
         isLeftAlone = state->isLeftAlone;
         state->phase = isLeftAlone ? EPhase::Ended : EPhase::Working;
         sink = std::move(state->sink);
@@ -215,7 +220,7 @@ void CEventThread::Run(const std::shared_ptr<CState>& state) noexcept
     sink->OnEnd();
     // Before the end is told, since what the sink owns is to be gone then. Its last owner may be this thread.
     sink.reset();
-    const std::lock_guard<std::mutex> lock(state->mutex);
+    const CKxMutexLock lock(state->mutex);
     state->phase = EPhase::Ended;
     state->changed.notify_all();
 }
@@ -230,7 +235,10 @@ void CEventThread::Loop(CState& state)
         0));
     // More than is told, for producers that tell less than they write.
     std::vector<uint8_t> data(std::clamp(sizeTold, kDefaultEventSize, kMaxEventSize));
-    CEventSink& sink = *state.sink;
+    CEventSink& sink = [&state]() -> CEventSink& {
+        const CKxMutexLock lock(state.mutex);
+        return *state.sink;
+    }();
     int nFailures = 0;
     while (sink.BeforeWait() && state.Enter(EPhase::Waiting)) {
         size_t size = data.size();

@@ -4,6 +4,7 @@
 
 #include <Base/GCException.h>
 #include <KxApi_TL/CKxGenTLLib.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <dlfcn.h>
 
@@ -11,7 +12,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -165,7 +165,7 @@ private:
 
     CEntry& Take(const std::string& path)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         auto place = m_libs.find(path);
         if (place == m_libs.end())
             place = m_libs.emplace(path, CEntry{std::make_unique<CLoadedLib>(path), 0}).first;
@@ -175,15 +175,15 @@ private:
 
     void LetGo(CEntry& entry)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         if (--entry.users == 0)
             m_libs.erase(entry.lib->GetPath().c_str());
     }
 
     // Held while a producer is loaded and unloaded, since GCInitLib must not meet GCCloseLib of the same
     // producer.
-    std::mutex m_mutex;
-    std::map<std::string, CEntry> m_libs;
+    CKxMutex m_mutex;
+    std::map<std::string, CEntry> m_libs KXGC_GUARDED_BY(m_mutex);
 };
 
 CLoadedLibs& LoadedLibs()

@@ -218,7 +218,7 @@ std::unique_ptr<CEventThread> CTransportDevice::TakeEvents(GenTL::EVENTSRC_HANDL
 void CTransportDevice::TakeOwnEvents(GenTL::EVENT_TYPE type, const char* szThread, EventHandler handler)
 {
     if (std::unique_ptr<CEventThread> thread = TakeEvents(m_handle, type, szThread, std::move(handler))) {
-        const std::lock_guard<std::mutex> lock(m_threadsMutex);
+        const CKxMutexLock lock(m_threadsMutex);
         m_threads.push_back(std::move(thread));
     }
 }

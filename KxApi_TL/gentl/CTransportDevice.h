@@ -10,12 +10,12 @@
 #include <KxApi_TL/IKxDevice.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxSDKCommon/KxCallbackManager.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace GenApi
@@ -102,8 +102,8 @@ private:
     std::unique_ptr<CModulePort> m_remotePort;
     std::unique_ptr<GenApi::CEventAdapterGeneric> m_localEvents; // before the threads that deliver to it
     std::unique_ptr<GenApi::CEventAdapterGeneric> m_remoteEvents;
-    std::mutex m_threadsMutex; // guards m_threads; nothing is taken while holding it
-    std::vector<std::unique_ptr<CEventThread>> m_threads;
+    CKxMutex m_threadsMutex; // nothing is taken while holding it
+    std::vector<std::unique_ptr<CEventThread>> m_threads KXGC_GUARDED_BY(m_threadsMutex);
 };
 
 } // namespace Detail

@@ -53,13 +53,13 @@ void CTransportStream::SetBufferCount(uint32_t nCount)
 {
     KXGC_CHECK_RANGE(rlFromMin, "nCount", nCount, 1);
     KXGC_CHECK_RANGE(rlUpToMax, "nCount", nCount, kKxMaxBufferCount);
-    const std::lock_guard<std::mutex> lock(m_settingsMutex);
+    const CKxMutexLock lock(m_settingsMutex);
     m_nBufferCount = nCount;
 }
 
 uint32_t CTransportStream::GetBufferCount() const
 {
-    const std::lock_guard<std::mutex> lock(m_settingsMutex);
+    const CKxMutexLock lock(m_settingsMutex);
     return m_nBufferCount;
 }
 
@@ -67,7 +67,7 @@ void CTransportStream::SetAllocator(IKxAllocator* pAllocator)
 {
     GenICam::GuardBadAlloc([&] {
         auto memory = std::make_shared<CBufferMemory>(pAllocator);
-        const std::lock_guard<std::mutex> lock(m_settingsMutex);
+        const CKxMutexLock lock(m_settingsMutex);
         m_memory.swap(memory); // what it held goes after the lock
     });
 }
@@ -79,7 +79,7 @@ size_t CTransportStream::GetPayloadSize() const
 
 std::shared_ptr<CAcquisition> CTransportStream::Present() const
 {
-    const std::lock_guard<std::mutex> lock(m_settingsMutex);
+    const CKxMutexLock lock(m_settingsMutex);
     return m_acquisition;
 }
 
@@ -91,13 +91,13 @@ void CTransportStream::StartAcquisition(IKxStreamCallback* pCallback, uint64_t n
         throw ACCESS_EXCEPTION("Stream '%s' can't be started: its device is open read-only",
                                m_handle->ID().c_str());
     std::shared_ptr<CAcquisition> acquisition; // in the end the one before, which goes after the lock
-    const std::lock_guard<std::mutex> control(m_controlMutex);
+    const CKxMutexLock control(m_controlMutex);
     if (IsAcquiring())
         throw LOGICAL_ERROR_EXCEPTION("Stream '%s' is acquiring", m_handle->ID().c_str());
     GenICam::GuardBadAlloc([&] {
         CAcquisition::CSettings settings;
         {
-            const std::lock_guard<std::mutex> lock(m_settingsMutex);
+            const CKxMutexLock lock(m_settingsMutex);
             settings.nBuffers = m_nBufferCount;
             settings.memory = m_memory;
         }
@@ -107,7 +107,7 @@ void CTransportStream::StartAcquisition(IKxStreamCallback* pCallback, uint64_t n
         acquisition = std::make_shared<CAcquisition>(m_handle, std::move(settings));
         acquisition->Start();
     });
-    const std::lock_guard<std::mutex> lock(m_settingsMutex);
+    const CKxMutexLock lock(m_settingsMutex);
     m_acquisition.swap(acquisition);
 }
 

@@ -6,9 +6,9 @@
 #include "CStreamHandle.h"
 
 #include <KxApi_TL/IKxStream.h>
+#include <KxSDKCommon/KxMutex.h>
 
 #include <memory>
-#include <mutex>
 
 namespace GenApi
 {
@@ -49,11 +49,12 @@ private:
 
     const std::shared_ptr<CStreamHandle> m_handle;
     const std::shared_ptr<CChunkView> m_chunks;
-    std::mutex m_controlMutex;          // held while an acquisition is started; taken first of all
-    mutable std::mutex m_settingsMutex; // guards what follows; nothing is taken while holding it
-    uint32_t m_nBufferCount = kKxDefaultBufferCount;
-    std::shared_ptr<CBufferMemory> m_memory;
-    std::shared_ptr<CAcquisition> m_acquisition; // the last one; null before the first
+    CKxMutex m_controlMutex;          // held while an acquisition is started; taken first of all
+    mutable CKxMutex m_settingsMutex; // nothing is taken while holding it
+    uint32_t m_nBufferCount KXGC_GUARDED_BY(m_settingsMutex) = kKxDefaultBufferCount;
+    std::shared_ptr<CBufferMemory> m_memory KXGC_GUARDED_BY(m_settingsMutex);
+    /// The last one; null before the first.
+    std::shared_ptr<CAcquisition> m_acquisition KXGC_GUARDED_BY(m_settingsMutex);
     std::unique_ptr<CModulePort> m_port;
     std::unique_ptr<GenApi::CEventAdapterGeneric> m_events;
     std::unique_ptr<CEventThread> m_eventThread;

@@ -8,8 +8,8 @@
 #include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/KxApi_TL.h>
+#include <KxSDKCommon/KxMutex.h>
 
-#include <mutex>
 #include <utility>
 
 namespace KxApi
@@ -37,7 +37,7 @@ public:
     IKxSystemReleasable* Get(const GenICam::gcstring& path)
     {
         const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(path);
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         CEntry& entry = m_systems[lib.get()];
         try {
             if (!entry.system)
@@ -52,13 +52,13 @@ public:
 
     void Hold(const CKxGenTLLib* lib)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         ++m_systems.at(lib).holders;
     }
 
     void LetGo(const CKxGenTLLib* lib)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const CKxMutexLock lock(m_mutex);
         const auto place = m_systems.find(lib);
         if (--place->second.holders == 0)
             m_systems.erase(place);
@@ -71,8 +71,8 @@ private:
         size_t holders = 0;
     };
 
-    std::mutex m_mutex; // held while a system opens and closes, so that TLOpen doesn't meet TLClose
-    std::map<const CKxGenTLLib*, CEntry> m_systems;
+    CKxMutex m_mutex; // held while a system opens and closes, so that TLOpen doesn't meet TLClose
+    std::map<const CKxGenTLLib*, CEntry> m_systems KXGC_GUARDED_BY(m_mutex);
 };
 
 COpenSystems& OpenSystems()
