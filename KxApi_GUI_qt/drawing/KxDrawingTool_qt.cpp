@@ -146,6 +146,10 @@ void CKxDrawingTool::SetQPainterForCtrlLine(QPainter* pPainter)
 
 void CKxDrawingTool::DrawOnIKxImageBuffer(IKxImageBuffer* pBuffer)
 {
+    if (!pBuffer)
+        throw GenICam::ExceptionReporter<GenICam::LogicalErrorException>(kDrawingSourceFile, __LINE__,
+                                                                         "LogicalErrorException")
+            .Report("NULL pointer dereferenced");
     CIKxBufferDIB<CKxDrawingTool>(this, &CKxDrawingTool::OnKxImageBufferDraw)
         .DrawOnImage(pBuffer, KxPixelFormat_RGB8);
 }

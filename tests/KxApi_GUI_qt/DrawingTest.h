@@ -31,7 +31,9 @@ protected:
         , m_pPort(dynamic_cast<KxApi::CKxDisplayImageWnd*>(&*m_pWnd))
         , m_pMap(m_pWnd->GetINodeMap())
         , m_pTool(dynamic_cast<KxApi::CKxDrawingTool*>(m_pWnd->GetIKxDrawingTool()))
-    {}
+    {
+        Painted(); // sizes and places are those of the last paint
+    }
 
     template <class Pointer = GenApi::CIntegerPtr>
     Pointer Node(const std::string& strName) const

@@ -1,0 +1,365 @@
+// SPDX-License-Identifier: Apache-2.0
+// Building, selecting and changing objects by mouse and keys, and what is painted of them.
+#include "DrawingTest.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QMenu>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+namespace KxTest
+{
+namespace
+{
+
+using namespace KxApi;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::SizeIs;
+
+class DrawingMouse : public DrawingTest
+{
+protected:
+    void Draw(const char* szType) { Set("DrawingItemType", szType); }
+};
+
+TEST_F(DrawingMouse, BuildsEachShapeWithItsSteps)
+{
+    struct CRow
+    {
+        const char* szType;
+        int nDrags;
+        size_t nPoints;
+    };
+    for (const CRow& row :
+         {CRow{"Line", 1, 2}, CRow{"Rectangle", 1, 2}, CRow{"Ellipse", 1, 2}, CRow{"Text", 1, 1},
+          CRow{"Angle", 2, 3}, CRow{"Polygon", 4, 5}, CRow{"Perpendicular", 3, 4}, CRow{"Arc", 3, 4},
+          CRow{"Bezier", 3, 8}, CRow{"FreeHand", 1, 2}, CRow{"Cross", 1, 2}})
+    {
+        SCOPED_TRACE(row.szType);
+        Node("DrawingObjectsCount")->SetValue(0);
+        Draw(row.szType);
+        for (int i = 0; i < row.nDrags; ++i) {
+            EXPECT_EQ(Get("DrawingItemType"), row.szType);
+            DragBy(100 + 50 * i, 100, 140 + 50 * i, 120);
+        }
+        if (Get("DrawingItemType") != "Select")
+            Release(0, 0, Qt::RightButton); // ends what has no number of steps
+        EXPECT_EQ(Get("DrawingItemType"), "Select");
+        EXPECT_THAT(Points(), SizeIs(row.nPoints));
+        EXPECT_THAT(Selection(), ElementsAre(true));
+        EXPECT_THAT(Points()[0], Pair(100, 100));
+    }
+}
+
+// A right release in Select opens the menu, which this closes.
+class CMenuCloser
+{
+public:
+    explicit CMenuCloser(std::vector<std::string>& texts, const char* szChoose = nullptr)
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this, &texts, szChoose] {
+            auto* const pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!pMenu)
+                return;
+            m_timer.stop();
+            for (QAction* const pAction : pMenu->actions()) {
+                texts.push_back(pAction->isSeparator() ? "-" : pAction->text().toStdString());
+                if (szChoose && pAction->text() == szChoose)
+                    pMenu->setActiveAction(pAction);
+            }
+            if (szChoose)
+                QTest::keyClick(pMenu, Qt::Key_Return);
+            else
+                pMenu->close();
+        });
+        m_timer.start(1);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+TEST_F(DrawingMouse, SelectsMovesAndDragsWithoutAskingForTheShape)
+{
+    Add("Rectangle", {{100, 100}, {200, 200}});
+    Add("Line", {{300, 100}, {400, 200}});
+    Draw("Select");
+    EXPECT_EQ(CursorAt(150, 150), Qt::PointingHandCursor) << "the inside of a box";
+    EXPECT_EQ(CursorAt(350, 150), Qt::PointingHandCursor);
+    EXPECT_EQ(CursorAt(306, 100), Qt::CrossCursor);
+    EXPECT_EQ(CursorAt(250, 50), Qt::ArrowCursor);
+    EXPECT_EQ(CursorAt(203, 97), Qt::CrossCursor) << "a corner that isn't a point";
+    EXPECT_EQ(CursorAt(300, 93), Qt::ArrowCursor) << "seven pixels are too far";
+
+    DragBy(150, 150, 160, 170);
+    EXPECT_THAT(Points(), ElementsAre(Pair(110, 120), Pair(210, 220)));
+    EXPECT_THAT(Selection(), ElementsAre(true, false));
+    DragBy(110, 220, 90, 240); // x of the first point, y of the second
+    EXPECT_THAT(Points(), ElementsAre(Pair(90, 120), Pair(210, 240)));
+    DragBy(400, 200, 450, 210);
+    EXPECT_THAT(Points(), ElementsAre(Pair(300, 100), Pair(450, 210)));
+    EXPECT_THAT(Selection(), ElementsAre(false, true));
+
+    DragBy(50, 50, 600, 400); // the rubber band
+    EXPECT_THAT(Selection(), ElementsAre(true, true));
+    EXPECT_TRUE(Press(700, 20));
+    Release(700, 20);
+    EXPECT_THAT(Selection(), ElementsAre(false, false));
+
+    Set("DrawingObjectIsLocked", "1");
+    EXPECT_EQ(CursorAt(450, 210), Qt::ArrowCursor);
+    Press(375, 155); // the line's middle
+    Release(375, 155);
+    EXPECT_THAT(Selection(), ElementsAre(false, false));
+    Press(150, 150);
+    Release(150, 150);
+    EXPECT_TRUE(PressKey(Qt::Key_Delete));
+    EXPECT_EQ(Get("DrawingObjectsCount"), "1");
+    EXPECT_EQ(Get("DrawingObjectType"), "Line");
+    EXPECT_THAT(Selection(), ElementsAre(true));
+    Draw("None");
+    EXPECT_FALSE(Press(450, 210));
+    EXPECT_FALSE(Move(450, 210));
+    EXPECT_FALSE(PressKey(Qt::Key_Delete));
+    Node("DrawingObjectsCount")->SetValue(0);
+    Draw("Select");
+    EXPECT_FALSE(Press(10, 10));
+    EXPECT_FALSE(Release(10, 10));
+}
+
+TEST_F(DrawingMouse, ShiftMakesLevelDiagonalAndSquare)
+{
+    const auto drawn = [this](const char* szType, QPoint ptTo) {
+        Draw(szType);
+        Press(100, 100);
+        QTest::keyPress(&m_widget, Qt::Key_Shift, Qt::ShiftModifier);
+        Move(ptTo.x(), ptTo.y());
+        QTest::keyRelease(&m_widget, Qt::Key_Shift);
+        Release(ptTo.x(), ptTo.y());
+        return Points()[1];
+    };
+    m_widget.show();
+    EXPECT_THAT(drawn("Line", {300, 149}), Pair(300, 100));
+    EXPECT_THAT(drawn("Line", {140, 300}), Pair(100, 300));
+    EXPECT_THAT(drawn("Line", {200, 180}), Pair(180, 180));
+    EXPECT_THAT(drawn("Rectangle", {300, 149}), Pair(149, 149));
+    EXPECT_THAT(drawn("Ellipse", {90, 180}), Pair(90, 110)) << "by signed values";
+}
+
+TEST_F(DrawingMouse, GoesOnWhateverFeaturesDoMeanwhile)
+{
+    Draw("Polygon");
+    Press(100, 100);
+    Node("DrawingObjectPointCount")->SetValue(0);
+    Move(200, 200);
+    Release(200, 200);
+    Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
+    Press(250, 250);
+    Move(260, 260);
+    Node("DrawingObjectsCount")->SetValue(3);
+    Node("DrawingObjectsCount")->SetValue(0);
+    Move(260, 260);
+    Release(260, 260);
+    Add("Bezier", {{1, 1}, {2, 2}});
+    Set("DrawingObjectType", "Arc");
+    Node("DrawingObjectPointCount")->SetValue(1);
+    Painted();
+    Draw("Select");
+    DragBy(1, 1, 30, 30);
+    EXPECT_EQ(m_pTool->GetMeasurements().size(), 1U);
+    for (const char* const szType : {"Line", "Rectangle", "Ellipse", "Text", "Angle", "Polygon",
+                                     "Perpendicular", "Arc", "Bezier", "FreeHand", "Cross"})
+    {
+        for (const int64_t nPoints : {0, 1, 2, 3, 5, 65534}) {
+            Set("DrawingObjectType", szType);
+            Node("DrawingObjectPointCount")->SetValue(nPoints);
+            DragBy(0, 0, 2, 2);
+            m_pTool->GetMeasurements();
+            if (nPoints < 10)
+                Painted();
+        }
+    }
+    Node("DrawingObjectPointSelector")->SetValue(0);
+    for (const char* const szType : {"Line", "Text", "Bezier"}) { // far outside
+        Set("DrawingObjectType", szType);
+        for (const double dPlace : {-1.0, 2.0})
+            Node<GenApi::CFloatPtr>("DrawingObjectPointX")->SetValue(dPlace);
+        Painted(4.0);
+    }
+}
+
+TEST_F(DrawingMouse, MenuOffersSevenDialogsAndTheyChangeTheStyle)
+{
+    Add("Line", {{100, 100}, {200, 200}});
+    Draw("Select");
+    std::vector<std::string> texts;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&timer] {
+        auto* const pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!pDialog)
+            return;
+        timer.stop();
+        pDialog->findChild<QSpinBox*>("spinBoxWidth")->setValue(9);
+        pDialog->accept();
+    });
+    timer.start(1);
+    const CMenuCloser closer(texts, "Selected Objects Line ...");
+    EXPECT_FALSE(Release(10, 10, Qt::RightButton));
+    EXPECT_THAT(texts, ElementsAre("Grid Line ...", "-", "Default Line ...", "Default Brush ...",
+                                   "Default Font ...", "-", "Selected Objects Line ...",
+                                   "Selected Objects Brush ...", "Selected Objects Font ..."));
+    EXPECT_EQ(Get("DrawingLineWidth"), "9");
+    EXPECT_EQ(m_pTool->GetDefaultLineSize(), 2);
+}
+
+TEST_F(DrawingMouse, PaintsFiguresHandlesAndGrid)
+{
+    Add("Rectangle", {{100, 100}, {200, 200}}, 0);
+    const auto isAt = [](const QImage& picture, int x, int y, const QColor& color) {
+        return picture.pixelColor(x, y) == color;
+    };
+    const QColor figure(255, 192, 0);
+    QImage picture = Painted(2.0);
+    EXPECT_TRUE(isAt(picture, 300, 200, figure));
+    EXPECT_TRUE(isAt(picture, 200, 300, figure));
+    EXPECT_FALSE(isAt(picture, 195, 195, Qt::white)) << "no handles while the tool is off";
+    Draw("Select");
+    Node("DrawingObjectSelector")->SetValue(0);
+    m_pTool->SetGridVLineCount(3);
+    m_pTool->SetGridLineColor(0x0000FF00);
+    m_pTool->SetGridLineStyle(KxLineStyle_Solid);
+    picture = Painted(2.0);
+    EXPECT_TRUE(isAt(picture, 195, 195, Qt::white));
+    EXPECT_TRUE(isAt(picture, 197, 197, Qt::darkBlue)) << "hollow";
+    EXPECT_TRUE(isAt(picture, 398, 398, Qt::black)) << "filled";
+    EXPECT_TRUE(isAt(picture, 500, 30, Qt::green));
+    EXPECT_FALSE(isAt(picture, 300, 30, Qt::green));
+    Set("HideAllDrawingObjects", "1");
+    picture = Painted(2.0);
+    EXPECT_TRUE(isAt(picture, 300, 200, Qt::darkBlue));
+    EXPECT_TRUE(isAt(picture, 500, 30, Qt::green)) << "the grid stays";
+}
+
+int GreatestDifference(const QImage& a, const QImage& b)
+{
+    int nGreatest = a.size() == b.size() ? 0 : 256;
+    for (int y = 0; nGreatest < 256 && y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            nGreatest = std::max({nGreatest, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
+                                  std::abs(qBlue(p) - qBlue(q))});
+        }
+    return nGreatest;
+}
+
+// Where labels lie over each other, rounding may tell.
+TEST_F(DrawingMouse, KeepsTheSamePixelsOverLiveImages)
+{
+    for (int i = 0; i < 40; ++i) {
+        Add(i % 2 != 0 ? "Ellipse" : "Line", {{20.0 * i, 30.0 + i}, {20.0 * i + 70, 100.0 + i}}, 0x7F);
+        Set("DrawingFontBackgroundColorMode", i % 3 != 0 ? "Transparent" : "Opaque");
+    }
+    for (const double dZoom : {0.5, 1.0, 1.7}) {
+        const QImage first = Painted(dZoom);
+        EXPECT_LE(GreatestDifference(first, Painted(dZoom)), 1);
+        EXPECT_LE(GreatestDifference(first, Painted(dZoom)), 1);
+    }
+    const QImage before = Painted();
+    Set("DrawingObjectIsHidden", "1");
+    EXPECT_GT(GreatestDifference(before, Painted()), 1);
+}
+
+TEST_F(DrawingMouse, DrawsIntoBuffersOfAnyFormat)
+{
+    Add("Line", {{100, 100}, {200, 100}}, 0);
+    Set("HideAllDrawingObjects", "1"); // on the screen
+    for (const auto eFormat : {KxPixelFormat_Mono8, KxPixelFormat_RGB8, KxPixelFormat_BGR8,
+                               KxPixelFormat_Mono16, KxPixelFormat_BGRa8})
+    {
+        const ImageBufferPtr pBuffer =
+            MakeImage(300, 250, eFormat, 0x40); // half as high and less than a third wide
+        m_pTool->DrawOnIKxImageBuffer(&*pBuffer);
+        const IKxImage& image = *pBuffer->GetIKxImage();
+        EXPECT_EQ(image.GetImagePixelFormat(), KxPixelFormat_RGB8);
+        const auto* const pLine =
+            static_cast<const unsigned char*>(image.GetImageBuffer()) + 50 * image.GetImageLinePitch();
+        EXPECT_THAT(std::vector<int>(pLine + 45 * 3, pLine + 46 * 3), ElementsAre(255, 192, 0));
+        EXPECT_THAT(std::vector<int>(pLine + 90 * 3, pLine + 91 * 3), ElementsAre(0x40, 0x40, 0x40));
+    }
+    EXPECT_NE(ErrorOf([this] { m_pTool->DrawOnIKxImageBuffer(nullptr); }), "");
+}
+
+// Features from other threads while the mouse draws; the sanitizers watch.
+TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
+{
+    std::atomic<bool> bStop{false};
+    std::vector<std::thread> threads;
+    for (int nThread = 0; nThread < 4; ++nThread) {
+        threads.emplace_back([this, &bStop, nThread] {
+            std::minstd_rand random(static_cast<unsigned>(nThread) + 1);
+            while (!bStop) {
+                ErrorOf([&] {
+                    const auto n = static_cast<int64_t>(random() % 7);
+                    switch (random() % 8) {
+                    case 0:
+                        Node("DrawingObjectsCount")->SetValue(n);
+                        break;
+                    case 1:
+                        Node("DrawingObjectSelector")->SetValue(n);
+                        break;
+                    case 2:
+                        Node<GenApi::CEnumerationPtr>("DrawingObjectType")->SetIntValue(2 + n);
+                        break;
+                    case 3:
+                        Node("DrawingObjectPointCount")->SetValue(n);
+                        break;
+                    case 4:
+                        Set("TextOfLengthUnit", n % 2 != 0 ? "%" : "mm");
+                        break;
+                    case 5:
+                        Node<GenApi::CFloatPtr>("DrawingObjectPointX")
+                            ->SetValue(0.1 * static_cast<double>(n));
+                        break;
+                    case 6:
+                        Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
+                        break;
+                    default:
+                        Set("DrawingObjectName", std::string(static_cast<size_t>(n) * 40, 'x'));
+                    }
+                });
+            }
+        });
+    }
+    std::minstd_rand random(99);
+    QImage picture(kImageWidth, kImageHeight, QImage::Format_RGB32);
+    for (int i = 0; i < 400; ++i) {
+        const auto place = [&random] { return static_cast<int>(random() % 500); };
+        m_pTool->SetDrawingItemType(static_cast<_EKxDrawingItemType_t>(1 + random() % 12));
+        DragBy(place(), place(), place(), place());
+        if (i % 10 == 0) {
+            m_pTool->SetDrawingItemType(KxDrawingItemType_Select);
+            PressKey(Qt::Key_Delete);
+        }
+        QPainter painter(&picture);
+        Paint(painter);
+        m_pTool->GetMeasurements();
+    }
+    bStop = true;
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+} // namespace
+} // namespace KxTest
