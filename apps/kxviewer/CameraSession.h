@@ -38,6 +38,7 @@ public:
 
     KxApi::CKxStreamStatistics GetStatistics() const { return m_stream->GetStatistics(); }
     KxApi::IKxDevice& GetDevice() { return *m_device; }
+    KxApi::IKxStream& GetStream() { return *m_stream; }
     const KxApps::Camera& GetCamera() const { return m_camera; }
     QString GetName() const { return m_strName; }
     /// Images and bytes a second over the last second.

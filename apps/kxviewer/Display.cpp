@@ -39,5 +39,8 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv)
     const QtMessageHandler before = qInstallMessageHandler(OnMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
+    // Under these names settings are kept.
+    QApplication::setOrganizationName("KxApi");
+    QApplication::setApplicationName("kxviewer");
     return application;
 }

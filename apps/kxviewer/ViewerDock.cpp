@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewerDock.h"
 
+#include "FeatureDock.h"
 #include "GraphDock.h"
 #include "ObjectsDock.h"
 
@@ -14,6 +15,7 @@ QVector<ViewerDock*> MakeDocks(QWidget* pParent)
 {
     // clang-format off
     return {
+        new FeatureDock(pParent),
         new HistogramDock(pParent),
         new ProfileDock(pParent),
         new ObjectsDock(pParent),

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DescriptionViewer.h"
 #include "Display.h"
 #include "MainWindow.h"
 
@@ -29,6 +30,7 @@ struct Options
     bool first = false;
     bool report = false;
     std::string device;
+    std::string nodemap;
     uint64_t images = 0;
     std::string pictures;
     std::vector<std::string> settings;
@@ -50,6 +52,8 @@ void AddOptions(CLI::App& program, Options& options)
         "--screenshot", options.pictures,
         "Saves pictures of the windows into this folder, then ends; after 60 images, or those of "
         "--frames");
+    program.add_option("--nodemap", options.nodemap,
+                       "Shows the features of a description file, plain or zipped, without a camera");
     program.add_flag("--report", options.report,
                      "Tells at the end what was acquired and painted and what it cost");
 }
@@ -207,6 +211,8 @@ int Run(int argc, char** argv)
         return 0;
     }
     const std::unique_ptr<QApplication> application = MakeApplication(argc, argv);
+    if (!options.nodemap.empty())
+        return ShowDescription(options.nodemap, options.pictures);
     KxApps::Cameras cameras{KxApps::Cameras::Later()};
     return Show(cameras, options);
 }
