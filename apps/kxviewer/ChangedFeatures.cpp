@@ -32,7 +32,7 @@ bool IsSetting(GenApi::INode& node)
     case GenApi::intfIFloat:
     case GenApi::intfIString:
     case GenApi::intfIEnumeration:
-        return node.IsFeature();
+        return node.IsFeature() && node.GetVisibility() <= GenApi::Guru;
     default:
         return false;
     }

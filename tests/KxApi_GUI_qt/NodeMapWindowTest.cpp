@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The node-map window's own features, tools and pages.
 #include "NodeMapTest.h"
+#include "SampleCodeMap.h"
 #include "nodemap/KxDisplayNodeMapWnd_qt.h"
 
 #include <gmock/gmock.h>
@@ -13,6 +14,9 @@
 #include <QMenuBar>
 #include <QTextEdit>
 #include <QToolButton>
+
+/// The sample code of all kinds of nodes, as the pages have it.
+void RunSampleCode(GenApi::INodeMap* pINodeMap);
 
 namespace KxTest
 {
@@ -170,6 +174,12 @@ TEST_F(NodeMapWindow, ShowsAndFollowsItsTools)
     EXPECT_EQ(listMenu.join(","),
               "&Alphabetic Mode,&Expand,&Collapse,&Refresh,&Polling,&Visibility,&Description,,"
               "&Status Bar");
+}
+
+TEST_F(NodeMapWindow, OffersSampleCodeThatRuns)
+{
+    const TestMap map(kSampleMap);
+    EXPECT_EQ(ErrorOf([&] { RunSampleCode(map.map._Ptr()); }), "");
 }
 
 TEST_F(NodeMapWindow, TellsAllAboutTheChosenFeature)
