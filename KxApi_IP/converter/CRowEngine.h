@@ -141,6 +141,8 @@ private:
 
     void WriteColor(const CRow<T>& row, size_t nCount, uint8_t* pPixels)
     {
+        if (PackChanged(row, nCount, pPixels))
+            return;
         const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
         const U* apRows[kMaxChannels] = {};
         for (size_t k = 0; k < 3; ++k) {
@@ -160,14 +162,40 @@ private:
         Pack(apRows, nCount, pPixels);
     }
 
-    void Pack(const U** apRows, size_t nCount, uint8_t* pPixels)
+    /// The rows of three channels with the change of depth on the way; false where it has to be made before.
+    bool PackChanged(const CRow<T>& row, size_t nCount, uint8_t* pPixels)
+    {
+        if constexpr (sizeof(T) == 2 && sizeof(U) == 2) {
+            if (m_pFinish->change && !IsWord() && !m_pFinish->pDestination->HasAlpha()) {
+                const bool bIsGrey = m_pFinish->bIsGrey;
+                const T* apRows[] = {row[0], row[bIsGrey ? 0 : 1], row[bIsGrey ? 0 : 2]};
+                if (IsBlueFirst())
+                    std::swap(apRows[0], apRows[2]);
+                PackRow(apRows, nCount, *m_pFinish->change, reinterpret_cast<U*>(pPixels));
+                return true;
+            }
+        }
+        return false;
+    }
+
+    bool IsWord() const
     {
         const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
-        if (eLayout == EDestinationLayout::Bgr || eLayout == EDestinationLayout::Bgra ||
-            eLayout == EDestinationLayout::BgrWord)
+        return eLayout == EDestinationLayout::RgbWord || eLayout == EDestinationLayout::BgrWord;
+    }
+    bool IsBlueFirst() const
+    {
+        const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
+        return eLayout == EDestinationLayout::Bgr || eLayout == EDestinationLayout::Bgra ||
+               eLayout == EDestinationLayout::BgrWord;
+    }
+
+    void Pack(const U** apRows, size_t nCount, uint8_t* pPixels)
+    {
+        if (IsBlueFirst())
             std::swap(apRows[0], apRows[2]);
         if constexpr (sizeof(U) == 2) {
-            if (eLayout == EDestinationLayout::RgbWord || eLayout == EDestinationLayout::BgrWord) {
+            if (IsWord()) {
                 PackRow10p32(apRows, nCount, pPixels);
                 return;
             }

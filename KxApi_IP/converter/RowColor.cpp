@@ -8,6 +8,36 @@
 
 #include <cstring>
 
+#ifndef KXAPI_IP_GREY_WEIGHTS
+#define KXAPI_IP_GREY_WEIGHTS
+namespace KxApi
+{
+namespace Detail
+{
+namespace
+{
+
+// 0.299, 0.587 and 0.114 of 32768.
+constexpr uint32_t kRedWeight = 9798, kGreenWeight = 19235, kBlueWeight = 3735;
+
+/// The same as multiples of 256 and rests, and a half of the result's unit.
+struct CGreyWeights
+{
+    int16_t anHigh[3];
+    int16_t anLow[3];
+    int16_t nHalfHigh;
+
+    constexpr bool IsSum(size_t nColor, uint32_t nWeight) const
+    {
+        return anHigh[nColor] * 256 + anLow[nColor] == static_cast<int>(nWeight);
+    }
+};
+
+} // namespace
+} // namespace Detail
+} // namespace KxApi
+#endif
+
 HWY_BEFORE_NAMESPACE();
 namespace KxApi
 {
@@ -106,9 +136,6 @@ HWY_INLINE void ScaleLuma(const CYccMatrix& matrix, T* HWY_RESTRICT pRow, size_t
     }
 }
 
-// 0.299, 0.587 and 0.114 of 32768.
-constexpr uint32_t kRedWeight = 9798, kGreenWeight = 19235, kBlueWeight = 3735;
-
 template <class T>
 HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pGrey)
 {
@@ -124,37 +151,40 @@ HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRI
 
 #if HWY_TARGET != HWY_SCALAR
 
-/// Two values and their weights at a time; a half is weighed as a fourth, for the cut to round.
-HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+/// By multiples of 256 and rests: their sums fit for 16 bits, and the cut takes nothing of the rests' low
+/// eight bits.
+HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey,
+                           const CGreyWeights& weights)
 {
-    const hn::ScalableTag<int16_t> d;
-    const hn::RepartitionToWide<decltype(d)> dSum;
-    const hn::Rebind<uint8_t, decltype(d)> d8;
-    const auto pairOf = [&](uint32_t nFirst, uint32_t nSecond) HWY_ATTR {
-        return hn::BitCast(d, hn::Set(dSum, static_cast<int32_t>(nFirst | nSecond << 16)));
+    const hn::ScalableTag<uint8_t> d8;
+    const hn::RepartitionToWide<decltype(d8)> dU;
+    const hn::RebindToSigned<decltype(dU)> d;
+    const auto rHigh = hn::Set(d, weights.anHigh[0]), rLow = hn::Set(d, weights.anLow[0]);
+    const auto gHigh = hn::Set(d, weights.anHigh[1]), gLow = hn::Set(d, weights.anLow[1]);
+    const auto bHigh = hn::Set(d, weights.anHigh[2]), bLow = hn::Set(d, weights.anLow[2]);
+    const auto half = hn::Set(d, weights.nHalfHigh);
+    const auto weigh = [&](auto r, auto g, auto b) HWY_ATTR {
+        const auto high =
+            hn::Add(hn::Add(hn::Mul(r, rHigh), hn::Mul(g, gHigh)), hn::Add(hn::Mul(b, bHigh), half));
+        const auto low = hn::Add(hn::Add(hn::Mul(r, rLow), hn::Mul(g, gLow)), hn::Mul(b, bLow));
+        return hn::BitCast(dU, hn::ShiftRight<7>(hn::Add(high, hn::ShiftRight<8>(low))));
     };
-    const auto redGreen = pairOf(kRedWeight, kGreenWeight), blueHalf = pairOf(kBlueWeight, 1U << 14);
-    const auto one = hn::Set(d, int16_t{1});
-    const auto weigh = [&](auto rg, auto b1) HWY_ATTR {
-        auto rest = hn::Zero(dSum);
-        const auto sum = hn::ReorderWidenMulAccumulate(dSum, rg, redGreen, hn::Zero(dSum), rest);
-        const auto all = hn::ReorderWidenMulAccumulate(dSum, b1, blueHalf, sum, rest);
-        return hn::ShiftRight<15>(hn::RearrangeToOddPlusEven(all, rest));
-    };
-    for (size_t x = 0; x < nWidth; x += hn::Lanes(d)) {
-        const auto r = hn::PromoteTo(d, hn::LoadU(d8, apRows[0] + x));
-        const auto g = hn::PromoteTo(d, hn::LoadU(d8, apRows[1] + x));
-        const auto b = hn::PromoteTo(d, hn::LoadU(d8, apRows[2] + x));
-        const auto lower = weigh(hn::InterleaveLower(d, r, g), hn::InterleaveLower(d, b, one));
-        const auto upper = weigh(hn::InterleaveUpper(d, r, g), hn::InterleaveUpper(d, b, one));
-        // Puts the halves of each block together as the interleaving took them apart.
-        hn::StoreU(hn::DemoteTo(d8, hn::ReorderDemote2To(d, lower, upper)), d8, pGrey + x);
+    const auto even = [&](auto pair)
+                          HWY_ATTR { return hn::BitCast(d, hn::And(pair, hn::Set(dU, uint16_t{0xFF}))); };
+    const auto odd = [&](auto pair) HWY_ATTR { return hn::BitCast(d, hn::ShiftRight<8>(pair)); };
+    for (size_t x = 0; x < nWidth; x += hn::Lanes(d8)) {
+        const auto r = hn::BitCast(dU, hn::LoadU(d8, apRows[0] + x));
+        const auto g = hn::BitCast(dU, hn::LoadU(d8, apRows[1] + x));
+        const auto b = hn::BitCast(dU, hn::LoadU(d8, apRows[2] + x));
+        const auto grey =
+            hn::Or(weigh(even(r), even(g), even(b)), hn::ShiftLeft<8>(weigh(odd(r), odd(g), odd(b))));
+        hn::StoreU(hn::BitCast(d8, grey), d8, pGrey + x);
     }
 }
 
 #else
 
-HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey, const CGreyWeights&)
 {
     WeighColors(apRows, nWidth, pGrey);
 }
@@ -191,10 +221,12 @@ HWY_INLINE void Change(const T* HWY_RESTRICT pRow, size_t nWidth, const CDepthCh
     size_t x = 0;
     for (; x + hn::Lanes(d) <= nWidth; x += hn::Lanes(d))
         convert(pRow + x, pResult + x);
-    if (x < nWidth) { // rows in work have room behind them, images haven't
-        U aEnd[hn::MaxLanes(d)];
-        convert(pRow + x, aEnd);
-        std::memcpy(pResult + x, aEnd, (nWidth - x) * sizeof(U));
+    if (x < nWidth) { // rows may be those of images, which have no room behind them
+        T aFrom[hn::MaxLanes(d)] = {};
+        U aTo[hn::MaxLanes(d)];
+        std::memcpy(aFrom, pRow + x, (nWidth - x) * sizeof(T));
+        convert(aFrom, aTo);
+        std::memcpy(pResult + x, aTo, (nWidth - x) * sizeof(U));
     }
 }
 
@@ -212,8 +244,9 @@ void MapOf16(const uint8_t* HWY_RESTRICT pRow, size_t nWidth, const uint8_t* HWY
         pResult[x] = pTable[pRow[x]];
 }
 
-template <size_t kChannels, class T>
-HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPixels)
+/// `change` is called for the values of the first three rows.
+template <size_t kChannels, class T, class Change>
+HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPixels, const Change& change)
 {
     const hn::ScalableTag<T> d;
     const size_t nLanes = hn::Lanes(d);
@@ -222,7 +255,8 @@ HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPix
     const T* HWY_RESTRICT const p2 = apRows[2];
     const T* HWY_RESTRICT const p3 = apRows[kChannels - 1];
     const auto store = [&](size_t x, T* HWY_RESTRICT pTo) HWY_ATTR {
-        const auto v0 = hn::LoadU(d, p0 + x), v1 = hn::LoadU(d, p1 + x), v2 = hn::LoadU(d, p2 + x);
+        const auto v0 = change(hn::LoadU(d, p0 + x)), v1 = change(hn::LoadU(d, p1 + x)),
+                   v2 = change(hn::LoadU(d, p2 + x));
         if constexpr (kChannels == 3)
             hn::StoreInterleaved3(v0, v1, v2, d, pTo);
         else
@@ -241,10 +275,17 @@ HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPix
 template <class T>
 HWY_INLINE void PackChannels(const T* const* apRows, size_t nChannels, size_t nWidth, T* pPixels)
 {
+    const auto same = [](auto value) HWY_ATTR { return value; };
     if (nChannels == 3)
-        Pack<3>(apRows, nWidth, pPixels);
+        Pack<3>(apRows, nWidth, pPixels, same);
     else
-        Pack<4>(apRows, nWidth, pPixels);
+        Pack<4>(apRows, nWidth, pPixels, same);
+}
+
+void PackChanged(const uint16_t* const* apRows, size_t nWidth, const CDepthChange& change, uint16_t* pPixels)
+{
+    const hn::ScalableTag<uint16_t> d;
+    Pack<3>(apRows, nWidth, pPixels, [&](auto value) HWY_ATTR { return Changed(d, value, change); });
 }
 
 void Pack10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* HWY_RESTRICT pPixels)
@@ -272,9 +313,9 @@ void YccToRgb16(const CYccMatrix& matrix, uint16_t* const* apRows, size_t nWidth
 }
 void YccToLuma8(const CYccMatrix& matrix, uint8_t* pRow, size_t nWidth) { ScaleLuma(matrix, pRow, nWidth); }
 void YccToLuma16(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth) { ScaleLuma(matrix, pRow, nWidth); }
-void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
+void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey, const CGreyWeights& weights)
 {
-    WeighBytes(apRows, nWidth, pGrey);
+    WeighBytes(apRows, nWidth, pGrey, weights);
 }
 void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
@@ -324,6 +365,7 @@ HWY_EXPORT(Change16);
 HWY_EXPORT(MapOf16);
 HWY_EXPORT(Pack8);
 HWY_EXPORT(Pack16);
+HWY_EXPORT(PackChanged);
 HWY_EXPORT(Pack10p32);
 
 void YccToRgb(const CYccMatrix& matrix, uint8_t* const* apRows, size_t nWidth)
@@ -344,7 +386,12 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth)
 }
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 {
-    HWY_DYNAMIC_DISPATCH(RgbToLuma8)(apRows, nWidth, pGrey);
+    // Not known to the compiler where they are used: it would make long rows of shifts and sums of each
+    // product.
+    static constexpr CGreyWeights kWeights = {{38, 75, 15}, {70, 35, -105}, 64};
+    static_assert(kWeights.IsSum(0, kRedWeight) && kWeights.IsSum(1, kGreenWeight) &&
+                  kWeights.IsSum(2, kBlueWeight));
+    HWY_DYNAMIC_DISPATCH(RgbToLuma8)(apRows, nWidth, pGrey, kWeights);
 }
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
@@ -373,6 +420,10 @@ void PackRow(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint
 void PackRow(const uint16_t* const* apRows, size_t nChannels, size_t nWidth, uint16_t* pPixels)
 {
     HWY_DYNAMIC_DISPATCH(Pack16)(apRows, nChannels, nWidth, pPixels);
+}
+void PackRow(const uint16_t* const* apRows, size_t nWidth, const CDepthChange& change, uint16_t* pPixels)
+{
+    HWY_DYNAMIC_DISPATCH(PackChanged)(apRows, nWidth, change, pPixels);
 }
 void PackRow10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* pPixels)
 {

@@ -39,9 +39,19 @@ void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* pRow);
 void SplitRow(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows);
 void SplitRow(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows);
 
+/// How the depth of values changes.
+struct CDepthChange
+{
+    unsigned nUp;
+    unsigned nDown;
+    bool bIsCut; ///< v >> nDown, else v << nUp | v >> nDown
+};
+
 /// Three, four, or one rows become the pixels of a line.
 void PackRow(const uint8_t* const* apRows, size_t nChannels, size_t nWidth, uint8_t* pPixels);
 void PackRow(const uint16_t* const* apRows, size_t nChannels, size_t nWidth, uint16_t* pPixels);
+/// Three rows whose depth changes on the way.
+void PackRow(const uint16_t* const* apRows, size_t nWidth, const CDepthChange& change, uint16_t* pPixels);
 /// Ten bits of each row from bit 0 of a little-endian word.
 void PackRow10p32(const uint16_t* const* apRows, size_t nWidth, uint8_t* pPixels);
 
@@ -102,14 +112,6 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth);
 /// R, G, B to grey.
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey);
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey);
-
-/// How the depth of values changes.
-struct CDepthChange
-{
-    unsigned nUp;
-    unsigned nDown;
-    bool bIsCut; ///< v >> nDown, else v << nUp | v >> nDown
-};
 
 /// In image memory, nothing behind nWidth is written.
 void ChangeDepth(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult);

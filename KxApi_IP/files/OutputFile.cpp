@@ -46,7 +46,7 @@ bool IsNamed(int descriptor, const std::string& path)
 /// Removes a file that nobody writes any more.
 void RemoveLeftover(const std::string& path)
 {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (descriptor < 0)
         return;
     if (flock(descriptor, LOCK_EX | LOCK_NB) == 0 && IsNamed(descriptor, path))
