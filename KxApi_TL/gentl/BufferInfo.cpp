@@ -34,6 +34,7 @@ struct CPayload
     bool canHaveImage;
     bool hasChunks;
     bool hasParts = false;
+    int32_t encodedAs = 0; // kind of part, of a compressed image
 };
 
 CPayload ReadPayload(const CBufferAtProducer& buffer)
@@ -48,6 +49,10 @@ CPayload ReadPayload(const CBufferAtProducer& buffer)
         return {true, true};
     case GenTL::PAYLOAD_TYPE_CHUNK_ONLY:
         return {false, true};
+    case GenTL::PAYLOAD_TYPE_JPEG:
+        return {true, hasChunks, false, GenTL::PART_DATATYPE_JPEG};
+    case GenTL::PAYLOAD_TYPE_JPEG2000:
+        return {true, hasChunks, false, GenTL::PART_DATATYPE_JPEG2000};
     case GenTL::PAYLOAD_TYPE_MULTI_PART:
         if (buffer.lib.DSGetNumBufferParts && buffer.lib.DSGetBufferPartInfo)
             return {true, hasChunks, true};
@@ -106,6 +111,8 @@ CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDe
     content.hasChunks = payload.hasChunks;
     if (payload.hasParts)
         ReadParts(buffer, content);
+    else if (payload.encodedAs != 0)
+        ReadEncoded(buffer, payload.encodedAs, content);
     else if (payload.canHaveImage && Info(buffer, GenTL::BUFFER_INFO_IMAGEPRESENT, 1) != 0)
         ReadImage(buffer, defaults, content);
     TurnBytes(buffer, content);

@@ -44,6 +44,7 @@ struct CImageContent
     size_t linePitch = 0;
     size_t planePitch = 0;
     EKxPixelFormatNamingConvention_t pixelFormat = KxPixelFormat_None;
+    size_t encodedSize = 0; // bytes of a compressed image, which has none of the above but its place
     int32_t dataType = GenTL::PART_DATATYPE_2D_IMAGE;
     uint64_t sourceID = 0;
     uint64_t regionID = 0;

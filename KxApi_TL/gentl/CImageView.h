@@ -51,7 +51,12 @@ public:
     size_t GetImageLinePitch() const override { return Image().linePitch; }
     size_t GetImagePlanePitch() const override { return Image().planePitch; }
     EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override { return Image().pixelFormat; }
-    void* GetImageBuffer() const override { return HasImage() ? m_owner.Base() + Image().place : nullptr; }
+    void* GetImageBuffer() const override { return HasPixels() ? m_owner.Base() + Image().place : nullptr; }
+    const void* GetEncodedData() const override
+    {
+        return GetEncodedSize() > 0 ? m_owner.Base() + Image().place : nullptr;
+    }
+    size_t GetEncodedSize() const override { return Image().encodedSize; }
     void* GetUserContext() const override { return m_owner.Context(); }
     IKxImage* GetROIImage(size_t x, size_t y, size_t w, size_t h) override
     {
@@ -107,9 +112,10 @@ private:
         static const CImageContent kNone;
         return HasImage() ? Content().images[m_index] : kNone;
     }
+    bool HasPixels() const { return HasImage() && Image().encodedSize == 0; }
     void CheckHasImage() const
     {
-        if (!HasImage())
+        if (!HasPixels())
             throw RUNTIME_EXCEPTION("There is no available image.");
     }
 

@@ -112,6 +112,18 @@ void ReadImage(const CBufferAtProducer& buffer, const CImageDefaults& defaults, 
     content.images.push_back(image);
 }
 
+void ReadEncoded(const CBufferAtProducer& buffer, int32_t dataType, CBufferContent& content)
+{
+    CImageContent image;
+    image.dataType = dataType;
+    image.place = static_cast<size_t>(Info(buffer, GenTL::BUFFER_INFO_IMAGEOFFSET, 0));
+    if (image.place >= content.sizeFilled)
+        throw RUNTIME_EXCEPTION("A compressed image at byte %zu of %zu that were filled", image.place,
+                                content.sizeFilled);
+    image.encodedSize = content.sizeFilled - image.place;
+    content.images.push_back(image);
+}
+
 namespace
 {
 
@@ -169,20 +181,31 @@ bool ReadPart(const CBufferAtProducer& buffer, const CPartAtProducer& part, CBuf
     image.height = FirstSet({part.Size(BUFFER_PART_INFO_HEIGHT), delivered});
     const bool isPicture =
         image.dataType >= PART_DATATYPE_2D_IMAGE && image.dataType <= PART_DATATYPE_CONFIDENCE_MAP;
-    if (!format || !isPicture || image.width == 0 || image.height == 0)
+    const bool isEncoded = image.dataType == PART_DATATYPE_JPEG || image.dataType == PART_DATATYPE_JPEG2000;
+    if (!isEncoded && (!format || !isPicture || image.width == 0 || image.height == 0))
         return false;
     const auto base = static_cast<uintptr_t>(part.Get(BUFFER_PART_INFO_BASE));
     const auto begin = reinterpret_cast<uintptr_t>(buffer.base);
     if (base < begin || base - begin > buffer.size)
         throw RUNTIME_EXCEPTION("A part of a buffer lies outside of its %zu bytes", buffer.size);
     image.place = base - begin;
-    image.pixelFormat = format->GetPixelFormat();
     image.offsetX = part.Size(BUFFER_PART_INFO_XOFFSET);
     image.offsetY = part.Size(BUFFER_PART_INFO_YOFFSET);
     image.sourceID = part.Get(BUFFER_PART_INFO_SOURCE_ID);
     image.regionID = part.Get(BUFFER_PART_INFO_REGION_ID);
     image.purposeID = part.Get(BUFFER_PART_INFO_DATA_PURPOSE_ID);
-    const size_t padding = PaddingBytes(*format, part, image, part.Size(BUFFER_PART_INFO_DATA_SIZE));
+    const size_t dataSize = part.Size(BUFFER_PART_INFO_DATA_SIZE);
+    if (isEncoded) {
+        if (dataSize == 0 || dataSize > buffer.size - image.place)
+            throw RUNTIME_EXCEPTION("A compressed part of %zu bytes does not fit into a buffer of %zu bytes",
+                                    dataSize, buffer.size);
+        image.width = image.height = 0;
+        image.encodedSize = dataSize;
+        content.images.push_back(image);
+        return true;
+    }
+    image.pixelFormat = format->GetPixelFormat();
+    const size_t padding = PaddingBytes(*format, part, image, dataSize);
     const size_t end = LayOut(*format, padding, buffer.size, image);
     image.deliveredHeight = std::min(delivered, image.height);
     if (delivered == 0 && !content.isIncomplete)
@@ -214,6 +237,8 @@ void TurnBytes(const CBufferAtProducer& buffer, const CBufferContent& content)
     if (order != GenTL::PIXELENDIANNESS_BIG)
         return;
     for (const CImageContent& image : content.images) {
+        if (image.encodedSize != 0)
+            continue;
         const IKxPixelFormatInfoInside& format = *FindFormat(static_cast<uint64_t>(image.pixelFormat));
         // Values that share bytes with others have no byte order.
         const size_t bytes = format.GetStorageBits() / 8;

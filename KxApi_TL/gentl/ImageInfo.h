@@ -17,6 +17,9 @@ uint64_t Info(const CBufferAtProducer& buffer, GenTL::BUFFER_INFO_CMD command, u
 /// The one image of a buffer. Raise RuntimeException as ReadBufferContent does.
 void ReadImage(const CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content);
 
+/// A compressed image that fills the buffer.
+void ReadEncoded(const CBufferAtProducer& buffer, int32_t dataType, CBufferContent& content);
+
 /// Those of its parts that are images. Raises RuntimeException when there is none, or when one doesn't lie in
 /// the buffer.
 void ReadParts(const CBufferAtProducer& buffer, CBufferContent& content);

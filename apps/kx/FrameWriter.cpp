@@ -20,6 +20,7 @@ FrameWriter::FrameWriter(const std::string& output, const std::string& format)
     , m_convertsAll(!format.empty())
     , m_converter(CreateIKxConverter(KxConverterType_PixelFormat))
     , m_converted(CreateIKxImageBuffer(nullptr))
+    , m_decoded(CreateIKxImageBuffer(nullptr))
 {
     m_converter->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear3);
     if (m_convertsAll) {
@@ -63,7 +64,12 @@ IKxImage* FrameWriter::Savable(IKxImage& image)
 
 void FrameWriter::Write(IKxStreamImage& image, uint64_t number)
 {
-    m_filer->Save(Savable(image), m_type, PathOf(number).c_str());
+    IKxImage* pImage = &image;
+    if (image.GetEncodedSize() > 0) {
+        m_filer->LoadFromMemory(m_decoded.Get(), image.GetEncodedData(), image.GetEncodedSize());
+        pImage = m_decoded->GetIKxImage();
+    }
+    m_filer->Save(Savable(*pImage), m_type, PathOf(number).c_str());
 }
 
 } // namespace Kx

@@ -49,6 +49,7 @@ private:
     bool m_convertsAll = false;
     KxApi::CKxAutoPtr<KxApi::IKxConverterReleasable> m_converter;
     KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable, KxApi::IKxImageBuffer> m_converted;
+    KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable, KxApi::IKxImageBuffer> m_decoded;
 };
 
 } // namespace Kx

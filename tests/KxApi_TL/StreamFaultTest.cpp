@@ -100,7 +100,7 @@ TEST_F(StreamFault, BuffersWithoutUsableImageAreRefusedAndTheNextOneArrives)
         {{{GenTL::BUFFER_INFO_PIXELFORMAT, ToldU64(0x1000000001080001)}}, "is unknown"},
         {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_MULTI_PART)}},
          "None of the 0 parts of a buffer is an image"},
-        {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_JPEG)}}, "Payload type 5"},
+        {{{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_H264)}}, "Payload type 7"},
         {{{GenTL::BUFFER_INFO_HEIGHT, ToldSize(65)}}, "does not fit into a buffer of 4096 bytes"},
         {{{GenTL::BUFFER_INFO_WIDTH, ToldSize(SIZE_MAX)}}, "does not fit"},
         {{{GenTL::BUFFER_INFO_HEIGHT, ToldSize(SIZE_MAX)}}, "does not fit"},

@@ -240,6 +240,22 @@ TEST_F(Stream, GivesAllPartsOfABufferEachWithItsOwnFormat)
     }
 }
 
+TEST_F(Stream, HandsOutTheBytesOfCompressedImages)
+{
+    m_stream->StartAcquisition(nullptr, kKxEndless);
+    camera->Deliver({{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_JPEG)},
+                     {GenTL::BUFFER_INFO_SIZE_FILLED, ToldSize(1000)}});
+    const ImagePtr image = Fetch();
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->GetPartDataType(), GenTL::PART_DATATYPE_JPEG);
+    EXPECT_EQ(image->GetImageBuffer(), nullptr);
+    EXPECT_EQ(image->GetEncodedSize(), 1000U);
+    uint64_t written = 0;
+    std::memcpy(&written, image->GetEncodedData(), sizeof(written));
+    EXPECT_EQ(written, image->GetFrameID());
+    EXPECT_THROW(image->GetROIImage(0, 0, 1, 1), GenICam::RuntimeException);
+}
+
 TEST_F(Stream, TurnsPixelsOfTheOtherByteOrderRound)
 {
     m_stream->StartAcquisition(nullptr, kKxEndless);

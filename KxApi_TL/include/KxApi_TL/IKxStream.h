@@ -21,7 +21,8 @@ struct IKxPort;
 /// with the other parts of its buffer.
 ///
 /// A buffer of chunks alone has no image: GetImageBuffer is null then, the sizes 0, the format
-/// KxPixelFormat_None. A buffer of several parts, such as range, intensity and confidence of a 3D camera, is
+/// KxPixelFormat_None. So is that of a compressed image (JPEG), whose bytes GetEncodedData has, for the image
+/// library to decode. A buffer of several parts, such as range, intensity and confidence of a 3D camera, is
 /// handed out as its first image, which leads to the others by GetIKxPart.
 struct IKxStreamImage : IKxImageInside
 {
@@ -61,6 +62,10 @@ struct IKxStreamImage : IKxImageInside
     virtual uint64_t GetSourceID() const = 0;
     virtual uint64_t GetRegionID() const = 0;
     virtual uint64_t GetPurposeID() const = 0;
+    /// Bytes of a compressed image and their number; null and 0 for an image of pixels. As GetPartDataType
+    /// tells, these are a JPEG or JPEG 2000 file.
+    virtual const void* GetEncodedData() const = 0;
+    virtual size_t GetEncodedSize() const = 0;
 
 protected:
     ~IKxStreamImage() = default;
