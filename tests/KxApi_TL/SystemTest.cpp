@@ -2,12 +2,14 @@
 #include <Base/GCException.h>
 #include <GenApi/GenApi.h>
 #include <KxApi_TL/CKxAutoPtr.h>
+#include <KxApi_TL/IKxDevice.h>
 #include <KxApi_TL/IKxInterface.h>
 #include <KxApi_TL/IKxPort.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 #include <KxSDKCommon/KxApi_Exception.h>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -143,6 +145,36 @@ TEST_F(System, ThatLeavesStaysValidForItsHolders)
     EXPECT_EQ(system->GetInterfaceCount(), 0U);
     EXPECT_STREQ(gev.GetIKxInterfaceInfo()->GetTLType().c_str(), "GEV");
     EXPECT_STREQ(device.GetID().c_str(), "camA");
+}
+
+TEST_F(System, ReadingWhatIsKnownNeverWaitsForASearch)
+{
+    SetWorld("GEV=camA/1");
+    const SystemPtr system = Open();
+    void* const library = dlopen(Fake("Transport").c_str(), RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_NE(library, nullptr);
+    const auto call = [library](const char* szName) {
+        reinterpret_cast<void (*)()>(dlsym(library, szName))();
+    };
+    system->UpdateInterfaceList();
+    IKxInterface& gev = *system->GetIKxInterface(0);
+    gev.UpdateDeviceList();
+    SetWorld("GEV~=camA/3,camB/1");
+    std::thread search([&] { gev.UpdateDeviceList(); });
+    call("KxFakeAwaitSearch");
+    // The search goes on until it is let go below: what waited for it would never return.
+    EXPECT_EQ(system->GetInterfaceCount(), 1U);
+    EXPECT_STREQ(system->GetIKxSystemInfo()->GetDisplayName().c_str(), "Fake transport");
+    EXPECT_THAT(DeviceIDs(gev), ElementsAre("camA"));
+    const IKxDeviceInfo& device = *gev.GetIKxDeviceInfo(0);
+    EXPECT_EQ(device.GetAccessStatus(), 1) << "all facts of the old list";
+    EXPECT_THROW(CreateIKxDevice(&gev, &device, KxDeviceAccess_Control), CKxGenTLErrorException)
+        << "the fake opens none, but answers at once";
+    call("KxFakeLetGo");
+    search.join();
+    EXPECT_THAT(DeviceIDs(gev), ElementsAre("camA", "camB"));
+    EXPECT_EQ(device.GetAccessStatus(), 3);
+    dlclose(library);
 }
 
 TEST_F(System, FailedUpdatesLeaveTheOldListAndTellTheProducersWords)

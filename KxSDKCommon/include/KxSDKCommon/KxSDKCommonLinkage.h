@@ -2,6 +2,6 @@
 // Visibility of the common layer's symbols.
 #pragma once
 
-/// Marks what each SDK library exports, since the common layer is part of each of them. The dynamic linker
-/// makes all of them use one copy.
+/// Marks what of the common layer libKxApi_TL exports, which it is part of; the other libraries link that, so
+/// that there is one copy.
 #define KXSDK_COMMON_API __attribute__((visibility("default")))

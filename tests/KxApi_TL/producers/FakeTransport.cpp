@@ -2,12 +2,14 @@
 // A producer whose interfaces and devices a test writes into the environment variable KXAPI_FAKE_WORLD, where
 // each update of a list reads them anew: "GEV=camA/1,camB/3;U3V=camC/1;CXP!=": interfaces with their devices,
 // each with its access status. An interface with "!" answers updates with an I/O error, one with "?" tells of
-// a million devices. Texts that nobody needs are NOT_AVAILABLE.
+// a million devices, in one with "~" a search lasts until KxFakeLetGo is called. Texts that nobody needs are
+// NOT_AVAILABLE.
 
 #define GCTLIDLL
 #include <GenTL/GenTL.h>
 
 #include <algorithm>
+#include <condition_variable>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -28,11 +30,16 @@ struct Interface
     std::string id;
     bool isBroken = false;
     bool isBoundless = false;
+    bool isSlow = false;
     bool isOpen = false;
     Devices devices;
 };
 
 std::mutex g_mutex;
+std::mutex g_searchMutex; // guards the next three
+std::condition_variable g_searchChanged;
+bool g_isSearching = false;
+bool g_isLetGo = false;
 bool g_isOpen = false;
 std::vector<std::string> g_present;
 std::map<std::string, Interface> g_interfaces;
@@ -65,12 +72,14 @@ void ReadWorld()
         std::string id = entry.substr(0, equals);
         const bool isBroken = id.back() == '!';
         const bool isBoundless = id.back() == '?';
-        if (isBroken || isBoundless)
+        const bool isSlow = id.back() == '~';
+        if (isBroken || isBoundless || isSlow)
             id.pop_back();
         Interface& interface = g_interfaces[id];
         interface.id = id;
         interface.isBroken = isBroken;
         interface.isBoundless = isBoundless;
+        interface.isSlow = isSlow;
         interface.devices.clear();
         std::string devices = entry.substr(equals + 1);
         while (!devices.empty()) {
@@ -127,6 +136,19 @@ const std::pair<std::string, int32_t>* FindDevice(const Interface& interface, co
 }
 
 } // namespace
+
+/// Waits until a search has begun.
+extern "C" __attribute__((visibility("default"))) void KxFakeAwaitSearch()
+{
+    std::unique_lock<std::mutex> search(g_searchMutex);
+    g_searchChanged.wait(search, [] { return g_isSearching; });
+}
+extern "C" __attribute__((visibility("default"))) void KxFakeLetGo()
+{
+    const std::lock_guard<std::mutex> search(g_searchMutex);
+    g_isLetGo = true;
+    g_searchChanged.notify_all();
+}
 
 namespace GenTL
 {
@@ -234,6 +256,12 @@ GC_API IFUpdateDeviceList(IF_HANDLE handle, bool8_t*, uint64_t)
     const std::lock_guard<std::mutex> lock(g_mutex);
     ReadWorld();
     const Interface* const interface = ToInterface(handle);
+    if (interface && interface->isSlow) {
+        std::unique_lock<std::mutex> search(g_searchMutex);
+        g_isSearching = true;
+        g_searchChanged.notify_all();
+        g_searchChanged.wait(search, [] { return g_isLetGo; });
+    }
     return !interface ? GC_ERR_INVALID_HANDLE : interface->isBroken ? GC_ERR_IO : GC_ERR_SUCCESS;
 }
 
