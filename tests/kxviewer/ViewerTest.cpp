@@ -82,6 +82,14 @@ TEST_F(Viewer, TellsWhatKeepsItFromShowingACamera)
     }
 }
 
+TEST_F(Viewer, ShowsADescriptionWithoutACamera)
+{
+    const Outcome outcome = Run("--nodemap '" SAMPLE_DESCRIPTION "' --screenshot pictures");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_GT(Colours("pictures/features.png"), 8U);
+    EXPECT_THAT(Run("--nodemap missing.xml").errors, HasSubstr("missing.xml: "));
+}
+
 TEST_F(Viewer, SaysInALineThatThereIsNoDisplay)
 {
     const Outcome outcome = RunProgram(VIEWER_PROGRAM, "--first", "TMPDIR=. QT_QPA_PLATFORM=xcb DISPLAY= ");
