@@ -38,7 +38,6 @@ CKxBaseWndCore::CKxBaseWndCore(int nXMLResourceID, const char* szPortName, GenAp
 try : m_strTitle(szTitle), m_nStatusBarIndicatorsCount(nStatusBarIndicatorsCount),
     m_nXMLResourceID(nXMLResourceID), m_eAccessMode(eAccessMode), m_szPortName(szPortName)
 {
-    m_objRegister.Register({&m_regSizeTSize, &m_regVisibleMenu, &m_regVisibleStatusBar, &m_regWindowMode});
 } catch (const std::bad_alloc& e) {
     throw BAD_ALLOC_EXCEPTION("%s", e.what());
 }

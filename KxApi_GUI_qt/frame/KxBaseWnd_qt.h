@@ -103,6 +103,9 @@ public:
     virtual bool mRead(unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength);
     virtual bool mWrite(const unsigned char* pBuffer, int64_t nAddress, int64_t* pnLength);
 
+    /// Where the window's registers enter themselves.
+    CKxRegister& Registers() { return m_objRegister; }
+
     /// A setting has another value: what its row names has to be shown. Any thread.
     /// @param bByCall the setter was called, rather than the port written.
     virtual void OnSettingChanged(uint32_t nUpdate, bool bByCall);

@@ -6,6 +6,8 @@
 //   static const char* SourceFile();                        place told by exceptions
 //   void InvalidateNode(const GenICam::gcstring&);
 //   void OnSettingChanged(uint32_t nUpdate, bool bByCall);  shows; bByCall: by a setter and not by the port
+//   CKxRegister& Registers();                               where its registers enter themselves, if it has
+//   it
 #pragma once
 
 #include "frame/RegisterRow_qt.h"
@@ -21,6 +23,8 @@
 #include <cstring>
 #include <mutex>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace KxApi
 {
@@ -46,6 +50,15 @@ struct IKxRegisterParam
     virtual int64_t GetStep() const { return 0; }
 };
 
+namespace Detail
+{
+template <class Client, class = void>
+inline constexpr bool kEntersItself = false;
+template <class Client>
+inline constexpr bool kEntersItself<Client, std::void_t<decltype(std::declval<Client&>().Registers())>> =
+    true;
+} // namespace Detail
+
 /// What registers have in common. `MethodW`, a `void (Client::*)()`, runs when the value has changed, unless
 /// null, and then what the row says. Any thread, as far as the client's methods are.
 template <class Client, class MethodW>
@@ -57,7 +70,10 @@ public:
         , m_row(row)
         , m_nLength(nLength)
         , m_pMethodW(pMethodW)
-    {}
+    {
+        if constexpr (Detail::kEntersItself<Client>)
+            pClient->Registers().Register(*this);
+    }
     CRegisterParamBase(const CRegisterParamBase&) = delete;
     CRegisterParamBase& operator=(const CRegisterParamBase&) = delete;
 

@@ -31,35 +31,7 @@ const CWndInfo<CKxDisplayGraphWnd> CKxDisplayGraphWnd::m_objWndInfo{};
 CKxDisplayGraphWnd::CKxDisplayGraphWnd(IKxSpecificTypeAllocator* pAllocator)
     : CKxBaseWnd(KxXMLResource_DisplayGraph, "GUIPort", GenApi::RW, "Display Graph", kStatusBarIndicators)
     , m_objRing([=] { return CreateIKxGraphDataBufferListResizable(pAllocator); }, 0)
-{
-    GenICam::GuardBadAlloc([this] {
-        m_objRegister.Register({&m_regScrollH,
-                                &m_regScrollHMax,
-                                &m_regScrollV,
-                                &m_regScrollVMax,
-                                &m_nRefreshInterval,
-                                &m_regRefreshIntervalMin,
-                                &m_regRefreshIntervalMax,
-                                &m_nBackgroundColor,
-                                &m_eScaleMode,
-                                &m_nDrawEnable,
-                                &m_nPlotWidth,
-                                &m_nPlotHeight,
-                                &m_bPlotSizeAuto,
-                                &m_eNormalization,
-                                &m_nPlotMarginLeft,
-                                &m_nPlotMarginRight,
-                                &m_nPlotMarginTop,
-                                &m_nPlotMarginBottom,
-                                &m_nFloatingPointDigits,
-                                &m_eScaleLineDirectionX,
-                                &m_eScaleLineDirectionY,
-                                &m_nScaleLineSizeX,
-                                &m_nScaleLineSizeY,
-                                &m_regLines,
-                                &m_regTexts});
-    });
-}
+{}
 
 CKxDisplayGraphWnd::~CKxDisplayGraphWnd() { DestroyNodeMap(); }
 

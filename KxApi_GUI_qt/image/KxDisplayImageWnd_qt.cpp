@@ -4,7 +4,6 @@
 #include "image/COverlayParam.h"
 #include "image/PixelText_qt.h"
 
-#include <Base/GCBadAlloc.h>
 #include <KxApi_GUI/KxApi_GUI.h>
 
 #include <QCursor>
@@ -24,32 +23,7 @@ const CWndInfo<CKxDisplayImageWnd> CKxDisplayImageWnd::m_objWndInfo{};
 CKxDisplayImageWnd::CKxDisplayImageWnd(IKxAllocator* pAllocator)
     : CKxBaseWnd(KxXMLResource_DisplayImage, "GUIPort", GenApi::RW, "Display Image", kStatusBarIndicators)
     , m_objPreview(pAllocator, [this](const GenICam::gcstring& strNode) { OnConverterChanged(strNode); })
-{
-    GenICam::GuardBadAlloc([this] {
-        m_objRegister.Register({&m_ePreviewPixelFormatMode,
-                                &m_regScrollH,
-                                &m_regScrollHMax,
-                                &m_regScrollV,
-                                &m_regScrollVMax,
-                                &m_nRefreshInterval,
-                                &m_regRefreshIntervalMin,
-                                &m_regRefreshIntervalMax,
-                                &m_eZoomMode,
-                                &m_eStretchMode,
-                                &m_dManualZoomMagnification,
-                                &m_regMagnificationMin,
-                                &m_regMagnificationMax,
-                                &m_eBackgroundStyle,
-                                &m_nForegroundColor,
-                                &m_nBackgroundColor,
-                                &m_eBayerInterpolationMethodForStillImageFile,
-                                &m_regShowBuiltInDrawingToolbar,
-                                &m_regEnableDrawingOnSavingImage,
-                                &m_eColorMapType,
-                                &m_bColorMapInversion,
-                                &m_nColorMapPhase});
-    });
-}
+{}
 
 CKxDisplayImageWnd::~CKxDisplayImageWnd() { DestroyNodeMap(); }
 

@@ -14,14 +14,6 @@ const CWndInfo<CKxDisplayNodeMapWnd> CKxDisplayNodeMapWnd::m_objWndInfo{};
 CKxDisplayNodeMapWnd::CKxDisplayNodeMapWnd()
     : CKxBaseWnd(KxXMLResource_NodeMap, "GUIPort", GenApi::RW, "Node Map", 1)
 {
-    GenICam::GuardBadAlloc([this] {
-        m_objRegister.Register({&m_bAlphabeticMode, &m_eVisibility, &m_nExpand, &m_nCollapse, &m_nRefresh,
-                                &m_bEnablePolling, &m_bVisibleAlphabeticMode, &m_bVisibleExpand,
-                                &m_bVisibleCollapse, &m_bVisibleRefresh, &m_bVisiblePolling,
-                                &m_bVisibleVisibility, &m_bVisibleDescription,
-                                &m_bVisibleDescriptionSampleCode, &m_bVisibleFilter, &m_bEnableFilter,
-                                &m_bEnableRegularExpression, &m_strFilterText});
-    });
     // The bar is there for texts of the application's.
     SetVisibleStatusBar(false);
 }
