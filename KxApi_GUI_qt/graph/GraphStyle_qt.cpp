@@ -148,8 +148,9 @@ bool Set(const CInfoRow<TObject>& row, TObject& object, uint32_t nValue)
 
 CGraphStyle::CGraphStyle()
 {
-    ForEachComponentPen([this](size_t nPen, EKxPixelComponentType_t, CRgb rgb, _EKxLineStyle_t eStyle) {
-        CKxPen& pen = m_arrPens[nPen];
+    CKxPen* const pPens = m_arrPens.data(); // nobody else has them yet
+    ForEachComponentPen([&](size_t nPen, EKxPixelComponentType_t, CRgb rgb, _EKxLineStyle_t eStyle) {
+        CKxPen& pen = pPens[nPen];
         pen.SetColor(QColor(rgb.nRed, rgb.nGreen, rgb.nBlue));
         pen.SetSize(kComponentPenSize);
         pen.SetJoin(KxLineJoin_Miter);

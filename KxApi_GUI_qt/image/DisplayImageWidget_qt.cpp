@@ -163,8 +163,11 @@ void CDisplayImageWidget::resizeEvent(QResizeEvent* pEvent)
 void CDisplayImageWidget::moveEvent(QMoveEvent* pEvent)
 {
     // A message stays where it is, so what was painted must not be moved with the widget.
-    if (!m_objShown || m_objShown->picture.IsNull())
-        update();
+    {
+        const GenICam::AutoLock lock(m_lockDisplayImages);
+        if (!m_objShown || m_objShown->picture.IsNull())
+            update();
+    }
     QWidget::moveEvent(pEvent);
 }
 

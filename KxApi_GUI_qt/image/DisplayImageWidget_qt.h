@@ -112,7 +112,8 @@ private:
 
     void Paint(const QRegion& rgExposed);
     void PaintUncovered(QPainter& painter, const QRegion& rgUncovered) const;
-    void RunOverlays(QPainter& painter, const QRect& rcVisible, const QRect& rcDisplay);
+    void RunOverlays(QPainter& painter, const QRect& rcVisible, const QRect& rcDisplay)
+        KXGC_REQUIRES(m_lockDisplayImages);
     void NotePaint(const QRect& rcVisible);
 
     bool OfferToMouseObservers(QMouseEvent* pEvent, MouseObserverCall call);

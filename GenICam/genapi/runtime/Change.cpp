@@ -44,7 +44,8 @@ Change::~Change()
     Unlock();
 }
 
-void Change::Unlock()
+// The constructor takes the lock.
+KXGC_NO_THREAD_SAFETY_ANALYSIS void Change::Unlock()
 {
     m_locked = false;
     if (m_outermost)
