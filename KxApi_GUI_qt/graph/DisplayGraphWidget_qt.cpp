@@ -117,8 +117,11 @@ void CDisplayGraphWidget::paintEvent(QPaintEvent* pEvent)
         CDrawGraphParam param;
         pWindow->GetCDrawGraphParam(param);
         param.Fit(painter.window().width(), painter.window().height());
-        if (m_bTranslucent && !m_objBackdrop.isNull())
+        if (m_bTranslucent) {
+            // Where there is nothing from before: black texts have to be read in dark palettes, too.
+            painter.fillRect(rect(), Qt::white);
             painter.drawPixmap(0, 0, m_objBackdrop);
+        }
         pWindow->DrawInside(&painter, param, KxGraphDataIndex_Widget);
     });
     QWidget::paintEvent(pEvent);

@@ -29,6 +29,7 @@ constexpr double kPauseForCost = 14;
 
 constexpr int kPlotHeight = 160; // at least, with scale and status bar
 constexpr int kStatisticsRows = 4;
+constexpr uint32_t kRightMargin = 24; // half a label of five digits
 
 double ThreadMs()
 {
@@ -123,6 +124,7 @@ void GraphDock::MakeWindow()
 {
     m_window.Reset(CreateIKxWnd(KxWindowType_GraphDisplay));
     m_window->SetNormalization(m_eNormalization);
+    m_window->SetPlotMarginRight(kRightMargin);
     m_window->SetRefreshInterval(0); // each plot once, and none but that
     const GenApi::CEnumerationPtr pScaleMode(m_window->GetINodeMap()->GetNode("ScaleMode"));
     pScaleMode->FromString(m_szScaleMode);
