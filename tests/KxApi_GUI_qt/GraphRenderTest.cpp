@@ -159,7 +159,7 @@ TEST_F(GraphRender, LinesLookAsIfEachPointWereDrawn)
             m_style.SetLineInfo(nPen, 4, penCase.nJoin);
         }
         unsigned nSeed = 0;
-        for (const size_t nLength : {1U, 2U, 7U, 120U, 119U, 250U, 5000U}) {
+        for (const size_t nLength : {1U, 2U, 7U, 119U, 250U, 3000U}) {
             if (nLength > 250 && (penCase.nWidth > 2 || penCase.nStyle != 0))
                 break; // painters need long to draw each point of these
             const std::vector<Values> items{Noise(nLength, 1000, ++nSeed),
