@@ -35,10 +35,10 @@ struct IKxPixelFormatConverter
     /// default line pitch.
     ///
     /// Source formats: mono, Bayer, RGB, BGR, YUV and YCbCr of up to 16 bits, packed, planar or not, the
-    /// polarised ones, and ranges as whole or real numbers; see IsConvertible. Raises, before anything of the target changes:
-    /// InvalidArgumentException for null, an unknown format or pair of formats, lines shorter than their
-    /// pixels, a source that lies in the target's memory; OutOfRangeException for a size of 0 or one that
-    /// isn't whole in the source's sub-sampling; RuntimeException for an image without memory;
+    /// polarised ones, and ranges as whole or real numbers; see IsConvertible. Raises, before anything of the
+    /// target changes: InvalidArgumentException for null, an unknown format or pair of formats, lines shorter
+    /// than their pixels, a source that lies in the target's memory; OutOfRangeException for a size of 0 or
+    /// one that isn't whole in the source's sub-sampling; RuntimeException for an image without memory;
     /// BadAllocException.
     virtual void Convert(IKxImage* pSource, IKxImageBuffer* pTarget) = 0;
 
