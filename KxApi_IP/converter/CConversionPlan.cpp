@@ -247,12 +247,23 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
 }
 
 template <class T>
+std::unique_ptr<IRowSource<T>> CConversionPlan::MakeGreySource() const
+{
+    const CSourceFormat& source = m_work.source;
+    if (source.eFamily == EFamily::Ycc) // which is grey by itself
+        return MakeSource<T>();
+    if constexpr (sizeof(T) == 1) {
+        if (source.eFamily == EFamily::Rgb && source.eOrder == EOrder::Three && HasUnpackKernels() &&
+            source.ePacking == EPacking::Bytes && source.anChannel[1] == 1)
+            return std::make_unique<CGreyPixels>(source.anChannel[0] == 0);
+    }
+    return std::make_unique<CGreyRows<T>>(MakeSource<T>());
+}
+
+template <class T>
 std::unique_ptr<IRowEngine> CConversionPlan::MakeEngineOf() const
 {
-    std::unique_ptr<IRowSource<T>> pSource = MakeSource<T>();
-    const bool bIsLuma = m_work.source.eFamily == EFamily::Ycc; // which is grey by itself
-    if (MakesGreyOfColor() && !bIsLuma)
-        pSource = std::make_unique<CGreyRows<T>>(std::move(pSource));
+    std::unique_ptr<IRowSource<T>> pSource = MakesGreyOfColor() ? MakeGreySource<T>() : MakeSource<T>();
     if (m_pFinish8)
         return std::make_unique<CRowEngine<T, uint8_t>>(std::move(pSource), m_pFinish8, m_work.nWidth);
     return std::make_unique<CRowEngine<T, uint16_t>>(std::move(pSource), m_pFinish16, m_work.nWidth);

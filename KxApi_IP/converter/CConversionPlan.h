@@ -54,6 +54,8 @@ private:
     std::unique_ptr<IRowSource<T>> MakeSource() const;
     template <class T>
     std::unique_ptr<IRowSource<T>> MakeBayerSource() const;
+    template <class T>
+    std::unique_ptr<IRowSource<T>> MakeGreySource() const;
     std::unique_ptr<IRowEngine> MakeEngine() const;
     template <class T>
     std::unique_ptr<IRowEngine> MakeEngineOf() const;

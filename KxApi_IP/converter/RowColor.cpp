@@ -3,10 +3,13 @@
 #define HWY_TARGET_INCLUDE "converter/RowColor.cpp"
 #include "RowKernels.h"
 
+// The order matters.
+// clang-format off
 #include <hwy/foreach_target.h> // compiles this file once for each instruction set
 #include <hwy/highway.h>
 
-#include <cstring>
+#include "RowSteps-inl.h"
+// clang-format on
 
 #ifndef KXAPI_IP_GREY_WEIGHTS
 #define KXAPI_IP_GREY_WEIGHTS
@@ -153,33 +156,73 @@ HWY_INLINE void WeighColors(const T* const* apRows, size_t nWidth, T* HWY_RESTRI
 
 /// By multiples of 256 and rests: their sums fit for 16 bits, and the cut takes nothing of the rests' low
 /// eight bits.
+class CGreyOfBytes
+{
+public:
+    using D8 = hn::ScalableTag<uint8_t>;
+    using DU = hn::RepartitionToWide<D8>;
+    using D = hn::RebindToSigned<DU>;
+
+    HWY_INLINE explicit CGreyOfBytes(const CGreyWeights& weights)
+    {
+        for (size_t i = 0; i < 3; ++i) {
+            m_anHigh[i] = weights.anHigh[i];
+            m_anLow[i] = weights.anLow[i];
+        }
+        m_nHalf = weights.nHalfHigh;
+    }
+    HWY_INLINE hn::Vec<D8> operator()(hn::Vec<D8> red, hn::Vec<D8> green, hn::Vec<D8> blue) const
+    {
+        const auto r = hn::BitCast(DU(), red), g = hn::BitCast(DU(), green), b = hn::BitCast(DU(), blue);
+        const auto upper = Weigh(hn::ShiftRight<8>(r), hn::ShiftRight<8>(g), hn::ShiftRight<8>(b));
+        const auto low = hn::Set(DU(), uint16_t{0xFF});
+        const auto lower = Weigh(hn::And(r, low), hn::And(g, low), hn::And(b, low));
+        return hn::BitCast(D8(), hn::Or(lower, hn::ShiftLeft<8>(upper)));
+    }
+
+private:
+    HWY_INLINE hn::Vec<DU> Weigh(hn::Vec<DU> red, hn::Vec<DU> green, hn::Vec<DU> blue) const
+    {
+        const D d;
+        const auto r = hn::BitCast(d, red), g = hn::BitCast(d, green), b = hn::BitCast(d, blue);
+        const auto sum = [&](const int16_t* anWeights) HWY_ATTR {
+            return hn::Add(
+                hn::Add(hn::Mul(r, hn::Set(d, anWeights[0])), hn::Mul(g, hn::Set(d, anWeights[1]))),
+                hn::Mul(b, hn::Set(d, anWeights[2])));
+        };
+        const auto all =
+            hn::Add(hn::Add(sum(m_anHigh), hn::Set(d, m_nHalf)), hn::ShiftRight<8>(sum(m_anLow)));
+        return hn::BitCast(DU(), hn::ShiftRight<7>(all));
+    }
+
+    int16_t m_anHigh[3];
+    int16_t m_anLow[3];
+    int16_t m_nHalf;
+};
+
 HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey,
                            const CGreyWeights& weights)
 {
-    const hn::ScalableTag<uint8_t> d8;
-    const hn::RepartitionToWide<decltype(d8)> dU;
-    const hn::RebindToSigned<decltype(dU)> d;
-    const auto rHigh = hn::Set(d, weights.anHigh[0]), rLow = hn::Set(d, weights.anLow[0]);
-    const auto gHigh = hn::Set(d, weights.anHigh[1]), gLow = hn::Set(d, weights.anLow[1]);
-    const auto bHigh = hn::Set(d, weights.anHigh[2]), bLow = hn::Set(d, weights.anLow[2]);
-    const auto half = hn::Set(d, weights.nHalfHigh);
-    const auto weigh = [&](auto r, auto g, auto b) HWY_ATTR {
-        const auto high =
-            hn::Add(hn::Add(hn::Mul(r, rHigh), hn::Mul(g, gHigh)), hn::Add(hn::Mul(b, bHigh), half));
-        const auto low = hn::Add(hn::Add(hn::Mul(r, rLow), hn::Mul(g, gLow)), hn::Mul(b, bLow));
-        return hn::BitCast(dU, hn::ShiftRight<7>(hn::Add(high, hn::ShiftRight<8>(low))));
-    };
-    const auto even = [&](auto pair)
-                          HWY_ATTR { return hn::BitCast(d, hn::And(pair, hn::Set(dU, uint16_t{0xFF}))); };
-    const auto odd = [&](auto pair) HWY_ATTR { return hn::BitCast(d, hn::ShiftRight<8>(pair)); };
-    for (size_t x = 0; x < nWidth; x += hn::Lanes(d8)) {
-        const auto r = hn::BitCast(dU, hn::LoadU(d8, apRows[0] + x));
-        const auto g = hn::BitCast(dU, hn::LoadU(d8, apRows[1] + x));
-        const auto b = hn::BitCast(dU, hn::LoadU(d8, apRows[2] + x));
-        const auto grey =
-            hn::Or(weigh(even(r), even(g), even(b)), hn::ShiftLeft<8>(weigh(odd(r), odd(g), odd(b))));
-        hn::StoreU(hn::BitCast(d8, grey), d8, pGrey + x);
-    }
+    const CGreyOfBytes grey(weights);
+    const CGreyOfBytes::D8 d;
+    for (size_t x = 0; x < nWidth; x += hn::Lanes(d))
+        hn::StoreU(
+            grey(hn::LoadU(d, apRows[0] + x), hn::LoadU(d, apRows[1] + x), hn::LoadU(d, apRows[2] + x)), d,
+            pGrey + x);
+}
+
+/// The same for pixels of three bytes.
+HWY_INLINE void WeighPixels(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey,
+                            const CGreyWeights& weights)
+{
+    const CGreyOfBytes grey(weights);
+    const CGreyOfBytes::D8 d;
+    const size_t nStep = 3 * hn::Lanes(d);
+    ForSteps(source, nStep, nStep, nStep, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
+        hn::Vec<CGreyOfBytes::D8> v0, v1, v2;
+        hn::LoadInterleaved3(d, pBytes, v0, v1, v2);
+        hn::StoreU(bIsRedFirst ? grey(v0, v1, v2) : grey(v2, v1, v0), d, pGrey + nAt / 3);
+    });
 }
 
 #else
@@ -188,6 +231,8 @@ HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t*
 {
     WeighColors(apRows, nWidth, pGrey);
 }
+
+HWY_INLINE void WeighPixels(const CPackedRow&, bool, uint8_t*, const CGreyWeights&) {}
 
 #endif
 
@@ -317,6 +362,10 @@ void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey, con
 {
     WeighBytes(apRows, nWidth, pGrey, weights);
 }
+void PixelsToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey, const CGreyWeights& weights)
+{
+    WeighPixels(source, bIsRedFirst, pGrey, weights);
+}
 void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
     WeighColors(apRows, nWidth, pGrey);
@@ -358,6 +407,7 @@ HWY_EXPORT(YccToRgb16);
 HWY_EXPORT(YccToLuma8);
 HWY_EXPORT(YccToLuma16);
 HWY_EXPORT(RgbToLuma8);
+HWY_EXPORT(PixelsToLuma);
 HWY_EXPORT(RgbToLuma16);
 HWY_EXPORT(Change8To16);
 HWY_EXPORT(Change16To8);
@@ -384,13 +434,22 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth)
 {
     HWY_DYNAMIC_DISPATCH(YccToLuma16)(matrix, pRow, nWidth);
 }
+namespace
+{
+
+// Not known to the compiler where they are used: it would make long rows of shifts and sums of each product.
+constexpr CGreyWeights kWeights = {{38, 75, 15}, {70, 35, -105}, 64};
+static_assert(kWeights.IsSum(0, kRedWeight) && kWeights.IsSum(1, kGreenWeight) &&
+              kWeights.IsSum(2, kBlueWeight));
+
+} // namespace
+
+void RgbToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey)
+{
+    HWY_DYNAMIC_DISPATCH(PixelsToLuma)(source, bIsRedFirst, pGrey, kWeights);
+}
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 {
-    // Not known to the compiler where they are used: it would make long rows of shifts and sums of each
-    // product.
-    static constexpr CGreyWeights kWeights = {{38, 75, 15}, {70, 35, -105}, 64};
-    static_assert(kWeights.IsSum(0, kRedWeight) && kWeights.IsSum(1, kGreenWeight) &&
-                  kWeights.IsSum(2, kBlueWeight));
     HWY_DYNAMIC_DISPATCH(RgbToLuma8)(apRows, nWidth, pGrey, kWeights);
 }
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)

@@ -112,6 +112,8 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth);
 /// R, G, B to grey.
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey);
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey);
+/// The same for pixels of three bytes, red or blue first; where HasUnpackKernels tells so.
+void RgbToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey);
 
 /// In image memory, nothing behind nWidth is written.
 void ChangeDepth(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult);

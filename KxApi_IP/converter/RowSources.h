@@ -169,6 +169,30 @@ private:
     CRowBuffer<T> m_row;
 };
 
+/// Grey from pixels of three bytes in the image itself.
+class CGreyPixels final : public IRowSource<uint8_t>
+{
+public:
+    explicit CGreyPixels(bool bIsRedFirst)
+        : m_bIsRedFirst(bIsRedFirst)
+        , m_row(1, kPartWidth)
+    {}
+
+    void Begin(const CSourceView& source) override { m_source = source; }
+    void BeginLine(size_t nLine) override { m_pLine = m_source.pBytes + nLine * m_source.nLinePitch; }
+    CRow<uint8_t> Get(size_t nFirst, size_t nCount) override
+    {
+        RgbToLuma({m_pLine + 3 * nFirst, 3 * nCount, 3 * nCount, 8}, m_bIsRedFirst, m_row.Row(0));
+        return {m_row.Row(0)};
+    }
+
+private:
+    bool m_bIsRedFirst;
+    CSourceView m_source{};
+    const uint8_t* m_pLine = nullptr;
+    CRowBuffer<uint8_t> m_row;
+};
+
 /// The lines of a mosaic out of the image itself.
 template <class T>
 class CMosaicLines
