@@ -2,6 +2,7 @@
 // An open system over the fake camera, and receivers of what comes from it.
 #pragma once
 
+#include "Cameras.h"
 #include "producers/FakeCamera.h"
 
 #include <GenApi/GenApi.h>
@@ -29,25 +30,6 @@
 
 namespace KxTest
 {
-
-using SystemPtr = KxApi::CKxAutoPtr<KxApi::IKxSystemReleasable, KxApi::IKxSystem>;
-using DevicePtr = KxApi::CKxAutoPtr<KxApi::IKxDeviceReleasable, KxApi::IKxDevice>;
-using StreamPtr = KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream>;
-using ImagePtr = KxApi::CKxAutoPtr<KxApi::IKxStreamImageReleasable, KxApi::IKxStreamImage>;
-
-/// Far more than anything takes that works.
-constexpr uint32_t kLongMs = 30000;
-
-/// Waits until something holds; false when it never does.
-inline bool Eventually(const std::function<bool()>& holds)
-{
-    for (uint32_t waited = 0; waited < kLongMs; ++waited) {
-        if (holds())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return false;
-}
 
 /// Threads of the process. Sanitizers start one of their own with the first that the program starts, which is
 /// not to count as one that is left.

@@ -19,18 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Device : public CameraFixture
-{
-protected:
-    static int32_t ErrorOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const CKxGenTLErrorException& e) {
-            return e.GetError();
-        }
-        return GenTL::GC_ERR_SUCCESS;
-    }
-};
+{};
 
 TEST_F(Device, OpensForWhatItIsAskedForAndOnlyOnce)
 {

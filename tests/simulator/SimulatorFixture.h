@@ -2,12 +2,11 @@
 // The simulated cameras, as programs reach them.
 #pragma once
 
+#include "Cameras.h"
+
 #include <GenApi/GenApi.h>
-#include <KxApi_TL/CKxAutoPtr.h>
-#include <KxApi_TL/IKxDevice.h>
 #include <KxApi_TL/IKxInterface.h>
 #include <KxApi_TL/IKxPort.h>
-#include <KxApi_TL/IKxStream.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 #include <KxSDKCommon/KxApi_Exception.h>
@@ -26,25 +25,6 @@
 
 namespace KxTest
 {
-
-using SystemPtr = KxApi::CKxAutoPtr<KxApi::IKxSystemReleasable, KxApi::IKxSystem>;
-using DevicePtr = KxApi::CKxAutoPtr<KxApi::IKxDeviceReleasable, KxApi::IKxDevice>;
-using StreamPtr = KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream>;
-using ImagePtr = KxApi::CKxAutoPtr<KxApi::IKxStreamImageReleasable, KxApi::IKxStreamImage>;
-
-/// Far more than anything takes that works.
-constexpr uint32_t kLongMs = 30000;
-
-/// Waits until something holds; false when it never does.
-inline bool Eventually(const std::function<bool()>& holds)
-{
-    for (uint32_t waited = 0; waited < kLongMs; ++waited) {
-        if (holds())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return false;
-}
 
 /// Interface and identifier of a camera.
 struct Place
@@ -170,17 +150,6 @@ inline void WithImage(const DevicePtr& device, const std::function<void(KxApi::I
     ASSERT_TRUE(image) << "no image came";
     EXPECT_FALSE(image->IsIncomplete());
     look(*image);
-}
-
-/// Code of the GenTL error that a call raises; 0 for none.
-inline int32_t ErrorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const KxApi::CKxGenTLErrorException& e) {
-        return e.GetError();
-    }
-    return GenTL::GC_ERR_SUCCESS;
 }
 
 } // namespace KxTest
