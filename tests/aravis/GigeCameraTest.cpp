@@ -41,12 +41,13 @@ constexpr int kLongMs = 60000; // far more than anything takes that works
 
 bool Eventually(const std::function<bool()>& holds)
 {
-    for (int waited = 0; waited < kLongMs; waited += 10) {
-        if (holds())
-            return true;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(kLongMs);
+    while (!holds()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return false;
+    return true;
 }
 
 const std::string g_whyNoNetwork = EnterNetworkOfItsOwn();
@@ -378,8 +379,7 @@ TEST_F(GigeCamera, OfAnotherSubnetIsReachedByForceIp)
     set("GevDeviceForceGateway", 0);
     GenApi::CCommandPtr(map.GetNode("GevDeviceForceIP"))->Execute();
     EXPECT_EQ(address, (Bytes{127, 0, 0, 9}));
-    EXPECT_TRUE(Becomes(GenTL::DEVICE_ACCESS_STATUS_NOACCESS, "GEV_020102030405") ||
-                Becomes(GenTL::DEVICE_ACCESS_STATUS_READWRITE, "GEV_020102030405"));
+    EXPECT_TRUE(Becomes(GenTL::DEVICE_ACCESS_STATUS_READWRITE, "GEV_020102030405"));
 }
 
 TEST_F(GigeCamera, NonsenseInAnswersIsNoCameraAndNoCrash)
