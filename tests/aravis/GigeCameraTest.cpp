@@ -266,7 +266,14 @@ TEST_P(LostGigeCamera, IsToldAndCanBeHadAgain)
     else
         m_camera->Freeze();
     EXPECT_TRUE(Eventually([&] { return m_device->IsLost(); }));
-    EXPECT_TRUE(Eventually([&] { return !m_stream->IsAcquiring(); }));
+    EXPECT_TRUE(Eventually([&] {
+        try {
+            ImagePtr(m_stream->FetchImage(100)); // those that had come before
+        } catch (const GenICam::GenericException& e) {
+            EXPECT_THAT(e.GetDescription(), testing::HasSubstr("does not answer any more"));
+        }
+        return !m_stream->IsAcquiring();
+    }));
     m_stream.Reset();
     m_device.Reset();
     m_camera.reset();

@@ -27,6 +27,8 @@ protected:
     void ReadRegisters(uint64_t address, void* data, size_t size) override;
     void WriteRegisters(uint64_t address, const void* data, size_t size) override;
     bool CanWrite() const override { return m_canWrite; }
+    /// The description is kept here, but consumers read it to see whether the camera is still there.
+    size_t FileSize() const override { return m_isLost ? 0 : CPort::FileSize(); }
 
 private:
     void CheckAccess(const char* action, size_t size) const;
