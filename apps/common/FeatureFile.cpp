@@ -41,7 +41,7 @@ int64_t SaveFeatures(GenApi::INodeMap& map, const std::string& fileName)
 {
     GenApi::CFeatureBag bag;
     gcstring_vector errors;
-    const int64_t count = bag.StoreToBag(&map, -1, &errors);
+    const int64_t count = bag.StoreToBag(&map, -1, nullptr, &errors);
     if (!errors.empty())
         Raise(fileName, Joined(errors));
 

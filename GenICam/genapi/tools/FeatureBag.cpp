@@ -2,17 +2,23 @@
 #include <GenApi/INode.h>
 #include <GenApi/IValue.h>
 #include <GenApi/Persistence.h>
+#include <GenApi/SelectorSet.h>
 
 #include <sstream>
 
 namespace GenApi
 {
 
-void CFeatureBag::SetInfo(GenICam::gcstring& Info) { m_info = Info; }
+using GenICam::gcstring;
 
-void CFeatureBag::PersistFeature(IValue& item)
+void CFeatureBag::SetInfo(const gcstring& Info) { m_info = Info; }
+
+void CFeatureBag::PersistFeature(IValue& item, CSelectorSet* selectorSet)
 {
-    m_entries.push_back({item.GetNode()->GetName(), GenICam::gcstring(), item.ToString()});
+    CSelectorState state;
+    if (selectorSet != nullptr)
+        selectorSet->GetState(state);
+    m_entries.push_back({item.GetNode()->GetName(), state.ToBraces(), item.ToString()});
 }
 
 bool CFeatureBag::operator==(const CFeatureBag& FeatureBag) const
@@ -20,15 +26,19 @@ bool CFeatureBag::operator==(const CFeatureBag& FeatureBag) const
     return m_entries == FeatureBag.m_entries;
 }
 
-GenICam::gcstring CFeatureBag::ToString() const
+gcstring CFeatureBag::ToString() const
 {
     std::ostringstream stream;
-    stream << *this;
-    return GenICam::gcstring(stream.str());
+    Write(stream);
+    return gcstring(stream.str());
 }
 
 CFeatureBag* CFeatureBag::Clone() const { return new CFeatureBag(*this); }
 
 void CFeatureBag::Destroy() { delete this; }
+
+const gcstring& CFeatureBag::GetBagName() const { return m_name; }
+
+void CFeatureBag::SetBagName(const gcstring& Name) { m_name = Name; }
 
 } // namespace GenApi

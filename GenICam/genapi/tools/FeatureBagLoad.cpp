@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "PersistenceSession.h"
+
 #include <Base/GCException.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
 #include <GenApi/IValue.h>
 #include <GenApi/Persistence.h>
+#include <GenApi/SelectorState.h>
 #include <GenApi/Synch.h>
 
 #include <set>
@@ -16,8 +19,6 @@ namespace GenApi
 namespace
 {
 using GenICam::gcstring;
-/// Names of selectors with their values.
-using Selectors = std::vector<std::pair<gcstring, gcstring>>;
 
 gcstring Trimmed(std::string_view text)
 {
@@ -28,33 +29,22 @@ gcstring Trimmed(std::string_view text)
     return gcstring(text.data(), text.size());
 }
 
-/// Takes "{Selector=Value,...}" apart.
-Selectors ParseSelectors(const gcstring& text)
+/// Takes "{Selector=Value TAB ...}" apart; files of before had commas, which no selector's value has.
+CSelectorState ParseSelectors(const gcstring& text)
 {
-    Selectors selectors;
+    CSelectorState state;
     std::string_view left(text.c_str(), text.size());
-    if (left.empty())
-        return selectors;
-    if (left.size() < 2 || left.front() != '{' || left.back() != '}')
-        throw RUNTIME_EXCEPTION("'%s' is no list of selectors", text.c_str());
+    if (left.size() < 2)
+        return state;
     left = left.substr(1, left.size() - 2);
     while (!left.empty()) {
-        const std::string_view part = left.substr(0, left.find(','));
+        const std::string_view part = left.substr(0, left.find_first_of("\t,"));
         const size_t equals = part.find('=');
-        if (equals == part.npos)
-            throw RUNTIME_EXCEPTION("'%s' is no list of selectors", text.c_str());
-        selectors.emplace_back(Trimmed(part.substr(0, equals)), Trimmed(part.substr(equals + 1)));
+        if (equals != part.npos)
+            state.AddSelector(Trimmed(part.substr(0, equals)), Trimmed(part.substr(equals + 1)));
         left.remove_prefix(part.size() == left.size() ? left.size() : part.size() + 1);
     }
-    return selectors;
-}
-
-IValue& GetValueNode(INodeMap& nodeMap, const gcstring& name)
-{
-    const auto value = dynamic_cast<IValue*>(nodeMap.GetNode(name));
-    if (!value)
-        throw INVALID_ARGUMENT_EXCEPTION("There is no feature of this name in the node map");
-    return *value;
+    return state;
 }
 
 /// Writes a bag's entries and reads them back.
@@ -66,75 +56,94 @@ public:
         , m_errors(errors)
     {}
 
+    /// False if there was an error other than that of a selector.
+    bool AllGood() const { return m_allGood; }
+
+    /// Whether the entry is to be verified as well.
     bool Write(const CFeatureBag::CEntry& entry)
     {
-        return Try(entry, [&] {
-            SetSelectors(entry);
-            GetValueNode(m_nodeMap, entry.Name).FromString(entry.Value, false);
-        });
+        const auto value = dynamic_cast<IValue*>(m_nodeMap.GetNode(entry.Name));
+        if (value == nullptr) {
+            Tell("Error while writing node: '" + entry.Name + "' not found ");
+            return false;
+        }
+        if (!SetSelectors(entry))
+            return true;
+        try {
+            value->FromString(entry.Value, false);
+            return true;
+        } catch (const GenICam::GenericException& e) {
+            Tell("Error while writing node '" + entry.Name + "': " + e.what());
+        } catch (const std::exception& e) { // ports throw what they like; the rest of the bag goes on
+            Tell("Error while writing node '" + entry.Name + "': " + e.what());
+        }
+        return false;
     }
 
-    bool Compare(const CFeatureBag::CEntry& entry)
+    void Compare(const CFeatureBag::CEntry& entry)
     {
-        return Try(entry, [&] {
-            SetSelectors(entry);
-            IValue& value = GetValueNode(m_nodeMap, entry.Name);
+        if (!SetSelectors(entry))
+            return;
+        try {
+            IValue& value = dynamic_cast<IValue&>(*m_nodeMap.GetNode(entry.Name));
             // Comparing the selected features has moved it.
             if (m_moved.count(entry.Name) != 0)
                 value.FromString(entry.Value, false);
-            const gcstring found = value.ToString();
+            const gcstring found = value.ToString(true);
             if (found != entry.Value)
-                throw RUNTIME_EXCEPTION("Value = %s must be equal to the bag's value = %s", found.c_str(),
-                                        entry.Value.c_str());
-        });
+                Tell("Error while verifying node '" + entry.Name + "'. Expected '" + entry.Value +
+                     "', but found '" + found + "'");
+        } catch (const GenICam::GenericException& e) {
+            Tell("Error while verifying the value of node '" + entry.Name + "': " + e.what());
+        } catch (const std::exception& e) {
+            Tell("Error while verifying the value of node '" + entry.Name + "': " + e.what());
+        }
     }
 
 private:
-    template <class Function>
-    bool Try(const CFeatureBag::CEntry& entry, Function function)
+    void Tell(const gcstring& error)
     {
-        try {
-            function();
-            return true;
-        } catch (const GenICam::GenericException& e) {
-            if (m_errors)
-                m_errors->push_back(entry.Name + entry.Selectors + ": " + e.GetDescription());
-            return false;
-        }
+        m_allGood = false;
+        if (m_errors != nullptr)
+            m_errors->push_back(error);
     }
 
-    void SetSelectors(const CFeatureBag::CEntry& entry)
+    bool SetSelectors(const CFeatureBag::CEntry& entry)
     {
-        for (const auto& [name, value] : ParseSelectors(entry.Selectors)) {
-            GetValueNode(m_nodeMap, name).FromString(value, false);
-            m_moved.insert(name);
-        }
+        CSelectorState state = ParseSelectors(entry.Selectors);
+        for (bool more = state.SetFirst(); more; more = state.SetNext())
+            m_moved.insert(state.GetNodeName());
+        return state.RestoreState(&m_nodeMap, m_errors);
     }
 
     INodeMap& m_nodeMap;
     GenICam::gcstring_vector* m_errors;
     std::set<gcstring> m_moved;
+    bool m_allGood = true;
 };
 } // namespace
 
 bool CFeatureBag::LoadFromBag(INodeMap* pNodeMap, bool Verify, GenICam::gcstring_vector* pErrorList)
 {
-    if (!pNodeMap)
+    if (pNodeMap == nullptr)
         throw INVALID_ARGUMENT_EXCEPTION("Features can't be loaded into no node map");
+    if (pErrorList != nullptr)
+        pErrorList->clear();
     const AutoLock lock(pNodeMap->GetLock());
+    const KxGenApi::PersistenceSession session(*pNodeMap, "DeviceRegistersStreamingStart",
+                                               "DeviceRegistersStreamingEnd");
     CBagLoader loader(*pNodeMap, pErrorList);
     std::vector<const CEntry*> written;
     for (const CEntry& entry : m_entries) {
         if (loader.Write(entry))
             written.push_back(&entry);
     }
-    size_t correct = 0;
+    if (!Verify)
+        return loader.AllGood();
     // In the same order, so that the selectors end where the bag leaves them.
-    for (const CEntry* const entry : written) {
-        if (!Verify || loader.Compare(*entry))
-            ++correct;
-    }
-    return correct == m_entries.size();
+    for (const CEntry* const entry : written)
+        loader.Compare(*entry);
+    return loader.AllGood();
 }
 
 } // namespace GenApi

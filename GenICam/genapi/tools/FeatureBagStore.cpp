@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "PersistenceSession.h"
+
 #include <Base/GCException.h>
 #include <GenApi/ICategory.h>
 #include <GenApi/ICommand.h>
+#include <GenApi/IDeviceInfo.h>
 #include <GenApi/IInteger.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
@@ -11,9 +14,8 @@
 #include <GenApi/Synch.h>
 
 #include <algorithm>
-#include <functional>
+#include <cstdio>
 #include <limits>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -21,6 +23,8 @@ namespace GenApi
 {
 namespace
 {
+using GenICam::gcstring;
+
 /// Guards against selectors of absurd ranges, which would keep us busy for ever and fill the memory.
 constexpr size_t kMaxSettings = 1000000;
 
@@ -46,80 +50,29 @@ private:
     CSelectorSet& m_selectors;
 };
 
-/// Finds the features to be saved, in the order in which to save them.
-class CFeatureOrder
+/// The features below "Root", in the order of the categories, each once.
+std::vector<INode*> FeaturesOf(INodeMap& nodeMap)
 {
-public:
-    explicit CFeatureOrder(INodeMap& nodeMap)
-    {
-        CollectFrom(nodeMap.GetNode("Root"));
-        for (INode* const feature : m_inCategories)
-            Add(feature);
-    }
-
-    const std::vector<INode*>& Features() const { return m_ordered; }
-
-private:
-    void CollectFrom(INode* root)
-    {
-        std::unordered_set<INode*> seen;
-        std::vector<INode*> left{root};
-        while (!left.empty()) {
-            INode* const node = left.back();
-            left.pop_back();
-            if (!node || !seen.insert(node).second)
-                continue;
-            const auto category = dynamic_cast<ICategory*>(node);
-            if (!category) {
-                m_rank.emplace(node, m_inCategories.size());
-                m_inCategories.push_back(node);
-                continue;
-            }
-            FeatureList_t features;
-            category->GetFeatures(features);
-            for (auto feature = features.rbegin(); feature != features.rend(); ++feature)
-                left.push_back((*feature)->GetNode());
+    std::vector<INode*> features;
+    std::unordered_set<INode*> seen;
+    std::vector<INode*> left{nodeMap.GetNode("Root")};
+    while (!left.empty()) {
+        INode* const node = left.back();
+        left.pop_back();
+        if (node == nullptr || !seen.insert(node).second)
+            continue;
+        const auto category = dynamic_cast<ICategory*>(node);
+        if (category == nullptr) {
+            features.push_back(node);
+            continue;
         }
+        FeatureList_t list;
+        category->GetFeatures(list);
+        for (auto feature = list.rbegin(); feature != list.rend(); ++feature)
+            left.push_back((*feature)->GetNode());
     }
-
-    /// Adds a feature behind all that it selects, for loading a bag has to leave the selectors as they were.
-    /// Chains of selectors may be of any length, hence no recursion.
-    void Add(INode* feature)
-    {
-        std::vector<INode*> open{feature};
-        while (!open.empty()) {
-            INode* const node = open.back();
-            if (m_opened.insert(node).second) {
-                for (const size_t rank : RanksOfSelected(*node))
-                    open.push_back(m_inCategories[rank]);
-                continue;
-            }
-            open.pop_back();
-            if (m_added.insert(node).second)
-                m_ordered.push_back(node);
-        }
-    }
-
-    /// Places of the selected features among all, the last one first, as a stack wants them.
-    std::vector<size_t> RanksOfSelected(const INode& selector) const
-    {
-        FeatureList_t selected;
-        selector.GetSelectedFeatures(selected);
-        std::vector<size_t> ranks;
-        for (IValue* const value : selected) {
-            const auto found = value ? m_rank.find(value->GetNode()) : m_rank.end();
-            if (found != m_rank.end() && m_opened.count(found->first) == 0)
-                ranks.push_back(found->second);
-        }
-        std::sort(ranks.begin(), ranks.end(), std::greater<>());
-        return ranks;
-    }
-
-    std::vector<INode*> m_inCategories;
-    std::unordered_map<INode*, size_t> m_rank;
-    std::unordered_set<INode*> m_opened, m_added;
-    std::vector<INode*> m_ordered;
-};
+    return features;
+}
 
 bool IsToBeStored(INode& node)
 {
@@ -149,47 +102,108 @@ void CheckRanges(INode& node, CSelectorSet& selectors)
     }
 }
 
-/// Adds the entries of one feature until there are `limit` entries.
-void StoreFeature(INode& node, size_t limit, std::vector<CFeatureBag::CEntry>& entries)
+gcstring InfoOf(INodeMap& nodeMap)
 {
-    const auto value = dynamic_cast<IValue*>(&node);
-    if (!value || !node.IsStreamable())
-        return;
-    CSelectorSet selectors(&node);
-    CheckRanges(node, selectors);
-    const CSelectorGuard guard(selectors);
-    size_t count = 0;
-    for (bool set = selectors.SetFirst(); set && entries.size() < limit; set = selectors.SetNext()) {
-        if (++count > kMaxSettings)
-            throw RUNTIME_EXCEPTION("Feature '%s' has more than %zu settings of its selectors",
-                                    node.GetName().c_str(), kMaxSettings);
-        if (IsToBeStored(node))
-            entries.push_back({node.GetName(), selectors.ToString(), value->ToString()});
-    }
+    const auto info = dynamic_cast<IDeviceInfo*>(&nodeMap);
+    if (info == nullptr)
+        return gcstring();
+    Version_t version;
+    info->GetDeviceVersion(version);
+    char numbers[24];
+    std::snprintf(numbers, sizeof numbers, "%u.%u.%u", version.Major, version.Minor, version.SubMinor);
+    return "Device = " + info->GetVendorName() + "::" + info->GetModelName() + " -- " + info->GetToolTip() +
+           " -- Device version = " + numbers + " -- Product GUID = " + info->GetProductGuid() +
+           " -- Product version GUID = " + info->GetVersionGuid();
 }
+
+/// Takes the entries of features until there are as many as wanted.
+class CFeatureStorer
+{
+public:
+    explicit CFeatureStorer(size_t limit)
+        : m_limit(limit)
+    {}
+
+    bool IsFull() const { return m_entries.size() >= m_limit; }
+    std::vector<CFeatureBag::CEntry>& Entries() { return m_entries; }
+
+    void Store(INode& node)
+    {
+        const auto value = dynamic_cast<IValue*>(&node);
+        // What a selector stands at is told behind what it selects.
+        if (value == nullptr || !node.IsStreamable() || IsSelector(node))
+            return;
+        CSelectorSet selectors(&node);
+        CheckRanges(node, selectors);
+        const std::vector<CFeatureBag::CEntry> present = PresentOf(selectors);
+        const size_t before = m_entries.size();
+        const CSelectorGuard guard(selectors);
+        size_t count = 0;
+        for (bool set = selectors.SetFirst(); set && !IsFull(); set = selectors.SetNext()) {
+            if (++count > kMaxSettings)
+                RaiseTooManySettings(node);
+            if (!IsToBeStored(node))
+                continue;
+            CSelectorState state;
+            selectors.GetState(state);
+            m_entries.push_back({node.GetName(), state.ToBraces(), value->ToString()});
+        }
+        for (size_t i = 0; m_entries.size() > before && i < present.size() && !IsFull(); ++i)
+            m_entries.push_back(present[i]);
+    }
+
+private:
+    static bool IsSelector(INode& node)
+    {
+        const auto selector = dynamic_cast<ISelector*>(&node);
+        return selector != nullptr && selector->IsSelector();
+    }
+
+    static std::vector<CFeatureBag::CEntry> PresentOf(CSelectorSet& selectors)
+    {
+        std::vector<CFeatureBag::CEntry> present;
+        CSelectorState state;
+        selectors.GetState(state);
+        for (bool more = state.SetFirst(); more; more = state.SetNext())
+            present.push_back({state.GetNodeName(), gcstring(), state.GetNodeValue()});
+        return present;
+    }
+
+    const size_t m_limit;
+    std::vector<CFeatureBag::CEntry> m_entries;
+};
 } // namespace
 
-int64_t CFeatureBag::StoreToBag(INodeMap* pNodeMap, int MaxNumPersistScriptEntries,
+int64_t CFeatureBag::StoreToBag(INodeMap* pNodeMap, const int MaxNumPersistScriptEntries,
+                                GenICam::gcstring_vector* pFeatureFilter,
                                 GenICam::gcstring_vector* pErrorList)
 {
-    if (!pNodeMap)
+    if (pNodeMap == nullptr)
         throw INVALID_ARGUMENT_EXCEPTION("Features can't be stored from no node map");
-    const size_t limit = MaxNumPersistScriptEntries < 0 ? std::numeric_limits<size_t>::max()
-                                                        : static_cast<size_t>(MaxNumPersistScriptEntries);
-    std::vector<CEntry> entries;
+    CFeatureStorer storer(MaxNumPersistScriptEntries < 0
+                              ? std::numeric_limits<size_t>::max()
+                              : static_cast<size_t>(std::max(MaxNumPersistScriptEntries, 1)));
     const AutoLock lock(pNodeMap->GetLock());
-    const CFeatureOrder order(*pNodeMap);
-    for (INode* const feature : order.Features()) {
+    const KxGenApi::PersistenceSession session(*pNodeMap, "DeviceFeaturePersistenceStart",
+                                               "DeviceFeaturePersistenceEnd");
+    for (INode* const feature : FeaturesOf(*pNodeMap)) {
+        const gcstring name = feature->GetName();
+        if (storer.IsFull())
+            break;
+        if (pFeatureFilter != nullptr &&
+            std::find(pFeatureFilter->begin(), pFeatureFilter->end(), name) == pFeatureFilter->end())
+            continue;
         try {
-            StoreFeature(*feature, limit, entries);
+            storer.Store(*feature);
         } catch (const GenICam::GenericException& e) {
-            if (!pErrorList)
+            if (pErrorList == nullptr)
                 throw;
-            pErrorList->push_back(feature->GetName() + ": " + e.GetDescription());
+            pErrorList->push_back(name + ": " + e.GetDescription());
         }
     }
-    m_entries = std::move(entries);
-    return static_cast<int64_t>(m_entries.size());
+    m_info = InfoOf(*pNodeMap);
+    m_entries.insert(m_entries.end(), storer.Entries().begin(), storer.Entries().end());
+    return static_cast<int64_t>(storer.Entries().size());
 }
 
 } // namespace GenApi

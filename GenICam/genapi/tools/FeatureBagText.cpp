@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The text form of a bag of features.
+// The text forms of one bag of features and of several.
 #include <Base/GCException.h>
 #include <GenApi/GenApiVersion.h>
 #include <GenApi/Persistence.h>
@@ -16,8 +16,8 @@ namespace
 {
 using GenICam::gcstring;
 
-/// Marks the text as a bag of features; a constant of the format.
-constexpr std::string_view kMark = "# {05D8C294-F295-4dfb-9D01-096BD04049F4}";
+constexpr std::string_view kMark = GENAPI_PERSISTENCE_MAGIC;
+constexpr std::string_view kBaggerMark = GENAPI_PERSISTENCE_MAGIC_FEATUREBAGGER;
 
 std::string_view View(const gcstring& text) { return {text.c_str(), text.size()}; }
 
@@ -30,72 +30,140 @@ gcstring OnOneLine(const gcstring& text)
     return line;
 }
 
-void CheckStreamable(const CFeatureBag::CEntry& entry)
+void WriteHead(std::ostream& os, std::string_view mark, const char* kind, const gcstring& info)
 {
-    if (entry.Value.find_first_of("\r\n") != gcstring::npos)
-        throw RUNTIME_EXCEPTION("Feature '%s': its value has a line break, which a feature file can't hold",
-                                entry.Name.c_str());
+    os << "# " << mark << '\n';
+    if (info.empty())
+        return;
+    os << "# GenApi " << kind << "persistence file (version " << GENAPI_VERSION_MAJOR << '.'
+       << GENAPI_VERSION_MINOR << '.' << GENAPI_VERSION_SUBMINOR << ")\n";
+    os << "# " << OnOneLine(info) << '\n';
+}
+
+void CheckStreamable(const CFeatureBag& bag)
+{
+    for (const CFeatureBag::CEntry& entry : bag) {
+        if (entry.Value.find_first_of("\r\n") != gcstring::npos)
+            throw RUNTIME_EXCEPTION(
+                "Feature '%s': its value has a line break, which a feature file can't hold",
+                entry.Name.c_str());
+    }
 }
 
 /// Reads a line without its end of either kind; false at the end of the stream.
 bool ReadLine(std::istream& is, std::string& line)
 {
-    if (!std::getline(is, line))
+    if (!std::getline(is, line)) {
+        // Reading up to the end sets the fail bit, which is no failure here.
+        is.clear(is.rdstate() & ~std::ios::failbit);
         return false;
+    }
     if (!line.empty() && line.back() == '\r')
         line.pop_back();
     return true;
 }
 
+void ReadHead(std::istream& is, std::string_view mark)
+{
+    std::string line;
+    if (!ReadLine(is, line) || line.find(mark) == line.npos)
+        throw RUNTIME_EXCEPTION("The text is no feature file: its first line must hold '%s'%s", mark.data(),
+                                line.find(kBaggerMark) != line.npos ? "; it is a file of several bags" : "");
+}
+
+bool IsSkipped(const std::string& line)
+{
+    return line.find_first_not_of(" \t") == line.npos || line.front() == '#';
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    const size_t first = text.find_first_not_of(" \t");
+    return first == text.npos ? std::string_view()
+                              : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+}
+
 CFeatureBag::CEntry ParseLine(std::string_view line, size_t number)
 {
-    const size_t firstTab = line.find('\t');
-    if (firstTab == line.npos || firstTab == 0)
+    const size_t tab = line.find('\t', std::min(line.find_first_not_of(" \t"), line.size()));
+    const std::string_view name = Trimmed(line.substr(0, tab));
+    if (tab == line.npos || name.empty() || line.front() == '\t')
         throw RUNTIME_EXCEPTION("Line %zu of the feature file: name or value is missing in '%.*s'", number,
                                 static_cast<int>(std::min<size_t>(line.size(), 80)), line.data());
     const auto text = [](std::string_view part) { return gcstring(part.data(), part.size()); };
-    const std::string_view rest = line.substr(firstTab + 1);
-    const size_t secondTab = rest.find('\t');
-    const bool hasSelectors = secondTab != rest.npos && rest.front() == '{' && rest[secondTab - 1] == '}';
-    return {text(line.substr(0, firstTab)), hasSelectors ? text(rest.substr(0, secondTab)) : gcstring(),
-            text(hasSelectors ? rest.substr(secondTab + 1) : rest)};
+    const std::string_view rest = line.substr(tab + 1);
+    const size_t end = !rest.empty() && rest.front() == '{' ? rest.find("}\t") : rest.npos;
+    if (end == rest.npos)
+        return {text(name), gcstring(), text(rest)};
+    return {text(name), text(rest.substr(0, end + 1)), text(rest.substr(end + 2))};
 }
 } // namespace
 
-std::ostream& operator<<(std::ostream& os, const CFeatureBag& FeatureBag)
+void CFeatureBag::WriteEntries(std::ostream& os) const
 {
-    for (const CFeatureBag::CEntry& entry : FeatureBag)
-        CheckStreamable(entry);
-    os << kMark << '\n';
-    if (!FeatureBag.m_info.empty()) {
-        os << "# GenApi persistence file (version " << GENAPI_VERSION_MAJOR << '.' << GENAPI_VERSION_MINOR
-           << '.' << GENAPI_VERSION_SUBMINOR << ")\n";
-        os << "# " << OnOneLine(FeatureBag.m_info) << '\n';
-    }
-    for (const CFeatureBag::CEntry& entry : FeatureBag) {
+    for (const CEntry& entry : m_entries) {
         os << entry.Name << '\t';
         if (!entry.Selectors.empty())
             os << entry.Selectors << '\t';
         os << entry.Value << '\n';
     }
-    return os;
 }
 
-std::istream& operator>>(std::istream& is, CFeatureBag& FeatureBag)
+void CFeatureBag::Write(std::ostream& os) const
+{
+    CheckStreamable(*this);
+    WriteHead(os, kMark, "", m_info);
+    WriteEntries(os);
+}
+
+void CFeatureBag::Read(std::istream& is)
+{
+    ReadHead(is, kMark);
+    m_entries.clear();
+    m_info = gcstring();
+    std::string line;
+    for (size_t number = 2; ReadLine(is, line); ++number) {
+        if (!IsSkipped(line))
+            m_entries.push_back(ParseLine(line, number));
+    }
+}
+
+void CFeatureBagger::Write(std::ostream& os) const
+{
+    for (const CFeatureBag& bag : m_bags)
+        CheckStreamable(bag);
+    WriteHead(os, kBaggerMark, "CFeatureBagger ", m_info);
+    for (const CFeatureBag& bag : m_bags) {
+        os << '[' << OnOneLine(bag.GetBagName()) << "]\n";
+        WriteHead(os, kMark, "", gcstring());
+        bag.WriteEntries(os);
+    }
+}
+
+void CFeatureBagger::Read(std::istream& is)
 {
     std::string line;
-    if (!ReadLine(is, line) || line != kMark)
-        throw RUNTIME_EXCEPTION("The text is no feature file: its first line must be '%s'", kMark.data());
-    std::vector<CFeatureBag::CEntry> entries;
-    for (size_t number = 2; ReadLine(is, line); ++number) {
-        if (!line.empty() && line.front() != '#')
-            entries.push_back(ParseLine(line, number));
+    if (!ReadLine(is, line) || (line.find(kMark) == line.npos && line.find(kBaggerMark) == line.npos))
+        throw RUNTIME_EXCEPTION("The text is no feature file: its first line must hold '%s' or '%s'",
+                                kBaggerMark.data(), kMark.data());
+    m_bags.clear();
+    m_info = gcstring();
+    if (line.find(kMark) != line.npos) {
+        m_bags.emplace_back();
+        m_bags.back().SetBagName("All");
     }
-    // Reading up to the end has set the fail bit, which is no failure here.
-    is.clear(is.rdstate() & ~std::ios::failbit);
-    FeatureBag.m_entries = std::move(entries);
-    FeatureBag.m_info.clear();
-    return is;
+    for (size_t number = 2; ReadLine(is, line); ++number) {
+        if (IsSkipped(line))
+            continue;
+        if (line.front() == '[' && line.back() == ']' && line.find('\t') == line.npos) {
+            m_bags.emplace_back();
+            m_bags.back().SetBagName(gcstring(line.data() + 1, line.size() - 2));
+        } else if (m_bags.empty())
+            throw RUNTIME_EXCEPTION("Line %zu of the feature file: '[' and the name of a bag must come first",
+                                    number);
+        else
+            m_bags.back().m_entries.push_back(ParseLine(line, number));
+    }
 }
 
 } // namespace GenApi

@@ -41,6 +41,8 @@ public:
         return m_selector.GetNode()->GetName() + "=" + m_selector.ToString();
     }
 
+    void GetState(CSelectorState& state) override { state.AddSelector(m_selector); }
+
     void GetSelectorList(FeatureList_t& SelectorList, bool Incremental) override
     {
         if (!Incremental)

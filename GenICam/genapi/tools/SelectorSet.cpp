@@ -34,7 +34,9 @@ private:
     {
         FeatureList_t direct;
         feature.GetSelectingFeatures(direct);
-        for (IValue* const selector : direct) {
+        // The selector that is mentioned first counts fastest.
+        for (auto it = direct.rbegin(); it != direct.rend(); ++it) {
+            IValue* const selector = *it;
             INode* const node = selector ? selector->GetNode() : nullptr;
             if (!node || static_cast<ISelector*>(node) == &m_feature || !m_seen.insert(node).second)
                 continue;
@@ -111,10 +113,16 @@ void CSelectorSet::Restore()
 
 GenICam::gcstring CSelectorSet::ToString()
 {
-    GenICam::gcstring text;
+    GenICam::gcstring text("[");
     for (const auto& digit : m_digits)
-        text += (text.empty() ? "{" : ",") + digit->ToString();
-    return text.empty() ? text : text + "}";
+        text += (text.size() == 1 ? "" : ", ") + digit->ToString();
+    return text + "]";
+}
+
+void CSelectorSet::GetState(CSelectorState& state)
+{
+    for (const auto& digit : m_digits)
+        digit->GetState(state);
 }
 
 void CSelectorSet::GetSelectorList(FeatureList_t& SelectorList, bool Incremental)

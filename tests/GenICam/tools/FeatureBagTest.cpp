@@ -3,6 +3,8 @@
 #include "ToolsTestSupport.h"
 
 #include <sstream>
+#include <stdexcept>
+#include <utility>
 
 using namespace GenApi;
 using namespace GenICam;
@@ -93,14 +95,54 @@ TEST(FeatureBag, StoresStreamableFeaturesSelectedOnesBeforeTheirSelector)
     EXPECT_EQ(map.memory.Word(0), 1u) << "the selector is as before";
 }
 
-TEST(FeatureBag, StopsAtTheLimit)
+TEST(FeatureBag, StopsAtTheLimitAndTakesWhatTheFilterNames)
 {
     CTestMap map(Camera());
+    for (const auto& [limit, count] : {std::pair{0, 1}, {1, 1}, {2, 2}, {-1, 7}}) {
+        CFeatureBag bag;
+        EXPECT_EQ(bag.StoreToBag(map, limit), count) << limit;
+        EXPECT_EQ(bag.begin()->Selectors, "{GainSelector=Red}");
+        EXPECT_EQ(bag.StoreToBag(map, limit), count);
+        EXPECT_EQ(bag.size(), 2u * static_cast<size_t>(count)) << "a second store appends";
+    }
     CFeatureBag bag;
-    EXPECT_EQ(bag.StoreToBag(map, 1), 1);
-    EXPECT_THAT(Lines(bag), ElementsAre("Gain{GainSelector=Red}=0"));
-    EXPECT_EQ(bag.StoreToBag(map, 0), 0);
-    EXPECT_TRUE(bag.empty());
+    gcstring_vector none, some{"Gain", "Nobody", "GainSelector"};
+    EXPECT_EQ(bag.StoreToBag(map, -1, &none), 0);
+    EXPECT_EQ(bag.StoreToBag(map, -1, &some), 3);
+    EXPECT_THAT(Lines(bag),
+                ElementsAre("Gain{GainSelector=Red}=0", "Gain{GainSelector=Blue}=0", "GainSelector=Red"));
+}
+
+// The very bytes that other programs write and read.
+TEST(FeatureBag, WritesTheTextThatOthersWrite)
+{
+    const auto selector = [](const char* name, const char* value, const std::string& selected) {
+        return "<Enumeration Name=\"" + std::string(name) +
+               "\"><EnumEntry Name=\"x\"><Value>0</Value></EnumEntry><EnumEntry "
+               "Name=\"y\"><Value>1</Value></EnumEntry><Value>" +
+               value + "</Value>" + selected + "</Enumeration>";
+    };
+    CTestMap map(
+        "<Category Name=\"Root\"><pFeature>Plain</pFeature><pFeature>A</pFeature><pFeature>Gain</pFeature>"
+        "<pFeature>Offs</pFeature></Category>" +
+        selector("A", "1", "<pSelected>Gain</pSelected><pSelected>Offs</pSelected>") +
+        selector("B", "0", "<pSelected>Offs</pSelected>") + Streamed("Plain", "R4") + Streamed("Gain", "R8") +
+        Streamed("Offs", "R12") + IntReg("R4", 4) + IntReg("R8", 8) + IntReg("R12", 12));
+    map.memory.Word(4) = 5;
+    CFeatureBag bag;
+    EXPECT_EQ(bag.StoreToBag(map), 10);
+    EXPECT_EQ(
+        std::string(bag.ToString()),
+        "# {05D8C294-F295-4dfb-9D01-096BD04049F4}\n"
+        "# GenApi persistence file (version 3.4.0)\n"
+        "# Device = Vendor::Model --  -- Device version = 1.0.0 -- Product GUID = "
+        "11111111-2222-3333-4444-555555555555 -- Product version GUID = "
+        "66666666-7777-8888-9999-AAAAAAAAAAAA\n"
+        "Plain\t5\n"
+        "Gain\t{A=x}\t0\nGain\t{A=y}\t0\nA\ty\n"
+        "Offs\t{B=x\tA=x}\t0\nOffs\t{B=x\tA=y}\t0\nOffs\t{B=y\tA=x}\t0\nOffs\t{B=y\tA=y}\t0\nB\tx\nA\ty\n");
+    EXPECT_TRUE(bag.LoadFromBag(map));
+    EXPECT_EQ(map.Text("A") + map.Text("B"), "yx");
 }
 
 TEST(FeatureBag, BringsFeaturesBackWhateverTheirOrder)
@@ -128,6 +170,7 @@ TEST(FeatureBag, SurvivesTheWayThroughText)
 {
     CTestMap source(Camera()), target(Camera());
     source.memory.Word(4) = 99;
+    source.memory.Word(12) = 8; // within its limits
     CFeatureBag bag, read;
     bag.StoreToBag(source);
     std::stringstream stream;
@@ -141,18 +184,37 @@ TEST(FeatureBag, SurvivesTheWayThroughText)
 TEST(FeatureBag, ReportsWhatCannotBeLoadedAndGoesOn)
 {
     CTestMap map(Camera());
-    const CFeatureBag bag =
-        Parse("Unknown\t1\nSerial\t5\nGain\t{GainSelector=Green}\t1\nGain\t{NoSelector=1}\t1\n"
-              "Gain\t{GainSelector}\t1\nWidth\tabc\nRoot\t1\nVolatile\t77\nOffsetX\t8\n");
-    gcstring_vector errors;
+    const CFeatureBag bag = Parse("Unknown\t1\nSerial\t5\nGain\t{GainSelector=Green}\t1\nWidth\tabc\n"
+                                  "Volatile\t77\nOffsetX\t8\nHidden\t 7 \n");
+    gcstring_vector errors{"of before"};
     EXPECT_FALSE(CFeatureBag(bag).LoadFromBag(map, true, &errors));
+    const auto selector = HasSubstr("Error while writing selector 'GainSelector': ");
     EXPECT_THAT(ToStd(errors),
-                ElementsAre(HasSubstr("Unknown: "), HasSubstr("Serial: "),
-                            HasSubstr("Gain{GainSelector=Green}: "), HasSubstr("Gain{NoSelector=1}: "),
-                            HasSubstr("Gain{GainSelector}: "), HasSubstr("Width: "), HasSubstr("Root: ")));
+                ElementsAre("Error while writing node: 'Unknown' not found ",
+                            HasSubstr("Error while writing node 'Serial': "), selector,
+                            HasSubstr("Error while writing node 'Width': "), selector,
+                            "Error while verifying node 'Hidden'. Expected ' 7 ', but found '7'"));
     EXPECT_EQ(map.memory.Word(16), 8u);
     EXPECT_EQ(map.memory.Word(4), 77u) << "features that are not streamable are written all the same";
     EXPECT_NO_THROW(EXPECT_FALSE(CFeatureBag(bag).LoadFromBag(map)));
+    EXPECT_TRUE(Parse("Gain\t{GainSelector=Green}\t1\nGain\t{NoSelector=1}\t9\n").LoadFromBag(map))
+        << "selectors alone make no failure, and unknown ones are passed over";
+    EXPECT_EQ(map.Int("Gain"), 9);
+    EXPECT_TRUE(Parse("Gain\t{NoSelector=1,GainSelector=Blue}\t6\n").LoadFromBag(map)) << "files of before";
+    EXPECT_EQ(map.memory.Word(8), 6u);
+}
+
+// Limits that hang on one another don't matter, nor do locks; what is imposed on a feature does.
+TEST(FeatureBag, LeavesAloneWhatIsReadOnly)
+{
+    CTestMap map(
+        "<Integer Name=\"Locked\"><pIsLocked>One</pIsLocked><pValue>R</pValue><Max>1</Max></Integer>"
+        "<Integer Name=\"Fixed\"><ImposedAccessMode>RO</ImposedAccessMode><pValue>R</pValue></Integer>"
+        "<Integer Name=\"One\"><Value>1</Value></Integer>" +
+        IntReg("R", 4));
+    EXPECT_TRUE(Parse("Locked\t5\n").LoadFromBag(map, false));
+    EXPECT_FALSE(Parse("Fixed\t6\n").LoadFromBag(map, false));
+    EXPECT_EQ(map.memory.Word(4), 5u);
 }
 
 TEST(FeatureBag, ComparesTheTextsItReadsBack)
@@ -177,7 +239,7 @@ TEST(FeatureBag, TellsFeaturesThatCannotBeRead)
     EXPECT_THROW(bag.StoreToBag(map), InvalidArgumentException);
     EXPECT_TRUE(bag.empty());
     gcstring_vector errors;
-    EXPECT_EQ(bag.StoreToBag(map, -1, &errors), 1);
+    EXPECT_EQ(bag.StoreToBag(map, -1, nullptr, &errors), 1);
     EXPECT_THAT(ToStd(errors), ElementsAre(HasSubstr("Mode: ")));
 }
 
@@ -190,7 +252,7 @@ TEST(FeatureBag, RefusesSelectorsOfAbsurdRange)
     EXPECT_THAT(RaisedBy<RuntimeException>([&] { bag.StoreToBag(map); }), HasSubstr("Entry"));
 }
 
-TEST(FeatureBag, OrdersNestedSelectorsFromWithin)
+TEST(FeatureBag, TellsSelectorsBehindWhatTheySelect)
 {
     CTestMap map(
         "<Category "
@@ -205,10 +267,9 @@ TEST(FeatureBag, OrdersNestedSelectorsFromWithin)
         Streamed("Other", "OtherReg") + IntReg("OtherReg", 12));
     CFeatureBag bag;
     bag.StoreToBag(map);
-    EXPECT_THAT(Lines(bag),
-                ElementsAre("Value{Outer=A,Index=0}=0", "Value{Outer=A,Index=1}=0",
-                            "Value{Outer=B,Index=0}=0", "Value{Outer=B,Index=1}=0", "Index{Outer=A}=0",
-                            "Index{Outer=B}=0", "Other{Outer=A}=0", "Other{Outer=B}=0", "Outer=A"));
+    EXPECT_THAT(Lines(bag), ElementsAre("Value{Outer=A\tIndex=0}=0", "Value{Outer=A\tIndex=1}=0",
+                                        "Value{Outer=B\tIndex=0}=0", "Value{Outer=B\tIndex=1}=0", "Outer=A",
+                                        "Index=0", "Other{Outer=A}=0", "Other{Outer=B}=0", "Outer=A"));
     EXPECT_TRUE(bag.LoadFromBag(map));
 }
 
@@ -228,7 +289,80 @@ TEST(FeatureBag, TakesSingleFeaturesByHand)
     CFeatureBag bag;
     IPersistScript& script = bag;
     script.PersistFeature(*CValuePtr(map["Serial"]));
-    EXPECT_THAT(Lines(bag), ElementsAre("Serial=5"));
+    CSelectorSet selectors(map["Gain"]);
+    script.PersistFeature(*CValuePtr(map["Gain"]), &selectors);
+    EXPECT_THAT(Lines(bag), ElementsAre("Serial=5", "Gain{GainSelector=Red}=0"));
+}
+
+// The device hears of both, whatever comes of them.
+TEST(FeatureBag, RunsTheStandardsCommandsAroundStoreAndLoad)
+{
+    std::string commands = "<Category Name=\"Root\"/>";
+    int address = 0;
+    for (const char* name : {"DeviceFeaturePersistenceStart", "DeviceFeaturePersistenceEnd",
+                             "DeviceRegistersStreamingStart", "DeviceRegistersStreamingEnd"})
+    {
+        const std::string reg = std::string(name) + "Reg";
+        commands += "<Command Name=\"" + std::string(name) + "\" NameSpace=\"Standard\"><pValue>" + reg +
+                    "</pValue><CommandValue>1</CommandValue></Command>" + IntReg(reg, address += 4);
+    }
+    CTestMap map(commands);
+    const auto runs = [&] {
+        std::string text;
+        for (size_t i = 4; i <= 16; i += 4)
+            text += std::to_string(std::exchange(map.memory.Word(i), 0u));
+        return text;
+    };
+    CFeatureBag bag;
+    bag.StoreToBag(map);
+    EXPECT_EQ(runs(), "1100");
+    EXPECT_FALSE(Parse("Nobody\t1\n").LoadFromBag(map, false));
+    EXPECT_EQ(runs(), "0011");
+}
+
+TEST(FeatureBagger, BagsAndUnbagsUserSets)
+{
+    const auto set = [](const std::string& name, const std::vector<std::string>& entries) {
+        std::string xml = "<Enumeration Name=\"" + name + "\" NameSpace=\"Standard\">";
+        for (size_t i = 0; i < entries.size(); ++i)
+            xml +=
+                "<EnumEntry Name=\"" + entries[i] + "\"><Value>" + std::to_string(i) + "</Value></EnumEntry>";
+        return xml + "<Value>0</Value></Enumeration>";
+    };
+    // The features' values live in the set that is loaded; saving is seen by its command alone.
+    CTestMap map("<Category Name=\"Root\"><pFeature>Gain</pFeature></Category>" +
+                 Streamed("Gain", "GainReg") + IntReg("GainReg", 0) +
+                 set("UserSetSelector", {"Default", "UserSet1"}) + set("UserSetFeatureSelector", {"Gain"}) +
+                 "<Boolean Name=\"UserSetFeatureEnable\" NameSpace=\"Standard\"><Value>1</Value></Boolean>"
+                 "<Command Name=\"UserSetLoad\" NameSpace=\"Standard\"><pValue>GainReg</pValue>"
+                 "<CommandValue>9</CommandValue></Command>"
+                 "<Command Name=\"UserSetSave\" NameSpace=\"Standard\"><pValue>SaveReg</pValue>"
+                 "<CommandValue>7</CommandValue></Command>" +
+                 IntReg("SaveReg", 12));
+    map.memory.Word(0) = 3;
+    CFeatureBagger bagger, again;
+    ASSERT_EQ(bagger.Bag(map, true, true, true), 3u);
+    EXPECT_EQ(map.memory.Word(0), 3u) << "the features are as before";
+    std::stringstream text;
+    text << bagger;
+    const std::string mark = "# {05D8C294-F295-4dfb-9D01-096BD04049F4}\n";
+    EXPECT_THAT(text.str(),
+                HasSubstr("# {4709CB3C-7322-4460-84C3-DA11DDA09939}\n# GenApi CFeatureBagger persistence "
+                          "file (version 3.4.0)\n# Device = "));
+    EXPECT_THAT(text.str(), HasSubstr("\n[All]\n" + mark + "Gain\t3\n[UserSet.Default]\n" + mark +
+                                      "Gain\t9\n[UserSet.UserSet1]\n" + mark + "Gain\t9\n"));
+    text >> again;
+    ASSERT_EQ(again.size(), 3u);
+    EXPECT_TRUE(again.at(2) == bagger.at(2));
+    map.memory.Word(0) = 0;
+    EXPECT_TRUE(again.UnBag(map));
+    EXPECT_EQ(map.memory.Word(12), 7u) << "UserSet1 was saved";
+    EXPECT_EQ(map.memory.Word(0), 3u) << "the present features come last";
+    std::istringstream plain(mark + "Gain\t5\n");
+    plain >> again;
+    ASSERT_EQ(again.size(), 1u);
+    EXPECT_EQ(again.begin()->GetBagName(), "All");
+    EXPECT_THROW(again.at(1), std::out_of_range);
 }
 
 TEST(FeatureBag, NeedsANodeMap)

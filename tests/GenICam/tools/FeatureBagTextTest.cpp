@@ -37,12 +37,12 @@ TEST(FeatureBagText, ReadsNamesSelectorsAndValues)
                                           "Width\t640\n"
                                           "\n"
                                           "Gain\t{GainSelector=Red}\t1.5\r\n"
-                                          "LUTValue\t{LUTSelector=Red,LUTIndex=3}\t7\n"
+                                          "  LUTValue \t{LUTSelector=Red\tLUTIndex=3}\t7\n"
                                           "DeviceUserID\t{mine}\n"
                                           "Note\ta b \tc\n"
                                           "Empty\t");
     EXPECT_THAT(Lines(bag), testing::ElementsAre("Width||640", "Gain|{GainSelector=Red}|1.5",
-                                                 "LUTValue|{LUTSelector=Red,LUTIndex=3}|7",
+                                                 "LUTValue|{LUTSelector=Red\tLUTIndex=3}|7",
                                                  "DeviceUserID||{mine}", "Note||a b \tc", "Empty||"));
 }
 
@@ -81,10 +81,20 @@ TEST(FeatureBagText, RefusesWhatIsNoFeatureFile)
     }
 }
 
-TEST(FeatureBagText, KeepsItsContentWhenReadingFails)
+TEST(FeatureBagText, KeepsWhatWasReadBeforeALineWithoutAValue)
 {
-    CFeatureBag bag = Parse(kMark + "Width\t640\n");
+    CFeatureBag bag = Parse("any text around it" + kMark + "Width\t640\n");
     std::istringstream broken(kMark + "Height\t480\nbroken\n");
     EXPECT_THROW(broken >> bag, RuntimeException);
-    EXPECT_THAT(Lines(bag), testing::ElementsAre("Width||640"));
+    EXPECT_THAT(Lines(bag), testing::ElementsAre("Height||480"));
+}
+
+TEST(FeatureBagText, HelpersSkipCommentsAndCutWhiteSpace)
+{
+    std::istringstream stream("# one\n#two\n  rest ");
+    GenICam::gcstring line;
+    GenICam::getline(GenApi::EatComments(stream), line);
+    EXPECT_EQ(GenApi::TrimSpace(line, stream), "rest");
+    char text[] = "\t x ";
+    EXPECT_STREQ(GenApi::TrimSpace(text, stream), "x");
 }

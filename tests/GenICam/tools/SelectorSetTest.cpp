@@ -40,8 +40,8 @@ TEST(SelectorSet, CountsThroughNestedSelectorsTheInnerOneFastest)
     map.memory.Word(0) = 3;
     map.memory.Word(4) = 10;
     CSelectorSet set(map["Target"]);
-    EXPECT_THAT(AllSettings(set), ElementsAre("{Outer=A,Inner=10}", "{Outer=A,Inner=12}",
-                                              "{Outer=A,Inner=14}", "{Outer=D,Inner=10}"));
+    EXPECT_THAT(AllSettings(set), ElementsAre("[Outer=A, Inner=10]", "[Outer=A, Inner=12]",
+                                              "[Outer=A, Inner=14]", "[Outer=D, Inner=10]"));
     set.Restore();
     EXPECT_EQ(map.Text("Outer"), "D");
     EXPECT_EQ(map.Int("Inner"), 10);
@@ -61,6 +61,38 @@ TEST(SelectorSet, ListsOuterSelectorsFirst)
     EXPECT_EQ(list.size(), 1u);
 }
 
+TEST(SelectorSet, CountsTheFirstOfEqualSelectorsFastest)
+{
+    const auto selector = [](const std::string& name, const std::string& selected) {
+        return "<Boolean Name=\"" + name + "\"><Value>0</Value>" + selected + "</Boolean>";
+    };
+    const std::string deep = "<pSelected>Deep</pSelected>", both = deep + "<pSelected>Offs</pSelected>";
+    CTestMap map(
+        selector("A", both) + selector("B", both) + selector("C", deep) +
+        "<Integer Name=\"Offs\"><Value>0</Value></Integer><Integer Name=\"Deep\"><Value>0</Value></Integer>");
+    CSelectorSet offs(map["Offs"]), deepSet(map["Deep"]);
+    EXPECT_THAT(AllSettings(offs), ElementsAre("[B=0, A=0]", "[B=0, A=1]", "[B=1, A=0]", "[B=1, A=1]"));
+    EXPECT_EQ(deepSet.ToString(), "[C=0, B=1, A=1]");
+
+    CSelectorState state;
+    EXPECT_FALSE(state.SetFirst());
+    EXPECT_THROW(state.GetNodeName(), GenICam::OutOfRangeException);
+    offs.GetState(state);
+    ASSERT_TRUE(state.SetFirst());
+    EXPECT_EQ(state.GetNodeName() + "=" + state.GetNodeValue(), "B=1");
+    ASSERT_TRUE(state.SetNext());
+    EXPECT_FALSE(state.SetNext());
+    state.AddSelector("Nobody", "1");
+    offs.Restore();
+    EXPECT_EQ(offs.ToString(), "[B=0, A=0]");
+    EXPECT_TRUE(state.RestoreState(map)) << "unknown names are passed over";
+    EXPECT_EQ(offs.ToString(), "[B=1, A=1]");
+    state.AddSelector("A", "maybe");
+    GenICam::gcstring_vector errors;
+    EXPECT_FALSE(state.RestoreState(map, &errors));
+    EXPECT_EQ(std::string(errors.at(0)).find("Error while writing selector 'A': "), 0u);
+}
+
 TEST(SelectorSet, WritesThePresentSettingAgainWithoutTick)
 {
     CTestMap map(Nested());
@@ -69,7 +101,7 @@ TEST(SelectorSet, WritesThePresentSettingAgainWithoutTick)
     ASSERT_TRUE(set.SetNext());
     map.SetInt("Inner", 10);
     EXPECT_TRUE(set.SetNext(false));
-    EXPECT_EQ(set.ToString(), "{Outer=A,Inner=12}");
+    EXPECT_EQ(set.ToString(), "[Outer=A, Inner=12]");
 }
 
 TEST(SelectorSet, IsEmptyForAFeatureWithoutSelectors)
@@ -77,7 +109,7 @@ TEST(SelectorSet, IsEmptyForAFeatureWithoutSelectors)
     CTestMap map(Nested());
     CSelectorSet set(map["Outer"]);
     EXPECT_TRUE(set.IsEmpty());
-    EXPECT_THAT(AllSettings(set), ElementsAre(""));
+    EXPECT_THAT(AllSettings(set), ElementsAre("[]"));
     EXPECT_FALSE(CSelectorSet(map["Target"]).IsEmpty());
     EXPECT_THROW(CSelectorSet(nullptr), GenICam::InvalidArgumentException);
 }
@@ -90,7 +122,7 @@ TEST(SelectorSet, LeavesSelectorsAloneThatCannotBeWritten)
         "<Boolean Name=\"Switch\"><pValue>SwitchReg</pValue><pSelected>Target</pSelected></Boolean>" +
         IntReg("SwitchReg", 4) + "<Integer Name=\"Target\"><Value>0</Value></Integer>");
     CSelectorSet set(map["Target"]);
-    EXPECT_THAT(AllSettings(set), ElementsAre("{Switch=0}", "{Switch=1}"));
+    EXPECT_THAT(AllSettings(set), ElementsAre("[Switch=0]", "[Switch=1]"));
 }
 
 TEST(SelectorSet, ReachesBothEndsOfTheIntegers)
@@ -101,7 +133,7 @@ TEST(SelectorSet, ReachesBothEndsOfTheIntegers)
         "<Integer Name=\"Target\"><Value>0</Value></Integer>");
     CSelectorSet set(map["Target"]);
     EXPECT_THAT(AllSettings(set),
-                ElementsAre("{Wide=-9223372036854775807}", "{Wide=0}", "{Wide=9223372036854775807}"));
+                ElementsAre("[Wide=-9223372036854775807]", "[Wide=0]", "[Wide=9223372036854775807]"));
 }
 
 TEST(SelectorSet, SurvivesSelectorsInACircle)
@@ -110,7 +142,7 @@ TEST(SelectorSet, SurvivesSelectorsInACircle)
         "<Integer Name=\"A\"><Value>0</Value><Min>0</Min><Max>1</Max><pSelected>B</pSelected></Integer>"
         "<Integer Name=\"B\"><Value>0</Value><Min>0</Min><Max>1</Max><pSelected>A</pSelected></Integer>");
     CSelectorSet set(map["A"]);
-    EXPECT_THAT(AllSettings(set), ElementsAre("{B=0}", "{B=1}"));
+    EXPECT_THAT(AllSettings(set), ElementsAre("[B=0]", "[B=1]"));
 }
 
 TEST(SelectorSet, RefusesEndlessChains)
