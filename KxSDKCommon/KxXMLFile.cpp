@@ -153,7 +153,7 @@ void CKxXMLFile::MakeNodeMap(GenApi::IPort* pPort, const gcstring& strPortName)
     m_bCreated = true;
 }
 
-GenApi::INodeMap* CKxXMLFile::GetNodeMap() const { return m_bCreated ? m_objNodeMapRef._Ptr() : nullptr; }
+GenApi::INodeMap* CKxXMLFile::GetNodeMap() const { return m_bCreated ? m_objNodeMapRef._Ptr : nullptr; }
 
 void CKxXMLFile::LoadXMLFile(const gcstring& strURL)
 {
@@ -220,7 +220,7 @@ void CKxXMLFile::CreateSubTreeNodeMap(const gcstring& strRootName, GenApi::CNode
     if (!m_bCreated)
         return;
     GuardBadAlloc([&] {
-        const GenApi::CNodeMapFactory subTree = m_pFactory->ExtractSubtree(strRootName, bFlag);
+        GenApi::CNodeMapFactory subTree = m_pFactory->ExtractSubtree(strRootName, bFlag);
         GenApi::INodeMap* const pNodeMap = subTree.CreateNodeMap(m_strDeviceName);
         objNodeMapRef._Destroy();
         objNodeMapRef._Attach(pNodeMap, pNodeMap->GetDeviceName());

@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace GenICam
 {
@@ -17,36 +18,52 @@ struct GenericException::CTexts
 
 namespace
 {
+unsigned int LineOf(int line) noexcept { return line < 0 ? 0 : static_cast<unsigned int>(line); }
+
 const char* OrEmpty(const char* text) noexcept { return text ? text : ""; }
+
+/// The name of a file without its folders; our own sources are told as folder and name, without an ending.
+std::string_view ToldName(std::string_view file) noexcept
+{
+    const size_t slash = file.rfind('/');
+    const std::string_view name = slash == file.npos ? file : file.substr(slash + 1);
+    return name.find('.') == name.npos ? file : name;
+}
 
 std::string ComposeWhat(const char* description, const char* type, const char* entryPoint,
                         const char* context, const char* file, unsigned int line)
 {
     std::string what = OrEmpty(description);
-    what.append(" : ").append(OrEmpty(type)).append(" thrown");
+    if (type && *type)
+        what.append(" : ").append(type).append(" thrown");
     if (context && *context)
         what.append(" in node '").append(context).append("'");
     if (entryPoint && *entryPoint)
         what.append(" while calling '").append(entryPoint).append("'");
-    what.append(" (file '").append(OrEmpty(file)).append("', line ").append(std::to_string(line)).append(")");
-    return what;
+    what.append(" (file '").append(ToldName(OrEmpty(file)));
+    return what.append("', line ").append(std::to_string(line)).append(")");
 }
 } // namespace
 
-GenericException::GenericException(const char* description, const char* sourceFileName, int sourceLine,
-                                   const char* exceptionType) noexcept
+GenericException::GenericException(const char* description, const char* sourceFileName,
+                                   int sourceLine) noexcept
+    : GenericException(description, sourceFileName, sourceLine, nullptr, nullptr, nullptr)
+{}
+
+GenericException::GenericException(const char* description, const char* sourceFileName,
+                                   int sourceLine, const char* exceptionType) noexcept
     : GenericException(description, sourceFileName, sourceLine, nullptr, nullptr, exceptionType)
 {}
 
-GenericException::GenericException(const char* description, const char* sourceFileName, int sourceLine,
-                                   const char* entryPoint, const char* errorContext,
+GenericException::GenericException(const char* description, const char* sourceFileName,
+                                   int sourceLine, const char* entryPoint, const char* errorContext,
                                    const char* exceptionType) noexcept
 {
     try {
-        const unsigned int line = sourceLine < 0 ? 0 : static_cast<unsigned int>(sourceLine);
-        m_texts = std::make_shared<const CTexts>(
-            CTexts{OrEmpty(description), OrEmpty(sourceFileName), line,
-                   ComposeWhat(description, exceptionType, entryPoint, errorContext, sourceFileName, line)});
+        m_texts = std::make_shared<const CTexts>(CTexts{
+            OrEmpty(description), OrEmpty(sourceFileName), LineOf(sourceLine),
+            ComposeWhat(description, exceptionType, entryPoint, errorContext, sourceFileName,
+                        LineOf(sourceLine))});
     } catch (const std::exception&) {
         // An exception that reports lack of memory must come into being without any.
         m_texts.reset();
@@ -74,13 +91,16 @@ unsigned int GenericException::GetSourceLine() const noexcept { return m_texts ?
 
 // The destructors stand here so that each class has its type information in this library alone.
 #define KXGC_DEFINE_EXCEPTION(Name, Base)                                                                    \
+    Name::Name(const char* description, const char* sourceFileName, int sourceLine) noexcept                 \
+        : Base(description, sourceFileName, sourceLine)                                              \
+    {}                                                                                                       \
     Name::Name(const char* description, const char* sourceFileName, int sourceLine,                          \
                const char* exceptionType) noexcept                                                           \
-        : Base(description, sourceFileName, sourceLine, exceptionType)                                       \
+        : Base(description, sourceFileName, sourceLine, exceptionType)                               \
     {}                                                                                                       \
     Name::Name(const char* description, const char* sourceFileName, int sourceLine, const char* entryPoint,  \
                const char* errorContext, const char* exceptionType) noexcept                                 \
-        : Base(description, sourceFileName, sourceLine, entryPoint, errorContext, exceptionType)             \
+        : Base(description, sourceFileName, sourceLine, entryPoint, errorContext, exceptionType)     \
     {}                                                                                                       \
     Name::~Name() noexcept = default
 

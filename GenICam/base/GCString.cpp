@@ -58,6 +58,8 @@ char32_t TakeUtf8(const std::string& text, size_t& pos)
 }
 } // namespace
 
+const size_t gcstring::npos;
+
 gcstring& gcstring::assign(const wchar_t* text) { return assign(text, text ? std::wcslen(text) : 0); }
 
 gcstring& gcstring::assign(const wchar_t* text, size_t length)
@@ -101,6 +103,11 @@ void gcstring_vector::RaiseIndex(size_t index) const
         throw OUT_OF_RANGE_EXCEPTION("The list of texts is empty");
     throw OUT_OF_RANGE_EXCEPTION("Index = %zu must be smaller than the list's size = %zu", index,
                                  m_texts.size());
+}
+
+void ThrowBadAlloc(const char* sourceFileName, int sourceLine)
+{
+    throw BadAllocException("bad allocation", sourceFileName, sourceLine, "BadAllocException");
 }
 
 std::ostream& operator<<(std::ostream& stream, const gcstring& text)

@@ -4,8 +4,11 @@
 
 #include <dlfcn.h>
 #include <fnmatch.h>
+#include <strings.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -132,6 +135,35 @@ gcstring GetGenICamCLProtocolFolder() { return CLProtocolFolder().Get(); }
 void SetGenICamCacheFolder(const gcstring& path) { CacheFolder().Set(path); }
 void SetGenICamLogConfig(const gcstring& path) { LogConfig().Set(path); }
 void SetGenICamCLProtocolFolder(const gcstring& path) { CLProtocolFolder().Set(path); }
+
+bool GetCacheFileDirectory(gcstring& directory)
+{
+    try {
+        directory = GetGenICamCacheFolder();
+        return true;
+    } catch (const RuntimeException&) {
+        return false; // nobody has named one
+    }
+}
+
+void GetCandidateCacheFilePaths(gcstring_vector& paths, const gcstring& directory)
+{
+    paths.clear();
+    GetFiles(directory + "/*", paths);
+}
+
+bool HasValidLength(const gcstring& path) { return !path.empty() && path.size() < PATH_MAX; }
+
+bool HasValidExtension(const gcstring& path)
+{
+    const std::string extension = std::filesystem::path(path.c_str()).extension().string();
+    return strcasecmp(extension.c_str(), ".xml") == 0 || strcasecmp(extension.c_str(), ".zip") == 0;
+}
+
+void GetLastErrorMessage(gcstring& message)
+{
+    message = gcstring(std::error_code(errno, std::generic_category()).message());
+}
 
 void GetFiles(const gcstring& fileTemplate, gcstring_vector& fileNames, bool directoriesOnly)
 {

@@ -214,11 +214,11 @@ void CKxBaseWndCore::GetStatusBarText(QStringList& listText)
 GenApi::INodeMap* CKxBaseWndCore::GetINodeMap()
 {
     if (m_bNodeMapCreated)
-        return m_objNodeMapRef._Ptr();
+        return m_objNodeMapRef._Ptr;
     const GenApi::AutoLock lock(m_lockNodeMap);
     if (!m_bNodeMapCreated)
         m_bNodeMapCreated = LoadWindowNodeMap(m_objNodeMapRef, m_nXMLResourceID, this, m_szPortName);
-    return m_bNodeMapCreated ? m_objNodeMapRef._Ptr() : nullptr;
+    return m_bNodeMapCreated ? m_objNodeMapRef._Ptr : nullptr;
 }
 
 void CKxBaseWndCore::DestroyNodeMap() { m_objNodeMapRef._Destroy(); }

@@ -65,7 +65,7 @@ QString RowText(GenApi::INode& node, const char* szName)
         strText += " (" + ToQString(strUnit) + ") ";
 
     GenApi::FeatureList_t selectors;
-    node.GetSelectingFeatures(selectors);
+    GenApi::CSelectorPtr(&node)->GetSelectingFeatures(selectors);
     for (auto it = selectors.rbegin(); it != selectors.rend(); ++it)
         strText += "[" + ToQString((*it)->GetNode()->GetDisplayName()) + "]";
     return strText;

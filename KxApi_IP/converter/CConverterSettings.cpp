@@ -151,7 +151,7 @@ GenApi::INodeMap* CConverterSettings::GetINodeMap()
             objNodeMap._LoadXMLFromString(kConverterXml);
             objNodeMap._Connect(this, "ConverterPort");
             m_objNodeMap = objNodeMap;
-            m_pNodeMap = m_objNodeMap._Ptr();
+            m_pNodeMap = m_objNodeMap._Ptr;
         }
         return m_pNodeMap;
     });

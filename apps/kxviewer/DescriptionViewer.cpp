@@ -26,7 +26,7 @@ int ShowDescription(const std::string& strFile, const std::string& strPictures)
     window.show();
     const auto& map = description.Map();
     pPanel->SetMaps(
-        {{"Description", QString::fromUtf8(map._GetModelName().c_str()), {}, {}, [&] { return map._Ptr(); }},
+        {{"Description", QString::fromUtf8(map._GetModelName().c_str()), {}, {}, [&] { return map._Ptr; }},
          {"This window", "NodeMapWindow", {}, {}, [=] { return pPanel->Window().GetINodeMap(); }}});
     int nResult = 0;
     if (!strPictures.empty())

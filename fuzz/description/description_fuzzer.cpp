@@ -90,8 +90,8 @@ void AskNode(INode& node)
         Try([&] { node.GetProperty(name, value, attribute); });
     }
     FeatureList_t features;
-    Try([&] { node.GetSelectedFeatures(features); });
-    Try([&] { node.GetSelectingFeatures(features); });
+    Try([&] { dynamic_cast<GenApi::ISelector&>(node).GetSelectedFeatures(features); });
+    Try([&] { dynamic_cast<GenApi::ISelector&>(node).GetSelectingFeatures(features); });
 }
 
 void AskValue(INode& node)

@@ -179,7 +179,7 @@ TEST_F(NodeMapWindow, ShowsAndFollowsItsTools)
 TEST_F(NodeMapWindow, OffersSampleCodeThatRuns)
 {
     const TestMap map(kSampleMap);
-    EXPECT_EQ(ErrorOf([&] { RunSampleCode(map.map._Ptr()); }), "");
+    EXPECT_EQ(ErrorOf([&] { RunSampleCode(map.map._Ptr); }), "");
 }
 
 TEST_F(NodeMapWindow, TellsAllAboutTheChosenFeature)

@@ -235,8 +235,8 @@ TEST_F(XMLFileTest, PartsHaveMapsOfTheirOwn)
     file.CreateNodeMapFactoryForChunkData("ChunkRoot", false);
     file.CreateSubTreeNodeMap("Width", part, false);
     file.CreateSubTreeNodeMapForChunkData(chunk);
-    EXPECT_EQ(part._Ptr(), nullptr);
-    EXPECT_EQ(chunk._Ptr(), nullptr) << "nothing before there is a map";
+    EXPECT_EQ(part._Ptr, nullptr);
+    EXPECT_EQ(chunk._Ptr, nullptr) << "nothing before there is a map";
 
     producer.Publish("fake.xml", kXml);
     Create();
@@ -244,18 +244,18 @@ TEST_F(XMLFileTest, PartsHaveMapsOfTheirOwn)
     port.Put(0x200, {9, 0, 0, 0});
     part._LoadXMLFromString(kXml.c_str());
     file.CreateSubTreeNodeMap("Width", part, false);
-    EXPECT_EQ(Integer(part._Ptr(), "Width")->GetValue(), 7);
+    EXPECT_EQ(Integer(part._Ptr, "Width")->GetValue(), 7);
     EXPECT_EQ(part._GetNode("ChunkGain"), nullptr);
     EXPECT_THROW(file.CreateSubTreeNodeMap("Missing", part, false), GenICam::GenericException);
 
     file.CreateSubTreeNodeMapForChunkData(chunk);
-    EXPECT_EQ(chunk._Ptr(), nullptr) << "no part was cut out";
+    EXPECT_EQ(chunk._Ptr, nullptr) << "no part was cut out";
     file.CreateNodeMapFactoryForChunkData("ChunkRoot", true);
     file.CreateSubTreeNodeMapForChunkData(chunk);
-    ASSERT_NE(chunk._Ptr(), nullptr);
+    ASSERT_NE(chunk._Ptr, nullptr);
     EXPECT_EQ(chunk._GetNode("Width"), nullptr);
-    EXPECT_EQ(Integer(chunk._Ptr(), "ChunkGain")->GetValue(), 9);
-    EXPECT_EQ(Integer(chunk._Ptr(), "TLParamsLock")->GetValue(), 1);
+    EXPECT_EQ(Integer(chunk._Ptr, "ChunkGain")->GetValue(), 9);
+    EXPECT_EQ(Integer(chunk._Ptr, "TLParamsLock")->GetValue(), 1);
     EXPECT_EQ(Integer(file.GetNodeMap(), "TLParamsLock")->GetValue(), 0);
 }
 

@@ -45,7 +45,7 @@ protected:
     /// Writes a register by the name of its feature, through a node map of the description.
     void SetFeature(const char* name, const std::string& value)
     {
-        if (!m_map._Ptr()) {
+        if (!m_map._Ptr) {
             size_t size = 0;
             lib.GCGetPortURL(remote, nullptr, &size);
             std::string url(size, '\0');

@@ -157,7 +157,7 @@ public:
             m_map->_LoadXMLFromString(DescriptionAsXml(outline).c_str());
             m_map->_Connect(&m_port);
         }
-        return m_map->_Ptr();
+        return m_map->_Ptr;
     }
 
     /// A number of the node map, in host order.

@@ -296,7 +296,12 @@ std::shared_ptr<const Description> ReadDescription(std::string_view content, std
 
 /// The part of a description that a node needs: the node, all that it refers to, and a category "Root" that
 /// lists it if it is not part of it anyway.
-std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root);
+/// @param rename calls the node itself "Root"; no other node that it needs may have that name.
+std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root,
+                                                  bool rename = false);
+
+/// A description without nodes.
+std::shared_ptr<const Description> EmptyDescription();
 
 /// The description as XML text of schema 1.1.
 std::string WriteXml(const Description& description);

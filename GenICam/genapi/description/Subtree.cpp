@@ -87,7 +87,7 @@ void AddRoot(DescriptionParts& parts, NodeIndex listed)
 
 } // namespace
 
-std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root)
+std::shared_ptr<const Description> ExtractSubtree(const Description& description, NodeIndex root, bool rename)
 {
     const std::vector<bool> isNeeded = FindNeeded(description, root);
     std::vector<NodeIndex> newIndex(description.NodeCount(), kNoNode);
@@ -103,11 +103,15 @@ std::shared_ptr<const Description> ExtractSubtree(const Description& description
         if (!isNeeded[i])
             continue;
         NodeData node = description.Node(i);
-        node.name = parts.text.Copy(node.name);
+        const auto nameOf = [&](NodeIndex index, std::string_view name) {
+            return rename && index == root ? kRootName : name;
+        };
+        node.name = parts.text.Copy(nameOf(i, node.name));
         node.isFeature = false;
         node.firstProperty = static_cast<uint32_t>(parts.properties.size());
         parts.nodes.push_back(node);
         for (Property property : description.Properties(i)) {
+            property.text = nameOf(property.node, property.text);
             property.node = moved(property.node);
             property.offsetNode = moved(property.offsetNode);
             property.text = parts.text.Copy(property.text);
@@ -116,9 +120,11 @@ std::shared_ptr<const Description> ExtractSubtree(const Description& description
         }
     }
     const NodeIndex oldRoot = description.FindNode(kRootName);
-    if (oldRoot == kNoNode || !isNeeded[oldRoot])
+    if (!rename && (oldRoot == kNoNode || !isNeeded[oldRoot]))
         AddRoot(parts, newIndex[root]);
     return Assemble(std::move(parts));
 }
+
+std::shared_ptr<const Description> EmptyDescription() { return Assemble(DescriptionParts()); }
 
 } // namespace KxGenApi

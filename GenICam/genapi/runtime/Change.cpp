@@ -56,7 +56,8 @@ KXGC_NO_THREAD_SAFETY_ANALYSIS void Change::Unlock()
 void Change::Finish()
 {
     std::vector<std::shared_ptr<CallbackSlot>> callbacks;
-    ForgetDependents(m_map.m_callbackCount > 0 ? &callbacks : nullptr);
+    const bool fires = m_starts.empty() || m_map.TakeSuppression();
+    ForgetDependents(fires && m_map.m_callbackCount > 0 ? &callbacks : nullptr);
     m_starts.clear();
     {
         // Calls out of a callback are calls of their own, with names and a depth of their own.

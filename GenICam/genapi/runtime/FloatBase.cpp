@@ -96,7 +96,7 @@ double FloatBase::GetInc()
 double_autovector_t FloatBase::GetListOfValidValues(bool bounded)
 {
     const Call call(*this, "GetListOfValidValues");
-    double_autovector_t values = ValidReals(*this);
+    std::vector<double> values = ValidReals(*this);
     if (bounded && !values.empty()) {
         const double min = RealMin();
         const double max = RealMax();
@@ -104,7 +104,7 @@ double_autovector_t FloatBase::GetListOfValidValues(bool bounded)
             std::remove_if(values.begin(), values.end(), [&](double v) { return v < min || v > max; }),
             values.end());
     }
-    return values;
+    return double_autovector_t(std::move(values));
 }
 
 ERepresentation FloatBase::GetRepresentation()
@@ -130,10 +130,6 @@ int64_t FloatBase::GetDisplayPrecision() const
     const Call call(*this, "GetDisplayPrecision");
     return DisplayPrecision();
 }
-
-IInteger* FloatBase::GetIntAlias() { return dynamic_cast<IInteger*>(GetCastAlias()); }
-
-IEnumeration* FloatBase::GetEnumAlias() { return dynamic_cast<IEnumeration*>(GetCastAlias()); }
 
 void FloatBase::ImposeMin(double Value)
 {

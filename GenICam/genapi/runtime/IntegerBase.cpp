@@ -89,7 +89,7 @@ int64_t IntegerBase::GetInc()
 int64_autovector_t IntegerBase::GetListOfValidValues(bool bounded)
 {
     const Call call(*this, "GetListOfValidValues");
-    int64_autovector_t values = ValidIntegers(*this);
+    std::vector<int64_t> values = ValidIntegers(*this);
     if (bounded && !values.empty()) {
         const int64_t min = IntegerMin();
         const int64_t max = IntegerMax();
@@ -97,7 +97,7 @@ int64_autovector_t IntegerBase::GetListOfValidValues(bool bounded)
             std::remove_if(values.begin(), values.end(), [&](int64_t v) { return v < min || v > max; }),
             values.end());
     }
-    return values;
+    return int64_autovector_t(std::move(values));
 }
 
 ERepresentation IntegerBase::GetRepresentation()
@@ -106,13 +106,11 @@ ERepresentation IntegerBase::GetRepresentation()
     return Representation();
 }
 
-gcstring IntegerBase::GetUnit() const
+gcstring IntegerBase::GetUnit()
 {
     const Call call(*this, "GetUnit");
     return Unit();
 }
-
-IFloat* IntegerBase::GetFloatAlias() { return dynamic_cast<IFloat*>(GetCastAlias()); }
 
 void IntegerBase::ImposeMin(int64_t Value)
 {

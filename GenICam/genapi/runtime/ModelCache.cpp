@@ -71,11 +71,13 @@ std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, Gen
     return model;
 }
 
-void ClearModelCache()
+bool ClearModelCache()
 {
     Cache& cache = TheCache();
     const std::lock_guard<std::mutex> guard(cache.lock);
+    const bool any = !cache.models.empty();
     cache.models.clear();
+    return any;
 }
 
 } // namespace KxGenApi

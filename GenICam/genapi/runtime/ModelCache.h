@@ -18,6 +18,6 @@ namespace KxGenApi
 std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, GenApi::ECacheUsage_t usage);
 
 /// Forgets all; those in use live on.
-void ClearModelCache();
+bool ClearModelCache();
 
 } // namespace KxGenApi

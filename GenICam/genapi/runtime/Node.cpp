@@ -12,6 +12,7 @@
 #include <cxxabi.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace KxGenApi
 {
@@ -367,18 +368,21 @@ bool Node::DeregisterCallback(CallbackHandleType hCallback)
     return true;
 }
 
-void Node::SetSuppressCallbackMode(ESuppressCallbackMode mode)
-{
-    const Call call(*this, "SetSuppressCallbackMode");
-    m_suppress = mode;
-}
-
 void Node::TakeCallbacks(std::vector<std::shared_ptr<CallbackSlot>>& callbacks)
 {
-    if (m_suppress == scmOnce)
-        m_suppress = scmOff;
-    else if (m_suppress == scmOff)
-        callbacks.insert(callbacks.end(), m_callbacks.rbegin(), m_callbacks.rend()); // the latest first
+    callbacks.insert(callbacks.end(), m_callbacks.rbegin(), m_callbacks.rend()); // the latest first
+}
+
+UserData_t Node::GetUserData() const
+{
+    const Call call(*this, "GetUserData");
+    return m_userData;
+}
+
+UserData_t Node::SetUserData(UserData_t userData)
+{
+    const Call call(*this, "SetUserData");
+    return std::exchange(m_userData, userData);
 }
 
 // ------------------------------------------------------------------------------------------ value of a node

@@ -6,6 +6,8 @@
 #include "description/Description.h"
 
 #include <GenApi/INode.h>
+#include <GenApi/ISelector.h>
+#include <GenApi/IUserData.h>
 #include <GenApi/IValue.h>
 
 #include <cstdint>
@@ -49,7 +51,7 @@ private:
 };
 
 /// A node. The public calls take the map's lock; the calls below "for other nodes" need it held already.
-class Node : public INode
+class Node : public INode, public ISelector, public IUserData
 {
 public:
     Node(NodeMap& map, NodeIndex index);
@@ -74,7 +76,6 @@ public:
     void GetParents(NodeList_t& Parents) const override;
     CallbackHandleType RegisterCallback(CNodeCallback* pCallback) override;
     bool DeregisterCallback(CallbackHandleType hCallback) override;
-    void SetSuppressCallbackMode(ESuppressCallbackMode mode) override;
     INodeMap* GetNodeMap() const override;
     gcstring GetEventID() const override;
     bool IsStreamable() const override;
@@ -94,6 +95,10 @@ public:
     bool IsSelector() const override;
     void GetSelectedFeatures(FeatureList_t& list) const override;
     void GetSelectingFeatures(FeatureList_t& list) const override;
+
+    // IUserData
+    UserData_t GetUserData() const override;
+    UserData_t SetUserData(UserData_t userData) override;
 
     // for other nodes: identity
     NodeMap& Map() const { return m_map; }
@@ -206,7 +211,7 @@ private:
     EAccessMode m_imposed = RW;
     EVisibility m_visibility = Beginner;
     EVisibility m_imposedVisibility = Beginner;
-    ESuppressCallbackMode m_suppress = scmOff;
+    UserData_t m_userData = nullptr;
     std::vector<std::shared_ptr<CallbackSlot>> m_callbacks;
 };
 

@@ -3,17 +3,14 @@
 
 #include "runtime/Change.h"
 #include "runtime/NodeFactory.h"
+#include "runtime/PortNode.h"
+#include "runtime/WriteList.h"
 
 #include <Base/GCException.h>
 #include <GenApi/GenApiVersion.h>
-#include <GenApi/IBoolean.h>
-#include <GenApi/IFloat.h>
-#include <GenApi/IInteger.h>
-#include <GenApi/IPortConstruct.h>
-#include <GenApi/IValue.h>
 
 #include <algorithm>
-#include <exception>
+#include <utility>
 
 namespace KxGenApi
 {
@@ -22,18 +19,12 @@ namespace
 
 gcstring Text(const std::string& text) { return gcstring(text.data(), text.size()); }
 
-bool Refuse(GenICam::gcstring_vector* errors, const gcstring& name, const char* why)
-{
-    if (errors != nullptr)
-        errors->push_back("Error while writing node '" + name + "': " + why);
-    return false;
-}
-
 } // namespace
 
-NodeMap::NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName)
+NodeMap::NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName, CLock* lock)
     : m_model(std::move(model))
     , m_deviceName(deviceName)
+    , m_lock(lock != nullptr ? *lock : m_ownLock)
     , m_nodes(new std::atomic<Node*>[m_model->description->NodeCount()]())
 {}
 
@@ -104,6 +95,43 @@ bool NodeMap::Connect(IPort* pPort, const gcstring& PortName) const
 }
 
 bool NodeMap::Connect(IPort* pPort) const { return Connect(pPort, "Device"); }
+
+bool NodeMap::Connect(IPortStacked* pPort, const gcstring& PortName)
+{
+    const auto port = dynamic_cast<IPortStackedConstruct*>(GetNode(PortName));
+    if (port == nullptr)
+        return false;
+    port->SetPortImpl(pPort);
+    return true;
+}
+
+bool NodeMap::Connect(IPortStacked* pPort) { return Connect(pPort, "Device"); }
+
+void NodeMap::SetSuppressCallbackMode(ECallbackSuppressMode mode)
+{
+    const AutoLock lock(m_lock);
+    m_suppress = mode;
+}
+
+bool NodeMap::TakeSuppression()
+{
+    const ECallbackSuppressMode mode = m_suppress;
+    if (mode == csmOnce)
+        m_suppress = csmOff;
+    return mode == csmOff;
+}
+
+UserData_t NodeMap::GetUserData() const
+{
+    const AutoLock lock(m_lock);
+    return m_userData;
+}
+
+UserData_t NodeMap::SetUserData(UserData_t userData)
+{
+    const AutoLock lock(m_lock);
+    return std::exchange(m_userData, userData);
+}
 
 std::string NodeMap::EntryText() const
 {
@@ -191,36 +219,33 @@ bool NodeMap::ParseSwissKnifes(GenICam::gcstring_vector* pErrors) const
 
 // --------------------------------------------------------------------------------------- concatenated write
 
-CNodeWriteConcatenator* NodeMap::NewNodeWriteConcatenator() const { return new CNodeWriteConcatenator; }
+CNodeWriteConcatenator* NodeMap::NewNodeWriteConcatenator() const { return new WriteList; }
 
-bool NodeMap::ConcatenatedWrite(CNodeWriteConcatenator& List, bool, GenICam::gcstring_vector* pErrorList)
+template <typename Function>
+void NodeMap::ForEachPort(const Function& function) const
 {
-    bool allGood = true;
-    for (const CNodeWriteConcatenator::Entry& entry : List.Entries())
-        allGood = WriteOne(entry, pErrorList) && allGood;
-    return allGood;
+    for (NodeIndex i = 0; i < Described().NodeCount(); ++i) {
+        if (Described().Node(i).type == NodeType::Port && ExistingNode(i) != nullptr)
+            function(static_cast<PortNode&>(*ExistingNode(i)));
+    }
 }
 
-bool NodeMap::WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcstring_vector* errors)
+bool NodeMap::ConcatenatedWrite(CNodeWriteConcatenator* pList, bool, GenICam::gcstring_vector* pErrorList)
 {
-    IValue* const value = dynamic_cast<IValue*>(GetNode(entry.first));
-    if (value == nullptr)
-        return true; // lists are made for several devices, of which not all have every feature
-    try {
-        try {
-            value->FromString(entry.second);
-        } catch (const GenICam::InvalidArgumentException&) {
-            if (dynamic_cast<IInteger*>(value) == nullptr && dynamic_cast<IFloat*>(value) == nullptr &&
-                dynamic_cast<IBoolean*>(value) == nullptr)
-                throw;
-            value->FromString("0"); // a text that is no number counts as 0
-        }
+    if (pList == nullptr)
         return true;
-    } catch (const GenICam::GenericException& error) {
-        return Refuse(errors, entry.first, error.what());
-    } catch (const std::exception& error) { // ports may throw what they like; the rest of the list goes on
-        return Refuse(errors, entry.first, error.what());
-    }
+    const auto list = dynamic_cast<const WriteList*>(pList);
+    if (list == nullptr)
+        throw INVALID_ARGUMENT_EXCEPTION("The list was not made by NewNodeWriteConcatenator");
+    const AutoLock lock(m_lock); // nobody else's writes may wait with ours
+    ForEachPort([](PortNode& port) { port.BeginCollecting(); });
+    bool allGood = list->WriteTo(*this, pErrorList);
+    ForEachPort([&](PortNode& port) {
+        allGood = Attempt([&] { port.SendCollected(); },
+                          "Error while writing to port '" + port.GetName() + "': ", pErrorList) &&
+                  allGood;
+    });
+    return allGood;
 }
 
 // ----------------------------------------------------------------------------------------------- IDeviceInfo

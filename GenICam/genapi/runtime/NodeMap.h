@@ -6,6 +6,7 @@
 #include "runtime/FormulaStore.h"
 #include "runtime/Node.h"
 
+#include <GenApi/IDestroy.h>
 #include <GenApi/IDeviceInfo.h>
 #include <GenApi/INodeMap.h>
 
@@ -29,7 +30,7 @@ struct Model
     FormulaStore formulas;
 };
 
-class NodeMap final : public INodeMap, public IDeviceInfo
+class NodeMap final : public INodeMap, public IDeviceInfo, public IDestroy, public IUserData
 {
 public:
     /// More nodes than this asking each other in a row means a circle; real files stay below 40.
@@ -39,7 +40,8 @@ public:
     /// else let a short file run for ever. A real camera stays below some thousands.
     static constexpr unsigned kMaxSteps = 1000000;
 
-    NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName);
+    /// @param lock the lock of a user, which outlives the map; null for one of the map's own
+    NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName, CLock* lock = nullptr);
     NodeMap(const NodeMap&) = delete;
     NodeMap& operator=(const NodeMap&) = delete;
     ~NodeMap() override;
@@ -50,15 +52,24 @@ public:
     void InvalidateNodes() const override;
     bool Connect(IPort* pPort, const gcstring& PortName) const override;
     bool Connect(IPort* pPort) const override;
-    gcstring GetDeviceName() const override { return m_deviceName; }
+    bool Connect(IPortStacked* pPort, const gcstring& PortName) override;
+    bool Connect(IPortStacked* pPort) override;
+    gcstring GetDeviceName() override { return m_deviceName; }
     void Poll(int64_t ElapsedTime) override;
     CLock& GetLock() const override { return m_lock; }
     uint64_t GetNumNodes() const override { return Described().NodeCount(); }
     bool ParseSwissKnifes(GenICam::gcstring_vector* pErrors = nullptr) const override;
     CNodeWriteConcatenator* NewNodeWriteConcatenator() const override;
-    bool ConcatenatedWrite(CNodeWriteConcatenator& List, bool featureStreaming = true,
+    bool ConcatenatedWrite(CNodeWriteConcatenator* pList, bool featureStreaming = true,
                            GenICam::gcstring_vector* pErrorList = nullptr) override;
+    void SetSuppressCallbackMode(ECallbackSuppressMode mode) override;
+
+    // IDestroy
     void Destroy() override { delete this; }
+
+    // IUserData
+    UserData_t GetUserData() const override;
+    UserData_t SetUserData(UserData_t userData) override;
 
     // IDeviceInfo
     gcstring GetModelName() override;
@@ -148,11 +159,15 @@ private:
     void MarkInvalidated(NodeIndex node) { m_marks[node].invalidated = m_age; }
 
     bool IsPollingBlocked(NodeIndex index) const;
-    bool WriteOne(const CNodeWriteConcatenator::Entry& entry, GenICam::gcstring_vector* errors);
+    /// Whether the change at hand fires callbacks; ends a mode that was for one change.
+    bool TakeSuppression();
+    template <typename Function>
+    void ForEachPort(const Function& function) const;
 
     const std::shared_ptr<Model> m_model;
     const gcstring m_deviceName;
-    mutable CLock m_lock; // protects all below, and the state of all nodes; ports are called with it held
+    mutable CLock m_ownLock;
+    CLock& m_lock; // protects all below, and the state of all nodes; ports are called with it held
     std::unique_ptr<std::atomic<Node*>[]> m_nodes;
     struct Marks // ages of the map
     {
@@ -164,6 +179,8 @@ private:
     std::vector<NodeIndex> m_pending;
     mutable uint64_t m_uncachedReads = 0;
     int m_callbackCount = 0;
+    ECallbackSuppressMode m_suppress = csmOff;
+    UserData_t m_userData = nullptr;
     const Node* m_callNode = nullptr;
     const char* m_callMethod = nullptr;
     mutable unsigned m_depth = 0;

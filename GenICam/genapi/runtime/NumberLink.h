@@ -69,12 +69,4 @@ private:
     Link m_link;
 };
 
-/// The caching mode of something made of both: the less cached one.
-inline ECachingMode Combine(ECachingMode a, ECachingMode b)
-{
-    if (a == NoCache || b == NoCache)
-        return NoCache;
-    return a == WriteAround || b == WriteAround ? WriteAround : WriteThrough;
-}
-
 } // namespace KxGenApi

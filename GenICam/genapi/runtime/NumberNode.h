@@ -33,8 +33,7 @@ public:
     int64_t GetInc() override;
     int64_autovector_t GetListOfValidValues(bool bounded = true) override;
     ERepresentation GetRepresentation() override;
-    gcstring GetUnit() const override;
-    IFloat* GetFloatAlias() override;
+    gcstring GetUnit() override;
     void ImposeMin(int64_t Value) override;
     void ImposeMax(int64_t Value) override;
 
@@ -91,8 +90,6 @@ public:
     gcstring GetUnit() const override;
     EDisplayNotation GetDisplayNotation() const override;
     int64_t GetDisplayPrecision() const override;
-    IInteger* GetIntAlias() override;
-    IEnumeration* GetEnumAlias() override;
     void ImposeMin(double Value) override;
     void ImposeMax(double Value) override;
 

@@ -4,6 +4,8 @@
 #include "runtime/Change.h"
 
 #include <Base/GCException.h>
+#include <GenApi/PortImpl.h>
+#include <GenApi/PortStackedImpl.h>
 
 namespace KxGenApi
 {
@@ -45,26 +47,134 @@ void RegisterCache::Clear()
     m_size = 0;
 }
 
+PortNode::~PortNode()
+{
+    if (m_tell)
+        m_tell(nullptr);
+}
+
 void PortNode::Read(void* pBuffer, int64_t Address, int64_t Length)
 {
     const Call call(*this, "Read");
-    Connected(*this).Read(pBuffer, Address, Length);
+    ReadDevice(*this, pBuffer, Address, Length);
 }
 
 void PortNode::Write(const void* pBuffer, int64_t Address, int64_t Length)
 {
     Change change(*this, "Write");
-    Connected(*this).Write(pBuffer, Address, Length);
+    WriteDevice(*this, pBuffer, Address, Length);
     change.Invalidate(Index()); // it may have been any register
     change.Finish();
 }
 
 void PortNode::SetPortImpl(IPort* pPort)
 {
-    Change change(*this, "SetPortImpl");
-    m_port = pPort;
+    TellImpl tell;
+    if (const auto impl = dynamic_cast<CPortImpl*>(pPort))
+        tell = [impl](PortNode* node) { impl->SetPortImpl(node); };
+    Connect(pPort, dynamic_cast<IPortStacked*>(pPort), std::move(tell), "SetPortImpl");
+}
+
+void PortNode::SetPortImpl(IPortStacked* pPort)
+{
+    // What such a port is given is no stacked port: the node is the one to invalidate, not to write to.
+    TellImpl tell;
+    if (const auto impl = dynamic_cast<CPortStackedImpl*>(pPort))
+        tell = [impl](PortNode* node) { impl->Serve(node); };
+    Connect(pPort, pPort, std::move(tell), "SetPortImpl");
+}
+
+void PortNode::Connect(IPort* port, IPortStacked* stacked, TellImpl tell, const char* method)
+{
+    Change change(*this, method);
+    if (m_tell && m_port != port)
+        m_tell(nullptr);
+    m_port = port;
+    m_stacked = stacked;
+    m_tell = std::move(tell);
+    if (m_tell)
+        m_tell(this);
     change.Invalidate(Index());
     change.Finish();
+}
+
+void PortNode::Release(const IPort& port)
+{
+    Change change(*this, "Release"); // not finished, so that nothing fires
+    if (m_port != &port)
+        return;
+    m_port = nullptr;
+    m_stacked = nullptr;
+    m_tell = nullptr;
+    change.Invalidate(Index());
+}
+
+void PortNode::ReadDevice(const Node& user, void* buffer, int64_t address, int64_t length)
+{
+    FlushCollected(); // what is waiting may be what is asked for
+    Connected(user).Read(buffer, address, length);
+}
+
+void PortNode::WriteDevice(const Node& user, const void* buffer, int64_t address, int64_t length)
+{
+    IPort& port = Connected(user);
+    if (m_isCollecting && m_stacked != nullptr) {
+        const auto bytes = static_cast<const uint8_t*>(buffer);
+        m_collected.emplace_back(address, RegisterCache::Bytes(bytes, bytes + length));
+    } else {
+        port.Write(buffer, address, length);
+    }
+    if (m_recorder != nullptr)
+        m_recorder->Write(buffer, address, length);
+}
+
+void PortNode::FlushCollected()
+{
+    if (m_collected.empty())
+        return;
+    auto collected = std::exchange(m_collected, {});
+    std::vector<PORT_REGISTER_STACK_ENTRY> entries;
+    for (auto& [address, bytes] : collected)
+        entries.push_back({static_cast<uint64_t>(address), bytes.data(), bytes.size()});
+    if (m_stacked != nullptr)
+        m_stacked->Write(entries.data(), entries.size());
+}
+
+void PortNode::SendCollected()
+{
+    m_isCollecting = false;
+    FlushCollected();
+}
+
+void PortNode::Replay(IPortWriteList* pPortRecorder, bool Invalidate)
+{
+    if (pPortRecorder == nullptr)
+        return;
+    Change change(*this, "Replay");
+    pPortRecorder->Replay(&Connected(*this)); // not through the recording, which may be this very list
+    if (Invalidate)
+        change.Invalidate(Index());
+    change.Finish();
+}
+
+void PortNode::StartRecording(IPortWriteList* pPortRecorder)
+{
+    const Call call(*this, "StartRecording");
+    m_recorder = pPortRecorder;
+}
+
+void PortNode::StopRecording()
+{
+    const Call call(*this, "StopRecording");
+    m_recorder = nullptr;
+}
+
+gcstring PortNode::GetChunkID() const { return TextOf(Prop::ChunkID); }
+
+EYesNo PortNode::CacheChunkData() const
+{
+    const Property* const property = Find(Prop::CacheChunkData);
+    return property != nullptr && property->integer != 0 ? Yes : No;
 }
 
 EYesNo PortNode::GetSwapEndianess() { return SwapsEndianess() ? Yes : No; }

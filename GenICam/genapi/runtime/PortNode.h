@@ -5,9 +5,14 @@
 
 #include "runtime/Node.h"
 
+#include <GenApi/IChunkPort.h>
 #include <GenApi/IPortConstruct.h>
+#include <GenApi/IPortRecorder.h>
 
+#include <functional>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace KxGenApi
 {
@@ -49,10 +54,15 @@ private:
     size_t m_size = 0; // bytes held in all
 };
 
-class PortNode final : public Node, public IPortConstruct
+class PortNode final : public Node,
+                       public IPortConstruct,
+                       public IPortStackedConstruct,
+                       public IPortRecorder,
+                       public IChunkPort
 {
 public:
     using Node::Node;
+    ~PortNode() override;
 
     EInterfaceType GetPrincipalInterfaceType() const override { return intfIPort; }
     EAccessMode GetAccessMode() const override { return Node::GetAccessMode(); }
@@ -61,14 +71,32 @@ public:
     void Read(void* pBuffer, int64_t Address, int64_t Length) override;
     void Write(const void* pBuffer, int64_t Address, int64_t Length) override;
 
-    // IPortConstruct
+    // IPortConstruct, IPortStackedConstruct
     void SetPortImpl(IPort* pPort) override;
+    void SetPortImpl(IPortStacked* pPort) override;
     EYesNo GetSwapEndianess() override;
 
-    // for registers
-    IPort& Connected(const Node& user) const;
+    // IPortRecorder
+    void Replay(IPortWriteList* pPortRecorder, bool Invalidate = true) override;
+    void StartRecording(IPortWriteList* pPortRecorder) override;
+    void StopRecording() override;
+
+    // IChunkPort
+    gcstring GetChunkID() const override;
+    EYesNo CacheChunkData() const override;
+
+    // for registers; `user` is named in errors
+    void ReadDevice(const Node& user, void* buffer, int64_t address, int64_t length);
+    void WriteDevice(const Node& user, const void* buffer, int64_t address, int64_t length);
     RegisterCache& Cache() { return m_cache; }
     bool SwapsEndianess() const;
+
+    // for concatenated writes: what a stacked port is to write is kept, and sent in one call
+    void BeginCollecting() { m_isCollecting = m_stacked != nullptr; }
+    void SendCollected();
+
+    /// An implementation is gone; fires nothing.
+    void Release(const IPort& port);
 
     void Forget() override;
 
@@ -76,8 +104,20 @@ protected:
     EAccessMode OwnAccessMode() const override;
 
 private:
+    /// Tells an implementation of this library's base classes which node it serves.
+    using TellImpl = std::function<void(PortNode*)>;
+
+    void Connect(IPort* port, IPortStacked* stacked, TellImpl tell, const char* method);
+    IPort& Connected(const Node& user) const;
+    void FlushCollected();
+
     IPort* m_port = nullptr;
+    IPortStacked* m_stacked = nullptr; // the same one, if it takes many writes at once
+    TellImpl m_tell;
+    IPortWriteList* m_recorder = nullptr;
     RegisterCache m_cache;
+    bool m_isCollecting = false;
+    std::vector<std::pair<int64_t, RegisterCache::Bytes>> m_collected;
 };
 
 } // namespace KxGenApi

@@ -139,7 +139,7 @@ const std::vector<uint8_t>& RegisterAccess::Read(int64_t count, ReadOptions opti
             return m_uncached; // nothing is asked for
     }
     std::vector<uint8_t> bytes(static_cast<size_t>(count));
-    Port().Connected(m_owner).Read(bytes.data(), address, count);
+    Port().ReadDevice(m_owner, bytes.data(), address, count);
     if (cached && !options.ignoreCache && count == length)
         return cache.Store(address, std::move(bytes), map.Age());
     cache.Drop(address, length);
@@ -152,7 +152,7 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
     const int64_t length = CheckedLength();
     const int64_t address = Address();
     RegisterCache& cache = Port().Cache();
-    Port().Connected(m_owner).Write(bytes.data(), address, static_cast<int64_t>(bytes.size()));
+    Port().WriteDevice(m_owner, bytes.data(), address, static_cast<int64_t>(bytes.size()));
     m_shared = {address, length};
     const bool whole = static_cast<int64_t>(bytes.size()) == length;
     if (whole && m_owner.CachingMode() == WriteThrough)

@@ -62,14 +62,14 @@ void RegisterFace<Base>::Get(uint8_t* pBuffer, int64_t Length, bool, bool Ignore
 }
 
 template <class Base>
-int64_t RegisterFace<Base>::GetLength()
+int64_t RegisterFace<Base>::GetLength(bool)
 {
     const Call call(*this, "GetLength");
     return m_register.Length();
 }
 
 template <class Base>
-int64_t RegisterFace<Base>::GetAddress()
+int64_t RegisterFace<Base>::GetAddress(bool)
 {
     const Call call(*this, "GetAddress");
     return m_register.Address();

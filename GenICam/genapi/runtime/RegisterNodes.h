@@ -26,8 +26,8 @@ public:
     // IRegister
     void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) override;
     void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) override;
-    int64_t GetLength() override;
-    int64_t GetAddress() override;
+    int64_t GetLength(bool Verify = false) override;
+    int64_t GetAddress(bool Verify = false) override;
 
     void Forget() override
     {

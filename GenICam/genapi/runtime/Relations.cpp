@@ -196,6 +196,7 @@ std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex no
         AddReferences(description, node, kReads, set);
         break;
     case GenApi::ctWritingChildren:
+    case GenApi::ctValueChangingChildren:
         AddReferences(description, node, kWrites, set);
         break;
     case GenApi::ctInvalidatingChildren:

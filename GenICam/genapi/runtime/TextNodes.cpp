@@ -46,7 +46,7 @@ gcstring TextBase::GetValue(bool Verify, bool IgnoreCache)
     return ReadText({Verify, IgnoreCache});
 }
 
-int64_t TextBase::GetMaxLength()
+int64_t TextBase::GetMaxLength(bool)
 {
     const Call call(*this, "GetMaxLength");
     return MaxTextLength();

@@ -27,7 +27,7 @@ public:
     gcstring GetValue(bool Verify = false, bool IgnoreCache = false) override;
     gcstring operator()() override { return GetValue(); }
     gcstring operator*() override { return GetValue(); }
-    int64_t GetMaxLength() override;
+    int64_t GetMaxLength(bool Verify = false) override;
 
     // for other nodes
     gcstring ReadText(ReadOptions options) override;

@@ -13,7 +13,8 @@ namespace GenApi
 {
 
 CChunkAdapter::CChunkAdapter(INodeMap* pNodeMap, int64_t MaxChunkCacheSize)
-    : m_maxCacheSize(MaxChunkCacheSize)
+    : m_ppChunkPorts(&m_ports)
+    , m_maxCacheSize(MaxChunkCacheSize)
 {
     if (pNodeMap)
         CChunkAdapter::AttachNodeMap(pNodeMap);
@@ -34,10 +35,13 @@ void CChunkAdapter::AttachNodeMap(INodeMap* pNodeMap)
         if (node->GetPrincipalInterfaceType() == intfIPort && port->AttachPort(dynamic_cast<IPort*>(node)))
             m_slots.push_back({std::move(port), 0, false});
     }
+    for (const CSlot& slot : m_slots)
+        m_ports.push_back(slot.port.get());
 }
 
 void CChunkAdapter::DetachNodeMap()
 {
+    m_ports.clear();
     m_slots.clear();
     m_nodeMap = nullptr;
 }
@@ -47,20 +51,18 @@ uint64_t CChunkAdapter::ToNumber(const GenICam::gcstring& chunkId)
     const auto id = KxGenApi::NormalizeHexId(chunkId.c_str());
     const auto number = id ? KxGenApi::HexIdToNumber(*id) : std::nullopt;
     if (!number)
-        throw INVALID_ARGUMENT_EXCEPTION("Chunk ID '%s' is no hexadecimal number of up to 16 digits",
-                                         chunkId.c_str());
+        throw RUNTIME_EXCEPTION(
+            "Invalid chunk ID delivered: '%s' is no hexadecimal number of up to 16 digits", chunkId.c_str());
     return *number;
 }
 
 void CChunkAdapter::AttachChunks(uint8_t* pBuffer, const NextChunk& next,
                                  AttachStatistics_t* pAttachStatistics)
 {
-    if (!m_nodeMap)
-        throw LOGICAL_ERROR_EXCEPTION("A buffer can't be attached without a node map");
     AttachStatistics_t statistics{static_cast<int>(m_slots.size()), 0, 0};
     {
         // Readers see the old buffer or the new one, never some of each.
-        const AutoLock lock(m_nodeMap->GetLock());
+        const AutoLock lock(GetLock());
         for (CSlot& slot : m_slots)
             slot.id = ToNumber(slot.port->GetChunkID());
         ForgetChunks();
@@ -81,13 +83,25 @@ bool CChunkAdapter::AttachToPorts(uint8_t* pBuffer, const CChunk& chunk)
     auto slot = std::lower_bound(m_slots.begin(), m_slots.end(), chunk.id,
                                  [](const CSlot& l, uint64_t id) { return l.id < id; });
     for (; slot != m_slots.end() && slot->id == chunk.id && !slot->attached; ++slot) {
-        const bool fits = m_maxCacheSize < 0 || chunk.length <= m_maxCacheSize - m_cacheSize;
-        const bool keep = slot->port->CacheChunkData() && fits;
-        slot->port->AttachChunk(pBuffer, chunk.offset, chunk.length, keep);
-        m_cacheSize += keep ? chunk.length : 0;
+        AttachChunk(*slot->port, pBuffer, chunk);
         slot->attached = attached = true;
     }
     return attached;
+}
+
+void CChunkAdapter::AttachChunk(CChunkPort& port, uint8_t* pBuffer, const CChunk& chunk)
+{
+    const bool fits = m_maxCacheSize < 0 || chunk.length <= m_maxCacheSize - m_cacheSize;
+    const bool keep = port.CacheChunkData() && fits;
+    port.AttachChunk(pBuffer, chunk.offset, chunk.length, keep);
+    m_cacheSize += keep ? chunk.length : 0;
+}
+
+CLock& CChunkAdapter::GetLock() const
+{
+    if (!m_nodeMap)
+        throw LOGICAL_ERROR_EXCEPTION("A buffer can't be attached without a node map");
+    return m_nodeMap->GetLock();
 }
 
 void CChunkAdapter::ForgetChunks()

@@ -14,9 +14,8 @@ void CChunkAdapterGeneric::AttachList(uint8_t* pBuffer, int64_t bufferLength, co
                                       int64_t numChunks, ToId toId, AttachStatistics_t* pAttachStatistics)
 {
     if (!pBuffer || bufferLength < 0 || numChunks < 0 || (!chunks && numChunks > 0))
-        throw INVALID_ARGUMENT_EXCEPTION("A buffer of %lld bytes with %lld chunks needs both buffer and list",
-                                         static_cast<long long>(bufferLength),
-                                         static_cast<long long>(numChunks));
+        throw RUNTIME_EXCEPTION("A buffer of %lld bytes with %lld chunks needs both buffer and list",
+                                static_cast<long long>(bufferLength), static_cast<long long>(numChunks));
     for (int64_t i = 0; i < numChunks; ++i) {
         const int64_t offset = chunks[i].ChunkOffset;
         const size_t length = chunks[i].ChunkLength;
@@ -41,6 +40,24 @@ void CChunkAdapterGeneric::AttachList(uint8_t* pBuffer, int64_t bufferLength, co
     AttachChunks(pBuffer, next, pAttachStatistics);
 }
 
+namespace
+{
+// Where nobody tells the length, every chunk lies inside.
+constexpr int64_t kUnknownLength = INT64_MAX;
+} // namespace
+
+void CChunkAdapterGeneric::AttachBuffer(uint8_t* pBuffer, SingleChunkData_t* ChunkData, int64_t NumChunks,
+                                        AttachStatistics_t* pAttachStatistics)
+{
+    AttachBuffer(pBuffer, kUnknownLength, ChunkData, NumChunks, pAttachStatistics);
+}
+
+void CChunkAdapterGeneric::AttachBuffer(uint8_t* pBuffer, SingleChunkDataStr_t* ChunkData, int64_t NumChunks,
+                                        AttachStatistics_t* pAttachStatistics)
+{
+    AttachBuffer(pBuffer, kUnknownLength, ChunkData, NumChunks, pAttachStatistics);
+}
+
 void CChunkAdapterGeneric::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
                                         const SingleChunkData_t* ChunkData, int64_t NumChunks,
                                         AttachStatistics_t* pAttachStatistics)
@@ -61,10 +78,6 @@ void CChunkAdapterGeneric::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
 
 bool CChunkAdapterGeneric::CheckBufferLayout(uint8_t*, int64_t) { return false; }
 
-void CChunkAdapterGeneric::AttachBuffer(uint8_t*, int64_t BufferLength, AttachStatistics_t*)
-{
-    throw INVALID_ARGUMENT_EXCEPTION("A generic buffer of %lld bytes needs the list of its chunks",
-                                     static_cast<long long>(BufferLength));
-}
+void CChunkAdapterGeneric::AttachBuffer(uint8_t*, int64_t, AttachStatistics_t*) {}
 
 } // namespace GenApi

@@ -150,8 +150,25 @@ void CChunkPort::InvalidateNode()
 
 EAccessMode CChunkPort::GetAccessMode() const { return m_buffer || m_cached ? RW : NA; }
 
+CLock& CChunkPort::GetLock() const
+{
+    if (!m_node)
+        throw LOGICAL_ERROR_EXCEPTION("A chunk port without a node has no lock");
+    return m_node->GetNodeMap()->GetLock();
+}
+
 void CChunkPort::Read(void* pBuffer, int64_t Address, int64_t Length)
 {
+    if (Address == CHUNK_BASE_ADDRESS_REGISTER && Length == CHUNK_BASE_ADDRESS_REGISTER_LEN) {
+        const auto place = reinterpret_cast<uint64_t>(At(0, 0));
+        std::memcpy(pBuffer, &place, sizeof place);
+        return;
+    }
+    if (Address == CHUNK_LENGTH_REGISTER && Length == CHUNK_LENGTH_REGISTER_LEN) {
+        At(0, 0); // raises without a chunk
+        std::memcpy(pBuffer, &m_length, sizeof m_length);
+        return;
+    }
     const uint8_t* const bytes = At(Address, Length);
     if (Length != 0)
         std::memcpy(pBuffer, bytes, static_cast<size_t>(Length));

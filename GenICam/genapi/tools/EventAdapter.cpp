@@ -5,6 +5,7 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/Synch.h>
 
+#include <memory>
 #include <unordered_set>
 
 namespace GenApi
@@ -24,12 +25,13 @@ void AddDependents(INode* port, std::unordered_set<INode*>& dependents)
 } // namespace
 
 CEventAdapter::CEventAdapter(INodeMap* pNodeMap)
+    : m_ppEventPorts(&m_ports)
 {
     if (pNodeMap)
         CEventAdapter::AttachNodeMap(pNodeMap);
 }
 
-CEventAdapter::~CEventAdapter() = default;
+CEventAdapter::~CEventAdapter() { CEventAdapter::DetachNodeMap(); }
 
 void CEventAdapter::AttachNodeMap(INodeMap* pNodeMap)
 {
@@ -49,21 +51,26 @@ void CEventAdapter::AttachNodeMap(INodeMap* pNodeMap)
             continue;
         auto port = std::make_unique<CEventPort>();
         if (port->AttachNode(node))
-            m_ports.push_back(std::move(port));
+            m_ports.push_back(port.release());
     }
 }
 
-void CEventAdapter::DetachNodeMap() { m_ports.clear(); }
+void CEventAdapter::DetachNodeMap()
+{
+    for (CEventPort* const port : m_ports)
+        delete port;
+    m_ports.clear();
+}
 
 template <class Id>
 void CEventAdapter::DeliverTo(const Id& id, const uint8_t* data, size_t length)
 {
     // All ports have the data before the first callback runs, which may read any of them.
-    for (const auto& port : m_ports) {
+    for (CEventPort* const port : m_ports) {
         if (port->CheckEventID(id))
             port->AttachEvent(data, static_cast<int64_t>(length));
     }
-    for (const auto& port : m_ports) {
+    for (CEventPort* const port : m_ports) {
         if (port->CheckEventID(id))
             port->InvalidateNode();
     }

@@ -9,11 +9,10 @@ namespace
 {
 using Bytes = KxGenApi::BigEndianBytes;
 
-constexpr uint8_t kMagic = 0x42;
 constexpr uint8_t kExtendedIds = 0x10;
 
 static_assert(sizeof(GVCP_REQUEST_HEADER) == 8 && sizeof(GVCP_EVENT_ITEM) == 16);
-static_assert(sizeof(GVCP_EVENT_ITEM_EXTENDED_ID) == 24);
+static_assert(sizeof(GVCP_EVENT_ITEM_EXTENDED_ID) == 24 && sizeof(GVCP_EVENTDATA_REQUEST_EXTENDED_ID) == 36);
 
 uint32_t LengthOf(const GVCP_REQUEST_HEADER& header)
 {
@@ -34,8 +33,8 @@ void CEventAdapterGEV::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
                                 kHead);
     const uint16_t command = Bytes::Get<uint16_t>(msg + 2);
     const size_t length = Bytes::Get<uint16_t>(msg + 4);
-    if (msg[0] != kMagic)
-        throw RUNTIME_EXCEPTION("Event message: begins with 0x%02x instead of 0x%02x", msg[0], kMagic);
+    if (msg[0] != COMMAND_MAGIC)
+        throw RUNTIME_EXCEPTION("Event message: begins with 0x%02x instead of 0x%02x", msg[0], COMMAND_MAGIC);
     if (length > numBytes - kHead)
         throw RUNTIME_EXCEPTION("Event message: length %zu exceeds the %zu bytes behind the head", length,
                                 numBytes - kHead);
@@ -59,15 +58,24 @@ void CEventAdapterGEV::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
         DeliverEvent(uint64_t(Bytes::Get<uint16_t>(payload + pos + 2)), payload + pos, itemSize);
 }
 
-void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENT_REQUEST* pEvent)
+void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENT_REQUEST* pMessage)
 {
-    DeliverMessage(reinterpret_cast<const uint8_t*>(pEvent), pEvent ? LengthOf(pEvent->Header) : 0);
+    DeliverMessage(reinterpret_cast<const uint8_t*>(pMessage), pMessage ? LengthOf(pMessage->Header) : 0);
 }
 
-void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENTDATA_REQUEST* pEventData)
+void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENTDATA_REQUEST* pMessage)
 {
-    DeliverMessage(reinterpret_cast<const uint8_t*>(pEventData),
-                   pEventData ? LengthOf(pEventData->Header) : 0);
+    DeliverMessage(reinterpret_cast<const uint8_t*>(pMessage), pMessage ? LengthOf(pMessage->Header) : 0);
+}
+
+void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENT_REQUEST_EXTENDED_ID* pMessage)
+{
+    DeliverMessage(reinterpret_cast<const uint8_t*>(pMessage), pMessage ? LengthOf(pMessage->Header) : 0);
+}
+
+void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENTDATA_REQUEST_EXTENDED_ID* pMessage)
+{
+    DeliverMessage(reinterpret_cast<const uint8_t*>(pMessage), pMessage ? LengthOf(pMessage->Header) : 0);
 }
 
 } // namespace GenApi

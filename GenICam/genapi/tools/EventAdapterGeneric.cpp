@@ -16,7 +16,7 @@ void CEventAdapterGeneric::DeliverMessage(const uint8_t msg[], uint32_t numBytes
 {
     const auto id = KxGenApi::NormalizeHexId(EventID.c_str());
     if (!id)
-        throw INVALID_ARGUMENT_EXCEPTION("Event ID '%s' is no hexadecimal number", EventID.c_str());
+        throw RUNTIME_EXCEPTION("Event ID '%s' is no hexadecimal number", EventID.c_str());
     DeliverEvent(GenICam::gcstring(*id), msg, numBytes);
 }
 
@@ -25,10 +25,6 @@ void CEventAdapterGeneric::DeliverMessage(const uint8_t msg[], uint32_t numBytes
     DeliverEvent(EventID, msg, numBytes);
 }
 
-void CEventAdapterGeneric::DeliverMessage(const uint8_t[], uint32_t numBytes)
-{
-    throw INVALID_ARGUMENT_EXCEPTION("A generic event message of %u bytes needs an event ID beside it",
-                                     numBytes);
-}
+void CEventAdapterGeneric::DeliverMessage(const uint8_t[], uint32_t) {}
 
 } // namespace GenApi

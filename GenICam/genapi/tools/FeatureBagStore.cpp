@@ -8,6 +8,7 @@
 #include <GenApi/IInteger.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
+#include <GenApi/ISelector.h>
 #include <GenApi/IValue.h>
 #include <GenApi/Persistence.h>
 #include <GenApi/SelectorSet.h>

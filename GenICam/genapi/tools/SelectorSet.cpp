@@ -3,6 +3,7 @@
 
 #include <Base/GCException.h>
 #include <GenApi/INode.h>
+#include <GenApi/ISelector.h>
 #include <GenApi/IValue.h>
 #include <GenApi/SelectorSet.h>
 
@@ -38,12 +39,12 @@ private:
         for (auto it = direct.rbegin(); it != direct.rend(); ++it) {
             IValue* const selector = *it;
             INode* const node = selector ? selector->GetNode() : nullptr;
-            if (!node || static_cast<ISelector*>(node) == &m_feature || !m_seen.insert(node).second)
+            if (!node || dynamic_cast<ISelector*>(node) == &m_feature || !m_seen.insert(node).second)
                 continue;
             if (m_seen.size() > kMaxSelectors)
                 throw RUNTIME_EXCEPTION("Selector '%s' belongs to a feature with more than %zu selectors",
                                         node->GetName().c_str(), kMaxSelectors);
-            AddSelectorsOf(*node);
+            AddSelectorsOf(dynamic_cast<ISelector&>(*node));
             m_ordered.push_back(selector);
         }
     }

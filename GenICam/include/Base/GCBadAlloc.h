@@ -19,8 +19,8 @@ struct CBadAllocGuard
 {
     /// @param path,line the caller's, which leaves them out.
     template <class Function>
-    decltype(auto) operator()(Function&& function, const char* path = __builtin_FILE(),
-                              int line = __builtin_LINE()) const
+    auto operator()(Function&& function, const char* path = __builtin_FILE(),
+                    int line = __builtin_LINE()) const -> decltype(std::forward<Function>(function)())
     {
         try {
             return std::forward<Function>(function)();
@@ -33,12 +33,14 @@ private:
     // Takes no memory for the name.
     [[noreturn]] static void Raise(const std::bad_alloc& e, const char* path, int line)
     {
+#if __cplusplus >= 201703L
         const Detail::CSourceFileName<Detail::kMaxDescription> name{std::string_view(path)};
-        throw ExceptionReporter<BadAllocException>(name.Get(), line, "BadAllocException")
-            .Report("%s", e.what());
+        path = name.Get();
+#endif
+        throw ExceptionReporter<BadAllocException>(path, line, "BadAllocException").Report("%s", e.what());
     }
 };
 
 /// The function object to call: `GuardBadAlloc([&] { ... })`.
-inline constexpr CBadAllocGuard GuardBadAlloc{};
+constexpr CBadAllocGuard GuardBadAlloc{};
 } // namespace GenICam

@@ -4,7 +4,10 @@
 /// \file
 /// All of the base library: texts, exceptions, locks, helpers.
 
+#include <Base/GCArray.h>
 #include <Base/GCBadAlloc.h>
+#include <Base/GCCompatibility.h>
+#include <Base/GCError.h>
 #include <Base/GCException.h>
 #include <Base/GCLinkage.h>
 #include <Base/GCNamespace.h>

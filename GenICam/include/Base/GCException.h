@@ -11,6 +11,8 @@
 #include <Base/GCTypes.h>
 
 #include <memory>
+#include <sstream>
+#include <string>
 #include <type_traits>
 
 namespace GenICam
@@ -20,8 +22,9 @@ class GCBASE_RTTI_CLASS_API GenericException
 {
 public:
     /// All texts are copied. Should the memory for that be missing, the exception tells of it instead.
+    GenericException(const char* description, const char* sourceFileName, int sourceLine) noexcept;
     GenericException(const char* description, const char* sourceFileName, int sourceLine,
-                     const char* exceptionType = "GenericException") noexcept;
+                     const char* exceptionType) noexcept;
     /// As above, thrown out of the call `entryPoint` ("Gain.SetValue()") of the node or object
     /// `errorContext`.
     GenericException(const char* description, const char* sourceFileName, int sourceLine,
@@ -46,8 +49,9 @@ private:
     class GCBASE_RTTI_CLASS_API Name : public Base                                                           \
     {                                                                                                        \
     public:                                                                                                  \
+        Name(const char* description, const char* sourceFileName, int sourceLine) noexcept;                  \
         Name(const char* description, const char* sourceFileName, int sourceLine,                            \
-             const char* exceptionType = #Name) noexcept;                                                    \
+             const char* exceptionType) noexcept;                                                            \
         Name(const char* description, const char* sourceFileName, int sourceLine, const char* entryPoint,    \
              const char* errorContext, const char* exceptionType) noexcept;                                  \
         Name(const Name&) noexcept = default;                                                                \
@@ -79,16 +83,20 @@ KXGC_DECLARE_EXCEPTION(DynamicCastException, GenericException);
 namespace Detail
 {
 /// Longest description that a reporter formats, the closing NUL counted; longer ones are cut.
-inline constexpr size_t kMaxDescription = 256;
+constexpr size_t kMaxDescription = 256;
+
+/// Writes the formatted text into `buffer` of kMaxDescription bytes.
+__attribute__((format(printf, 2, 0))) GCBASE_API void FormatDescription(char* buffer, const char* format,
+                                                                        __builtin_va_list arguments) noexcept;
 } // namespace Detail
 
-/// Makes exceptions of class E with a formatted description. The texts given must outlive the reporter.
+/// Makes exceptions of class E, for the caller to throw. The texts given must outlive the reporter.
 template <class E>
 class ExceptionReporter
 {
 public:
     /// `entryPoint` and `errorContext` name the call and the node, where there are such.
-    ExceptionReporter(const char* sourceFileName, int sourceLine, const char* exceptionType,
+    ExceptionReporter(const char* sourceFileName, int sourceLine, const char* exceptionType = nullptr,
                       const char* entryPoint = nullptr, const char* errorContext = nullptr) noexcept
         : m_sourceFileName(sourceFileName)
         , m_sourceLine(sourceLine)
@@ -97,23 +105,49 @@ public:
         , m_errorContext(errorContext)
     {}
 
-    /// Formats as printf does, at most 256 bytes, and returns the exception for the caller to throw.
+    /// Formats as printf does, at most 256 bytes.
     __attribute__((format(printf, 2, 3))) E Report(const char* format, ...) const;
+    /// Without a description, or with one that is taken as it is.
+    E Report() const { return Make(""); }
+    E Report(const std::string& description) const { return Make(description.c_str()); }
+    E Report(const std::stringstream& description) const { return Make(description.str().c_str()); }
 
 private:
+    typedef std::is_constructible<E, const char*, const char*, int, const char*, const char*, const char*>
+        KnowsNodes;
+
+    E Make(const char* description) const { return Make(description, KnowsNodes()); }
+    E Make(const char* description, std::true_type) const
+    {
+        if (m_entryPoint || m_errorContext)
+            return E(description, m_sourceFileName, m_sourceLine, m_entryPoint, m_errorContext,
+                     m_exceptionType);
+        return Make(description, std::false_type());
+    }
+    // Exception classes outside the family's core need not know of calls and nodes, nor do without a type.
+    E Make(const char* description, std::false_type) const
+    {
+        return m_exceptionType ? E(description, m_sourceFileName, m_sourceLine, m_exceptionType)
+                               : MakePlain<E>(description, 0);
+    }
+    template <class Plain>
+    auto MakePlain(const char* description, int) const
+        -> decltype(Plain(description, static_cast<const char*>(nullptr), 0))
+    {
+        return Plain(description, m_sourceFileName, m_sourceLine);
+    }
+    template <class Plain>
+    Plain MakePlain(const char* description, long) const
+    {
+        return Plain(description, m_sourceFileName, m_sourceLine, "");
+    }
+
     const char* m_sourceFileName;
     int m_sourceLine;
     const char* m_exceptionType;
     const char* m_entryPoint;
     const char* m_errorContext;
 };
-
-namespace Detail
-{
-/// Writes the formatted text into `buffer` of kMaxDescription bytes.
-__attribute__((format(printf, 2, 0))) GCBASE_API void FormatDescription(char* buffer, const char* format,
-                                                                        __builtin_va_list arguments) noexcept;
-} // namespace Detail
 
 template <class E>
 E ExceptionReporter<E>::Report(const char* format, ...) const
@@ -123,17 +157,27 @@ E ExceptionReporter<E>::Report(const char* format, ...) const
     __builtin_va_start(arguments, format);
     Detail::FormatDescription(description, format, arguments);
     __builtin_va_end(arguments);
-    // Exception classes outside the family's core need not know of calls and nodes.
-    if constexpr (std::is_constructible_v<E, const char*, const char*, int, const char*, const char*,
-                                          const char*>)
-    {
-        if (m_entryPoint || m_errorContext)
-            return E(description, m_sourceFileName, m_sourceLine, m_entryPoint, m_errorContext,
-                     m_exceptionType);
-    }
-    return E(description, m_sourceFileName, m_sourceLine, m_exceptionType);
+    return Make(description);
 }
 } // namespace GenICam
+
+/// Declares an exception class of a program's own.
+#define DECLARE_EXCEPTION(name)                                                                              \
+    class name : public ::GenICam::GenericException                                                          \
+    {                                                                                                        \
+    public:                                                                                                  \
+        name(const char* description, const char* sourceFileName, int sourceLine)                            \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine)                             \
+        {}                                                                                                   \
+        name(const char* description, const char* sourceFileName, int sourceLine, const char* exceptionType) \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine, exceptionType)              \
+        {}                                                                                                   \
+        name(const char* description, const char* sourceFileName, int sourceLine, const char* entryPoint,    \
+             const char* errorContext, const char* exceptionType)                                            \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine, entryPoint, errorContext,   \
+                                          exceptionType)                                                     \
+        {}                                                                                                   \
+    }
 
 /// A reporter for the place where this stands; `Class` is an exception class of namespace GenICam.
 #define KXGC_REPORTER(Class)                                                                                 \
@@ -142,7 +186,8 @@ E ExceptionReporter<E>::Report(const char* format, ...) const
 #define KXGC_NODE_REPORTER(Class, entryPoint, node)                                                          \
     ::GenICam::ExceptionReporter<::GenICam::Class>(KXGC_SOURCE_FILE, __LINE__, #Class, entryPoint, node)
 
-#define GENERIC_EXCEPTION KXGC_REPORTER(GenericException).Report
+#define GENERIC_EXCEPTION                                                                                    \
+    ::GenICam::ExceptionReporter<::GenICam::GenericException>(KXGC_SOURCE_FILE, __LINE__).Report
 #define BAD_ALLOC_EXCEPTION KXGC_REPORTER(BadAllocException).Report
 #define INVALID_ARGUMENT_EXCEPTION KXGC_REPORTER(InvalidArgumentException).Report
 #define OUT_OF_RANGE_EXCEPTION KXGC_REPORTER(OutOfRangeException).Report
@@ -188,3 +233,10 @@ GCBASE_API void CheckRange(double value, double min, double max, const char* fil
     ::GenICam::Detail::CheckRange(value, min, max, inc, KXGC_SOURCE_FILE, __LINE__)
 #define CHECK_RANGE_FLT(value, min, max)                                                                     \
     ::GenICam::Detail::CheckRange(value, min, max, KXGC_SOURCE_FILE, __LINE__)
+
+/// Raises LogicalErrorException when a cast has found no interface.
+#define CHECK_DYNAMIC_CAST_POINTER(pointer)                                                                  \
+    do {                                                                                                     \
+        if ((pointer) == nullptr)                                                                            \
+            throw LOGICAL_ERROR_EXCEPTION("%s has not the wanted interface", #pointer);                      \
+    } while (false)

@@ -4,6 +4,13 @@
 /// \file
 /// Short name of a source file, as exceptions tell it: library folder and stem, such as "GenICam/NodeMap".
 
+#if __cplusplus < 201703L
+
+/// Older dialects can't shorten a name at compile time.
+#define KXGC_SOURCE_FILE __FILE__
+
+#else
+
 #include <cstddef>
 #include <string_view>
 
@@ -83,3 +90,5 @@ private:
         static constexpr ::GenICam::Detail::CSourceFileName kName(__FILE__);                                 \
         return kName.Get();                                                                                  \
     }())
+
+#endif

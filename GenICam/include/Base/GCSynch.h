@@ -71,11 +71,15 @@ private:
     size_t m_depth = 0; // touched by the owner only
 };
 
+/// The same; elsewhere the lock of the operating system's own kind.
+class CLockEx : public CLock
+{};
+
 /// Holds a lock as long as it lives.
 class KXGC_SCOPED_CAPABILITY AutoLock
 {
 public:
-    explicit AutoLock(CLock& lock) KXGC_ACQUIRE(lock)
+    AutoLock(CLock& lock) KXGC_ACQUIRE(lock)
         : m_lock(lock)
     {
         m_lock.Lock();
@@ -86,6 +90,41 @@ public:
 
 private:
     CLock& m_lock;
+};
+
+/// An object that brings its lock along: `LockableObject<T>::Lock guard(object);` holds it.
+template <class Object>
+class LockableObject : public Object
+{
+public:
+    class Lock
+    {
+    public:
+        Lock(const LockableObject<Object>& object) KXGC_NO_THREAD_SAFETY_ANALYSIS // the lock is within it
+            : m_lock(&object.m_Lock)
+        {
+            m_lock->Lock();
+        }
+        Lock(Lock&& other) noexcept
+            : m_lock(other.m_lock)
+        {
+            other.m_lock = nullptr;
+        }
+        Lock(const Lock&) = delete;
+        Lock& operator=(const Lock&) = delete;
+        ~Lock() KXGC_NO_THREAD_SAFETY_ANALYSIS
+        {
+            if (m_lock)
+                m_lock->Unlock();
+        }
+
+    private:
+        CLock* m_lock; // null once another guard has taken over
+    };
+
+    Lock GetLock() const { return Lock(*this); }
+
+    mutable CLock m_Lock;
 };
 
 /// A lock by name, shared by all processes of the machine and, as long as they run, freed when one of them

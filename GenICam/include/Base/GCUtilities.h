@@ -9,23 +9,48 @@
 #include <Base/GCString.h>
 #include <Base/GCStringVector.h>
 
-#include <limits>
 #include <type_traits>
+
+/// Number of elements of an array.
+#define GC_COUNTOF(array) (sizeof(array) / sizeof((array)[0]))
+
+#if defined(__x86_64__)
+#define PLATFORM_NAME "Linux64_x64"
+#elif defined(__aarch64__)
+#define PLATFORM_NAME "Linux64_ARM"
+#else
+#define PLATFORM_NAME "Linux32_i86"
+#endif
+
+#define GENICAM_GCC_VERSION (__GNUC__ * 10000 + __GNUC_MINOR__ * 100 + __GNUC_PATCHLEVEL__)
+#define USE_TEMP_CACHE_FILE 1
+
+/// A place in the source as text, for messages of the compiler.
+#ifndef _TO_STRING
+#define _TO_STRING(x) #x
+#endif
+#define EXPAND_TO_STRINGISE(x) _TO_STRING(x)
+#define __LINE_STR__ EXPAND_TO_STRINGISE(__LINE__)
+#define __LOCATION__ __FILE__ "(" __LINE_STR__ ")"
+#define __OUTPUT_FORMATER__(type) __LOCATION__ " : " type " : "
+#define __WARN__ __OUTPUT_FORMATER__("WARNING")
+#define __ERR__ __OUTPUT_FORMATER__("ERROR")
+#define __TODO__ __OUTPUT_FORMATER__("TBD")
 
 namespace GenICam
 {
-/// Converts between integer types; raises OutOfRangeException when `value` doesn't fit.
+/// Converts between integer types; raises RuntimeException when `value` doesn't fit.
 template <typename To, typename From>
 To INTEGRAL_CAST(From value)
 {
-    static_assert(std::is_integral_v<To> && std::is_integral_v<From>, "integers only");
+    static_assert(std::is_integral<To>::value && std::is_integral<From>::value, "integers only");
     const To result = static_cast<To>(value);
     if (static_cast<From>(result) != value || (result < To(0)) != (value < From(0))) {
-        if (value < From(0))
-            throw OUT_OF_RANGE_EXCEPTION("%lld doesn't fit into an integer of %zu bits",
-                                         static_cast<long long>(value), sizeof(To) * 8);
-        throw OUT_OF_RANGE_EXCEPTION("%llu doesn't fit into an integer of %zu bits",
-                                     static_cast<unsigned long long>(value), sizeof(To) * 8);
+        const bool negative = value < From(0);
+        throw RUNTIME_EXCEPTION(
+            "INTEGRAL_CAST failed: %s%llu doesn't fit into an integer of %zu bits", negative ? "-" : "",
+            negative ? 0ULL - static_cast<unsigned long long>(value) : static_cast<unsigned long long>(value),
+            sizeof(To) * 8);
     }
     return result;
 }
@@ -56,6 +81,15 @@ GCBASE_API void ReplaceEnvironmentVariables(gcstring& text, bool replaceBlankBy2
 GCBASE_API gcstring GetGenICamCacheFolder();
 GCBASE_API gcstring GetGenICamLogConfig();
 GCBASE_API gcstring GetGenICamCLProtocolFolder();
+/// Folder for cached descriptions; false when there is none.
+GCBASE_API bool GetCacheFileDirectory(gcstring& directory);
+/// The files in a folder that could be cached descriptions. Nothing is cached in files here.
+GCBASE_API void GetCandidateCacheFilePaths(gcstring_vector& paths, const gcstring& directory);
+/// Whether a path is short enough for the file system, and whether it ends like a description.
+GCBASE_API bool HasValidLength(const gcstring& path);
+GCBASE_API bool HasValidExtension(const gcstring& path);
+/// Text of the operating system's last error in this thread.
+GCBASE_API void GetLastErrorMessage(gcstring& message);
 GCBASE_API void SetGenICamCacheFolder(const gcstring& path);
 GCBASE_API void SetGenICamLogConfig(const gcstring& path);
 GCBASE_API void SetGenICamCLProtocolFolder(const gcstring& path);

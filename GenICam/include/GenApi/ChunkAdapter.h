@@ -13,10 +13,8 @@
 namespace GenApi
 {
 
-struct INodeMap;
-
 /// What AttachBuffer found.
-typedef struct
+typedef struct AttachStatistics_t
 {
     int NumChunkPorts;     ///< ports with a chunk ID in the node map
     int NumChunks;         ///< chunks in the buffer
@@ -46,7 +44,7 @@ public:
     /// become NA. Of several chunks with one ID the last one counts. Raises RuntimeException, and shows
     /// nothing, for a buffer that breaks the form, LogicalErrorException without a node map.
     virtual void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                              AttachStatistics_t* pAttachStatistics = nullptr) = 0;
+                              AttachStatistics_t* pAttachStatistics = NULL) = 0;
 
     /// Lets go of the buffer. Chunks that the description wants to be kept stay, all others become NA.
     virtual void DetachBuffer();
@@ -60,7 +58,7 @@ public:
 
 protected:
     /// @param MaxChunkCacheSize bytes of one buffer that may be kept beyond it; negative is no limit.
-    explicit CChunkAdapter(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
+    explicit CChunkAdapter(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
 
     /// Place of a chunk in its buffer.
     struct CChunk
@@ -76,8 +74,19 @@ protected:
     void AttachChunks(uint8_t* pBuffer, const NextChunk& next, AttachStatistics_t* pAttachStatistics);
     /// Lets go of the present buffer and of the chunks that were kept, because the next one can't be shown.
     void RefuseBuffer();
-    /// Numeric form of a chunk ID in hexadecimal digits; InvalidArgumentException if it is none or too long.
+    /// Numeric form of a chunk ID in hexadecimal digits; RuntimeException if it is none or too long.
     static uint64_t ToNumber(const GenICam::gcstring& chunkId);
+
+    /// Keeps or drops the copies of a chunk's port as the description and the limit of the cache want it.
+    void AttachChunk(CChunkPort& port, uint8_t* pBuffer, const CChunk& chunk);
+    /// The lock of the node map; LogicalErrorException without one.
+    CLock& GetLock() const;
+    /// Forgets all chunks, with the lock held; fires the callbacks of all ports.
+    void ForgetChunks();
+    void InvalidatePorts();
+
+    /// The ports that serve a node, owned; programs that attach in their own way walk them.
+    std::vector<CChunkPort*>* m_ppChunkPorts;
 
 private:
     struct CSlot
@@ -87,14 +96,13 @@ private:
         bool attached; // by the present buffer
     };
 
-    void ForgetChunks();
     bool AttachToPorts(uint8_t* pBuffer, const CChunk& chunk);
-    void InvalidatePorts();
 
     INodeMap* m_nodeMap = nullptr;
     int64_t m_maxCacheSize;
     int64_t m_cacheSize = 0;    // bytes kept of the present buffer
     std::vector<CSlot> m_slots; // sorted by id while a buffer is being attached
+    std::vector<CChunkPort*> m_ports;
 };
 
 } // namespace GenApi

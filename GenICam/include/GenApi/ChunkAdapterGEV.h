@@ -7,16 +7,25 @@
 namespace GenApi
 {
 
+#pragma pack(push, 1)
+/// What follows the data of a chunk; most significant byte first.
+typedef struct GVCP_CHUNK_TRAILER
+{
+    uint32_t ChunkID;
+    uint32_t ChunkLength;
+} GVCP_CHUNK_TRAILER;
+#pragma pack(pop)
+
 /// Buffers made of chunks, each followed by its ID and the length of its data, 4 bytes each with the most
 /// significant byte first.
 class GENAPI_DECL CChunkAdapterGEV : public CChunkAdapter
 {
 public:
-    explicit CChunkAdapterGEV(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
+    CChunkAdapterGEV(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
 
     bool CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) override;
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                      AttachStatistics_t* pAttachStatistics = nullptr) override;
+                      AttachStatistics_t* pAttachStatistics = NULL) override;
 };
 
 } // namespace GenApi

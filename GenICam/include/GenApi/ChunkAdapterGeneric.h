@@ -11,7 +11,8 @@ namespace GenApi
 {
 
 /// Place of a chunk in its buffer; layout as in the GenTL interface.
-typedef struct
+#pragma pack(push, 1)
+typedef struct SingleChunkData_t
 {
     uint64_t ChunkID;
     ptrdiff_t ChunkOffset;
@@ -19,32 +20,38 @@ typedef struct
 } SingleChunkData_t;
 
 /// The same with the ID in hexadecimal digits.
-typedef struct
+typedef struct SingleChunkDataStr_t
 {
     GenICam::gcstring ChunkID;
     ptrdiff_t ChunkOffset;
     size_t ChunkLength;
 } SingleChunkDataStr_t;
+#pragma pack(pop)
 
 /// Buffers that come with a list of their chunks.
 class GENAPI_DECL CChunkAdapterGeneric : public CChunkAdapter
 {
 public:
-    explicit CChunkAdapterGeneric(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
+    CChunkAdapterGeneric(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
 
-    /// Shows the chunks of a list. Raises RuntimeException, and shows nothing, if one lies outside the
-    /// buffer.
+    /// Shows the chunks of a list. RuntimeException for no buffer or list, or for a text that is no ID of up
+    /// to 16 hexadecimal digits. The length of the buffer isn't known here: the list is believed.
+    virtual void AttachBuffer(uint8_t* pBuffer, SingleChunkData_t* ChunkData, int64_t NumChunks,
+                              AttachStatistics_t* pAttachStatistics = NULL);
+    virtual void AttachBuffer(uint8_t* pBuffer, SingleChunkDataStr_t* ChunkData, int64_t NumChunks,
+                              AttachStatistics_t* pAttachStatistics = NULL);
+
+    /// The same for a buffer of known length: RuntimeException, and nothing shown, if a chunk lies outside.
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength, const SingleChunkData_t* ChunkData,
-                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = nullptr);
-    /// The same; InvalidArgumentException for an ID that is no hexadecimal number of up to 16 digits.
+                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = NULL);
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength, const SingleChunkDataStr_t* ChunkData,
-                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = nullptr);
+                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = NULL);
 
     /// False: without its list no buffer has a layout.
     bool CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) override;
-    /// Raises InvalidArgumentException: the list is needed.
+    /// Does nothing: the list is needed.
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                      AttachStatistics_t* pAttachStatistics = nullptr) override;
+                      AttachStatistics_t* pAttachStatistics = NULL) override;
 
 private:
     template <class Chunk, class ToId>

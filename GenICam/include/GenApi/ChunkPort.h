@@ -3,15 +3,15 @@
 #pragma once
 
 #include <Base/GCString.h>
+#include <GenApi/IChunkPort.h>
 #include <GenApi/PortImpl.h>
+#include <GenApi/Synch.h>
 
 #include <string>
 #include <vector>
 
 namespace GenApi
 {
-
-struct INode;
 
 /// Stands behind a port node with a ChunkID and serves the bytes of that chunk, in the buffer itself or from
 /// a copy. The buffer must live as long as it is attached. The node map must outlive the port, or DetachPort
@@ -21,10 +21,12 @@ class GENAPI_DECL CChunkPort : public CPortImpl
 {
 public:
     /// @param pPort as for AttachPort.
-    explicit CChunkPort(IPort* pPort = nullptr);
+    CChunkPort(IPort* pPort = NULL);
     CChunkPort(const CChunkPort&) = delete;
     CChunkPort& operator=(const CChunkPort&) = delete;
     ~CChunkPort() override;
+
+    EInterfaceType GetPrincipalInterfaceType() const { return intfIPort; }
 
     /// Takes over a port node; false if it is null, no port node, or without ChunkID and pChunkID.
     bool AttachPort(IPort* pPort);
@@ -57,11 +59,15 @@ public:
     /// Invalidates the node, which fires its callbacks and those of all that depends on it.
     void InvalidateNode();
 
-    /// RW while there is a chunk, else NA.
+    /// RW while there is a chunk, else NA. The registers of IChunkPort.h tell where it is.
     EAccessMode GetAccessMode() const override;
     /// Both raise AccessException without a chunk, OutOfRangeException outside it.
     void Read(void* pBuffer, int64_t Address, int64_t Length) override;
     void Write(const void* pBuffer, int64_t Address, int64_t Length) override;
+
+protected:
+    /// The lock of the node map; LogicalErrorException without a node.
+    CLock& GetLock() const;
 
 private:
     uint8_t* At(int64_t address, int64_t length);

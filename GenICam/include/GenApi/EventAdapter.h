@@ -6,13 +6,10 @@
 #include <GenApi/GenApiLinkage.h>
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace GenApi
 {
-
-struct INodeMap;
 
 /// Puts event messages into the ports of the node map that have the event's ID, then fires the callbacks,
 /// each node's once per event. The node map must outlive the adapter, or DetachNodeMap be called before.
@@ -21,6 +18,7 @@ struct INodeMap;
 class GENAPI_DECL CEventAdapter
 {
 public:
+    CEventAdapter(INodeMap* pNodeMap = NULL);
     CEventAdapter(const CEventAdapter&) = delete;
     CEventAdapter& operator=(const CEventAdapter&) = delete;
     virtual ~CEventAdapter();
@@ -35,17 +33,18 @@ public:
     virtual void DeliverMessage(const uint8_t msg[], uint32_t numBytes) = 0;
 
 protected:
-    explicit CEventAdapter(INodeMap* pNodeMap = nullptr);
-
     /// Delivers one event; `data` begins at address 0 of the port.
     void DeliverEvent(uint64_t id, const uint8_t* data, size_t length);
     void DeliverEvent(const GenICam::gcstring& id, const uint8_t* data, size_t length);
+
+    /// The ports that serve a node, owned; programs that deliver in their own way walk them.
+    std::vector<CEventPort*>* m_ppEventPorts;
 
 private:
     template <class Id>
     void DeliverTo(const Id& id, const uint8_t* data, size_t length);
 
-    std::vector<std::unique_ptr<CEventPort>> m_ports;
+    std::vector<CEventPort*> m_ports;
 };
 
 } // namespace GenApi

@@ -7,9 +7,15 @@
 namespace GenApi
 {
 
-/// Command codes of the control protocol's event messages.
-constexpr uint16_t GVCP_EVENT_CMD = 0x00C0;
-constexpr uint16_t GVCP_EVENTDATA_CMD = 0x00C2;
+/// First byte of the control protocol's messages, and the command codes of those with events.
+constexpr uint8_t COMMAND_MAGIC = 0x42;
+enum GVCP_MESSAGE_TAGS
+{
+    TAG_EVENT_CMD = 0x00C0,
+    TAG_EVENTDATA_CMD = 0x00C2
+};
+constexpr uint16_t GVCP_EVENT_CMD = TAG_EVENT_CMD;
+constexpr uint16_t GVCP_EVENTDATA_CMD = TAG_EVENTDATA_CMD;
 
 // The parts of an event message as they pass the network: packed, most significant byte first.
 #pragma pack(push, 1)
@@ -22,6 +28,13 @@ struct GVCP_REQUEST_HEADER
     uint16_t Command;
     uint16_t Length;
     uint16_t ReqId;
+};
+
+/// What all events begin with.
+struct GVCP_EVENT_ITEM_BASIC
+{
+    uint16_t ReservedOrEventSize;
+    uint16_t EventId;
 };
 
 /// One event with a 16-bit block ID.
@@ -42,7 +55,7 @@ struct GVCP_EVENT_ITEM_EXTENDED_ID
     uint16_t ReservedOrEventSize;
     uint16_t EventId;
     uint16_t StreamChannelId;
-    uint16_t Reserved;
+    uint16_t BlockId;
     uint32_t BlockId64High;
     uint32_t BlockId64Low;
     uint32_t TimestampHigh;
@@ -53,7 +66,7 @@ struct GVCP_EVENT_ITEM_EXTENDED_ID
 struct GVCP_EVENT_REQUEST
 {
     GVCP_REQUEST_HEADER Header;
-    GVCP_EVENT_ITEM Events[1];
+    GVCP_EVENT_ITEM Items[1];
 };
 
 /// A message of an event with data.
@@ -61,7 +74,20 @@ struct GVCP_EVENTDATA_REQUEST
 {
     GVCP_REQUEST_HEADER Header;
     GVCP_EVENT_ITEM Event;
-    uint8_t Data[1];
+    uint32_t Data[1];
+};
+
+/// The same with 64-bit block IDs.
+struct GVCP_EVENT_REQUEST_EXTENDED_ID
+{
+    GVCP_REQUEST_HEADER Header;
+    GVCP_EVENT_ITEM_EXTENDED_ID Items[1];
+};
+struct GVCP_EVENTDATA_REQUEST_EXTENDED_ID
+{
+    GVCP_REQUEST_HEADER Header;
+    GVCP_EVENT_ITEM_EXTENDED_ID Event;
+    uint32_t Data[1];
 };
 
 #pragma pack(pop)
@@ -73,13 +99,15 @@ struct GVCP_EVENTDATA_REQUEST
 class GENAPI_DECL CEventAdapterGEV : public CEventAdapter
 {
 public:
-    explicit CEventAdapterGEV(INodeMap* pNodeMap = nullptr);
+    CEventAdapterGEV(INodeMap* pNodeMap = NULL);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 
     /// The same for a message that has been received as a whole: its head's length is believed.
     void DeliverEventMessage(const GVCP_EVENT_REQUEST* pEvent);
     void DeliverEventMessage(const GVCP_EVENTDATA_REQUEST* pEventData);
+    void DeliverEventMessage(const GVCP_EVENT_REQUEST_EXTENDED_ID* pEvent);
+    void DeliverEventMessage(const GVCP_EVENTDATA_REQUEST_EXTENDED_ID* pEventData);
 };
 
 } // namespace GenApi

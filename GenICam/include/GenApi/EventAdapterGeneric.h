@@ -12,13 +12,13 @@ namespace GenApi
 class GENAPI_DECL CEventAdapterGeneric : public CEventAdapter
 {
 public:
-    explicit CEventAdapterGeneric(INodeMap* pNodeMap = nullptr);
+    CEventAdapterGeneric(INodeMap* pNodeMap = NULL);
 
     /// Delivers the data of the event of that ID, given in hexadecimal digits or as a number. Raises
-    /// InvalidArgumentException for an ID that is no hexadecimal number.
+    /// RuntimeException for an ID that is no hexadecimal number.
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes, const GenICam::gcstring& EventID);
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes, uint64_t EventID);
-    /// Raises InvalidArgumentException: such a message doesn't tell its ID.
+    /// Does nothing: such a message doesn't tell its ID.
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 };
 

@@ -11,6 +11,11 @@ namespace GenApi
 constexpr uint32_t U3V_EVENT_PREFIX = 0x45563355;
 constexpr uint16_t U3V_EVENT_CMD_ID = 0x0C00;
 
+/// The same as the control protocol names it, and sizes of head and message.
+constexpr uint16_t GENCP_EVENT_CMD_ID = 0x0C00;
+constexpr uint32_t GENCP_COMMAND_HEADER_SIZE = 12;
+constexpr uint32_t GENCP_EVENT_BASIC_SIZE = 24;
+
 // The parts of an event message as they pass the bus: packed, least significant byte first.
 #pragma pack(push, 1)
 
@@ -27,7 +32,7 @@ struct U3V_COMMAND_HEADER
 /// An event; its data follow.
 struct U3V_EVENT_DATA
 {
-    uint16_t ReservedOrEventSize; ///< bytes of this event with its data, if several events follow; else 0
+    uint16_t Reserved; ///< bytes of this event with its data, if several events follow; else 0
     uint16_t EventId;
     uint64_t Timestamp;
 };
@@ -35,8 +40,8 @@ struct U3V_EVENT_DATA
 /// A message of one event.
 struct U3V_EVENT_MESSAGE
 {
-    U3V_COMMAND_HEADER Header;
-    U3V_EVENT_DATA Event;
+    U3V_COMMAND_HEADER CommandHeader;
+    U3V_EVENT_DATA EventData;
 };
 
 #pragma pack(pop)
@@ -46,7 +51,7 @@ struct U3V_EVENT_MESSAGE
 class GENAPI_DECL CEventAdapterU3V : public CEventAdapter
 {
 public:
-    explicit CEventAdapterU3V(INodeMap* pNodeMap = nullptr);
+    CEventAdapterU3V(INodeMap* pNodeMap = NULL);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 

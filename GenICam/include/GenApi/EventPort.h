@@ -11,8 +11,6 @@
 namespace GenApi
 {
 
-struct INode;
-
 /// Stands behind a node with an EventID. If the node is a port it serves the bytes of the last event of that
 /// ID, of which it keeps a copy; any other node it merely invalidates, which fires the node's callbacks. The
 /// node map must outlive it, or DetachNode be called before. Any thread, except that attaching and detaching
@@ -21,10 +19,12 @@ class GENAPI_DECL CEventPort : public CPortImpl
 {
 public:
     /// @param pNode as for AttachNode.
-    explicit CEventPort(INode* pNode = nullptr);
+    CEventPort(INode* pNode = NULL);
     CEventPort(const CEventPort&) = delete;
     CEventPort& operator=(const CEventPort&) = delete;
     ~CEventPort() override;
+
+    EInterfaceType GetPrincipalInterfaceType() const { return intfIPort; }
 
     /// Takes over a node; false if it is null or has no EventID.
     bool AttachNode(INode* pNode);

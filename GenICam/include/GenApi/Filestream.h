@@ -15,44 +15,60 @@
 #include <string>
 #include <vector>
 
+typedef int64_t GenICam_streamsize;
+
 namespace GenApi
 {
 
-struct INodeMap;
+/// What streams need of a device's files.
+struct GENAPI_DECL_ABSTRACT IFileProtocolAdapter
+{
+    /// As FileProtocolAdapter has them.
+    virtual bool attach(INodeMap* pInterface) = 0;
+    virtual bool openFile(const char* pFileName, std::ios_base::openmode mode) = 0;
+    virtual bool closeFile(const char* pFileName) = 0;
+    virtual GenICam_streamsize write(const char* buf, int64_t offs, int64_t len, const char* pFileName) = 0;
+    virtual GenICam_streamsize read(char* buf, int64_t offs, GenICam_streamsize len,
+                                    const char* pFileName) = 0;
+    virtual int64_t getBufSize(const char* pFileName, std::ios_base::openmode mode) = 0;
+    virtual bool deleteFile(const char* pFileName) = 0;
+
+    virtual ~IFileProtocolAdapter() {}
+};
 
 /// Works the features of the standard's file access control (FileSelector, FileOperationSelector, ...). One
 /// thread at a time; each call holds the lock of the node map. Raises what the features raise, and
 /// TimeoutException for an operation that takes more than a minute.
-class GENAPI_DECL FileProtocolAdapter
+class GENAPI_DECL FileProtocolAdapter : public IFileProtocolAdapter
 {
 public:
     FileProtocolAdapter();
     FileProtocolAdapter(const FileProtocolAdapter&) = delete;
     FileProtocolAdapter& operator=(const FileProtocolAdapter&) = delete;
-    virtual ~FileProtocolAdapter();
+    ~FileProtocolAdapter() override;
 
     /// Uses the features of a node map, which must outlive the adapter; false if it has no file access.
-    bool attach(INodeMap* pInterface);
+    bool attach(INodeMap* pInterface) override;
 
     /// Opens a file, an entry of FileSelector, for reading (in), writing (out) or both; false if the device
     /// refuses.
-    bool openFile(const char* pFileName, std::ios_base::openmode mode);
+    bool openFile(const char* pFileName, std::ios_base::openmode mode) override;
     /// Closes a file; false if the device refuses.
-    bool closeFile(const char* pFileName);
+    bool closeFile(const char* pFileName) override;
     /// Deletes the content of a file; false if the device refuses.
-    bool deleteFile(const char* pFileName);
+    bool deleteFile(const char* pFileName) override;
 
     /// Writes `len` bytes at byte `offs` of an open file, in as many operations as the device's buffer needs.
     /// @return bytes written, fewer than `len` if the file is full. RuntimeException if the device reports a
     /// failure.
-    std::streamsize write(const char* buf, std::streamsize offs, std::streamsize len, const char* pFileName);
+    GenICam_streamsize write(const char* buf, int64_t offs, int64_t len, const char* pFileName) override;
     /// Reads up to `len` bytes from byte `offs` on of an open file.
     /// @return bytes read, fewer than `len` at the end of the file. RuntimeException if the device reports a
     /// failure.
-    std::streamsize read(char* buf, std::streamsize offs, std::streamsize len, const char* pFileName);
+    GenICam_streamsize read(char* buf, int64_t offs, GenICam_streamsize len, const char* pFileName) override;
 
     /// Bytes that one operation can move.
-    std::streamsize getBufSize(const char* pFileName, std::ios_base::openmode mode);
+    int64_t getBufSize(const char* pFileName, std::ios_base::openmode mode) override;
 
 private:
     struct Features;

@@ -2,6 +2,8 @@
 // Visibility of what libKxGenApi exports.
 #pragma once
 
+#include <GenICamFwd.h>
+
 #if defined(__GNUC__)
 #define GENAPI_API __attribute__((visibility("default")))
 #else
@@ -11,3 +13,4 @@
 /// The names under which the standard's headers know the same thing.
 #define GENAPI_DECL GENAPI_API
 #define GENAPI_DECL_ABSTRACT GENAPI_API
+#define GENAPI_EXPIMP_TEMPL extern

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Version of the standard's interface that these headers follow.
+// Version of the node-map interface.
 #pragma once
 
-#define GENAPI_VERSION_MAJOR 3
-#define GENAPI_VERSION_MINOR 4
-#define GENAPI_VERSION_SUBMINOR 0
+#include <_GenICamVersion.h>
+
+#define GENAPI_VERSION_MAJOR GENICAM_VERSION_MAJOR
+#define GENAPI_VERSION_MINOR GENICAM_VERSION_MINOR
+#define GENAPI_VERSION_SUBMINOR GENICAM_VERSION_SUBMINOR
+#define GENAPI_VERSION_BUILD GENICAM_VERSION_BUILD

@@ -14,12 +14,10 @@ struct GENAPI_DECL_ABSTRACT IBase
     /// Access mode at this moment. Any thread; may read the device when a flag is not cached.
     virtual EAccessMode GetAccessMode() const = 0;
 
-protected:
-    IBase() = default;
-    IBase(const IBase&) = default;
-    IBase& operator=(const IBase&) = default;
-    virtual ~IBase() = default;
+    virtual ~IBase() = 0;
 };
+
+inline IBase::~IBase() {}
 
 /// True for RO and RW.
 inline bool IsReadable(EAccessMode mode) { return mode == RW || mode == RO; }
@@ -61,6 +59,17 @@ inline EAccessMode Combine(EAccessMode a, EAccessMode b)
         return RO;
     return RW;
 }
+
+/// The caching mode of something made of both: the less cached one.
+inline ECachingMode Combine(ECachingMode a, ECachingMode b)
+{
+    if (a == NoCache || b == NoCache)
+        return NoCache;
+    return a == WriteAround || b == WriteAround ? WriteAround : WriteThrough;
+}
+
+/// Whether a value of that mode may be kept.
+inline bool IsCacheable(ECachingMode mode) { return mode != NoCache; }
 
 /// The visibility that remains when one limits the other: the stricter one.
 inline EVisibility Combine(EVisibility a, EVisibility b) { return a > b ? a : b; }

@@ -13,13 +13,37 @@ struct GENAPI_DECL_ABSTRACT IBoolean : virtual public IValue
     /// Writes the value.
     /// @param Verify checks the access mode: AccessException.
     virtual void SetValue(bool Value, bool Verify = true) = 0;
-    virtual IBoolean& operator=(bool Value) = 0;
+    virtual IBoolean& operator=(bool Value)
+    {
+        SetValue(Value);
+        return *this;
+    }
 
     /// Reads the value; LogicalErrorException if the device holds neither the on nor the off value.
     /// @param IgnoreCache reads the device even if the value is cached.
     virtual bool GetValue(bool Verify = false, bool IgnoreCache = false) const = 0;
-    virtual bool operator()() const = 0;
-    virtual bool operator*() const = 0;
+    virtual bool operator()() const { return GetValue(); }
+    virtual bool operator*() const { return GetValue(); }
 };
+
+/// Reference to a switch.
+template <class T>
+class CBooleanRefT : public CValueRefT<T>
+{
+public:
+    void SetValue(bool Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    IBoolean& operator=(bool Value) override
+    {
+        this->Get().SetValue(Value);
+        return *this;
+    }
+    bool GetValue(bool Verify = false, bool IgnoreCache = false) const override
+    {
+        return this->Get().GetValue(Verify, IgnoreCache);
+    }
+    bool operator()() const override { return this->Get()(); }
+    bool operator*() const override { return *this->Get(); }
+};
+typedef CBooleanRefT<IBoolean> CBooleanRef;
 
 } // namespace GenApi

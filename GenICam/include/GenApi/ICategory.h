@@ -15,4 +15,13 @@ struct GENAPI_DECL_ABSTRACT ICategory : virtual public IValue
     virtual void GetFeatures(FeatureList_t& Features) const = 0;
 };
 
+/// Reference to a category.
+template <class T>
+class CCategoryRefT : public CValueRefT<T>
+{
+public:
+    void GetFeatures(FeatureList_t& Features) const override { this->Get().GetFeatures(Features); }
+};
+typedef CCategoryRefT<ICategory> CCategoryRef;
+
 } // namespace GenApi

@@ -19,4 +19,15 @@ struct GENAPI_DECL_ABSTRACT ICommand : virtual public IValue
     virtual bool IsDone(bool Verify = true) = 0;
 };
 
+/// Reference to a command.
+template <class T>
+class CCommandRefT : public CValueRefT<T>
+{
+public:
+    void Execute(bool Verify = true) override { this->Get().Execute(Verify); }
+    void operator()() override { this->Get()(); }
+    bool IsDone(bool Verify = true) override { return this->Get().IsDone(Verify); }
+};
+typedef CCommandRefT<ICommand> CCommandRef;
+
 } // namespace GenApi

@@ -8,14 +8,14 @@
 namespace GenApi
 {
 
-/// Face of an object that deletes itself.
+/// Face of an object that deletes itself, such as a node map.
 struct GENAPI_DECL_ABSTRACT IDestroy
 {
     /// Deletes the object; no pointer to it or to what it owns may be used afterwards.
     virtual void Destroy() = 0;
 
 protected:
-    virtual ~IDestroy() = default;
+    ~IDestroy() = default;
 };
 
 } // namespace GenApi

@@ -11,13 +11,7 @@
 namespace GenApi
 {
 
-/// A version number.
-typedef struct
-{
-    uint16_t Major;
-    uint16_t Minor;
-    uint16_t SubMinor;
-} Version_t;
+using GenICam::Version_t;
 
 /// What the head of the description says. Any thread.
 struct GENAPI_DECL_ABSTRACT IDeviceInfo

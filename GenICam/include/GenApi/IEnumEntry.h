@@ -23,4 +23,16 @@ struct GENAPI_DECL_ABSTRACT IEnumEntry : virtual public IValue
     virtual bool IsSelfClearing() = 0;
 };
 
+/// Reference to an entry.
+template <class T>
+class CEnumEntryRefT : public CValueRefT<T>
+{
+public:
+    int64_t GetValue() override { return this->Get().GetValue(); }
+    GenICam::gcstring GetSymbolic() const override { return this->Get().GetSymbolic(); }
+    double GetNumericValue() override { return this->Get().GetNumericValue(); }
+    bool IsSelfClearing() override { return this->Get().IsSelfClearing(); }
+};
+typedef CEnumEntryRefT<IEnumEntry> CEnumEntryRef;
+
 } // namespace GenApi

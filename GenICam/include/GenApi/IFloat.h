@@ -3,13 +3,12 @@
 #pragma once
 
 #include <GenApi/Autovector.h>
+#include <GenApi/IEnumeration.h>
+#include <GenApi/IInteger.h>
 #include <GenApi/IValue.h>
 
 namespace GenApi
 {
-
-struct IInteger;
-struct IEnumeration;
 
 /// A double with limits. Any thread; calls take the lock of the node map.
 struct GENAPI_DECL_ABSTRACT IFloat : virtual public IValue
@@ -49,15 +48,52 @@ struct GENAPI_DECL_ABSTRACT IFloat : virtual public IValue
     /// Digits of the number as text.
     virtual int64_t GetDisplayPrecision() const = 0;
 
-    /// The same value as an integer node; null if there is none.
-    virtual IInteger* GetIntAlias() = 0;
-    /// The same value as an enumeration node; null if there is none.
-    virtual IEnumeration* GetEnumAlias() = 0;
-
     /// Makes the reported minimum larger.
     virtual void ImposeMin(double Value) = 0;
     /// Makes the reported maximum smaller.
     virtual void ImposeMax(double Value) = 0;
 };
+
+/// Reference to a floating-point number.
+template <class T>
+class CFloatRefT : public CValueRefT<T>
+{
+public:
+    void SetValue(double Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    IFloat& operator=(double Value) override
+    {
+        this->Get().SetValue(Value);
+        return *this;
+    }
+    double GetValue(bool Verify = false, bool IgnoreCache = false) override
+    {
+        return this->Get().GetValue(Verify, IgnoreCache);
+    }
+    double operator()() override { return this->Get()(); }
+    double operator*() override { return *this->Get(); }
+    double GetMin() override { return this->Get().GetMin(); }
+    double GetMax() override { return this->Get().GetMax(); }
+    bool HasInc() override { return this->Get().HasInc(); }
+    EIncMode GetIncMode() override { return this->Get().GetIncMode(); }
+    double GetInc() override { return this->Get().GetInc(); }
+    double_autovector_t GetListOfValidValues(bool bounded = true) override
+    {
+        return this->Get().GetListOfValidValues(bounded);
+    }
+    ERepresentation GetRepresentation() override { return this->Get().GetRepresentation(); }
+    GenICam::gcstring GetUnit() const override { return this->Get().GetUnit(); }
+    EDisplayNotation GetDisplayNotation() const override { return this->Get().GetDisplayNotation(); }
+    int64_t GetDisplayPrecision() const override { return this->Get().GetDisplayPrecision(); }
+    void ImposeMin(double Value) override { this->Get().ImposeMin(Value); }
+    void ImposeMax(double Value) override { this->Get().ImposeMax(Value); }
+
+    /// The same value as an integer or enumeration node; null if there is none.
+    IInteger* GetIntAlias() { return dynamic_cast<IInteger*>(this->Get().GetNode()->GetCastAlias()); }
+    IEnumeration* GetEnumAlias()
+    {
+        return dynamic_cast<IEnumeration*>(this->Get().GetNode()->GetCastAlias());
+    }
+};
+typedef CFloatRefT<IFloat> CFloatRef;
 
 } // namespace GenApi

@@ -40,15 +40,47 @@ struct GENAPI_DECL_ABSTRACT IInteger : virtual public IValue
     /// How the number wants to be shown.
     virtual ERepresentation GetRepresentation() = 0;
     /// Physical unit; empty if none.
-    virtual GenICam::gcstring GetUnit() const = 0;
-
-    /// The same value as a floating-point node; null if there is none.
-    virtual IFloat* GetFloatAlias() = 0;
+    virtual GenICam::gcstring GetUnit() = 0;
 
     /// Makes the reported minimum larger.
     virtual void ImposeMin(int64_t Value) = 0;
     /// Makes the reported maximum smaller.
     virtual void ImposeMax(int64_t Value) = 0;
 };
+
+/// Reference to an integer.
+template <class T, class I = T>
+class CIntegerRefT : public CValueRefT<T, I>
+{
+public:
+    void SetValue(int64_t Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    IInteger& operator=(int64_t Value) override
+    {
+        this->Get().SetValue(Value);
+        return *this;
+    }
+    int64_t GetValue(bool Verify = false, bool IgnoreCache = false) override
+    {
+        return this->Get().GetValue(Verify, IgnoreCache);
+    }
+    int64_t operator()() override { return this->Get()(); }
+    int64_t operator*() override { return *this->Get(); }
+    int64_t GetMin() override { return this->Get().GetMin(); }
+    int64_t GetMax() override { return this->Get().GetMax(); }
+    EIncMode GetIncMode() override { return this->Get().GetIncMode(); }
+    int64_t GetInc() override { return this->Get().GetInc(); }
+    int64_autovector_t GetListOfValidValues(bool bounded = true) override
+    {
+        return this->Get().GetListOfValidValues(bounded);
+    }
+    ERepresentation GetRepresentation() override { return this->Get().GetRepresentation(); }
+    GenICam::gcstring GetUnit() override { return this->Get().GetUnit(); }
+    void ImposeMin(int64_t Value) override { this->Get().ImposeMin(Value); }
+    void ImposeMax(int64_t Value) override { this->Get().ImposeMax(Value); }
+
+    /// The same value as a floating-point node; null if there is none.
+    IFloat* GetFloatAlias() { return dynamic_cast<IFloat*>(this->Get().GetNode()->GetCastAlias()); }
+};
+typedef CIntegerRefT<IInteger> CIntegerRef;
 
 } // namespace GenApi

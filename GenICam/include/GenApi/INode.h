@@ -6,7 +6,6 @@
 #include <Base/GCStringVector.h>
 #include <GenApi/Container.h>
 #include <GenApi/IBase.h>
-#include <GenApi/ISelector.h>
 
 namespace GenApi
 {
@@ -17,8 +16,9 @@ class CNodeCallback;
 /// Handle of a registered callback; 0 is no handle.
 typedef intptr_t CallbackHandleType;
 
-/// A node. The node map owns it; pointers stay valid as long as the map. Any thread.
-struct GENAPI_DECL_ABSTRACT INode : virtual public ISelector
+/// A node. The node map owns it; pointers stay valid as long as the map. Any thread. Each node has ISelector
+/// and IUserData besides.
+struct GENAPI_DECL_ABSTRACT INode : virtual public IBase
 {
     /// The name; with FullQualified prefixed by "Std::" or "Cust::".
     virtual GenICam::gcstring GetName(bool FullQualified = false) const = 0;
@@ -72,9 +72,6 @@ struct GENAPI_DECL_ABSTRACT INode : virtual public ISelector
     /// @return false if the handle is not (or no longer) registered here.
     virtual bool DeregisterCallback(CallbackHandleType hCallback) = 0;
 
-    /// Whether changes of this node fire its callbacks.
-    virtual void SetSuppressCallbackMode(ESuppressCallbackMode mode) = 0;
-
     /// The map that owns the node; never null.
     virtual INodeMap* GetNodeMap() const = 0;
 
@@ -84,13 +81,13 @@ struct GENAPI_DECL_ABSTRACT INode : virtual public ISelector
     /// Whether the node belongs into a saved set of features.
     virtual bool IsStreamable() const = 0;
 
-    /// Replaces the list by the names of all properties that the description gives for this node.
+    /// Replaces the list by the names of all properties of this node, in the order of their characters.
     virtual void GetPropertyNames(GenICam::gcstring_vector& PropertyNames) const = 0;
 
-    /// One property as it stands in the description.
+    /// One property: what the description gives, or the default.
     /// @param ValueStr the value; several are separated by tabulators.
     /// @param AttributeStr the attributes (such as a variable's name), in the same order.
-    /// @return false if the node has no such property; the texts are left alone then.
+    /// @return false if the node has no such property; the texts are empty then.
     virtual bool GetProperty(const GenICam::gcstring& PropertyName, GenICam::gcstring& ValueStr,
                              GenICam::gcstring& AttributeStr) = 0;
 

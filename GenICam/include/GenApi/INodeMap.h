@@ -4,18 +4,16 @@
 
 #include <Base/GCString.h>
 #include <Base/GCStringVector.h>
+#include <GenApi/ConcatenatedWrite.h>
 #include <GenApi/Container.h>
-#include <GenApi/NodeWriteConcatenator.h>
 #include <GenApi/Synch.h>
 #include <GenApi/Types.h>
 
 namespace GenApi
 {
 
-struct INode;
-struct IPort;
-
-/// A node map. Any thread; the map has one lock, which every access to a value takes.
+/// A node map. Any thread; the map has one lock, which every access to a value takes. It is deleted by its
+/// IDestroy; IDeviceInfo and IUserData are there besides.
 struct GENAPI_DECL_ABSTRACT INodeMap
 {
     /// Appends all nodes in the order of their first mention in the description.
@@ -35,7 +33,7 @@ struct GENAPI_DECL_ABSTRACT INodeMap
     virtual bool Connect(IPort* pPort) const = 0;
 
     /// Name that was given when the map was made.
-    virtual GenICam::gcstring GetDeviceName() const = 0;
+    virtual GenICam::gcstring GetDeviceName() = 0;
 
     /// Tells the map how many ms have passed; invalidates the nodes whose polling time is over.
     virtual void Poll(int64_t ElapsedTime) = 0;
@@ -49,26 +47,29 @@ struct GENAPI_DECL_ABSTRACT INodeMap
     /// Compiles all formulas.
     /// @param pErrors gets a line for each formula that can't be compiled; may be null.
     /// @return true if all can.
-    virtual bool ParseSwissKnifes(GenICam::gcstring_vector* pErrors = nullptr) const = 0;
+    virtual bool ParseSwissKnifes(GenICam::gcstring_vector* pErrors = NULL) const = 0;
 
     /// Makes a list for ConcatenatedWrite; the caller gives it back by its Destroy.
     virtual CNodeWriteConcatenator* NewNodeWriteConcatenator() const = 0;
 
     /// Writes all values of the list in their order; each write fires its callbacks. Nodes that do not exist
-    /// and texts that are no value are passed over: an unknown name writes nothing, a text that is no number
-    /// writes 0.
-    /// @param featureStreaming allows nodes that are not streamable to be passed over as well.
-    /// @param pErrorList gets a line for each write that the device refused; may be null.
-    /// Each write is a change of its own; take the lock to keep others out in between.
-    /// @return false if the device refused any.
-    virtual bool ConcatenatedWrite(CNodeWriteConcatenator& List, bool featureStreaming = true,
-                                   GenICam::gcstring_vector* pErrorList = nullptr) = 0;
+    /// are passed over; a text that is no number or switch writes 0. A stacked port gets all writes to
+    /// registers in one call at the end.
+    /// @param pErrorList gets a line for each write that was refused; may be null.
+    /// Take the lock to keep others out between the writes.
+    /// @return false if any was refused.
+    virtual bool ConcatenatedWrite(CNodeWriteConcatenator* pList, bool featureStreaming = true,
+                                   GenICam::gcstring_vector* pErrorList = NULL) = 0;
 
-    /// Deletes the map and all its nodes.
-    virtual void Destroy() = 0;
+    /// Connects a port that takes many writes in one go; as above.
+    virtual bool Connect(IPortStacked* pPort, const GenICam::gcstring& PortName) = 0;
+    virtual bool Connect(IPortStacked* pPort) = 0;
+
+    /// Whether changes of any node fire callbacks.
+    virtual void SetSuppressCallbackMode(ECallbackSuppressMode mode) = 0;
 
 protected:
-    virtual ~INodeMap() = default;
+    virtual ~INodeMap() {}
 };
 
 } // namespace GenApi

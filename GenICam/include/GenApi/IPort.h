@@ -3,6 +3,7 @@
 #pragma once
 
 #include <GenApi/IBase.h>
+#include <GenApi/Reference.h>
 
 #include <cstdint>
 
@@ -19,5 +20,21 @@ struct GENAPI_DECL_ABSTRACT IPort : virtual public IBase
     /// Writes Length bytes to Address.
     virtual void Write(const void* pBuffer, int64_t Address, int64_t Length) = 0;
 };
+
+/// Reference to a port.
+template <class T>
+class CPortRefT : public CBaseRefT<T>
+{
+public:
+    void Read(void* pBuffer, int64_t Address, int64_t Length) override
+    {
+        this->Get().Read(pBuffer, Address, Length);
+    }
+    void Write(const void* pBuffer, int64_t Address, int64_t Length) override
+    {
+        this->Get().Write(pBuffer, Address, Length);
+    }
+};
+typedef CPortRefT<IPort> CPortRef;
 
 } // namespace GenApi

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <GenApi/IPort.h>
+#include <GenApi/IPortStacked.h>
 
 namespace GenApi
 {
@@ -16,6 +17,15 @@ struct GENAPI_DECL_ABSTRACT IPortConstruct : virtual public IPort
 
     /// Whether the byte order of what passes this port is to be swapped.
     virtual EYesNo GetSwapEndianess() = 0;
+};
+
+/// The same for an implementation that takes many writes in one go.
+struct GENAPI_DECL_ABSTRACT IPortStackedConstruct
+{
+    virtual void SetPortImpl(IPortStacked* pPort) = 0;
+    virtual EYesNo GetSwapEndianess() = 0;
+
+    virtual ~IPortStackedConstruct() {}
 };
 
 } // namespace GenApi

@@ -21,10 +21,31 @@ struct GENAPI_DECL_ABSTRACT IRegister : virtual public IValue
     virtual void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) = 0;
 
     /// Length in bytes.
-    virtual int64_t GetLength() = 0;
+    virtual int64_t GetLength(bool Verify = false) = 0;
 
     /// Address of the first byte in the address space of the port.
-    virtual int64_t GetAddress() = 0;
+    virtual int64_t GetAddress(bool Verify = false) = 0;
 };
+
+/// Reference to a register.
+template <class T>
+class CRegisterRefT : public CValueRefT<T>
+{
+public:
+    void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) override
+    {
+        Target().Set(pBuffer, Length, Verify);
+    }
+    void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) override
+    {
+        Target().Get(pBuffer, Length, Verify, IgnoreCache);
+    }
+    int64_t GetLength(bool Verify = false) override { return Target().GetLength(Verify); }
+    int64_t GetAddress(bool Verify = false) override { return Target().GetAddress(Verify); }
+
+private:
+    T& Target() const { return CReferenceT<T>::Get(); } // the interface has a Get of its own
+};
+typedef CRegisterRefT<IRegister> CRegisterRef;
 
 } // namespace GenApi

@@ -4,6 +4,7 @@
 
 #include <GenApi/Container.h>
 #include <GenApi/IBase.h>
+#include <GenApi/Reference.h>
 
 namespace GenApi
 {
@@ -21,5 +22,16 @@ struct GENAPI_DECL_ABSTRACT ISelector : virtual public IBase
     /// Appends the selectors of this feature and of the nodes that it is made of.
     virtual void GetSelectingFeatures(FeatureList_t& list) const = 0;
 };
+
+/// Reference to the relations of a selector.
+template <class T>
+class CSelectorRefT : public CBaseRefT<T>
+{
+public:
+    bool IsSelector() const override { return this->Get().IsSelector(); }
+    void GetSelectedFeatures(FeatureList_t& list) const override { this->Get().GetSelectedFeatures(list); }
+    void GetSelectingFeatures(FeatureList_t& list) const override { this->Get().GetSelectingFeatures(list); }
+};
+typedef CSelectorRefT<ISelector> CSelectorRef;
 
 } // namespace GenApi

@@ -12,7 +12,7 @@ struct GENAPI_DECL_ABSTRACT IString : virtual public IValue
 {
     virtual IString& operator=(const GenICam::gcstring& Value) = 0;
 
-    /// Writes the text; OutOfRangeException if it is longer than GetMaxLength().
+    /// Writes the text; OutOfRangeException if it is longer than GetMaxLength(bool Verify = false).
     /// @param Verify checks the access mode: AccessException.
     virtual void SetValue(const GenICam::gcstring& Value, bool Verify = true) = 0;
 
@@ -23,7 +23,31 @@ struct GENAPI_DECL_ABSTRACT IString : virtual public IValue
     virtual GenICam::gcstring operator*() = 0;
 
     /// Longest text in bytes.
-    virtual int64_t GetMaxLength() = 0;
+    virtual int64_t GetMaxLength(bool Verify = false) = 0;
 };
+
+/// Reference to a text.
+template <class T>
+class CStringRefT : public CValueRefT<T>
+{
+public:
+    IString& operator=(const GenICam::gcstring& Value) override
+    {
+        this->Get().SetValue(Value);
+        return *this;
+    }
+    void SetValue(const GenICam::gcstring& Value, bool Verify = true) override
+    {
+        this->Get().SetValue(Value, Verify);
+    }
+    GenICam::gcstring GetValue(bool Verify = false, bool IgnoreCache = false) override
+    {
+        return this->Get().GetValue(Verify, IgnoreCache);
+    }
+    GenICam::gcstring operator()() override { return this->Get()(); }
+    GenICam::gcstring operator*() override { return *this->Get(); }
+    int64_t GetMaxLength(bool Verify = false) override { return this->Get().GetMaxLength(Verify); }
+};
+typedef CStringRefT<IString> CStringRef;
 
 } // namespace GenApi

@@ -4,17 +4,17 @@
 
 #include <Base/GCString.h>
 #include <GenApi/IBase.h>
+#include <GenApi/INode.h>
+#include <GenApi/Reference.h>
 
 namespace GenApi
 {
-
-struct INode;
 
 /// Value of any node that has one. Any thread; calls take the lock of the node map.
 struct GENAPI_DECL_ABSTRACT IValue : virtual public IBase
 {
     /// The node of this value; never null, owned by the node map.
-    virtual INode* GetNode() = 0;
+    virtual INode* GetNode() { return dynamic_cast<INode*>(this); }
 
     /// The value as text in the node's own representation.
     /// @param Verify also checks what was read against the limits.
@@ -31,5 +31,25 @@ struct GENAPI_DECL_ABSTRACT IValue : virtual public IBase
     /// which need not cost an access to the device.
     virtual bool IsValueCacheValid() const = 0;
 };
+
+/// Reference to a value.
+template <class T, class I = T>
+class CValueRefT : public CBaseRefT<T, I>
+{
+public:
+    using CBaseRefT<T, I>::operator=;
+
+    INode* GetNode() override { return this->Get().GetNode(); }
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override
+    {
+        return this->Get().ToString(Verify, IgnoreCache);
+    }
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override
+    {
+        this->Get().FromString(ValueStr, Verify);
+    }
+    bool IsValueCacheValid() const override { return this->Get().IsValueCacheValid(); }
+};
+typedef CValueRefT<IValue> CValueRef;
 
 } // namespace GenApi

@@ -3,10 +3,36 @@
 #pragma once
 
 #include <GenApi/INode.h>
-#include <GenApi/Types.h>
 
 namespace GenApi
 {
+
+/// When a node callback runs: while the map is locked, or after its lock has been given back.
+typedef enum _ECallbackType
+{
+    cbPostInsideLock = 1,
+    cbPostOutsideLock = 2
+} ECallbackType;
+
+namespace Detail
+{
+// Functions may be null, function objects of the program's own may not even know the question.
+template <class Function>
+auto IsCallable(const Function& function, int) -> decltype(static_cast<bool>(function))
+{
+    return static_cast<bool>(function);
+}
+template <class Function>
+bool IsCallable(const Function&, long)
+{
+    return true;
+}
+template <class Function>
+bool IsCallable(const Function& function)
+{
+    return IsCallable(function, 0);
+}
+} // namespace Detail
 
 /// A callback of a node. The node owns it after RegisterCallback and calls Destroy in the end.
 /// It runs in the thread that made the change, before the change returns. An exception out of it leaves the
@@ -39,7 +65,7 @@ protected:
     ECallbackType m_CallbackType;
 };
 
-/// Callback on a function or function object that takes an INode*.
+/// Callback on a function or function object that takes an INode*; one that is null does nothing.
 template <class Function>
 class Function_NodeCallback : public CNodeCallback
 {
@@ -51,7 +77,7 @@ public:
 
     void operator()(ECallbackType CallbackType) const override
     {
-        if (m_CallbackType == CallbackType)
+        if (m_CallbackType == CallbackType && Detail::IsCallable(m_Function))
             m_Function(m_pNode);
     }
 
@@ -75,7 +101,7 @@ public:
 
     void operator()(ECallbackType CallbackType) const override
     {
-        if (m_CallbackType == CallbackType)
+        if (m_CallbackType == CallbackType && m_Member)
             (m_Client.*m_Member)(m_pNode);
     }
 

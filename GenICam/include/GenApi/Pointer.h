@@ -6,6 +6,7 @@
 #include <Base/GCException.h>
 #include <GenApi/IBoolean.h>
 #include <GenApi/ICategory.h>
+#include <GenApi/IChunkPort.h>
 #include <GenApi/ICommand.h>
 #include <GenApi/IDeviceInfo.h>
 #include <GenApi/IEnumEntry.h>
@@ -16,9 +17,11 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/IPort.h>
 #include <GenApi/IPortConstruct.h>
+#include <GenApi/IPortRecorder.h>
 #include <GenApi/IRegister.h>
 #include <GenApi/ISelector.h>
 #include <GenApi/IString.h>
+#include <GenApi/IUserData.h>
 #include <GenApi/IValue.h>
 
 namespace GenApi
@@ -36,7 +39,7 @@ public:
     {}
     CPointer(const CPointer&) = default;
     CPointer& operator=(const CPointer&) = default;
-    ~CPointer() = default;
+    virtual ~CPointer() {}
 
     CPointer& operator=(B* pB)
     {
@@ -87,35 +90,62 @@ typedef CPointer<ISelector> CSelectorPtr;
 typedef CPointer<INodeMap, INodeMap> CNodeMapPtr;
 typedef CPointer<IDeviceInfo, INodeMap> CDeviceInfoPtr;
 
-/// Pointer to a floating-point feature. An integer or enumeration node yields its floating-point alias where
-/// the description names one.
+typedef CPointer<IPortReplay> CPortReplayPtr;
+typedef CPointer<IPortRecorder> CPortRecorderPtr;
+typedef CPointer<IPortWriteList, IPortWriteList> CPortWriteListPtr;
+typedef CPointer<IPortStackedConstruct> CPortStackedConstructPtr;
+typedef CPointer<IChunkPort> CChunkPortPtr;
+typedef CPointer<IUserData> CNodeUserDataPtr;
+typedef CPointer<IUserData, INodeMap> CNodeMapUserDataPtr;
+
+/// Pointer to a floating-point feature.
 class CFloatPtr : public CPointer<IFloat>
 {
 public:
     CFloatPtr() = default;
     CFloatPtr(IBase* pB)
-        : CPointer<IFloat>(Find(pB))
+        : CPointer<IFloat>(pB)
     {}
 
     CFloatPtr& operator=(IBase* pB)
     {
-        CPointer<IFloat>::operator=(Find(pB));
+        CPointer<IFloat>::operator=(pB);
         return *this;
     }
 
-private:
-    static IBase* Find(IBase* pB)
+    /// The same value as a node of another kind; null if there is none. LogicalErrorException for null.
+    IInteger* GetIntAlias() const { return dynamic_cast<IInteger*>(Get()->GetNode()->GetCastAlias()); }
+    IEnumeration* GetEnumAlias() const
     {
-        if (IFloat* pFloat = dynamic_cast<IFloat*>(pB))
-            return pFloat;
-        IInteger* pInteger = dynamic_cast<IInteger*>(pB);
-        return pInteger != nullptr ? pInteger->GetFloatAlias() : nullptr;
+        return dynamic_cast<IEnumeration*>(Get()->GetNode()->GetCastAlias());
     }
 };
 
 /// Enumeration with entries of a known type.
 template <class EnumT>
 using CEnumerationTPtr = CPointer<IEnumeration, IBase>;
+
+/// The questions of IBase.h; an empty pointer answers false.
+template <class T, class B>
+inline bool IsReadable(const CPointer<T, B>& ptr)
+{
+    return ptr.IsValid() && IsReadable(ptr->GetAccessMode());
+}
+template <class T, class B>
+inline bool IsWritable(const CPointer<T, B>& ptr)
+{
+    return ptr.IsValid() && IsWritable(ptr->GetAccessMode());
+}
+template <class T, class B>
+inline bool IsImplemented(const CPointer<T, B>& ptr)
+{
+    return ptr.IsValid() && IsImplemented(ptr->GetAccessMode());
+}
+template <class T, class B>
+inline bool IsAvailable(const CPointer<T, B>& ptr)
+{
+    return ptr.IsValid() && IsAvailable(ptr->GetAccessMode());
+}
 
 /// Name of the main interface of a node or value: "IInteger", "IFloat", ...; empty for null.
 GENAPI_DECL GenICam::gcstring GetInterfaceName(IBase* pBase);

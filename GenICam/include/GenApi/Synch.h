@@ -9,4 +9,6 @@ namespace GenApi
 {
 using GenICam::AutoLock;
 using GenICam::CLock;
+using GenICam::CLockEx;
+using GenICam::LockableObject;
 } // namespace GenApi

@@ -3,6 +3,7 @@
 // interface.
 #pragma once
 
+#include <Base/GCStringVector.h>
 #include <GenApi/GenApiLinkage.h>
 #include <GenApi/GenApiNamespace.h>
 
@@ -16,7 +17,7 @@ typedef enum _ESign
 {
     Signed,
     Unsigned,
-    _UndefinedESign
+    _UndefinedSign
 } ESign;
 
 /// What can be done with a node at present.
@@ -62,6 +63,10 @@ typedef enum _ERepresentation
     MACAddress,
     _UndefinedRepresentation
 } ERepresentation;
+
+#ifndef NO_UNDEFINEDED_REPRESENTATION
+#define _UndefindedRepresentation _UndefinedRepresentation
+#endif
 
 /// Byte order of a register.
 typedef enum _EEndianess
@@ -151,9 +156,10 @@ typedef enum _ELinkType
     ctParentNodes,          ///< nodes that name this one
     ctReadingChildren,      ///< nodes that a read of this one may read
     ctWritingChildren,      ///< nodes that a write to this one writes
-    ctInvalidatingChildren, ///< nodes named as its invalidators
+    ctInvalidatingChildren, ///< nodes whose change makes this one stale: reading children and invalidators
     ctDependingNodes,       ///< nodes that are invalidated with this one, direct and indirect ones
-    ctTerminalNodes         ///< nodes at the end of the write chain, direct and indirect ones
+    ctTerminalNodes,        ///< nodes at the end of the write chain, direct and indirect ones
+    ctValueChangingChildren ///< nodes whose value a write of this one can change
 } ELinkType;
 
 /// Kind of increment of a number.
@@ -169,8 +175,7 @@ typedef enum _EInputDirection
 {
     idFrom,
     idTo,
-    idNone,
-    _UndefinedEInputDirection
+    idNone
 } EInputDirection;
 
 /// Schema version of a description.
@@ -178,22 +183,18 @@ typedef enum _EGenApiSchemaVersion
 {
     v1_0 = 1,
     v1_1 = 2,
-    _UndefinedGenApiSchemaVersion = -1
+    _Undefined = -1
 } EGenApiSchemaVersion;
 
-/// When a node callback runs: while the map is locked, or after its lock has been given back.
-typedef enum _ECallbackType
+/// Whether changes fire callbacks.
+typedef enum _ECallbackSuppressMode
 {
-    cbPostInsideLock = 1,
-    cbPostOutsideLock = 2
-} ECallbackType;
+    csmOff = 0,    ///< callbacks fire
+    csmActive = 1, ///< no change fires anything until the mode is off again
+    csmOnce = 2    ///< the next change fires nothing, later ones do
+} ECallbackSuppressMode;
 
-/// Whether changes of a node fire its callbacks.
-typedef enum _ESuppressCallbackMode
-{
-    scmOff,   ///< callbacks fire
-    scmOnce,  ///< the next change fires nothing, later ones do
-    scmActive ///< no change fires anything until the mode is off again
-} ESuppressCallbackMode;
+/// Texts.
+typedef GenICam::gcstring_vector StringList_t;
 
 } // namespace GenApi

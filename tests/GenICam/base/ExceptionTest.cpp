@@ -58,7 +58,6 @@ std::string DescriptionOf(Function&& function)
 
 TEST(Exception, MacrosTellClassAndPlace)
 {
-    ExpectClass(GENERIC_EXCEPTION("told %d", 7), "GenericException");
     ExpectClass(BAD_ALLOC_EXCEPTION("told %d", 7), "BadAllocException");
     ExpectClass(INVALID_ARGUMENT_EXCEPTION("told %d", 7), "InvalidArgumentException");
     ExpectClass(OUT_OF_RANGE_EXCEPTION("told %d", 7), "OutOfRangeException");
@@ -115,7 +114,7 @@ TEST(Exception, OwnsItsTextsAndSharesThemWithCopies)
     description.assign("xxxxx");
     file.assign("xxx");
     const GenericException copy = first;
-    EXPECT_STREQ(copy.what(), "going : RuntimeException thrown (file 'a/b', line 5)");
+    EXPECT_STREQ(copy.what(), "going (file 'a/b', line 5)");
     EXPECT_EQ(copy.what(), first.what());
     const GenericException empty(nullptr, nullptr, -1, nullptr);
     EXPECT_STREQ(empty.GetDescription(), "");
@@ -175,4 +174,22 @@ TEST(Exception, RangeChecksTellValueAndLimit)
     EXPECT_THROW(CHECK_RANGE_FLT(0.5, 1.0, 2.0), OutOfRangeException);
     EXPECT_THROW(CHECK_RANGE_FLT(HUGE_VAL, -1e308, 1e308), OutOfRangeException);
     EXPECT_NO_THROW(CHECK_RANGE_FLT(std::nan(""), 1.0, 2.0));
+}
+
+// Texts of a program are taken as they are; without a type what() tells none, and files go without folders.
+TEST(Exception, TellsNoMoreThanItWasGiven)
+{
+    const auto whatOf = [](const GenericException& e) { return std::string(e.what()); };
+    EXPECT_EQ(whatOf(RuntimeException("d", "/a/f.cpp", 7)), "d (file 'f.cpp', line 7)");
+    EXPECT_EQ(whatOf(GenericException("d", "f.cpp", 7, "Entry()", "Nd", "Ty")),
+              "d : Ty thrown in node 'Nd' while calling 'Entry()' (file 'f.cpp', line 7)");
+    const std::string text = "100%d" + std::string(400, 'x');
+    std::stringstream stream;
+    stream << text;
+    EXPECT_EQ(RUNTIME_EXCEPTION(text).GetDescription(), text);
+    EXPECT_EQ(RUNTIME_EXCEPTION(stream).GetDescription(), text);
+    EXPECT_STREQ(RUNTIME_EXCEPTION().GetDescription(), "");
+    EXPECT_EQ(whatOf(GENERIC_EXCEPTION("a %d", 3)).find("a 3 (file "), 0u);
+    const int* const null = nullptr;
+    EXPECT_THROW(CHECK_DYNAMIC_CAST_POINTER(null), LogicalErrorException);
 }

@@ -164,7 +164,6 @@ TEST(String, MovesWithoutThrowing)
     static_assert(std::is_nothrow_move_constructible_v<gcstring> &&
                   std::is_nothrow_move_assignable_v<gcstring>);
     static_assert(std::is_nothrow_move_constructible_v<gcstring_vector>);
-    static_assert(sizeof(gcstring) == sizeof(std::string));
     gcstring a("a"), b("b");
     swap(a, b);
     EXPECT_EQ(a + b, "ba");
@@ -178,19 +177,30 @@ TEST(StringVector, InsertsAndErasesByIndexAndPosition)
     list.push_back("b");
     list.insert(0, "a");
     list.insert(list.end(), "d");
-    EXPECT_EQ(*list.insert(2, "c"), "c");
+    list.insert(2, "c");
+    EXPECT_TRUE(list.contains("c") && !list.contains("e"));
     EXPECT_EQ(list, (gcstring_vector{"a", "b", "c", "d"}));
-    EXPECT_EQ(*list.erase(size_t(1)), "c");
-    list.erase(list.begin());
+    list.erase(size_t(1));
+    EXPECT_EQ(*list.erase(list.begin()), "c");
     EXPECT_EQ(list, (gcstring_vector{"c", "d"}));
     list.pop_back();
     EXPECT_EQ(list.front(), "c");
     EXPECT_EQ(&list.front(), &list.back());
     list.resize(3, "x");
     EXPECT_EQ(list, (gcstring_vector{"c", "x", "x"}));
-    EXPECT_EQ(list.assign(2, "y"), gcstring_vector(2, "y"));
+    list.assign(2, "y");
+    EXPECT_EQ(list, gcstring_vector(2, "y"));
     list.erase(list.begin(), list.end());
     EXPECT_TRUE(list.empty());
+}
+
+TEST(String, FindsFromTheEnd)
+{
+    const gcstring text("a.b.c");
+    EXPECT_EQ(text.find_last_of('.'), 3u);
+    EXPECT_EQ(text.find_last_of(".", 2), 1u);
+    EXPECT_EQ(text.find_last_not_of('c'), 3u);
+    EXPECT_EQ(text.find_last_of("xyz"), gcstring::_npos());
 }
 
 TEST(StringVector, RefusesIndexesOutside)

@@ -15,15 +15,15 @@ TEST(Utilities, IntegralCastRefusesWhatDoesNotFit)
     EXPECT_EQ(INTEGRAL_CAST<uint8_t>(255), 255);
     EXPECT_EQ(INTEGRAL_CAST<int8_t>(int64_t(-128)), -128);
     EXPECT_EQ((INTEGRAL_CAST2<int32_t, int64_t>(5)), 5);
-    EXPECT_THROW(INTEGRAL_CAST<uint8_t>(256), OutOfRangeException);
-    EXPECT_THROW(INTEGRAL_CAST<uint64_t>(-1), OutOfRangeException) << "same bits, other sign";
-    EXPECT_THROW(INTEGRAL_CAST<int64_t>(UINT64_MAX), OutOfRangeException);
-    EXPECT_THROW(INTEGRAL_CAST<uint32_t>(int64_t(1) << 32), OutOfRangeException);
+    EXPECT_THROW(INTEGRAL_CAST<uint8_t>(256), RuntimeException);
+    EXPECT_THROW(INTEGRAL_CAST<uint64_t>(-1), RuntimeException) << "same bits, other sign";
+    EXPECT_THROW(INTEGRAL_CAST<int64_t>(UINT64_MAX), RuntimeException);
+    EXPECT_THROW(INTEGRAL_CAST<uint32_t>(int64_t(1) << 32), RuntimeException);
     try {
         INTEGRAL_CAST<int8_t>(-129);
         FAIL();
-    } catch (const OutOfRangeException& e) {
-        EXPECT_STREQ(e.GetDescription(), "-129 doesn't fit into an integer of 8 bits");
+    } catch (const RuntimeException& e) {
+        EXPECT_STREQ(e.GetDescription(), "INTEGRAL_CAST failed: -129 doesn't fit into an integer of 8 bits");
     }
 }
 

@@ -151,7 +151,7 @@ TEST(AccessMode, OfARegisterIsLimitedByThePort)
     test.map._Connect(&test.port);
     test.Int("X").SetValue(4);
     EXPECT_EQ(ModeOf(test, "X"), "RW");
-    test.map._Connect(nullptr);
+    test.map._Connect(static_cast<IPort*>(nullptr));
     EXPECT_EQ(ModeOf(test, "X"), "NI");
 }
 

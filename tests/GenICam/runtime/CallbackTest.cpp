@@ -337,13 +337,17 @@ TEST(Callbacks, CanBeSuppressedOnceOrUntilFurtherNotice)
         test.Int("A").SetValue(1);
         return log.Take();
     };
-    INode& a = test.Get("A");
-    a.SetSuppressCallbackMode(scmActive);
-    EXPECT_EQ(write(), "OnA") << "the mode is the node's own";
-    EXPECT_EQ(write(), "OnA");
-    a.SetSuppressCallbackMode(scmOff);
+    test.map._SetSuppressCallbackMode(csmActive);
+    EXPECT_EQ(write() + write(), "");
+    test.map._InvalidateNodes();
+    EXPECT_EQ(log.Take(), "");
+    test.map._SetSuppressCallbackMode(csmOff);
     EXPECT_EQ(write(), "A OnA");
-    a.SetSuppressCallbackMode(scmOnce);
-    EXPECT_EQ(write(), "OnA");
+    test.map._SetSuppressCallbackMode(csmOnce);
+    EXPECT_EQ(KindRaisedBy([&] { test.Value("A").FromString("soup"); }), "InvalidArgument");
+    EXPECT_EQ(write(), "") << "a refused write is no change";
+    EXPECT_EQ(write(), "A OnA");
+    test.map._SetSuppressCallbackMode(csmOnce);
+    test.map._SetSuppressCallbackMode(csmOff);
     EXPECT_EQ(write(), "A OnA");
 }

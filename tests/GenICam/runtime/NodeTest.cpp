@@ -2,7 +2,12 @@
 // What nodes tell of themselves and of their neighbours.
 #include "TestMap.h"
 
+#include <GenApi/PortWriteList.h>
+
+#include <limits>
+#include <memory>
 #include <tuple>
+#include <utility>
 
 using namespace GenApi;
 using namespace KxTest;
@@ -48,7 +53,7 @@ TEST(Node, TellsWhatTheDescriptionSays)
     EXPECT_FALSE(gain.IsStreamable());
     EXPECT_TRUE(gain.IsFeature() && test.Get("Root").IsFeature());
     EXPECT_FALSE(test.Get("Other").IsFeature() || test.Get("GainReg").IsFeature());
-    EXPECT_EQ(gain.GetNodeMap(), test.map._Ptr());
+    EXPECT_EQ(gain.GetNodeMap(), test.map._Ptr);
     for (const auto& [name, interface] : {std::pair{"Gain", "IInteger"},
                                           {"Root", "ICategory"},
                                           {"GainReg", "IInteger"},
@@ -164,11 +169,13 @@ TEST(Node, GivesItsOtherFaces)
     TestMap test(R"(
         Float F { pCastAlias I; Value 1 } Integer I { pCastAlias F; Value 1 } Float E { pCastAlias Mode; Value 1 }
         Float Plain { pAlias I; Value 1 } Enumeration Mode { EnumEntry Off { Value 0 } Value 0 })");
-    EXPECT_EQ(CFloatPtr(&test.Get("F"))->GetIntAlias(), &test.Int("I"));
-    EXPECT_EQ(test.Int("I").GetFloatAlias(), &test.Flt("F"));
-    EXPECT_EQ(test.Flt("E").GetEnumAlias(), &test.Enum("Mode"));
-    EXPECT_EQ(test.Flt("E").GetIntAlias(), nullptr);
-    EXPECT_EQ(test.Flt("Plain").GetIntAlias(), nullptr);
+    EXPECT_EQ(CFloatPtr(&test.Get("F")).GetIntAlias(), &test.Int("I"));
+    CIntegerRef integer;
+    integer.SetReference(&test.Get("I"));
+    EXPECT_EQ(integer.GetFloatAlias(), &test.Flt("F"));
+    EXPECT_EQ(CFloatPtr(&test.Get("E")).GetEnumAlias(), &test.Enum("Mode"));
+    EXPECT_EQ(CFloatPtr(&test.Get("E")).GetIntAlias(), nullptr);
+    EXPECT_EQ(CFloatPtr(&test.Get("Plain")).GetIntAlias(), nullptr);
 }
 
 TEST(ConcatenatedWrite, WritesInItsOrderAndPassesOverWhatItCannotUse)
@@ -181,7 +188,7 @@ TEST(ConcatenatedWrite, WritesInItsOrderAndPassesOverWhatItCannotUse)
     for (const auto& [name, value] : {std::pair{"B", "1"}, {"A", "2"}, {"Nobody", "3"}, {"B", "soup"}})
         list->Add(name, value);
     GenICam::gcstring_vector errors;
-    EXPECT_TRUE(test.map._ConcatenatedWrite(*list, true, &errors));
+    EXPECT_TRUE(test.map._ConcatenatedWrite(list, true, &errors));
     EXPECT_EQ(errors.size(), 0u);
     EXPECT_EQ(test.port.TakeAccesses(), "w4:4 w0:4 w4:4");
     EXPECT_EQ(test.Int("A").GetValue(), 2);
@@ -189,7 +196,157 @@ TEST(ConcatenatedWrite, WritesInItsOrderAndPassesOverWhatItCannotUse)
     list->Clear();
     list->Add("A", "7");
     test.port.onWrite = [] { throw TIMEOUT_EXCEPTION("cable pulled"); };
-    EXPECT_FALSE(test.map._ConcatenatedWrite(*list, true, &errors));
+    EXPECT_FALSE(test.map._ConcatenatedWrite(list, true, &errors));
     EXPECT_EQ(errors.size(), 1u);
     list->Destroy();
+}
+
+namespace
+{
+
+/// Takes writes singly or many at once, and tells which.
+class StackedPort : public CPortStackedImpl
+{
+public:
+    std::string calls;
+
+    EAccessMode GetAccessMode() const override { return RW; }
+    void Read(void* pBuffer, int64_t address, int64_t length) override
+    {
+        calls += "r ";
+        memory.Read(pBuffer, address, length);
+    }
+    void Write(const void* pBuffer, int64_t address, int64_t length) override
+    {
+        calls += "w ";
+        memory.Write(pBuffer, address, length);
+    }
+    void Write(PORT_REGISTER_STACK_ENTRY* pEntries, size_t count) override
+    {
+        for (size_t i = 0; i < count; ++i)
+            calls +=
+                "[" + std::to_string(pEntries[i].Address) + "," + std::to_string(pEntries[i].Size) + "] ";
+    }
+
+    FakePort memory;
+};
+
+} // namespace
+
+TEST(ConcatenatedWrite, OnAStackedPortIsOneCall)
+{
+    StackedPort port;
+    TestMap test(R"(
+        Integer I { pValue IReg; Min 0 } IntReg IReg { at 16 4 RW; Little }
+        IntReg J { at 20 4 RW; Little } MaskedIntReg Bits { at 20 4 RW; Bit 3; Little } Float Own { Value 0 })",
+                 false);
+    ASSERT_TRUE(test.map._Ptr->Connect(&port));
+    test.Int("I").SetValue(1);
+    EXPECT_EQ(std::exchange(port.calls, ""), "w ");
+    CNodeWriteConcatenatorRef list(test.map._NewNodeWriteConcatenator());
+    list._Add("I", int64_t{5});
+    list._Add("J", 6.6);
+    list._Add("I", int64_t{-1});
+    list._Add("Own", true);
+    list._Add("I", "7");
+    GenICam::gcstring_vector errors;
+    EXPECT_FALSE(test.map._ConcatenatedWrite(list, true, &errors));
+    EXPECT_EQ(port.calls, "[16,4] [20,4] [16,4] ");
+    EXPECT_EQ(errors.size(), 1u);
+    EXPECT_EQ(std::string(errors.at(0)).find("Error while writing node 'I': "), 0u);
+    EXPECT_EQ(test.Int("J").GetValue(), 6);
+    EXPECT_EQ(test.Flt("Own").GetValue(), 1);
+    list.Release()->Destroy();
+    EXPECT_EQ(KindRaisedBy([&] { list._Clear(); }), "Access");
+    EXPECT_TRUE(test.map._Ptr->ConcatenatedWrite(nullptr));
+}
+
+TEST(Port, RecordsItsWritesAndDoesThemAgain)
+{
+    TestMap test("IntReg A { at 0 4 RW; Little } IntReg B { at 4 4 RW; Little }");
+    CPortWriteList list;
+    CPortRecorderPtr recorder(&test.Get("Device"));
+    recorder->StartRecording(&list);
+    test.Int("A").SetValue(1);
+    test.Int("B").SetValue(2);
+    recorder->StopRecording();
+    test.Int("A").SetValue(3);
+    EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4 w0:4");
+    recorder->Replay(&list);
+    EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4");
+    EXPECT_EQ(test.Int("A").GetValue(), 1) << "and nothing cached stays";
+    recorder->Replay(nullptr);
+    EXPECT_EQ(list.GetCookie(), -1);
+}
+
+TEST(Port, OfAProgramInvalidatesItsNodeAndMayGoBeforeTheMap)
+{
+    struct Registers
+    {
+        uint32_t value;
+    };
+    TestMap test("IntReg A { at 0 4 RW; Little }", false);
+    {
+        CTestPortStruct<Registers> port;
+        port.InvalidateNode(); // of no node
+        ASSERT_TRUE(test.map._Connect(&port));
+        EXPECT_EQ(test.Int("A").GetValue(), 0);
+        port.value = 5;
+        EXPECT_EQ(test.Int("A").GetValue(), 0);
+        port.InvalidateNode();
+        EXPECT_EQ(test.Int("A").GetValue(), 5);
+    }
+    EXPECT_EQ(test.Get("A").GetAccessMode(), NI);
+    CTestPortStruct<Registers> other;
+    {
+        CNodeMapRef map;
+        map._LoadXMLFromString(DescriptionAsXml("IntReg A { at 0 4 RW; Little }").c_str());
+        map._Connect(&other);
+    }
+    other.InvalidateNode(); // the map has gone
+    std::unique_ptr<IPort> owned(new CTestPortStruct<Registers>);
+}
+
+TEST(Node, CarriesAPointerOfItsUser)
+{
+    TestMap test("Integer X { Value 1 }");
+    int mine = 0;
+    CNodeUserDataPtr node(&test.Get("X"));
+    EXPECT_EQ(node->SetUserData(&mine), nullptr);
+    test.Get("X").InvalidateNode();
+    EXPECT_EQ(node->GetUserData(), &mine);
+    EXPECT_EQ(CNodeMapUserDataPtr(test.map._Ptr)->GetUserData(), nullptr);
+}
+
+TEST(Reference, ForwardsWhenItIsSet)
+{
+    enum Choice
+    {
+        Off,
+        On,
+        Missing
+    };
+    TestMap test(
+        "Integer X { Value 3 } Enumeration E { EnumEntry A { Value 7 } EnumEntry B { Value 9 } Value 7 }");
+    CIntegerRef x;
+    EXPECT_EQ(x.GetAccessMode(), NI);
+    EXPECT_EQ(RaisedBy([&] { x.SetValue(1); }).description, "Feature not present (reference not valid)");
+    x.SetReference(&test.Get("E"));
+    EXPECT_EQ(x.GetAccessMode(), NI) << "of another kind";
+    x.SetReference(&test.Get("X"));
+    x = 4;
+    EXPECT_EQ(x() + x.GetMin(), 4 + std::numeric_limits<int64_t>::min());
+    CEnumerationTRef<Choice> e;
+    e.SetReference(&test.Get("E"));
+    e.SetNumEnums(3);
+    e.SetEnumReference(Off, "A");
+    e.SetEnumReference(On, "B");
+    e.SetEnumReference(Missing, "C");
+    e.SetEnumReference(17, "A"); // no such place
+    e = On;
+    EXPECT_EQ(test.Enum("E").GetIntValue(), 9);
+    e = "A";
+    EXPECT_EQ(e.GetValue(), Off);
+    EXPECT_EQ(RaisedBy([&] { e.SetValue(Missing); }).description, "EnumEntry 2 not present");
+    EXPECT_EQ(e.GetEntry(Missing), nullptr);
 }

@@ -25,14 +25,14 @@ constexpr const char* kOutline = R"(
 std::string Selected(const TestMap& test, const char* name)
 {
     FeatureList_t features;
-    test.Get(name).GetSelectedFeatures(features);
+    test.Get<ISelector>(name).GetSelectedFeatures(features);
     return NamesOf(features);
 }
 
 std::string Selecting(const TestMap& test, const char* name)
 {
     FeatureList_t features;
-    test.Get(name).GetSelectingFeatures(features);
+    test.Get<ISelector>(name).GetSelectingFeatures(features);
     return NamesOf(features);
 }
 
@@ -41,8 +41,8 @@ std::string Selecting(const TestMap& test, const char* name)
 TEST(Selector, KnowsWhatItSelectsDirectlyAndThroughOthers)
 {
     TestMap test(kOutline);
-    EXPECT_TRUE(test.Get("Outer").IsSelector());
-    EXPECT_FALSE(test.Get("Gain").IsSelector());
+    EXPECT_TRUE(test.Get<ISelector>("Outer").IsSelector());
+    EXPECT_FALSE(test.Get<ISelector>("Gain").IsSelector());
     EXPECT_EQ(Selected(test, "Gain"), "");
     EXPECT_EQ(Selected(test, "Register"), "OnRaw Raw");
     EXPECT_EQ(Selected(test, "Inner"), "Gain Loose OnLoose");

@@ -214,8 +214,8 @@ TEST(ChunkAdapterGeneric, TakesTheProducersList)
         EXPECT_THROW(adapter.AttachBuffer(buffer.data(), 7, list, 1), RuntimeException);
     EXPECT_EQ(map["Counter"]->GetAccessMode(), NA);
     const SingleChunkDataStr_t noId[] = {{"xyz", 0, 1}}, longId[] = {{"10000000000000000", 0, 1}};
-    EXPECT_THROW(adapter.AttachBuffer(buffer.data(), 7, noId, 1), InvalidArgumentException);
-    EXPECT_THROW(adapter.AttachBuffer(buffer.data(), 7, longId, 1), InvalidArgumentException);
+    EXPECT_THROW(adapter.AttachBuffer(buffer.data(), 7, noId, 1), RuntimeException);
+    EXPECT_THROW(adapter.AttachBuffer(buffer.data(), 7, longId, 1), RuntimeException);
 }
 
 TEST(ChunkPort, ComparesIdsByNumberAndByBytes)

@@ -77,5 +77,5 @@ TEST(ChunkLayout, NeedsANodeMapToShowAnything)
     EXPECT_THROW(adapter.AttachBuffer(empty.data(), 8), GenICam::LogicalErrorException);
     EXPECT_THROW(adapter.UpdateBuffer(empty.data()), GenICam::LogicalErrorException);
     EXPECT_NO_THROW(adapter.DetachBuffer());
-    EXPECT_THROW(CChunkAdapterGeneric().AttachBuffer(empty.data(), 8), GenICam::InvalidArgumentException);
+    EXPECT_NO_THROW(CChunkAdapterGeneric().AttachBuffer(empty.data(), 8)) << "there is nothing to show";
 }

@@ -199,8 +199,8 @@ TEST(EventAdapterGeneric, TakesTheIdBesideTheMessage)
     EXPECT_EQ(map.Int("Data"), 6);
     adapter.DeliverMessage(message, 10, gcstring("00000002"));
     EXPECT_EQ(map.Int("Other"), 5);
-    EXPECT_THROW(adapter.DeliverMessage(message, 10, gcstring("event")), InvalidArgumentException);
-    EXPECT_THROW(adapter.DeliverMessage(message, 10), InvalidArgumentException);
+    EXPECT_THROW(adapter.DeliverMessage(message, 10, gcstring("event")), RuntimeException);
+    EXPECT_NO_THROW(adapter.DeliverMessage(message, 10)) << "an event of no ID is nobody's";
     adapter.DeliverMessage(nullptr, 0, uint64_t(0x9001));
     EXPECT_THROW(map.Int("Timestamp"), OutOfRangeException) << "an event without data";
 }

@@ -150,7 +150,7 @@ struct FilestreamTest : testing::Test
 
 TEST_F(FilestreamTest, WritesAndReadsFilesLargerThanTheBuffer)
 {
-    ODevFileStream out(map._Ptr(), kFile);
+    ODevFileStream out(map._Ptr, kFile);
     ASSERT_TRUE(out.is_open());
     out << text;
     out.close();
@@ -158,7 +158,7 @@ TEST_F(FilestreamTest, WritesAndReadsFilesLargerThanTheBuffer)
     EXPECT_FALSE(device.isOpen);
     EXPECT_EQ(device.content, text);
 
-    IDevFileStream in(map._Ptr(), kFile);
+    IDevFileStream in(map._Ptr, kFile);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), text);
     in.close();
     EXPECT_FALSE(device.isOpen);
@@ -167,7 +167,7 @@ TEST_F(FilestreamTest, WritesAndReadsFilesLargerThanTheBuffer)
 TEST_F(FilestreamTest, ReadsLineByLine)
 {
     device.content = "first\nsecond line that is long\n";
-    IDevFileStream in(map._Ptr(), kFile);
+    IDevFileStream in(map._Ptr, kFile);
     std::string line;
     ASSERT_TRUE(std::getline(in, line));
     EXPECT_EQ(line, "first");
@@ -179,7 +179,7 @@ TEST_F(FilestreamTest, ReadsLineByLine)
 TEST_F(FilestreamTest, ClosesTheFileAtTheEndOfTheStream)
 {
     {
-        ODevFileStream out(map._Ptr(), kFile);
+        ODevFileStream out(map._Ptr, kFile);
         out << "abc";
     }
     EXPECT_EQ(device.content, "abc");
@@ -188,13 +188,13 @@ TEST_F(FilestreamTest, ClosesTheFileAtTheEndOfTheStream)
 
 TEST_F(FilestreamTest, TellsWhatCannotBeOpened)
 {
-    EXPECT_FALSE(ODevFileStream(map._Ptr(), "NoFile").is_open());
-    EXPECT_TRUE(ODevFileStream(map._Ptr(), "Other").fail()) << "the device refuses";
+    EXPECT_FALSE(ODevFileStream(map._Ptr, "NoFile").is_open());
+    EXPECT_TRUE(ODevFileStream(map._Ptr, "Other").fail()) << "the device refuses";
     EXPECT_TRUE(IDevFileStream(nullptr, kFile).fail());
     CTestMap noFiles("<Integer Name=\"I\"><Value>0</Value></Integer>");
     EXPECT_TRUE(IDevFileStream(noFiles, kFile).fail());
-    IDevFileStream twice(map._Ptr(), kFile);
-    twice.open(map._Ptr(), kFile);
+    IDevFileStream twice(map._Ptr, kFile);
+    twice.open(map._Ptr, kFile);
     EXPECT_TRUE(twice.fail());
     EXPECT_TRUE(twice.is_open());
 }
@@ -202,7 +202,7 @@ TEST_F(FilestreamTest, TellsWhatCannotBeOpened)
 TEST_F(FilestreamTest, TellsFailuresInTheMiddle)
 {
     device.failAt = kBufferSize;
-    ODevFileStream out(map._Ptr(), kFile);
+    ODevFileStream out(map._Ptr, kFile);
     out << text;
     out.flush();
     EXPECT_FALSE(out.good());
@@ -211,7 +211,7 @@ TEST_F(FilestreamTest, TellsFailuresInTheMiddle)
 
     device.failAt = -1;
     device.capacity = 20;
-    ODevFileStream full(map._Ptr(), kFile);
+    ODevFileStream full(map._Ptr, kFile);
     full << text << std::flush;
     EXPECT_FALSE(full.good()) << "the file is full";
     full.close();
@@ -222,7 +222,7 @@ TEST_F(FilestreamTest, AdapterMovesBytesAtAnyPlace)
 {
     FileProtocolAdapter adapter;
     EXPECT_FALSE(adapter.openFile(kFile, std::ios::out)) << "not attached";
-    ASSERT_TRUE(adapter.attach(map._Ptr()));
+    ASSERT_TRUE(adapter.attach(map._Ptr));
     ASSERT_TRUE(adapter.openFile(kFile, std::ios::in | std::ios::out));
     EXPECT_EQ(device.Word(kMode), 2u);
     EXPECT_EQ(adapter.getBufSize(kFile, std::ios::in), kBufferSize);

@@ -91,7 +91,7 @@ public:
     CTestMap(const CTestMap&) = delete;
     CTestMap& operator=(const CTestMap&) = delete;
 
-    operator GenApi::INodeMap*() const { return map._Ptr(); }
+    operator GenApi::INodeMap*() const { return map._Ptr; }
     GenApi::INode* operator[](const char* name) const { return map._GetNode(name); }
     int64_t Int(const char* name) const { return GenApi::CIntegerPtr(map._GetNode(name))->GetValue(); }
     void SetInt(const char* name, int64_t value) const

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+// The list of values for a concatenated write.
+#pragma once
+
+#include <Base/GCException.h>
+#include <Base/GCStringVector.h>
+#include <GenApi/ConcatenatedWrite.h>
+#include <GenApi/INodeMap.h>
+
+#include <exception>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace KxGenApi
+{
+
+/// Names with values of different types.
+class WriteList final : public GenApi::CNodeWriteConcatenator
+{
+public:
+    using gcstring = GenICam::gcstring;
+    using Value = std::variant<gcstring, int64_t, double, bool>;
+
+    void Add(const gcstring& NodeName, const gcstring& Text) override
+    {
+        m_entries.emplace_back(NodeName, Text);
+    }
+    void Add(const gcstring& NodeName, const char* pText) override
+    {
+        m_entries.emplace_back(NodeName, gcstring(pText));
+    }
+    void Add(const gcstring& NodeName, const int64_t Number) override
+    {
+        m_entries.emplace_back(NodeName, Number);
+    }
+    void Add(const gcstring& NodeName, const double Number) override
+    {
+        m_entries.emplace_back(NodeName, Number);
+    }
+    void Add(const gcstring& NodeName, const bool On) override { m_entries.emplace_back(NodeName, On); }
+    void Clear() override { m_entries.clear(); }
+    void Destroy() override { delete this; }
+
+    /// Writes all values; false if any was refused, of which `errors` gets a line each.
+    bool WriteTo(GenApi::INodeMap& map, GenICam::gcstring_vector* errors) const;
+
+private:
+    std::vector<std::pair<gcstring, Value>> m_entries;
+};
+
+/// Runs a function; what it raises becomes a line of `errors`, if there is such a list, and false.
+template <typename Function>
+bool Attempt(const Function& function, const GenICam::gcstring& prefix, GenICam::gcstring_vector* errors)
+{
+    const auto tell = [&](const char* what) {
+        if (errors != nullptr)
+            errors->push_back(prefix + what);
+        return false;
+    };
+    try {
+        function();
+        return true;
+    } catch (const GenICam::GenericException& error) {
+        return tell(error.what());
+    } catch (const std::exception& error) { // ports may throw what they like; the rest goes on
+        return tell(error.what());
+    }
+}
+
+} // namespace KxGenApi
