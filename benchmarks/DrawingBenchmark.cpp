@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The drawing tool over an image of 5 megapixels: painting beside bare QPainter calls, the mouse, the features and
-// drawing into buffers. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
+// The drawing tool over an image of 5 megapixels: painting beside bare QPainter calls, the mouse, the
+// features and drawing into buffers. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
 
 #include "drawing/KxDrawingTool_qt.h"
 #include "image/COverlayParam.h"
@@ -217,15 +217,23 @@ void DrawStroke(Scene& scene, QWidget& widget)
     scene.Tool().SetDrawingItemType(KxDrawingItemType_Select);
 }
 
-void PaintStroke(benchmark::State& state)
+/// Over live images, or each time after a change.
+void PaintStroke(benchmark::State& state, bool bChanged)
 {
     Scene scene;
     QWidget widget;
     DrawStroke(scene, widget);
-    for (auto _ : state)
+    scene.Paint();
+    scene.Paint();
+    int n = 0;
+    for (auto _ : state) {
+        if (bChanged)
+            scene.ChangeUnits(++n);
         scene.Paint();
+    }
 }
-BENCHMARK(PaintStroke)->Name("Drawing/stroke");
+BENCHMARK_CAPTURE(PaintStroke, live, false)->Name("Drawing/stroke");
+BENCHMARK_CAPTURE(PaintStroke, changed, true)->Name("Drawing/strokeChanged");
 
 void Hover(benchmark::State& state, Scene& scene, QWidget& widget)
 {

@@ -17,7 +17,8 @@ namespace KxApi
 
 /// Over a live image the same drawing is painted again and again. From its second time on it is kept as a
 /// picture of the painter's own pixels, so that painting it costs one pass over the screen, whatever it
-/// shows; the pixels are those that painting it anew would yield. Under the lock of the tool.
+/// shows. The pixels are those that painting it anew would yield, up to rounding where smooth texts lie over
+/// each other. Under the lock of the tool.
 class CDrawingLayer
 {
 public:

@@ -2,6 +2,7 @@
 #include "drawing/shapes/KxDrawingItemFreeHand_qt.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace KxApi
 {
@@ -19,6 +20,7 @@ constexpr CShapeTraits kTraits = {
     2,
 };
 
+constexpr int kPiece = 16;           // lines that are painted at a time
 constexpr double kLeastStep = 0.001; // in fractions of the image; shorter ones move the last point
 
 } // namespace
@@ -51,7 +53,13 @@ uint32_t CKxDrawingItemFreeHand::BuildStep(const CStep& step)
 void CKxDrawingItemFreeHand::PaintFigure(const CPaint& paint)
 {
     const QVector<QPoint> vecPath = WindowPath(paint.param);
-    paint.painter.drawPolyline(vecPath.constData(), vecPath.size());
+    // Round pieces of one colour make the same figure as the whole, in half the time.
+    const QPen& pen = paint.painter.pen();
+    const bool bPieces = pen.style() == Qt::SolidLine && pen.capStyle() == Qt::RoundCap &&
+                         pen.joinStyle() == Qt::RoundJoin && pen.color().alpha() == 255;
+    const int nPiece = bPieces ? kPiece : vecPath.size();
+    for (int i = 0; i == 0 || i + 1 < vecPath.size(); i += nPiece)
+        paint.painter.drawPolyline(vecPath.constData() + i, std::min(nPiece + 1, vecPath.size() - i));
 }
 
 void CKxDrawingItemFreeHand::PaintLabels(const CPaint& paint)
