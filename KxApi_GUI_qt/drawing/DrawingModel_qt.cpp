@@ -34,81 +34,12 @@ CDrawingModel::CEntry::~CEntry()
 
 CDrawingModel::CDrawingModel(IKxDrawingHost& host, CKxRegister& objRegister)
     : m_host(host)
+    , m_objRegister(objRegister)
     , m_objGridPen(kGridColor, KxLineStyle_Dot, 1)
     , m_objDefaultPen(kObjectColor, KxLineStyle_Solid, 2)
     , m_objDefaultBrush(Qt::black, KxBrushStyle_Null)
     , m_objDefaultFont(kObjectColor, 24)
-{
-    objRegister.Register({&m_eItemType,
-                          &m_regObjectsCount,
-                          &m_nSelector,
-                          &m_regObjectType,
-                          &m_regObjectIsLocked,
-                          &m_regObjectIsHidden,
-                          &m_regObjectPointCount,
-                          &m_regObjectName,
-                          &m_regLineStyle,
-                          &m_regLineWidth,
-                          &m_regLineColor,
-                          &m_regBrushBkMode,
-                          &m_regBrushBkColor,
-                          &m_regBrushStyle,
-                          &m_regBrushColor,
-                          &m_regPolyFillMode,
-                          &m_regFontHeight,
-                          &m_regFontWeight,
-                          &m_regFontStyle,
-                          &m_regFontDecoration,
-                          &m_regFontFamily,
-                          &m_regFontColor,
-                          &m_regFontBkMode,
-                          &m_regFontBkColor,
-                          &m_dConversionX,
-                          &m_dConversionY,
-                          &m_dConversionAngle,
-                          &m_strLengthUnit,
-                          &m_strAreaUnit,
-                          &m_strAngleUnit,
-                          &m_nLengthPrecision,
-                          &m_nAreaPrecision,
-                          &m_nAnglePrecision,
-                          &m_nPositionPrecision,
-                          &m_regEnabledTexts,
-                          &m_regAvailableTexts,
-                          &m_nGridHLines,
-                          &m_nGridVLines,
-                          &m_regGridStyle,
-                          &m_regGridSize,
-                          &m_regGridColor,
-                          &m_regRemove,
-                          &m_regMoveToBack,
-                          &m_regMoveToFront,
-                          &m_regGridEndcap,
-                          &m_regGridJoin,
-                          &m_regLineEndcap,
-                          &m_regLineJoin,
-                          &m_bHideAll,
-                          &m_regDefaultLineStyle,
-                          &m_regDefaultLineSize,
-                          &m_regDefaultLineColor,
-                          &m_regDefaultLineEndcap,
-                          &m_regDefaultLineJoin,
-                          &m_regDefaultBrushBkMode,
-                          &m_regDefaultBrushBkColor,
-                          &m_regDefaultBrushStyle,
-                          &m_regDefaultBrushColor,
-                          &m_regDefaultPolyFillMode,
-                          &m_regDefaultFontHeight,
-                          &m_regDefaultFontWeight,
-                          &m_regDefaultFontStyle,
-                          &m_regDefaultFontDecoration,
-                          &m_regDefaultFontFamily,
-                          &m_regDefaultFontColor,
-                          &m_regDefaultFontBkMode,
-                          &m_regDefaultFontBkColor,
-                          &m_regPointX,
-                          &m_regPointY});
-}
+{}
 
 void CDrawingModel::Note(CNote note)
 {

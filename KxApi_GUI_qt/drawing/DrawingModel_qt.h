@@ -113,6 +113,7 @@ public:
     void OnDrawingObjectChanged() { Note({ENote::Changed, {}}); }
     /// For the registers: each update is the one above.
     void OnSettingChanged(uint32_t, bool) { OnDrawingObjectChanged(); }
+    CKxRegister& Registers() { return m_objRegister; }
     static const char* SourceFile() noexcept { return kDrawingSourceFile; }
 
 private:
@@ -237,6 +238,7 @@ private:
     void mSetDrawingObjectMoveToBack(size_t nIndex);
 
     IKxDrawingHost& m_host;
+    CKxRegister& m_objRegister;
     mutable GenICam::CLock m_lock; // see the class
     int m_nDepth = 0;              // of Locked
     uint64_t m_nState = 0;
