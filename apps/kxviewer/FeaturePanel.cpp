@@ -79,6 +79,11 @@ FeaturePanel::FeaturePanel(QWidget* pParent)
 {
     MakeTools();
     m_window->SetVisibleFilter(true);
+    ShowWindow();
+}
+
+void FeaturePanel::ShowWindow()
+{
     m_window->Show(m_pPlace, KxWindowMode_Child);
     Tree()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(Tree(), &QTreeWidget::customContextMenuRequested, this, &FeaturePanel::ShowMenu);
@@ -86,7 +91,6 @@ FeaturePanel::FeaturePanel(QWidget* pParent)
 
 FeaturePanel::~FeaturePanel()
 {
-    LetGo();
     m_changes.clear();
     m_window.Reset();
 }
@@ -184,12 +188,19 @@ void FeaturePanel::SetMaps(const QVector<FeatureMapEntry>& maps)
 void FeaturePanel::LetGo()
 {
     m_pMap = nullptr;
+    if (!m_registered.isEmpty()) {
+        Deregister();
+        ShowWindow(); // anew: a hidden one wouldn't let go of its rows by a refresh
+    }
+    m_pFound->clear();
+    ShowChanges();
+}
+
+void FeaturePanel::Deregister()
+{
     for (void* const hRegistered : m_registered)
         m_window->DeregisterINode(hRegistered);
     m_registered.clear();
-    m_window->Refresh();
-    m_pFound->clear();
-    ShowChanges();
 }
 
 void FeaturePanel::ShowMap(int nIndex)
@@ -216,9 +227,7 @@ ChangedFeatures* FeaturePanel::Changes()
 
 void FeaturePanel::Register()
 {
-    for (void* const hRegistered : m_registered)
-        m_window->DeregisterINode(hRegistered);
-    m_registered.clear();
+    Deregister();
     for (const QString& strName : Favourites()) {
         if (GenApi::INode* const pNode = FindNode(*m_pMap, strName))
             m_registered.append(m_window->RegisterINode(pNode, "Favourites"));

@@ -56,6 +56,8 @@ private:
     void LetGo();
     ChangedFeatures* Changes();
     void Register();
+    void Deregister();
+    void ShowWindow();
     QTreeWidget* Tree();
     QTreeWidgetItem* RowOf(const QString& strName);
     GenApi::INode* NodeOf(QTreeWidgetItem* pItem);
