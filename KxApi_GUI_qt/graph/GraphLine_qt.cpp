@@ -87,9 +87,7 @@ void CGraphLinePainter::Draw(const std::vector<CGraphColumn>& vecColumns, const 
 {
     if (vecColumns.empty() || pen.style() == Qt::NoPen)
         return;
-    if (IsThin(pen))
-        DrawThin(vecColumns, pen);
-    else if (m_nScale > 0 && pen.width() == kMiterWidth && IsPlain(pen) && pen.joinStyle() == Qt::MiterJoin)
+    if (m_nScale > 0 && pen.width() == kMiterWidth && IsPlain(pen) && pen.joinStyle() == Qt::MiterJoin)
         DrawMitered(vecColumns, pen);
     else
         DrawAsPath(vecColumns, pen);
@@ -129,19 +127,6 @@ void CGraphLinePainter::FillRects(const QPen& pen)
     m_painter.drawRects(m_vecRects.data(), static_cast<int>(m_vecRects.size()));
     m_painter.setTransform(saved);
     m_vecRects.clear();
-}
-
-void CGraphLinePainter::DrawThin(const std::vector<CGraphColumn>& vecColumns, const QPen& pen)
-{
-    for (size_t i = 0; i < vecColumns.size(); ++i) {
-        const CGraphColumn& column = vecColumns[i];
-        const auto [least, greatest] =
-            std::minmax_element(column.arrY.begin(), column.arrY.begin() + column.nCount);
-        AddRect(column.nX, *least, column.nX + 1, *greatest + 1);
-        if (i + 1 < vecColumns.size() && vecColumns[i + 1].nX > column.nX + 1)
-            AddRect(column.nX + 1, column.Last(), vecColumns[i + 1].nX, column.Last() + 1);
-    }
-    FillRects(pen);
 }
 
 void CGraphLinePainter::AddBar(const CGraphColumn& column, bool bFirst, bool bLast)

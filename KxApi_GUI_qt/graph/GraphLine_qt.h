@@ -31,7 +31,6 @@ public:
 private:
     bool IsThin(const QPen& pen) const;
     void DrawAsPath(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
-    void DrawThin(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
     void DrawMitered(const std::vector<CGraphColumn>& vecColumns, const QPen& pen);
     void AddBar(const CGraphColumn& column, bool bFirst, bool bLast);
     void AddRect(int nLeft, int nTop, int nRight, int nBottom);
