@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <future>
 #include <mutex>
 #include <utility>
@@ -20,12 +21,21 @@ namespace
 
 constexpr unsigned int kPauseMs = 5000;
 
-/// Workers whose last call hasn't returned yet. Its end, which is that of the process, waits for them.
+/// Workers whose last call hasn't returned yet. The end of the process waits for them.
 class CEndingWorkers
 {
 public:
+    static CEndingWorkers& Get()
+    {
+        static CEndingWorkers ending;
+        return ending;
+    }
+
     void Add(std::unique_ptr<CWorkerDeviceDetection> pWorker)
     {
+        // Each time: what ends first at exit was begun last, and the producers that this worker calls were
+        // loaded before now.
+        std::atexit([] { Get().Wait(); });
         const std::lock_guard<std::mutex> guard(m_mutex);
         m_vecEnds.erase(std::remove_if(m_vecEnds.begin(), m_vecEnds.end(),
                                        [](const std::future<void>& end) {
@@ -38,6 +48,12 @@ public:
     }
 
 private:
+    void Wait()
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_vecEnds.clear();
+    }
+
     std::mutex m_mutex;
     std::vector<std::future<void>> m_vecEnds; // the destructor of each waits
 };
@@ -55,9 +71,8 @@ void CWorkerDeviceDetection::EndSoon(std::unique_ptr<CWorkerDeviceDetection> pWo
 {
     if (!pWorker || !pWorker->m_pSearch->HoldsAll())
         return; // which waits
-    static CEndingWorkers ending;
     static_cast<CEventObject*>(pWorker->GetStopRequestEvent())->SetEvent();
-    ending.Add(std::move(pWorker));
+    CEndingWorkers::Get().Add(std::move(pWorker));
 }
 
 int CWorkerDeviceDetection::mWork()
