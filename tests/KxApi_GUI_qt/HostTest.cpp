@@ -72,12 +72,20 @@ protected:
         return pWnd;
     }
 
-    static bool PumpUntil(const std::function<bool()>& condition)
+    /// Handles events until the condition holds; false when for a minute it neither does nor the count rises.
+    static bool PumpUntil(const std::function<bool()>& condition, const std::atomic<int>* pCount = nullptr)
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (!condition() && std::chrono::steady_clock::now() < end)
-            processEventGUI(false, 1);
-        return condition();
+        using Clock = std::chrono::steady_clock;
+        const auto count = [=] { return pCount ? pCount->load() : 0; };
+        auto end = Clock::now() + std::chrono::minutes(1);
+        for (int nLast = count(); !condition(); processEventGUI(false, 1)) {
+            if (count() != nLast)
+                end = Clock::now() + std::chrono::minutes(1);
+            else if (Clock::now() > end)
+                return false;
+            nLast = count();
+        }
+        return true;
     }
 
     CKxApiAutoInitTerm m_objSdk;
@@ -194,7 +202,7 @@ TEST_F(Host, ShowsAnewFromAThreadWhileCallbacksUseTheWindow)
             window.Show(nullptr, KxWindowMode_Modaless);
         bStop = true;
     });
-    EXPECT_TRUE(PumpUntil([&] { return bStop.load(); })) << "stuck after " << nShown;
+    EXPECT_TRUE(PumpUntil([&] { return bStop.load(); }, &nShown)) << "stuck after " << nShown;
     if (!bStop)
         std::abort(); // the threads can't be joined
     shower.join();
