@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainWindow.h"
 
+#include "Docks.h"
 #include "Pictures.h"
 
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTabBar>
@@ -30,7 +32,7 @@ MainWindow::MainWindow(KxApps::Cameras& cameras, const CameraSearch& search, Run
     , m_pViews(new QTabWidget(this))
 {
     setWindowTitle("KxApi viewer");
-    resize(1000, 760);
+    resize(QSize(1400, 900).boundedTo(screen()->availableSize()));
     m_pViews->setDocumentMode(true);
     m_pViews->setTabBarAutoHide(true);
     m_pViews->setTabsClosable(true);

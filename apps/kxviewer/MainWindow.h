@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <QVector>
 
 class QLabel;
 class QTabWidget;

@@ -3,14 +3,13 @@
 #pragma once
 
 #include <QDockWidget>
-#include <QVector>
 
 class CameraView;
 
 /// A dock of the viewer, which shows something of the camera view in front. Hidden docks should cost nothing:
 /// they may stop what they do in hideEvent and begin it anew in showEvent. GUI thread.
 ///
-/// Docks are listed in MakeDocks, in ViewerDock.cpp.
+/// Docks are listed in MakeDocks, in Docks.cpp.
 class ViewerDock : public QDockWidget
 {
     Q_OBJECT
@@ -29,6 +28,3 @@ public:
     /// Whether the dock is there at the first start.
     virtual bool IsShownAtFirst() const { return true; }
 };
-
-/// All docks, in the order of the menu.
-QVector<ViewerDock*> MakeDocks(QWidget* pParent);

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Docks.h"
+
+#include "FeatureDock.h"
+#include "GraphDock.h"
+#include "ObjectsDock.h"
+
+QVector<ViewerDock*> MakeDocks(QWidget* pParent)
+{
+    // clang-format off
+    return {
+        new FeatureDock(pParent),
+        new HistogramDock(pParent),
+        new ProfileDock(pParent),
+        new ObjectsDock(pParent),
+    };
+    // clang-format on
+}
