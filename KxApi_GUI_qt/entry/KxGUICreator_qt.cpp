@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "entry/KxGUICreator_qt.h"
 
+#include "entry/WindowTypes_qt.h"
 #include "frame/BaseDialog_qt.h"
 #include "frame/DialogFactory_qt.h"
 #include "frame/GuiThread_qt.h"
-#include "entry/WindowTypes_qt.h"
 
 #include <Base/GCException.h>
 

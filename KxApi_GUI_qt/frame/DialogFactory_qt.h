@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where windows get their dialogs. The kinds of dialogs stand above this floor, as does what is declared here.
+// Where windows get their dialogs. The kinds of dialogs stand above this floor, as does what is declared
+// here.
 #pragma once
 
 #include <KxApi_GUI/IKxWnd.h>

@@ -119,7 +119,7 @@ constexpr CFloatRange FromTo(const char* szName, double dMin, double dMax) { ret
 
 /// The type on the wire: 4 bytes, but 8 for what has them.
 template <class T>
-using CWireType =
-    std::conditional_t<std::is_floating_point_v<T>, T, std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>>;
+using CWireType = std::conditional_t<std::is_floating_point_v<T>, T,
+                                     std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>>;
 
 } // namespace KxApi
