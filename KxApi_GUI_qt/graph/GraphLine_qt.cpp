@@ -17,7 +17,7 @@ namespace
 int ScaleForRects(const QPainter& painter)
 {
     const QPaintEngine* const pEngine = painter.paintEngine();
-    const QTransform transform = painter.deviceTransform();
+    const QTransform& transform = painter.deviceTransform();
     if (!pEngine || pEngine->type() != QPaintEngine::Raster ||
         (painter.renderHints() & QPainter::Antialiasing))
         return 0;

@@ -163,7 +163,8 @@ void CPlot::DrawScaleX()
     const size_t nRoom = nLabelWidth > 0 ? static_cast<size_t>(m_nWidth / 3 / nLabelWidth) : 0;
     const size_t nCount = nRoom > 1 ? std::min(nRoom, m_nMaxLength) : 2;
 
-    const double dUnit = static_cast<double>(static_cast<size_t>(m_nWidth) / m_nMaxLength);
+    const size_t nUnit = static_cast<size_t>(m_nWidth) / m_nMaxLength; // whole pixels of an element
+    const auto dUnit = static_cast<double>(nUnit);
     const auto nFirst = static_cast<int>(m_nLeft + dUnit * 0.5);
     const auto nSpan = static_cast<size_t>(m_nWidth - dUnit);
     const CMarks marks = MarksOf(m_param.eScaleLineDirectionX, m_param.nScaleLineSizeX);
