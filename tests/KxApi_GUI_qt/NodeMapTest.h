@@ -57,9 +57,20 @@ protected:
     }
     void Settle() const
     {
-        EXPECT_TRUE(PumpUntil([this] { return !Grid().IsFilling(); }));
-        Pump(); // what is on the screen is read
+        Pump(); // what is on the screen has its place
         Pump();
+        EXPECT_TRUE(PumpUntil([this] { return IsSettled(); }));
+        Pump();
+    }
+    /// Whether all that is on the screen was read.
+    bool IsSettled() const
+    {
+        for (QTreeWidgetItemIterator it(&Grid()); *it; ++it) {
+            const KxApi::CCustomPropertyGridProperty_Base* const pProperty = Grid().PropertyOf(*it);
+            if (pProperty && pProperty->isVisible() && pProperty->IsUpdateRequested())
+                return false;
+        }
+        return !Grid().IsFilling();
     }
 
     /// The rows as the user sees them, level by level: "Name", "..Name below".
