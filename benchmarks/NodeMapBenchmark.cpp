@@ -62,7 +62,8 @@ std::string Description()
             i % (kFeatures / kPolled) == 0 ? "; Cachable WriteThrough; PollingTime 1000" : "";
         switch (i % kKinds) {
         case 0:
-            nodes += "Integer " + name + " { pValue " + reg + "; Min 0; Max 10000; Unit us; Representation Linear }\n";
+            nodes += "Integer " + name + " { pValue " + reg +
+                     "; Min 0; Max 10000; Unit us; Representation Linear }\n";
             break;
         case 1:
             nodes += "Enumeration " + name +

@@ -50,20 +50,20 @@ GenericException::GenericException(const char* description, const char* sourceFi
     : GenericException(description, sourceFileName, sourceLine, nullptr, nullptr, nullptr)
 {}
 
-GenericException::GenericException(const char* description, const char* sourceFileName,
-                                   int sourceLine, const char* exceptionType) noexcept
+GenericException::GenericException(const char* description, const char* sourceFileName, int sourceLine,
+                                   const char* exceptionType) noexcept
     : GenericException(description, sourceFileName, sourceLine, nullptr, nullptr, exceptionType)
 {}
 
-GenericException::GenericException(const char* description, const char* sourceFileName,
-                                   int sourceLine, const char* entryPoint, const char* errorContext,
+GenericException::GenericException(const char* description, const char* sourceFileName, int sourceLine,
+                                   const char* entryPoint, const char* errorContext,
                                    const char* exceptionType) noexcept
 {
     try {
-        m_texts = std::make_shared<const CTexts>(CTexts{
-            OrEmpty(description), OrEmpty(sourceFileName), LineOf(sourceLine),
-            ComposeWhat(description, exceptionType, entryPoint, errorContext, sourceFileName,
-                        LineOf(sourceLine))});
+        m_texts = std::make_shared<const CTexts>(
+            CTexts{OrEmpty(description), OrEmpty(sourceFileName), LineOf(sourceLine),
+                   ComposeWhat(description, exceptionType, entryPoint, errorContext, sourceFileName,
+                               LineOf(sourceLine))});
     } catch (const std::exception&) {
         // An exception that reports lack of memory must come into being without any.
         m_texts.reset();
@@ -92,15 +92,15 @@ unsigned int GenericException::GetSourceLine() const noexcept { return m_texts ?
 // The destructors stand here so that each class has its type information in this library alone.
 #define KXGC_DEFINE_EXCEPTION(Name, Base)                                                                    \
     Name::Name(const char* description, const char* sourceFileName, int sourceLine) noexcept                 \
-        : Base(description, sourceFileName, sourceLine)                                              \
+        : Base(description, sourceFileName, sourceLine)                                                      \
     {}                                                                                                       \
     Name::Name(const char* description, const char* sourceFileName, int sourceLine,                          \
                const char* exceptionType) noexcept                                                           \
-        : Base(description, sourceFileName, sourceLine, exceptionType)                               \
+        : Base(description, sourceFileName, sourceLine, exceptionType)                                       \
     {}                                                                                                       \
     Name::Name(const char* description, const char* sourceFileName, int sourceLine, const char* entryPoint,  \
                const char* errorContext, const char* exceptionType) noexcept                                 \
-        : Base(description, sourceFileName, sourceLine, entryPoint, errorContext, exceptionType)     \
+        : Base(description, sourceFileName, sourceLine, entryPoint, errorContext, exceptionType)             \
     {}                                                                                                       \
     Name::~Name() noexcept = default
 

@@ -167,14 +167,14 @@ E ExceptionReporter<E>::Report(const char* format, ...) const
     {                                                                                                        \
     public:                                                                                                  \
         name(const char* description, const char* sourceFileName, int sourceLine)                            \
-            : ::GenICam::GenericException(description, sourceFileName, sourceLine)                             \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine)                           \
         {}                                                                                                   \
         name(const char* description, const char* sourceFileName, int sourceLine, const char* exceptionType) \
-            : ::GenICam::GenericException(description, sourceFileName, sourceLine, exceptionType)              \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine, exceptionType)            \
         {}                                                                                                   \
         name(const char* description, const char* sourceFileName, int sourceLine, const char* entryPoint,    \
              const char* errorContext, const char* exceptionType)                                            \
-            : ::GenICam::GenericException(description, sourceFileName, sourceLine, entryPoint, errorContext,   \
+            : ::GenICam::GenericException(description, sourceFileName, sourceLine, entryPoint, errorContext, \
                                           exceptionType)                                                     \
         {}                                                                                                   \
     }

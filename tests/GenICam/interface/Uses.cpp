@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// What programs that are written against the standard's headers do with them: each function is one use. That all of
-// it compiles, in the oldest dialect of such programs and in ours, is the test; nothing here is ever run.
+// What programs that are written against the standard's headers do with them: each function is one use. That
+// all of it compiles, in the oldest dialect of such programs and in ours, is the test; nothing here is ever
+// run.
 #include <Base/GCException.h>
 #include <GenApi/EnumClasses.h>
 #include <GenApi/PortWriteList.h>
 #include <GenApi/ValueArrayAdapter.h>
+
 #include <GenICam.h>
 #include <GenICamVersion.h>
 
@@ -18,11 +20,11 @@ using namespace GenApi;
 using namespace GenICam;
 
 // What every use has at hand.
-#define USE(number)                                                                                                    \
-    void Use##number(CNodeMapRef& m, INodeMap* nm, INode* n, IInteger* i, IFloat* f, IBoolean* b, IEnumeration* e,     \
-                     ICommand* c, IString* s, IRegister* r, IValue* v, IPort* p);                                      \
-    void Use##number(CNodeMapRef& m, INodeMap* nm, INode* n, IInteger* i, IFloat* f, IBoolean* b, IEnumeration* e,     \
-                     ICommand* c, IString* s, IRegister* r, IValue* v, IPort* p)
+#define USE(number)                                                                                          \
+    void Use##number(CNodeMapRef& m, INodeMap* nm, INode* n, IInteger* i, IFloat* f, IBoolean* b,            \
+                     IEnumeration* e, ICommand* c, IString* s, IRegister* r, IValue* v, IPort* p);           \
+    void Use##number(CNodeMapRef& m, INodeMap* nm, INode* n, IInteger* i, IFloat* f, IBoolean* b,            \
+                     IEnumeration* e, ICommand* c, IString* s, IRegister* r, IValue* v, IPort* p)
 
 // clang-format off
 
