@@ -14,12 +14,14 @@
 namespace
 {
 
-// These two lines of the pages don't compile as they stand, on purpose.
+// These two lines of the pages don't compile as they stand, on purpose, and a third leaves its buffer behind.
 QString Mended(QString strCode)
 {
     for (const char* const szPointer : {"pIInteger", "pIFloat"})
         strCode.replace(QString("ERepresentation eRepresentation = %1->GetIncMode()").arg(szPointer),
                         QString("ERepresentation eRepresentation = %1->GetRepresentation()").arg(szPointer));
+    if (strCode.contains("*pBuffer = new"))
+        strCode += "\ndelete[] pBuffer;";
     return strCode;
 }
 
