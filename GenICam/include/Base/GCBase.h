@@ -7,7 +7,6 @@
 #include <Base/GCArray.h>
 #include <Base/GCBadAlloc.h>
 #include <Base/GCCompatibility.h>
-#include <Base/GCError.h>
 #include <Base/GCException.h>
 #include <Base/GCLinkage.h>
 #include <Base/GCNamespace.h>

@@ -2,6 +2,7 @@
 // What programs that are written against the standard's headers do with them: each function is one use. That
 // all of it compiles, in the oldest dialect of such programs and in ours, is the test; nothing here is ever
 // run.
+#include <Base/GCError.h>
 #include <Base/GCException.h>
 #include <GenApi/EnumClasses.h>
 #include <GenApi/PortWriteList.h>
