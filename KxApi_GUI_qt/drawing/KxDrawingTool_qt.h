@@ -23,7 +23,7 @@ public:
     CKxDrawingTool(IKxDrawingHost& host, CKxRegister& objRegister);
     CKxDrawingTool(const CKxDrawingTool&) = delete;
     CKxDrawingTool& operator=(const CKxDrawingTool&) = delete;
-    virtual ~CKxDrawingTool() = default;
+    ~CKxDrawingTool() override = default;
 
     void DrawOnIKxImageBuffer(IKxImageBuffer* pBuffer) override;
     unsigned int GetGridHLineCount() const override { return m_model.m_nGridHLines; }

@@ -61,7 +61,7 @@ Qt::FillRule ToQt(_EKxPolyFillMode_t eMode)
 void CheckLineStyle(_EKxLineStyle_t eStyle) { CheckStyle("LineStyle", eStyle, 6); }
 void CheckBrushStyle(_EKxBrushStyle_t eStyle) { CheckStyle("BrushStyle", eStyle, 8); }
 
-CKxPen::CKxPen(QColor color, _EKxLineStyle_t eStyle, int nSize)
+CKxPen::CKxPen(const QColor& color, _EKxLineStyle_t eStyle, int nSize)
     : CKxGDIBase(color)
     , m_eStyle(eStyle)
     , m_nSize(nSize)
@@ -101,7 +101,7 @@ QPen* CKxPen::GetHPen()
     });
 }
 
-CKxBrush::CKxBrush(QColor color, _EKxBrushStyle_t eStyle)
+CKxBrush::CKxBrush(const QColor& color, _EKxBrushStyle_t eStyle)
     : CKxGDIBase(color)
     , m_eStyle(eStyle)
 {}
@@ -137,7 +137,7 @@ QBrush* CKxBrush::GetHBrush()
     });
 }
 
-CKxFont::CKxFont(QColor color, int nHeight)
+CKxFont::CKxFont(const QColor& color, int nHeight)
     : CKxGDIBase(color)
     , m_nHeight(nHeight)
 {}

@@ -109,7 +109,7 @@ public:
     void Updated() override { m_bDirty = true; }
 
 protected:
-    explicit CKxGDIBase(QColor color)
+    explicit CKxGDIBase(const QColor& color)
         : m_color(color)
     {}
     CKxGDIBase(const CKxGDIBase& other)
@@ -149,7 +149,8 @@ private:
 class CKxPen : public CKxGDIBase<IKxPen>
 {
 public:
-    explicit CKxPen(QColor color = Qt::black, _EKxLineStyle_t eStyle = KxLineStyle_Solid, int nSize = 1);
+    explicit CKxPen(const QColor& color = Qt::black, _EKxLineStyle_t eStyle = KxLineStyle_Solid,
+                    int nSize = 1);
     CKxPen(const CKxPen& other);
 
     _EKxLineStyle_t GetStyle() const override { return m_eStyle; }
@@ -178,7 +179,7 @@ private:
 class CKxBrush : public CKxGDIBase<IKxBrush>
 {
 public:
-    explicit CKxBrush(QColor color = Qt::black, _EKxBrushStyle_t eStyle = KxBrushStyle_Solid);
+    explicit CKxBrush(const QColor& color = Qt::black, _EKxBrushStyle_t eStyle = KxBrushStyle_Solid);
     CKxBrush(const CKxBrush& other);
 
     _EKxBrushStyle_t GetStyle() const override { return m_eStyle; }
@@ -207,7 +208,7 @@ private:
 class CKxFont : public CKxGDIBase<IKxFont>
 {
 public:
-    explicit CKxFont(QColor color = Qt::black, int nHeight = 24);
+    explicit CKxFont(const QColor& color = Qt::black, int nHeight = 24);
     CKxFont(const CKxFont& other);
 
     int GetHeight() const override { return m_nHeight; }

@@ -67,8 +67,8 @@ QColor CStyleConfigDlg::getButtonColor(const QPushButton* pButton)
 
 QColor CStyleConfigDlg::AskColor(QPushButton* pButton)
 {
-    const QColor color = QColorDialog::getColor(getButtonColor(pButton), nullptr, "Select Color",
-                                                QColorDialog::DontUseNativeDialog);
+    QColor color = QColorDialog::getColor(getButtonColor(pButton), nullptr, "Select Color",
+                                          QColorDialog::DontUseNativeDialog);
     if (color.isValid())
         setButtonColor(pButton, color);
     return color;

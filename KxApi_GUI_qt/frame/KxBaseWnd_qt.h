@@ -124,7 +124,7 @@ protected:
     /// @param szPortName,szTitle kept by pointer and copied. Raises BadAllocException.
     CKxBaseWndCore(int nXMLResourceID, const char* szPortName, GenApi::EAccessMode eAccessMode,
                    const char* szTitle, int nStatusBarIndicatorsCount);
-    virtual ~CKxBaseWndCore();
+    ~CKxBaseWndCore() override;
 
     void ShowModalessOnNewThread(void* pParent);
     void ShowModalessInside(void* pParent);

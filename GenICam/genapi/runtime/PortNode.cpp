@@ -134,6 +134,7 @@ void PortNode::FlushCollected()
         return;
     auto collected = std::exchange(m_collected, {});
     std::vector<PORT_REGISTER_STACK_ENTRY> entries;
+    entries.reserve(collected.size());
     for (auto& [address, bytes] : collected)
         entries.push_back({static_cast<uint64_t>(address), bytes.data(), bytes.size()});
     if (m_stacked != nullptr)

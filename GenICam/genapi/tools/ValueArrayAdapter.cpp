@@ -110,7 +110,7 @@ int64_t CValueArrayAdapterBase::IntegerAt(const std::vector<uint8_t>& bytes, siz
     for (size_t i = 0; i < m_length; ++i)
         value = value << 8 | first[m_isBigEndian ? i : m_length - 1 - i];
     const size_t bits = 8 * m_length;
-    if (m_isSigned && bits < 64 && (value >> (bits - 1) & 1) != 0)
+    if (m_isSigned && bits > 0 && bits < 64 && (value >> (bits - 1) & 1) != 0)
         value |= ~uint64_t{0} << bits;
     return static_cast<int64_t>(value);
 }

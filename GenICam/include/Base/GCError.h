@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Error codes of interfaces in C, whose values are the standard's. Not part of GCBase.h: GenTL has some of the
-/// names in a name space of its own, which programs use by `using namespace`.
+/// Error codes of interfaces in C, whose values are the standard's. Not part of GCBase.h: GenTL has some of
+/// the names in a name space of its own, which programs use by `using namespace`.
 
 #include <cstdint>
 

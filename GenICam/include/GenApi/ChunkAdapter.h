@@ -44,7 +44,7 @@ public:
     /// become NA. Of several chunks with one ID the last one counts. Raises RuntimeException, and shows
     /// nothing, for a buffer that breaks the form, LogicalErrorException without a node map.
     virtual void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                              AttachStatistics_t* pAttachStatistics = NULL) = 0;
+                              AttachStatistics_t* pAttachStatistics = nullptr) = 0;
 
     /// Lets go of the buffer. Chunks that the description wants to be kept stay, all others become NA.
     virtual void DetachBuffer();
@@ -58,7 +58,7 @@ public:
 
 protected:
     /// @param MaxChunkCacheSize bytes of one buffer that may be kept beyond it; negative is no limit.
-    explicit CChunkAdapter(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
+    explicit CChunkAdapter(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
 
     /// Place of a chunk in its buffer.
     struct CChunk

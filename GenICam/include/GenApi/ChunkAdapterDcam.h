@@ -48,11 +48,11 @@ inline void SET_GUID(GUID& guid, uint32_t l, uint16_t w1, uint16_t w2, uint8_t b
 class GENAPI_DECL CChunkAdapterDcam : public CChunkAdapter
 {
 public:
-    CChunkAdapterDcam(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
+    CChunkAdapterDcam(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
 
     bool CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) override;
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                      AttachStatistics_t* pAttachStatistics = NULL) override;
+                      AttachStatistics_t* pAttachStatistics = nullptr) override;
 
     /// Whether the buffer ends with a checksum.
     bool HasCRC(uint8_t* pBuffer, int64_t BufferLength);

@@ -21,11 +21,11 @@ typedef struct GVCP_CHUNK_TRAILER
 class GENAPI_DECL CChunkAdapterGEV : public CChunkAdapter
 {
 public:
-    CChunkAdapterGEV(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
+    CChunkAdapterGEV(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
 
     bool CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) override;
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                      AttachStatistics_t* pAttachStatistics = NULL) override;
+                      AttachStatistics_t* pAttachStatistics = nullptr) override;
 };
 
 } // namespace GenApi

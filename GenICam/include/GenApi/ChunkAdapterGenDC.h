@@ -20,7 +20,7 @@ typedef struct GENDC_CHUNK_TRAILER
 class GENAPI_DECL CChunkAdapterGenDC : public CChunkAdapterU3V
 {
 public:
-    CChunkAdapterGenDC(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1)
+    CChunkAdapterGenDC(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1)
         : CChunkAdapterU3V(pNodeMap, MaxChunkCacheSize)
     {}
 };

@@ -32,26 +32,26 @@ typedef struct SingleChunkDataStr_t
 class GENAPI_DECL CChunkAdapterGeneric : public CChunkAdapter
 {
 public:
-    CChunkAdapterGeneric(INodeMap* pNodeMap = NULL, int64_t MaxChunkCacheSize = -1);
+    CChunkAdapterGeneric(INodeMap* pNodeMap = nullptr, int64_t MaxChunkCacheSize = -1);
 
     /// Shows the chunks of a list. RuntimeException for no buffer or list, or for a text that is no ID of up
     /// to 16 hexadecimal digits. The length of the buffer isn't known here: the list is believed.
     virtual void AttachBuffer(uint8_t* pBuffer, SingleChunkData_t* ChunkData, int64_t NumChunks,
-                              AttachStatistics_t* pAttachStatistics = NULL);
+                              AttachStatistics_t* pAttachStatistics = nullptr);
     virtual void AttachBuffer(uint8_t* pBuffer, SingleChunkDataStr_t* ChunkData, int64_t NumChunks,
-                              AttachStatistics_t* pAttachStatistics = NULL);
+                              AttachStatistics_t* pAttachStatistics = nullptr);
 
     /// The same for a buffer of known length: RuntimeException, and nothing shown, if a chunk lies outside.
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength, const SingleChunkData_t* ChunkData,
-                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = NULL);
+                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = nullptr);
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength, const SingleChunkDataStr_t* ChunkData,
-                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = NULL);
+                      int64_t NumChunks, AttachStatistics_t* pAttachStatistics = nullptr);
 
     /// False: without its list no buffer has a layout.
     bool CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) override;
     /// Does nothing: the list is needed.
     void AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
-                      AttachStatistics_t* pAttachStatistics = NULL) override;
+                      AttachStatistics_t* pAttachStatistics = nullptr) override;
 
 private:
     template <class Chunk, class ToId>

@@ -21,7 +21,7 @@ class GENAPI_DECL CChunkPort : public CPortImpl
 {
 public:
     /// @param pPort as for AttachPort.
-    CChunkPort(IPort* pPort = NULL);
+    CChunkPort(IPort* pPort = nullptr);
     CChunkPort(const CChunkPort&) = delete;
     CChunkPort& operator=(const CChunkPort&) = delete;
     ~CChunkPort() override;

@@ -38,14 +38,14 @@ class CNodeWriteConcatenatorRef
 {
 public:
     CNodeWriteConcatenatorRef()
-        : m_pList(NULL)
+        : m_pList(nullptr)
     {}
     CNodeWriteConcatenatorRef(CNodeWriteConcatenator* pList)
         : m_pList(pList)
     {}
     CNodeWriteConcatenatorRef(const CNodeWriteConcatenatorRef&) = delete;
     CNodeWriteConcatenatorRef& operator=(const CNodeWriteConcatenatorRef&) = delete;
-    ~CNodeWriteConcatenatorRef() { Take(NULL); }
+    ~CNodeWriteConcatenatorRef() { Take(nullptr); }
 
     /// Destroys its list and takes over another.
     CNodeWriteConcatenatorRef& operator=(CNodeWriteConcatenator* pList)
@@ -66,7 +66,7 @@ public:
     CNodeWriteConcatenator* Release()
     {
         CNodeWriteConcatenator* const pList = m_pList;
-        m_pList = NULL;
+        m_pList = nullptr;
         return pList;
     }
     /// The list, null if there is none.
@@ -76,13 +76,13 @@ public:
 private:
     CNodeWriteConcatenator& List() const
     {
-        if (m_pList == NULL)
+        if (m_pList == nullptr)
             throw ACCESS_EXCEPTION("Concatenator not present (reference not valid)");
         return *m_pList;
     }
     void Take(CNodeWriteConcatenator* pList)
     {
-        if (m_pList != NULL && m_pList != pList)
+        if (m_pList != nullptr && m_pList != pList)
             m_pList->Destroy();
         m_pList = pList;
     }

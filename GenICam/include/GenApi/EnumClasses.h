@@ -28,7 +28,7 @@ struct EnumClass
     /// The enumerator of a text, which is case-sensitive; false for any other text and for null.
     static bool FromString(const GenICam::gcstring& ValueStr, Enum* pValue)
     {
-        for (size_t i = 0; pValue != NULL && i < Table::Count(); ++i) {
+        for (size_t i = 0; pValue != nullptr && i < Table::Count(); ++i) {
             if (ValueStr == Table::Begin()[i].text) {
                 *pValue = Table::Begin()[i].value;
                 return true;
@@ -48,7 +48,7 @@ struct EnumClass
     /// InvalidArgumentException for null.
     static void ToString(GenICam::gcstring& ValueStr, Enum* pValue)
     {
-        if (pValue == NULL)
+        if (pValue == nullptr)
             throw INVALID_ARGUMENT_EXCEPTION("There is no value to convert");
         ValueStr = ToString(*pValue);
     }

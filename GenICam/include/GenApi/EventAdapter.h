@@ -18,7 +18,7 @@ namespace GenApi
 class GENAPI_DECL CEventAdapter
 {
 public:
-    CEventAdapter(INodeMap* pNodeMap = NULL);
+    CEventAdapter(INodeMap* pNodeMap = nullptr);
     CEventAdapter(const CEventAdapter&) = delete;
     CEventAdapter& operator=(const CEventAdapter&) = delete;
     virtual ~CEventAdapter();

@@ -14,7 +14,7 @@ struct EventData1394;
 class GENAPI_DECL CEventAdapter1394 : public CEventAdapter
 {
 public:
-    explicit CEventAdapter1394(INodeMap* pNodeMap = NULL);
+    explicit CEventAdapter1394(INodeMap* pNodeMap = nullptr);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
     void DeliverEventMessage(EventData1394& Event, uint32_t numBytes);

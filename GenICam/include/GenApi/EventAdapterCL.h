@@ -61,7 +61,7 @@ struct CL_EVENT_MESSAGE
 class GENAPI_DECL CEventAdapterCL : public CEventAdapter
 {
 public:
-    CEventAdapterCL(INodeMap* pNodeMap = NULL);
+    CEventAdapterCL(INodeMap* pNodeMap = nullptr);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
     /// The same for what follows the head, of `length` bytes.

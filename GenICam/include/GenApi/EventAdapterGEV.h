@@ -99,7 +99,7 @@ struct GVCP_EVENTDATA_REQUEST_EXTENDED_ID
 class GENAPI_DECL CEventAdapterGEV : public CEventAdapter
 {
 public:
-    CEventAdapterGEV(INodeMap* pNodeMap = NULL);
+    CEventAdapterGEV(INodeMap* pNodeMap = nullptr);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 

@@ -12,7 +12,7 @@ namespace GenApi
 class GENAPI_DECL CEventAdapterGeneric : public CEventAdapter
 {
 public:
-    CEventAdapterGeneric(INodeMap* pNodeMap = NULL);
+    CEventAdapterGeneric(INodeMap* pNodeMap = nullptr);
 
     /// Delivers the data of the event of that ID, given in hexadecimal digits or as a number. Raises
     /// RuntimeException for an ID that is no hexadecimal number.

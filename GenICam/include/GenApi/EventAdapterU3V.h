@@ -51,7 +51,7 @@ struct U3V_EVENT_MESSAGE
 class GENAPI_DECL CEventAdapterU3V : public CEventAdapter
 {
 public:
-    CEventAdapterU3V(INodeMap* pNodeMap = NULL);
+    CEventAdapterU3V(INodeMap* pNodeMap = nullptr);
 
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 

@@ -19,7 +19,7 @@ class GENAPI_DECL CEventPort : public CPortImpl
 {
 public:
     /// @param pNode as for AttachNode.
-    CEventPort(INode* pNode = NULL);
+    CEventPort(INode* pNode = nullptr);
     CEventPort(const CEventPort&) = delete;
     CEventPort& operator=(const CEventPort&) = delete;
     ~CEventPort() override;

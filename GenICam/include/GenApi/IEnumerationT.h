@@ -19,7 +19,7 @@ struct IEnumerationT : public IEnumeration
     /// Chooses an entry.
     virtual void SetValue(EnumT Value, bool Verify = true) = 0;
     virtual IEnumeration& operator=(EnumT Value) = 0;
-    virtual IEnumeration& operator=(const GenICam::gcstring& ValueStr) = 0;
+    IEnumeration& operator=(const GenICam::gcstring& ValueStr) override = 0;
 
     /// The present entry.
     virtual EnumT GetValue(bool Verify = false, bool IgnoreCache = false) = 0;

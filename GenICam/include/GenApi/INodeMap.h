@@ -47,7 +47,7 @@ struct GENAPI_DECL_ABSTRACT INodeMap
     /// Compiles all formulas.
     /// @param pErrors gets a line for each formula that can't be compiled; may be null.
     /// @return true if all can.
-    virtual bool ParseSwissKnifes(GenICam::gcstring_vector* pErrors = NULL) const = 0;
+    virtual bool ParseSwissKnifes(GenICam::gcstring_vector* pErrors = nullptr) const = 0;
 
     /// Makes a list for ConcatenatedWrite; the caller gives it back by its Destroy.
     virtual CNodeWriteConcatenator* NewNodeWriteConcatenator() const = 0;
@@ -59,7 +59,7 @@ struct GENAPI_DECL_ABSTRACT INodeMap
     /// Take the lock to keep others out between the writes.
     /// @return false if any was refused.
     virtual bool ConcatenatedWrite(CNodeWriteConcatenator* pList, bool featureStreaming = true,
-                                   GenICam::gcstring_vector* pErrorList = NULL) = 0;
+                                   GenICam::gcstring_vector* pErrorList = nullptr) = 0;
 
     /// Connects a port that takes many writes in one go; as above.
     virtual bool Connect(IPortStacked* pPort, const GenICam::gcstring& PortName) = 0;

@@ -49,12 +49,12 @@ class CNodeMapRefT : public TCameraParams
 public:
     /// An empty reference; the map that is loaded will have that device name.
     CNodeMapRefT(const GenICam::gcstring& DeviceName = "Device")
-        : _Ptr(NULL)
+        : _Ptr(nullptr)
         , m_deviceName(DeviceName)
     {}
     /// Takes over an existing map.
     CNodeMapRefT(INodeMap* pNodeMap, const GenICam::gcstring& DeviceName = "Device")
-        : _Ptr(NULL)
+        : _Ptr(nullptr)
         , m_deviceName(DeviceName)
     {
         Take(pNodeMap);
@@ -62,7 +62,7 @@ public:
     /// Copies share the map; the last one destroys it.
     CNodeMapRefT(const CNodeMapRefT& other)
         : TCameraParams()
-        , _Ptr(NULL)
+        , _Ptr(nullptr)
         , m_deviceName(other.m_deviceName)
     {
         Share(other);
@@ -81,7 +81,7 @@ public:
         Take(pNodeMap);
         return *this;
     }
-    virtual ~CNodeMapRefT() {}
+    ~CNodeMapRefT() override {}
 
     /// The map; null while there is none. Not to be changed by programs.
     INodeMap* _Ptr;
@@ -133,7 +133,7 @@ public:
     }
 
     /// Destroys the map unless a copy shares it; the reference is empty afterwards. Harmless while it is.
-    void _Destroy() { Take(NULL); }
+    void _Destroy() { Take(nullptr); }
     /// Forgets all shared descriptions that nobody uses; false if there were none.
     static bool _ClearXMLCache() { return CNodeMapFactory::ClearCache(); }
 
@@ -156,7 +156,7 @@ public:
         return Map().NewNodeWriteConcatenator();
     }
     virtual bool _ConcatenatedWrite(CNodeWriteConcatenator* pList, bool featureStreaming = true,
-                                    GenICam::gcstring_vector* pErrorList = NULL)
+                                    GenICam::gcstring_vector* pErrorList = nullptr)
     {
         return Map().ConcatenatedWrite(pList, featureStreaming, pErrorList);
     }
@@ -171,7 +171,7 @@ public:
         return Map().Connect(pPort, PortName);
     }
     virtual bool _Connect(IPortStacked* pPort) const { return Map().Connect(pPort); }
-    virtual bool _ParseSwissKnifes(GenICam::gcstring_vector* pErrors = NULL) const
+    virtual bool _ParseSwissKnifes(GenICam::gcstring_vector* pErrors = nullptr) const
     {
         return Map().ParseSwissKnifes(pErrors);
     }
@@ -200,29 +200,29 @@ private:
     }
     INodeMap& Map() const
     {
-        if (_Ptr == NULL)
+        if (_Ptr == nullptr)
             throw ACCESS_EXCEPTION("Feature not present (reference not valid)");
         return *_Ptr;
     }
     IDeviceInfo& Info() const
     {
         IDeviceInfo* const pInfo = dynamic_cast<IDeviceInfo*>(&Map());
-        if (pInfo == NULL)
+        if (pInfo == nullptr)
             throw ACCESS_EXCEPTION("Feature not present (reference not valid)");
         return *pInfo;
     }
     void RequireEmpty() const
     {
-        if (_Ptr != NULL)
+        if (_Ptr != nullptr)
             throw RUNTIME_EXCEPTION("Node map already created");
     }
     void Take(INodeMap* pNodeMap)
     {
         if (pNodeMap == _Ptr)
             return;
-        _Ptr = NULL;
+        _Ptr = nullptr;
         m_map.reset();
-        if (pNodeMap == NULL)
+        if (pNodeMap == nullptr)
             return;
         m_map.reset(pNodeMap, &CNodeMapRefT::DestroyMap);
         _Ptr = pNodeMap;
@@ -232,7 +232,7 @@ private:
     {
         m_map = other.m_map;
         _Ptr = other._Ptr;
-        if (_Ptr != NULL)
+        if (_Ptr != nullptr)
             this->_Initialize(_Ptr);
     }
 

@@ -34,7 +34,7 @@ struct GENAPI_DECL_ABSTRACT IPersistScript
     virtual void SetInfo(const GenICam::gcstring& Info) = 0;
     /// Adds a feature with its present value, and with the present setting of its selectors where they are
     /// given.
-    virtual void PersistFeature(IValue& item, CSelectorSet* selectorSet = NULL) = 0;
+    virtual void PersistFeature(IValue& item, CSelectorSet* selectorSet = nullptr) = 0;
     virtual ~IPersistScript() {}
 };
 
@@ -58,7 +58,7 @@ public:
     typedef std::vector<CEntry>::const_iterator const_iterator;
 
     void SetInfo(const GenICam::gcstring& Info) override;
-    void PersistFeature(IValue& item, CSelectorSet* selectorSet = NULL) override;
+    void PersistFeature(IValue& item, CSelectorSet* selectorSet = nullptr) override;
 
     /// Appends the streamable features below "Root" that can be read and written, in the order of the
     /// categories: a selected feature once for each setting of its selectors, then the selectors as they
@@ -72,8 +72,8 @@ public:
     /// one feature's selectors, InvalidArgumentException for no map.
     /// @return number of entries added.
     int64_t StoreToBag(INodeMap* pNodeMap, const int MaxNumPersistScriptEntries = -1,
-                       GenICam::gcstring_vector* pFeatureFilter = NULL,
-                       GenICam::gcstring_vector* pErrorList = NULL);
+                       GenICam::gcstring_vector* pFeatureFilter = nullptr,
+                       GenICam::gcstring_vector* pErrorList = nullptr);
 
     /// Writes all entries in their order, without checking limits, which may depend on features that come
     /// later. An entry whose selectors refuse their values is passed over. Runs the commands
@@ -82,7 +82,7 @@ public:
     /// @param pErrorList is replaced by a line for each entry that is unknown, can't be written, or differs,
     /// and for each selector that refuses; may be null.
     /// @return false if there was any, selectors not counted.
-    bool LoadFromBag(INodeMap* pNodeMap, bool Verify = true, GenICam::gcstring_vector* pErrorList = NULL);
+    bool LoadFromBag(INodeMap* pNodeMap, bool Verify = true, GenICam::gcstring_vector* pErrorList = nullptr);
 
     /// The entries.
     const_iterator begin() const { return m_entries.begin(); }
@@ -145,7 +145,7 @@ public:
 
     /// Loads the bags of the user sets and saves each set but "Default" in the device, then loads those of
     /// the sequencer sets, at last "All". Arguments and result as for CFeatureBag::LoadFromBag.
-    bool UnBag(INodeMap* pNodeMap, bool Verify = true, GenICam::gcstring_vector* pErrorList = NULL);
+    bool UnBag(INodeMap* pNodeMap, bool Verify = true, GenICam::gcstring_vector* pErrorList = nullptr);
 
     /// A text that tells a reader where the features come from.
     virtual void SetInfo(const GenICam::gcstring& Info);

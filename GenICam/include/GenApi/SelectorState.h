@@ -41,7 +41,7 @@ public:
     /// Writes all values; names that the map doesn't know are passed over.
     /// @param pErrorList gets a line for each value that is refused; may be null.
     /// @return false if there was any. InvalidArgumentException for no map.
-    bool RestoreState(INodeMap* pNodeMap, GenICam::gcstring_vector* pErrorList = NULL) const;
+    bool RestoreState(INodeMap* pNodeMap, GenICam::gcstring_vector* pErrorList = nullptr) const;
 
     /// "{Selector=Value TAB Selector=Value}", as saved features have it; empty without selectors.
     GenICam::gcstring ToBraces() const;

@@ -23,7 +23,7 @@ class GENAPI_DECL CValueArrayAdapterBase
 {
 public:
     /// Whether the values can be read in one access.
-    bool IsValid() const { return m_pRegister != NULL; }
+    bool IsValid() const { return m_pRegister != nullptr; }
 
 protected:
     CValueArrayAdapterBase(IValue* pValue, IInteger* pSelector);
@@ -70,13 +70,13 @@ public:
         const std::vector<uint8_t> bytes = ReadBytes();
         values.clear();
         for (size_t i = 0; i < Count(); ++i)
-            values.push_back(static_cast<Out>(At(bytes, i, static_cast<Node*>(NULL))));
+            values.push_back(static_cast<Out>(At(bytes, i, static_cast<Node*>(nullptr))));
     }
 
     /// Whether the description says that this combination is suited, in its text node ValueArrayCandidates.
     static bool CheckAdvertisedCompatibility(Node* pNode, IInteger* pSelector)
     {
-        return pNode != NULL && IsAdvertised(pNode->GetNode(), pSelector);
+        return pNode != nullptr && IsAdvertised(pNode->GetNode(), pSelector);
     }
 
 private:
