@@ -2,7 +2,7 @@
 // An open system over the fake camera, and receivers of what comes from it.
 #pragma once
 
-#include "Cameras.h"
+#include "TestCameras.h"
 #include "producers/FakeCamera.h"
 
 #include <GenApi/GenApi.h>

@@ -2,7 +2,7 @@
 // The simulated cameras, as programs reach them.
 #pragma once
 
-#include "Cameras.h"
+#include "TestCameras.h"
 
 #include <GenApi/GenApi.h>
 #include <KxApi_TL/IKxInterface.h>
