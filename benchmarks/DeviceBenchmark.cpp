@@ -162,13 +162,14 @@ void LockHeld(benchmark::State& state)
     Site site;
     site.SearchSlowly();
     for (auto _ : state) {
-        GenApi::CLock lock;
+        const auto pSearch = std::make_shared<CDeviceSearch>(nullptr, site.Pointers());
+        GenApi::CLock& lock = pSearch->m_objLock;
         std::atomic<int64_t> nBegin{0};
         std::atomic<int64_t> nEnd{0};
         const auto now = [] { return Clock::now().time_since_epoch().count(); };
         // The first question of the round, and the last thing before its pause, are where the lock is held.
         site.systems.front()->onUpdate = [&] { nBegin = now(); };
-        CWorkerDeviceDetection worker(nullptr, site.Pointers(), lock);
+        CWorkerDeviceDetection worker(pSearch);
         worker.Start();
         while (nBegin == 0)
             std::this_thread::yield();
@@ -202,10 +203,10 @@ void Close(benchmark::State& state)
     Site site;
     site.SearchSlowly();
     for (auto _ : state) {
-        GenApi::CLock lock;
+        const auto pSearch = std::make_shared<CDeviceSearch>(nullptr, site.Pointers());
         std::atomic<bool> bSearching{false};
         site.systems.front()->onUpdate = [&] { bSearching = true; };
-        CWorkerDeviceDetection worker(nullptr, site.Pointers(), lock);
+        CWorkerDeviceDetection worker(pSearch);
         worker.Start();
         while (!bSearching)
             std::this_thread::yield();
