@@ -62,8 +62,10 @@ IKxWndReleasable* CreateIKxWnd(_EKxWindowType_t eType)
 {
     CheckKxApiInitialized();
     KXGC_CHECK_RANGE(rlBelowMax, "CreateIKxWnd", static_cast<uint32_t>(eType), kWindowTypes);
-    NeedApp();
-    return GenICam::GuardBadAlloc([eType] { return MakeWindow(eType); });
+    return GenICam::GuardBadAlloc([eType] {
+        NeedApp();
+        return MakeWindow(eType);
+    });
 }
 
 IKxWndReleasable* CreateIKxImageDisplayWnd(IKxAllocator* pAllocator)

@@ -51,6 +51,22 @@ struct ToGraphs : IKxStreamCallback
     Graph profile{780, "Middle row"};
 };
 
+/// The first camera that is found on any interface.
+CKxAutoPtr<IKxDeviceReleasable, IKxDevice> OpenCamera(const CIKxSystemPtrArray& systems)
+{
+    for (size_t s = 0; s < systems.GetSize(); ++s) {
+        systems[s]->UpdateInterfaceList();
+        for (uint32_t i = 0; i < systems[s]->GetInterfaceCount(); ++i) {
+            IKxInterface* const pInterface = systems[s]->GetIKxInterface(i);
+            pInterface->UpdateDeviceList();
+            if (pInterface->GetDeviceCount() > 0)
+                return CKxAutoPtr<IKxDeviceReleasable, IKxDevice>(
+                    CreateIKxDevice(pInterface, pInterface->GetIKxDeviceInfo(0), KxDeviceAccess_Control));
+        }
+    }
+    throw RUNTIME_EXCEPTION("there is no camera");
+}
+
 int main(int argc, char** argv)
 try {
     const CKxApiAutoInitTerm sdk;
@@ -58,12 +74,8 @@ try {
         std::chrono::steady_clock::now() + std::chrono::seconds(argc > 1 ? std::atoi(argv[1]) : 86400);
     CIKxSystemPtrArray systems;
     OpenIKxSystems(systems);
-    systems[0]->UpdateInterfaceList();
-    IKxInterface* const pInterface = systems[0]->GetIKxInterface(0);
-    pInterface->UpdateDeviceList();
     ToGraphs graphs;
-    const CKxAutoPtr<IKxDeviceReleasable, IKxDevice> device(
-        CreateIKxDevice(pInterface, pInterface->GetIKxDeviceInfo(0), KxDeviceAccess_Control));
+    const auto device = OpenCamera(systems);
     const CKxAutoPtr<IKxStreamReleasable, IKxStream> stream(
         device->OpenIKxStream(0)); // ends before the windows
     stream->StartAcquisition(&graphs, kKxEndless);
