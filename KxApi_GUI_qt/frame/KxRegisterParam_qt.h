@@ -89,6 +89,10 @@ public:
     void CallbackW() { Show(false); }
 
 protected:
+    /// For calls by pointer to member: given the member itself, g++ 12's undefined-behaviour sanitizer checks
+    /// the address of something else.
+    Client* TheClient() const { return m_pClient; }
+
     template <class E>
     static GenICam::ExceptionReporter<E> Reporter(int nLine, const char* szType)
     {
@@ -127,7 +131,7 @@ protected:
         if (bByCall && m_row.Has(KxRegister_WritesShow))
             return;
         if (m_pMethodW)
-            (m_pClient->*m_pMethodW)();
+            (TheClient()->*m_pMethodW)();
         if (m_row.nUpdate != 0)
             m_pClient->OnSettingChanged(m_row.nUpdate, bByCall);
     }
@@ -274,14 +278,14 @@ private:
     CODE_TYPE Load() const
     {
         KX_ASSERT(m_pMethodOnGet, "m_pMethodOnGet != NULL");
-        return (this->m_pClient->*m_pMethodOnGet)();
+        return (this->TheClient()->*m_pMethodOnGet)();
     }
     bool IsPresent(CODE_TYPE value) const { return Load() == value; }
     /// Whether the value is another one is for the client to tell.
     bool Store(CODE_TYPE value)
     {
         KX_ASSERT(m_pMethodOnSet, "m_pMethodOnSet != NULL");
-        (this->m_pClient->*m_pMethodOnSet)(value);
+        (this->TheClient()->*m_pMethodOnSet)(value);
         return true;
     }
 
@@ -377,12 +381,12 @@ public:
     operator GenICam::gcstring() const
     {
         KX_ASSERT(m_pMethodOnGet, "m_pMethodOnGet != NULL");
-        return (this->m_pClient->*m_pMethodOnGet)();
+        return (this->TheClient()->*m_pMethodOnGet)();
     }
     CRegisterParamTextMethod& operator=(const GenICam::gcstring& strText)
     {
         KX_ASSERT(m_pMethodOnSet, "m_pMethodOnSet != NULL");
-        (this->m_pClient->*m_pMethodOnSet)(strText);
+        (this->TheClient()->*m_pMethodOnSet)(strText);
         return *this;
     }
 
@@ -443,7 +447,7 @@ public:
         auto* pElement = static_cast<char*>(pBuffer);
         size_t nIndex = FirstIndex(nAddress);
         for (int64_t nLeft = nLength; nLeft >= kSize; nLeft -= kSize, pElement += kSize) {
-            const TYPE value = (this->m_pClient->*m_pMethodOnGet)(nIndex++);
+            const TYPE value = (this->TheClient()->*m_pMethodOnGet)(nIndex++);
             std::memcpy(pElement, &value, sizeof(value));
         }
     }
@@ -455,7 +459,7 @@ public:
         for (int64_t nLeft = nLength; nLeft >= kSize; nLeft -= kSize, pElement += kSize) {
             TYPE value;
             std::memcpy(&value, pElement, sizeof(value));
-            (this->m_pClient->*m_pMethodOnSet)(nIndex++, value);
+            (this->TheClient()->*m_pMethodOnSet)(nIndex++, value);
         }
         this->Show(false);
     }
@@ -502,7 +506,7 @@ public:
         this->CheckReadable();
         this->CheckInside(nAddress);
         this->CheckLength(nLength, kSize);
-        const TYPE value = (this->m_pClient->*m_pMethodOnGet)(Record(nAddress), Field(nAddress));
+        const TYPE value = (this->TheClient()->*m_pMethodOnGet)(Record(nAddress), Field(nAddress));
         std::memcpy(pBuffer, &value, sizeof(value));
     }
     void Write(const void* pBuffer, int64_t nAddress, int64_t nLength) override
@@ -512,7 +516,7 @@ public:
         this->CheckLength(nLength, kSize);
         TYPE value;
         std::memcpy(&value, pBuffer, sizeof(value));
-        (this->m_pClient->*m_pMethodOnSet)(Record(nAddress), Field(nAddress), value);
+        (this->TheClient()->*m_pMethodOnSet)(Record(nAddress), Field(nAddress), value);
         this->Show(false);
     }
 
