@@ -5,6 +5,7 @@
 usage: print_table.py BIN-FOLDER [FILTER]   (FILTER: regular expression over the figures' names)
 Exit code 1 if a goal is not met.
 """
+import glob
 import json
 import os
 import re
@@ -12,9 +13,6 @@ import subprocess
 import sys
 import tempfile
 
-PROGRAMS = ("bench_genapi", "bench_formula", "bench_transport", "bench_stream", "bench_gige", "bench_common", "bench_graph",
-            "bench_conversion", "bench_device", "bench_window",
-            "bench_paint", "bench_nodemap", "bench_drawing")
 # Seconds, bytes or things counted per unit of the table.
 UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6, "images": 1, "processors": 1}
 TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
@@ -92,10 +90,8 @@ def main():
         sys.exit(f"no figure matches '{sys.argv[2]}'")
     names = set().union(*(goal.benchmarks() for goal in goals))
     rows = {}
-    for program in PROGRAMS:
-        path = os.path.join(sys.argv[1], program)
-        if os.path.exists(path):
-            rows.update(run(path, names))
+    for program in sorted(glob.glob(os.path.join(sys.argv[1], "bench_*"))):
+        rows.update(run(program, names))
 
     table = [("figure", "measured", "beside", "ratio", "goal", "met")]
     missed = 0
