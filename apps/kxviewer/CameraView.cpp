@@ -12,6 +12,8 @@ CameraView::CameraView(RunReport& report, QWidget* pParent)
     auto* const pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     m_window->SetZoomMode(KxZoomMode_FitToTheWindow);
+    m_window->SetBuiltInDrawingToolbar(true);
+    m_window->SetEnableDrawingOnSavingImage(true);
     m_window->RegisterCallback(&report);
     m_window->Show(this, KxWindowMode_Child);
 }

@@ -104,8 +104,6 @@ void ObjectsDock::Follow(CameraView& view)
 {
     m_pView = &view;
     m_pMeasurements = dynamic_cast<IKxDrawingMeasurements*>(view.Window().GetIKxDrawingTool());
-    view.Window().SetBuiltInDrawingToolbar(true);
-    view.Window().SetEnableDrawingOnSavingImage(true);
     m_nRevision = ~uint64_t{0};
     if (isVisible())
         Refresh();
