@@ -32,7 +32,7 @@ CSaveFileName CompletedFileName(const QString& strName, const QString& strFilter
         const bool bComplete = strName.endsWith(type.szExtension, Qt::CaseInsensitive);
         return {type.nCode, bComplete ? strName : strName + type.szExtension};
     }
-    return {types.front().nCode, strName};
+    return {types.empty() ? 0 : types.front().nCode, strName};
 }
 
 CSaveFileName AskForFileName(const QString& strCaption, const QString& strFolder,

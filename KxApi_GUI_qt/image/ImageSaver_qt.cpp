@@ -1,52 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "image/ImageSaver_qt.h"
 
+#include "frame/SaveFileName_qt.h"
 #include "frame/utility_qt.h"
 #include "image/ImagePreview_qt.h"
+#include "image/StillImageSave_qt.h"
 
-#include <QCoreApplication>
-#include <QFileDialog>
-#include <QFileInfo>
-#include <QMessageBox>
 #include <QStandardPaths>
 
 namespace KxApi
 {
-namespace
-{
-
-constexpr const char* kCaption = "Save Still Image File";
-
-/// What the file dialog asks too, in the words that it has for it.
-bool MayReplace(const QString& strName)
-{
-    const QString strQuestion =
-        QCoreApplication::translate("QFileDialog", "%1 already exists.\nDo you want to replace it?");
-    return QMessageBox::warning(nullptr, kCaption, strQuestion.arg(QFileInfo(strName).fileName()),
-                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
-}
-
-} // namespace
 
 CImageSaver::CImageSaver()
     : m_strLastSaveFolder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation))
 {}
-
-CStillImageFileName CImageSaver::AskForName(const QString& strFilters)
-{
-    QString strStart = m_strLastSaveFolder, strFilter;
-    for (;;) {
-        const QString strName = QFileDialog::getSaveFileName(nullptr, kCaption, strStart, strFilters,
-                                                             &strFilter, QFileDialog::DontUseNativeDialog);
-        if (strName.isEmpty())
-            return {};
-        CStillImageFileName file = CompletedFileName(strName, strFilter);
-        // The dialog asked about the name that it knew.
-        if (file.strName == strName || !QFileInfo::exists(file.strName) || MayReplace(file.strName))
-            return file;
-        strStart = strName;
-    }
-}
 
 void CImageSaver::Save(CImagePreview& preview, const COptions& options)
 {
@@ -70,11 +37,12 @@ void CImageSaver::Save(CImagePreview& preview, const COptions& options)
     pFiler->SetColorMapInversion(options.objColorMap.bInversion);
     pFiler->SetColorMapPhase(options.objColorMap.nPhase);
 
-    const CStillImageFileName file = AskForName(StillImageFilters(*pFiler, pImage->GetImagePixelFormat()));
+    const CSaveFileName file = AskForFileName("Save Still Image File", m_strLastSaveFolder,
+                                              StillImageTypes(*pFiler, pImage->GetImagePixelFormat()));
     if (file.strName.isEmpty())
         return;
-    pFiler->Save(pImage, file.eFileType, ToGcstring(file.strName));
-    m_strLastSaveFolder = file.strName.left(file.strName.lastIndexOf('/'));
+    pFiler->Save(pImage, static_cast<EKxStillImageFileType_t>(file.nCode), ToGcstring(file.strName));
+    m_strLastSaveFolder = file.Folder();
 }
 
 } // namespace KxApi

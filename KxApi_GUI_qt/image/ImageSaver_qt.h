@@ -3,7 +3,8 @@
 #pragma once
 
 #include "image/ImageViewSettings_qt.h"
-#include "image/StillImageSave_qt.h"
+
+#include <KxApi_TL/IKxImageBuffer.h>
 
 #include <QString>
 #include <functional>
@@ -36,10 +37,6 @@ public:
     void Save(CImagePreview& preview, const COptions& options);
 
 private:
-    /// The name with its extension and the file type; an empty name when the user gave up. He was asked
-    /// before an existing file is replaced.
-    CStillImageFileName AskForName(const QString& strFilters);
-
     QString m_strLastSaveFolder;
 };
 

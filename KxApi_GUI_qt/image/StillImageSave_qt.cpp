@@ -10,16 +10,9 @@ namespace KxApi
 namespace
 {
 
-struct CFileTypeRow
-{
-    EKxStillImageFileType_t eFileType;
-    const char* szExtension;
-    const char* szFilter;
-};
-
 // In the order of the dialog's filters.
 // clang-format off
-constexpr CFileTypeRow kFileTypes[] = {
+constexpr CSaveFileType kFileTypes[] = {
     {KxStillImageFileType_Bmp,  ".bmp",   "Bitmap File (*.bmp)"},
     {KxStillImageFileType_Jpeg, ".jpg",   "Jpeg File (*.jpg)"},
     {KxStillImageFileType_Tiff, ".tif",   "Tiff File (*.tif)"},
@@ -60,28 +53,15 @@ bool IsSingleComponent(EKxPixelFormatNamingConvention_t ePixelFormat)
 
 } // namespace
 
-QString StillImageFilters(const IKxStillImageFiler& filer, EKxPixelFormatNamingConvention_t ePixelFormat)
+std::vector<CSaveFileType> StillImageTypes(const IKxStillImageFiler& filer,
+                                           EKxPixelFormatNamingConvention_t ePixelFormat)
 {
-    QString strFilters;
-    for (const CFileTypeRow& row : kFileTypes) {
-        if (!filer.IsSavable(ePixelFormat, row.eFileType))
-            continue;
-        if (!strFilters.isEmpty())
-            strFilters += ";;";
-        strFilters += row.szFilter;
+    std::vector<CSaveFileType> types;
+    for (const CSaveFileType& type : kFileTypes) {
+        if (filer.IsSavable(ePixelFormat, static_cast<EKxStillImageFileType_t>(type.nCode)))
+            types.push_back(type);
     }
-    return strFilters;
-}
-
-CStillImageFileName CompletedFileName(const QString& strName, const QString& strSelectedFilter)
-{
-    for (const CFileTypeRow& row : kFileTypes) {
-        if (strSelectedFilter.compare(row.szFilter, Qt::CaseInsensitive) != 0)
-            continue;
-        const bool bComplete = strName.endsWith(row.szExtension, Qt::CaseInsensitive);
-        return {row.eFileType, bComplete ? strName : strName + row.szExtension};
-    }
-    return {KxStillImageFileType_Bmp, strName};
+    return types;
 }
 
 void ConvertLike(IKxPixelFormatConverterInside& preview, EKxBayerInterpolationMethod_t eBayerMethod,

@@ -1,28 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
-// Saving images: file types, names, and the conversion of what is shown.
+// Saving images: file types, and the conversion of what is shown.
 #pragma once
+
+#include "frame/SaveFileName_qt.h"
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_IP/IKxStillImageFiler.h>
 
-#include <QString>
+#include <vector>
 
 namespace KxApi
 {
 
-/// The filter list of a file dialog: the types that the pixel format can go into.
-QString StillImageFilters(const IKxStillImageFiler& filer, EKxPixelFormatNamingConvention_t ePixelFormat);
-
-/// What the user chose.
-struct CStillImageFileName
-{
-    EKxStillImageFileType_t eFileType;
-    QString strName;
-};
-
-/// The file type of a filter, and the name with the type's extension, unless it ends in it in any case. An
-/// unknown filter stands for a bitmap whose name is left as it is.
-CStillImageFileName CompletedFileName(const QString& strName, const QString& strSelectedFilter);
+/// The types that the pixel format can go into, with codes EKxStillImageFileType_t.
+std::vector<CSaveFileType> StillImageTypes(const IKxStillImageFiler& filer,
+                                           EKxPixelFormatNamingConvention_t ePixelFormat);
 
 /// Converts an image as a preview's converter would, but with another Bayer method. Raises what the converter
 /// raises.

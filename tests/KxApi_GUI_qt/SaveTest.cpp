@@ -68,22 +68,28 @@ protected:
 
 TEST_F(SaveImages, NameTheFileByTheFilter)
 {
-    EXPECT_EQ(CompletedFileName("/x/a.BMP", "Bitmap File (*.bmp)").strName, "/x/a.BMP");
-    EXPECT_EQ(CompletedFileName("/x/a.bmp.png", "bitmap file (*.BMP)").strName, "/x/a.bmp.png.bmp");
-    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)").strName, "/x/a.kxraw");
-    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)").eFileType, KxStillImageFileType_Raw);
-    EXPECT_EQ(CompletedFileName("/x/a", "anything").strName, "/x/a");
-    EXPECT_EQ(CompletedFileName("/x/a", "anything").eFileType, KxStillImageFileType_Bmp);
+    const std::vector<CSaveFileType> types = {{1, ".bmp", "Bitmap File (*.bmp)"},
+                                              {3, ".kxraw", "KxRaw File (*.kxraw)"}};
+    EXPECT_EQ(CompletedFileName("/x/a.BMP", "Bitmap File (*.bmp)", types).strName, "/x/a.BMP");
+    EXPECT_EQ(CompletedFileName("/x/a.bmp.png", "bitmap file (*.BMP)", types).strName, "/x/a.bmp.png.bmp");
+    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)", types).strName, "/x/a.kxraw");
+    EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)", types).nCode, 3);
+    EXPECT_EQ(CompletedFileName("/x/a", "anything", types).strName, "/x/a");
 }
 
 TEST_F(SaveImages, OfferOnlyTheTypesThatTakeTheFormat)
 {
     const CKxAutoPtr<IKxFilerReleasable> pFiler(CreateIKxFiler(KxFilerType_StillImage));
-    EXPECT_EQ(StillImageFilters(*pFiler, KxPixelFormat_Mono8).toStdString(),
-              "Bitmap File (*.bmp);;Jpeg File (*.jpg);;Tiff File (*.tif);;PNG File (*.png);;CSV File "
-              "(*.csv);;KxRaw File (*.kxraw)");
-    EXPECT_FALSE(StillImageFilters(*pFiler, KxPixelFormat_Mono12).contains("jpg"));
-    EXPECT_TRUE(StillImageFilters(*pFiler, KxPixelFormat_Mono12).contains("kxraw"));
+    const auto extensions = [&](EKxPixelFormatNamingConvention_t eFormat) {
+        std::vector<std::string> vecNames;
+        for (const CSaveFileType& type : StillImageTypes(*pFiler, eFormat))
+            vecNames.emplace_back(type.szExtension);
+        return vecNames;
+    };
+    EXPECT_THAT(extensions(KxPixelFormat_Mono8),
+                testing::ElementsAre(".bmp", ".jpg", ".tif", ".png", ".csv", ".kxraw"));
+    EXPECT_THAT(extensions(KxPixelFormat_Mono12),
+                testing::AllOf(testing::Contains(".kxraw"), testing::Not(testing::Contains(".jpg"))));
 }
 
 TEST_F(SaveImages, WriteTheRegisteredImageAndThePreview)
