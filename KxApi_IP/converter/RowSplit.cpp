@@ -24,8 +24,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 #if HWY_TARGET == HWY_SCALAR
 
 template <class T>
-void Split(EOrder, const CPackedRow&, T* const*)
-{}
+constexpr Kernel<T* const*> kSplit[10] = {};
 
 #else
 
@@ -137,40 +136,28 @@ HWY_INLINE void SharedPair(const CPackedRow& source, T* const* apRows)
 }
 
 template <class T>
-void Split(EOrder eOrder, const CPackedRow& source, T* const* apRows)
-{
-    switch (eOrder) {
-    case EOrder::Three:
-        return Three(source, apRows);
-    case EOrder::Four:
-        return Four(source, apRows);
-    case EOrder::Luma0Chroma1:
-        return LumaChroma<0>(source, apRows);
-    case EOrder::Chroma0Luma1:
-        return LumaChroma<1>(source, apRows);
-    case EOrder::Luma01Chroma2:
-        return LumaLumaChroma<2>(source, apRows);
-    case EOrder::Chroma0Luma12:
-        return LumaLumaChroma<0>(source, apRows);
-    case EOrder::Shared:
-        return Shared(source, apRows);
-    case EOrder::SharedPair:
-        return SharedPair(source, apRows);
-    case EOrder::Single:
-    case EOrder::Planes:
-        break;
-    }
-}
+constexpr Kernel<T* const*> kSplit[] = {
+    nullptr,
+    Three<T>,
+    Four<T>,
+    LumaChroma<0, T>,
+    LumaChroma<1, T>,
+    LumaLumaChroma<2, T>,
+    LumaLumaChroma<0, T>,
+    nullptr,
+    Shared<T>,
+    SharedPair<T>,
+};
 
 #endif
 
 void SplitBytes(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows)
 {
-    Split(eOrder, source, apRows);
+    RunKernel(kSplit<uint8_t>, eOrder, source, apRows);
 }
 void SplitWords(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows)
 {
-    Split(eOrder, source, apRows);
+    RunKernel(kSplit<uint16_t>, eOrder, source, apRows);
 }
 
 } // namespace HWY_NAMESPACE

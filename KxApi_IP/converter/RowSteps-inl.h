@@ -44,6 +44,17 @@ HWY_INLINE void ForSteps(const CPackedRow& source, size_t nValues, size_t nStep,
     }
 }
 
+/// Kernels by the values of an enum, in its order; null for values that have no kernel.
+template <class Row>
+using Kernel = void (*)(const CPackedRow& source, Row row);
+
+template <class Kind, class Row, size_t nKinds>
+void RunKernel(const Kernel<Row> (&aKernels)[nKinds], Kind eKind, const CPackedRow& source, Row row)
+{
+    if (const Kernel<Row> kernel = aKernels[static_cast<size_t>(eKind)])
+        kernel(source, row);
+}
+
 } // namespace HWY_NAMESPACE
 } // namespace Detail
 } // namespace KxApi

@@ -26,8 +26,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 // Without vectors the table of layouts is as good.
 bool HasUnpack() { return false; }
 template <class T>
-void Unpack(EPacking, const CPackedRow&, T*)
-{}
+constexpr Kernel<T*> kUnpack[12] = {};
 
 #else
 
@@ -215,45 +214,20 @@ HWY_INLINE void Tens(const CPackedRow& source, T* pRow)
 bool HasUnpack() { return true; }
 
 template <class T>
-void Unpack(EPacking ePacking, const CPackedRow& source, T* pRow)
-{
-    switch (ePacking) {
-    case EPacking::Bytes:
-        return Bytes(source, pRow);
-    case EPacking::Words:
-        return Words(source, pRow);
-    case EPacking::Bits1:
-        return Bits<1>(source, pRow);
-    case EPacking::Bits2:
-        return Bits<2>(source, pRow);
-    case EPacking::Bits4:
-        return Bits<4>(source, pRow);
-    case EPacking::Stream10:
-        return Stream<10>(source, pRow);
-    case EPacking::Stream12:
-        return Stream<12>(source, pRow);
-    case EPacking::Stream14:
-        return Stream<14>(source, pRow);
-    case EPacking::Halves10:
-        return Halves<2>(source, pRow);
-    case EPacking::Halves12:
-        return Halves<4>(source, pRow);
-    case EPacking::Tens:
-        return Tens(source, pRow);
-    case EPacking::Table:
-        break;
-    }
-}
+constexpr Kernel<T*> kUnpack[] = {
+    nullptr,       Bytes<T>,      Words<T>,      Bits<1, T>,   Bits<2, T>,   Bits<4, T>,
+    Stream<10, T>, Stream<12, T>, Stream<14, T>, Halves<2, T>, Halves<4, T>, Tens<T>,
+};
 
 #endif
 
 void UnpackToBytes(EPacking ePacking, const CPackedRow& source, uint8_t* pRow)
 {
-    Unpack(ePacking, source, pRow);
+    RunKernel(kUnpack<uint8_t>, ePacking, source, pRow);
 }
 void UnpackToWords(EPacking ePacking, const CPackedRow& source, uint16_t* pRow)
 {
-    Unpack(ePacking, source, pRow);
+    RunKernel(kUnpack<uint16_t>, ePacking, source, pRow);
 }
 
 } // namespace HWY_NAMESPACE
