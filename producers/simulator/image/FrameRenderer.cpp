@@ -42,6 +42,9 @@ auto TieSignal(const CFrameSettings& s)
                            s.pattern == ETestPattern::Off ? 0 : s.format->bits);
 }
 
+/// What std::lround says of values that aren't negative, without a call for each of millions.
+uint16_t ToNearest(float value) { return static_cast<uint16_t>(static_cast<double>(value) + 0.5); }
+
 } // namespace
 
 bool CFrameSettings::operator==(const CFrameSettings& other) const { return Tie(*this) == Tie(other); }
@@ -143,8 +146,7 @@ void CFrameRenderer::StoreLight(const CLight& light, int column, int line, uint1
         colours[0] *= (1 + light.dolp * std::cos(2 * angle)) / 2;
     }
     for (size_t i = 0; i < Components(); ++i)
-        values[i] = static_cast<uint16_t>(
-            std::lround(std::clamp(colours[i] / kBrightest, 0.0F, 1.0F) * (kSignals - 1)));
+        values[i] = ToNearest(std::clamp(colours[i] / kBrightest, 0.0F, 1.0F) * (kSignals - 1));
 }
 
 void CFrameRenderer::MakeSignal(const IScene& scene)
@@ -242,8 +244,7 @@ void CFrameRenderer::DevelopLine(size_t line, uint64_t& random, uint16_t* values
             continue;
         }
         const float noise = m_deviation[colour][signal[i]] * NextNormal(random);
-        values[i] =
-            static_cast<uint16_t>(std::lround(std::clamp(static_cast<float>(code) + noise, 0.0F, white)));
+        values[i] = ToNearest(std::clamp(static_cast<float>(code) + noise, 0.0F, white));
     }
 }
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <vector>
 
 namespace KxSim
 {
@@ -84,24 +86,57 @@ public:
         : m_scale(static_cast<float>(width) >= kFullWidth       ? 1.0F
                   : static_cast<float>(width) >= kFullWidth / 2 ? 0.5F
                                                                 : 0.25F)
-    {}
+    {
+        for (size_t i = 0; i < kShapes.size(); ++i) {
+            const CShape& shape = kShapes[i];
+            const float reach = (shape.width + shape.height) / 2 * m_scale + 1;
+            Enter(m_columns, i, shape.x * m_scale, reach);
+            Enter(m_lines, i, shape.y * m_scale, reach);
+            constexpr float kDegree = 3.14159265F / 180;
+            m_turns[i] = {std::cos(shape.turn * kDegree), std::sin(shape.turn * kDegree)};
+        }
+    }
 
     bool IsMoving() const override { return true; }
 
     CLight At(float x, float y) const override
     {
         CColour colour = Ground(x, y);
-        for (const CShape& shape : kShapes) {
-            const float dx = x - shape.x * m_scale, dy = y - shape.y * m_scale;
-            const float reach = (shape.width + shape.height) / 2 * m_scale + 1;
-            if (std::fabs(dx) > reach || std::fabs(dy) > reach)
+        const ShapeSet shapes = Within(m_columns, x) & Within(m_lines, y);
+        for (size_t i = 0; shapes >> i != 0; ++i) {
+            if ((shapes >> i & 1U) == 0)
                 continue;
-            Blend(colour, ColourOf(shape, dx), Coverage(Distance(shape, dx, dy)));
+            const CShape& shape = kShapes[i];
+            const float dx = x - shape.x * m_scale, dy = y - shape.y * m_scale;
+            Blend(colour, ColourOf(shape, dx), Coverage(Distance(shape, m_turns[i], dx, dy)));
         }
         return {colour.red, colour.green, colour.blue, 0, 0};
     }
 
 private:
+    struct CTurn
+    {
+        float cos, sin;
+    };
+
+    /// A bit for each shape.
+    using ShapeSet = uint32_t;
+    static_assert(kShapes.size() <= 32);
+
+    /// Notes a shape in the columns or lines that it may reach: a picture has millions of places, most of
+    /// them beside all shapes.
+    static void Enter(std::vector<ShapeSet>& sets, size_t shape, float middle, float reach)
+    {
+        const auto end = static_cast<size_t>(std::ceil(middle + reach));
+        sets.resize(std::max(sets.size(), end), 0);
+        for (auto i = static_cast<size_t>(std::max(0.0F, std::floor(middle - reach))); i < end; ++i)
+            sets[i] |= ShapeSet{1} << shape;
+    }
+    static ShapeSet Within(const std::vector<ShapeSet>& sets, float place)
+    {
+        return place >= 0 && place < static_cast<float>(sets.size()) ? sets[static_cast<size_t>(place)] : 0;
+    }
+
     static void Blend(CColour& below, const CColour& above, float share)
     {
         below.red += (above.red - below.red) * share;
@@ -128,7 +163,7 @@ private:
         return bar % 2 == 0 ? shape.colour : CColour{0.05F, 0.05F, 0.05F};
     }
 
-    float Distance(const CShape& shape, float dx, float dy) const
+    float Distance(const CShape& shape, const CTurn& turn, float dx, float dy) const
     {
         const float a = shape.width / 2 * m_scale, b = shape.height / 2 * m_scale;
         switch (shape.shape) {
@@ -138,17 +173,17 @@ private:
             const float middle = a * 0.75F;
             return std::fabs(std::hypot(dx, dy) - middle) - a * 0.25F;
         }
-        case EShape::Box: {
-            constexpr float kDegree = 3.14159265F / 180;
-            const float c = std::cos(shape.turn * kDegree), s = std::sin(shape.turn * kDegree);
-            return std::max(std::fabs(dx * c - dy * s) - a, std::fabs(dx * s + dy * c) - b);
-        }
+        case EShape::Box:
+            return std::max(std::fabs(dx * turn.cos - dy * turn.sin) - a,
+                            std::fabs(dx * turn.sin + dy * turn.cos) - b);
         default:
             return std::max(std::fabs(dx) - a, std::fabs(dy) - b);
         }
     }
 
     const float m_scale;
+    std::vector<ShapeSet> m_columns, m_lines;
+    std::array<CTurn, kShapes.size()> m_turns;
 };
 
 } // namespace
