@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 # Seconds, bytes or things counted per unit of the table.
-UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6, "images": 1, "processors": 1}
+UNITS = {"ms": 1e-3, "us": 1e-6, "ns": 1e-9, "MB": 1e6, "images": 1, "processors": 1, "part": 1}
 TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
 
 
