@@ -8,7 +8,6 @@
 
 #include <QSignalBlocker>
 #include <QTimerEvent>
-#include <vector>
 
 namespace KxApi
 {
@@ -309,11 +308,9 @@ void CDisplayNodeMapPartDlg::timerEvent(QTimerEvent* pEvent)
 void CDisplayNodeMapPartDlg::Poll()
 {
     const CNodeMapQtPropertyGridCtrl::CBatch batch(*m_pUi->nodeMapPropertyGridCtrl);
-    std::vector<CNodeInfo*> vecNodes;
-    m_pNodeMapDlgParent->GetNodeInfo(vecNodes);
-    for (const CNodeInfo* const pInfo : vecNodes) {
-        if (pInfo->pNode)
-            GenApi::CNodeMapPtr(pInfo->pNode->GetNodeMap())->Poll(kPollingInterval);
+    for (const CNodeInfo& info : m_pNodeMapDlgParent->CopyNodeInfo()) {
+        if (info.pNode)
+            GenApi::CNodeMapPtr(info.pNode->GetNodeMap())->Poll(kPollingInterval);
     }
     m_pUi->nodeMapPropertyGridCtrl->RefreshSelfClearingNode();
 }

@@ -8,11 +8,10 @@
 namespace KxApi
 {
 
-void CGridFilling::Start(const std::vector<CNodeInfo*>& vecNodes)
+void CGridFilling::Start(std::vector<CNodeInfo> vecNodes)
 {
     Stop();
-    for (const CNodeInfo* const pInfo : vecNodes)
-        m_vecEntries.push_back(*pInfo);
+    m_vecEntries = std::move(vecNodes);
 }
 
 void CGridFilling::Stop()

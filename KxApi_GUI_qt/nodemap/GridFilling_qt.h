@@ -28,7 +28,7 @@ public:
     };
 
     /// Begins anew.
-    void Start(const std::vector<CNodeInfo*>& vecNodes);
+    void Start(std::vector<CNodeInfo> vecNodes);
     void Stop();
     bool HasWork() const { return !m_vecLevels.empty() || m_nEntry < m_vecEntries.size(); }
 

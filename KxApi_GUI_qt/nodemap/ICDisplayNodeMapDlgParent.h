@@ -37,6 +37,8 @@ struct ICDisplayNodeMapDlgParent : virtual IDlgParent
     virtual bool GetEnablePolling() const = 0;
     virtual void SetEnablePolling(bool bEnable) = 0;
     virtual IKxNodeMapDisplayWndInside* GetIKxNodeMapDisplayWndInside() = 0;
+    /// The same as copies, which stay whatever other threads deregister meanwhile.
+    virtual std::vector<CNodeInfo> CopyNodeInfo() = 0;
 
 protected:
     ~ICDisplayNodeMapDlgParent() = default;

@@ -50,6 +50,19 @@ void CKxDisplayNodeMapWnd::GetNodeInfo(std::vector<CNodeInfo*>& vecNodes)
     });
 }
 
+std::vector<CNodeInfo> CKxDisplayNodeMapWnd::CopyNodeInfo()
+{
+    return GenICam::GuardBadAlloc([&] {
+        const GenApi::AutoLock lock(m_lockNodes); // which may be taken again
+        std::vector<CNodeInfo*> vecInfos;
+        GetNodeInfo(vecInfos);
+        std::vector<CNodeInfo> vecNodes;
+        for (const CNodeInfo* const pInfo : vecInfos)
+            vecNodes.push_back(*pInfo);
+        return vecNodes;
+    });
+}
+
 void CKxDisplayNodeMapWnd::Fold(uint32_t nCommand, bool bExpanded)
 {
     if (nCommand != 1)

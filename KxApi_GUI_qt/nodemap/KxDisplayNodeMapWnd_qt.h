@@ -37,6 +37,7 @@ public:
         return m_nRegisteredAndUnregisteredNodeCount;
     }
     void GetNodeInfo(std::vector<CNodeInfo*>& vecNodes) override;
+    std::vector<CNodeInfo> CopyNodeInfo() override;
     IKxNodeMapDisplayWndInside* GetIKxNodeMapDisplayWndInside() override { return this; }
 
     bool GetAlphabeticMode() const override { return m_bAlphabeticMode; }

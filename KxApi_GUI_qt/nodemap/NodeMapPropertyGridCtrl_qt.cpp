@@ -107,9 +107,7 @@ void CNodeMapQtPropertyGridCtrl::AddAllNode()
     if (!m_pDlgParent)
         return;
     m_nNodeCount = m_pDlgParent->GetIKxNodeMapDisplayWndInside()->GetRegisteredAndUnregisteredNodeCount();
-    std::vector<CNodeInfo*> vecNodes;
-    m_pDlgParent->GetNodeInfo(vecNodes);
-    m_filling.Start(vecNodes);
+    m_filling.Start(m_pDlgParent->CopyNodeInfo());
     ContinueFilling();
 }
 
