@@ -2,12 +2,14 @@
 // When images are shown, what lies behind and over them, and what is shown in place of those that can't be.
 #include "ImageViewSupport.h"
 
+#include <KxApi_GUI/IKxOverlayCanvas.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
 #include <QPainter>
 #include <QScrollBar>
 #include <QThread>
+#include <cmath>
 #include <thread>
 
 namespace KxTest
@@ -116,12 +118,21 @@ TEST_F(ImageRefresh, OverlaysPaintOnTopAndLearnWhatIsShown)
         EXPECT_EQ(QSize(pDrawing->GetDisplayWidth(), pDrawing->GetDisplayHeight()), QSize(120, 90));
         EXPECT_EQ(QPoint(pDrawing->GetROIOffsetX(), pDrawing->GetROIOffsetY()), QPoint(0, 0));
         static_cast<QPainter*>(pDrawing->GetDC())->fillRect(30, 30, 3, 3, Qt::red);
+        // Without Qt, in pixels of the image; what can't be drawn leaves no trace.
+        auto& canvas = dynamic_cast<IKxOverlayCanvas&>(param);
+        canvas.SetPen(KxOverlayColor(0, 255, 0), 1);
+        canvas.DrawRectangle(20, 10, 5, 4);
+        canvas.DrawEllipse(0, 0, std::nan(""), 1e300);
+        canvas.DrawText(2, 29, "\xC3\x84", 12);
     };
     ShowWindow();
     ShowImage(Grey(9)->GetIKxImage());
     EXPECT_TRUE(bTold);
     EXPECT_EQ(ShownAt(31, 31), Rgb(255, 0, 0));
     EXPECT_EQ(ShownAt(33, 33), Rgb(9, 9, 9));
+    EXPECT_EQ(ShownAt(60, 35), Rgb(0, 255, 0));
+    EXPECT_EQ(ShownAt(75, 42), Rgb(0, 255, 0));
+    EXPECT_EQ(ShownAt(65, 35), Rgb(9, 9, 9));
 }
 
 TEST_F(ImageRefresh, OverlaysMayChangeSettingsWithoutAPaintWithinThePaint)
