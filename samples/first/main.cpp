@@ -13,14 +13,17 @@ struct Memory : GenApi::IPort
     void Write(const void* from, int64_t at, int64_t n) override { std::memcpy(bytes + at, from, size_t(n)); }
 };
 
-int main(int, char** argv)
-{
+int main(int argc, char** argv)
+try {
     Memory camera;
     GenApi::CNodeMapRef map;
-    map._LoadXMLFromFile(argv[1]); // samples/descriptions/SampleCamera.xml
+    map._LoadXMLFromFile(argc > 1 ? argv[1] : "SampleCamera.xml"); // it lies in samples/descriptions
     map._Connect(&camera);
     GenApi::CIntegerPtr width = map._GetNode("Width");
     GenApi::CIntegerPtr payload = map._GetNode("PayloadSize");
     width->SetValue(640);
     std::cout << "width " << width->GetValue() << ", bytes of an image " << payload->GetValue() << "\n";
+} catch (const GenICam::GenericException& e) {
+    std::cerr << e.GetDescription() << "\n";
+    return 1;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The viewer, and the sample that knows nothing of Qt, run without a display.
+// The viewer, run without a display.
 #include "ProgramTest.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +17,6 @@ using testing::Contains;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::MatchesRegex;
 using testing::StartsWith;
 
 class Viewer : public KxTest::ProgramTest
@@ -96,15 +95,6 @@ TEST_F(Viewer, SaysInALineThatThereIsNoDisplay)
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_THAT(LinesOf(outcome.errors),
                 testing::ElementsAre(StartsWith("kxviewer: no window can be shown")));
-}
-
-TEST_F(Viewer, SamplesShowLiveImagesFromHostsWithoutQt)
-{
-    for (const char* const szProgram : {LIVE_PROGRAM, GRAPHS_PROGRAM}) {
-        const Outcome outcome = Run("5", szProgram);
-        EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
-        EXPECT_THAT(outcome.output, MatchesRegex("[1-9][0-9]* images\n"));
-    }
 }
 
 } // namespace
