@@ -23,8 +23,11 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
-# Line tables cost nothing at run time and make stack traces of users' reports readable.
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1 -DNDEBUG")
+# Line tables cost nothing at run time and make stack traces of users' reports readable, but a tenth of the build.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+if(KXAPI_LINE_TABLES)
+    set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1 -DNDEBUG")
+endif()
 
 if(KXAPI_FUZZ)
     # Every object reports its coverage to libFuzzer, and every fault found has to stop the program.

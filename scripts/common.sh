@@ -24,16 +24,29 @@ usage() {
     esac
 }
 
-# build PRESET [CMAKE-OPTION...]: configures and builds build/PRESET, all of it or what the array `targets` names.
+# configured PRESET [-DNAME=VALUE...]: whether build/PRESET is up to date but for what the build itself sees to.
+configured() {
+    local folder=build/$1 option
+    shift
+    [ -f "$folder/build.ninja" ] && [ "$folder/build.ninja" -nt CMakePresets.json ] || return 1
+    for option in "$@"; do
+        option=${option#-D}
+        grep -q "^${option%%=*}:[A-Z]*=${option#*=}\$" "$folder/CMakeCache.txt" || return 1
+    done
+}
+
+# build PRESET [-DNAME=VALUE...]: configures and builds build/PRESET, all of it or what the array `targets` names.
 targets=()
 build() {
     local preset=$1 messages
     shift
-    say "configuring build/$preset"
-    messages=$(cmake --preset "$preset" "$@" 2>&1) || {
-        printf '%s\n' "$messages" >&2
-        fail "cmake could not configure the preset '$preset'"
-    }
+    if ! configured "$preset" "$@"; then
+        say "configuring build/$preset"
+        messages=$(cmake --preset "$preset" "$@" 2>&1) || {
+            printf '%s\n' "$messages" >&2
+            fail "cmake could not configure the preset '$preset'"
+        }
+    fi
     say "building build/$preset"
     cmake --build --preset "$preset" ${targets[@]+--target "${targets[@]}"} || fail "the preset '$preset' does not build"
 }
