@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "FeatureSetting.h"
+#include "FileNames.h"
 #include "ImageFileType.h"
 #include "Output.h"
+#include "SavableFormat.h"
+#include "SequenceReader.h"
 
 #include <Base/GCException.h>
 #include <GenApi/GenApi.h>
@@ -21,6 +24,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -83,6 +87,7 @@ struct Options
     bool listSettings = false;
     std::optional<uint32_t> quality;
     std::optional<uint32_t> compression;
+    std::string images; // of a sequence: "3" or "3-5"
 
     bool AskForConversion() const
     {
@@ -167,22 +172,39 @@ bool IsSet(const std::vector<std::string>& settings, const std::string& name)
     });
 }
 
-void SetDestination(IKxPixelFormatConverterInside& converter, const Options& options, const IKxImage& source)
+EKxPixelFormatNamingConvention_t Destination(const IKxPixelFormatConverterInside& converter,
+                                             const Options& options)
 {
-    // A map's colours show in a format with colour only.
-    const bool isSet = IsSet(options.settings, "DestinationPixelFormat") || HasColorMap(converter);
-    if (options.format.empty() && !isSet)
-        return converter.SetAutoDestination(true);
-    const auto destination = options.format.empty()
-                                 ? converter.GetDestinationPixelFormat()
-                                 : GetIKxPixelFormatInfoByName(options.format.c_str())->GetPixelFormat();
-    if (!converter.IsConvertible(source.GetImagePixelFormat(), destination))
-        throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted to %s", NameOf(source).c_str(),
-                                         GetIKxPixelFormatInfo(destination)->GetName().c_str());
-    converter.SetDestinationPixelFormat(destination);
+    return options.format.empty() ? converter.GetDestinationPixelFormat()
+                                  : GetIKxPixelFormatInfoByName(options.format.c_str())->GetPixelFormat();
 }
 
-Converter MakeConverter(const Options& options, const IKxImage& source)
+void SetDestination(IKxPixelFormatConverterInside& converter, const Options& options,
+                    const IKxStillImageFiler& filer, EKxStillImageFileType_t type, const IKxImage& source)
+{
+    const auto format = source.GetImagePixelFormat();
+    // A map's colours show in a format with colour only.
+    const bool isSet = IsSet(options.settings, "DestinationPixelFormat") || HasColorMap(converter);
+    if (!options.format.empty() || isSet) {
+        const auto destination = Destination(converter, options);
+        if (!converter.IsConvertible(format, destination))
+            throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted to %s", NameOf(source).c_str(),
+                                             GetIKxPixelFormatInfo(destination)->GetName().c_str());
+        return converter.SetDestinationPixelFormat(destination);
+    }
+    // The converter's own choice has 8 bits.
+    const auto lossless = KxApps::ConvertedFormat(filer, converter, format, type);
+    const auto& info = dynamic_cast<const IKxPixelFormatInfoInside&>(*GetIKxPixelFormatInfo(format));
+    if (info.GetEffectiveBits() <= 8)
+        return converter.SetAutoDestination(true);
+    if (info.IsPolarized() && options.polarization)
+        throw INVALID_ARGUMENT_EXCEPTION(
+            "what becomes of the %zu bits of %s has to be told by --format, such as Mono16, RGB16 or BGR8",
+            info.GetEffectiveBits(), info.GetName().c_str());
+    converter.SetDestinationPixelFormat(lossless);
+}
+
+Converter MakeConverter(const Options& options)
 {
     Converter converter(CreateIKxConverter(KxConverterType_PixelFormat));
     converter->SetConversionOption(static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 8U)));
@@ -196,31 +218,133 @@ Converter MakeConverter(const Options& options, const IKxImage& source)
         converter->SetGamma(*options.gamma);
     converter->SetReverseY(options.reverseY);
     ApplySettings(*converter, options.settings);
-    SetDestination(*converter, options, source);
     return converter;
+}
+
+/// Converts and saves images as the options ask for.
+class Conversion
+{
+public:
+    Conversion(const Options& options, EKxStillImageFileType_t type)
+        : m_options(options)
+        , m_type(type)
+        , m_filer(CreateIKxFiler(KxFilerType_StillImage))
+        , m_converted(CreateIKxImageBuffer(nullptr))
+    {
+        if (options.quality)
+            m_filer->SetJpegQuality(*options.quality);
+        if (options.compression)
+            m_filer->SetPngCompression(*options.compression);
+    }
+
+    IKxStillImageFiler& Filer() { return *m_filer; }
+
+    /// Tells what was saved.
+    std::string Save(IKxImage& image, const std::string& path)
+    {
+        IKxImage* pSaved = &image;
+        if (m_options.AskForConversion() || !m_filer->IsSavable(image.GetImagePixelFormat(), m_type)) {
+            if (!m_converter)
+                m_converter = MakeConverter(m_options);
+            SetDestination(*m_converter, m_options, *m_filer, m_type, image);
+            m_converter->Convert(&image, m_converted.Get());
+            pSaved = m_converted->GetIKxImage();
+        }
+        m_filer->Save(pSaved, m_type, path.c_str());
+        return Describe(path, *pSaved);
+    }
+
+private:
+    const Options& m_options;
+    const EKxStillImageFileType_t m_type;
+    const CKxAutoPtr<IKxFilerReleasable> m_filer;
+    Converter m_converter; // when one is needed
+    const Buffer m_converted;
+};
+
+struct Range
+{
+    size_t first;
+    size_t last;
+};
+
+/// The images of a sequence that are asked for.
+Range RangeOf(const std::string& text, size_t count)
+{
+    static const std::regex kRange("([0-9]{1,15})(?:-([0-9]{1,15}))?");
+    if (count == 0)
+        throw RUNTIME_EXCEPTION("there is no image in it");
+    std::smatch parts;
+    if (text.empty())
+        return {0, count - 1};
+    if (!std::regex_match(text, parts, kRange))
+        throw INVALID_ARGUMENT_EXCEPTION("--images %s is neither a number nor a range such as 10-20",
+                                         text.c_str());
+    const Range range{std::stoull(parts[1]), std::stoull(parts[2].matched ? parts[2] : parts[1])};
+    if (range.first > range.last || range.last >= count)
+        throw OUT_OF_RANGE_EXCEPTION("--images %s: the images are 0 to %zu", text.c_str(), count - 1);
+    return range;
+}
+
+void ListSequence(const KxApps::SequenceReader& sequence)
+{
+    std::cout << "# image\tframe ID\ttime of the camera, ns\ttime, ns since 1970\tpixel format\tsize\n";
+    for (size_t i = 0; i < sequence.Count(); ++i) {
+        const KxApps::SequenceReader::Entry entry = sequence.About(i);
+        std::cout << i << "\t" << entry.notes.frameId << "\t" << entry.notes.timestampNs << "\t"
+                  << entry.notes.hostNs << "\t";
+        if (entry.isEncoded)
+            std::cout << "JPEG\t";
+        else
+            std::cout << GetIKxPixelFormatInfo(entry.pixelFormat)->GetName() << "\t" << entry.width << "x"
+                      << entry.height;
+        std::cout << (entry.notes.isIncomplete ? "\tincomplete" : "") << "\n";
+    }
+    Finish(std::cout);
+}
+
+void Unpack(const KxApps::SequenceReader& sequence, const Options& options)
+{
+    const Range range = RangeOf(options.images, sequence.Count());
+    const KxApps::FileNames names(options.output, range.first == range.last);
+    Conversion conversion(options, names.Type());
+    const Buffer image(CreateIKxImageBuffer(nullptr));
+    for (size_t i = range.first; i <= range.last; ++i) {
+        sequence.Read(i, *image);
+        conversion.Save(*image->GetIKxImage(), names.Of(i));
+    }
+    std::cout << options.input << ": " << range.last - range.first + 1 << " of " << sequence.Count()
+              << " images -> " << names.Of(range.first) << (range.first == range.last ? "\n" : " and on\n");
+    Finish(std::cout);
+}
+
+void ConvertSequence(const Options& options)
+{
+    const KxApps::SequenceReader sequence(options.input);
+    if (!sequence.IsComplete())
+        std::cerr << options.input << " wasn't finished; " << sequence.Count() << " whole images are in it\n";
+    if (options.output.empty())
+        ListSequence(sequence);
+    else
+        Unpack(sequence, options);
 }
 
 void RunConvert(const Options& options)
 {
-    // Before the work, not after it.
-    const EKxStillImageFileType_t type = FileTypeOf(options.output);
     const CKxApiAutoInitTerm sdk;
-    const Filer filer(CreateIKxFiler(KxFilerType_StillImage));
-    if (options.quality)
-        filer->SetJpegQuality(*options.quality);
-    if (options.compression)
-        filer->SetPngCompression(*options.compression);
-
-    Buffer image(CreateIKxImageBuffer(nullptr));
-    filer->Load(image.Get(), options.input.c_str());
+    if (KxApps::SequenceReader::IsSequence(options.input))
+        return ConvertSequence(options);
+    if (options.output.empty())
+        throw CLI::RequiredError("OUT");
+    if (!options.images.empty())
+        throw INVALID_ARGUMENT_EXCEPTION("--images: '%s' holds one image", options.input.c_str());
+    // Before the work, not after it.
+    Conversion conversion(options, KxApps::FileTypeOf(options.output));
+    const Buffer image(CreateIKxImageBuffer(nullptr));
+    conversion.Filer().Load(image.Get(), options.input.c_str());
     const std::string before = Describe(options.input, *image->GetIKxImage());
-    if (options.AskForConversion() || !filer->IsSavable(image->GetIKxImage()->GetImagePixelFormat(), type)) {
-        Buffer converted(CreateIKxImageBuffer(nullptr));
-        MakeConverter(options, *image->GetIKxImage())->Convert(image->GetIKxImage(), converted.Get());
-        image = std::move(converted);
-    }
-    filer->Save(image->GetIKxImage(), type, options.output.c_str());
-    std::cout << before << " -> " << Describe(options.output, *image->GetIKxImage()) << "\n";
+    const std::string after = conversion.Save(*image->GetIKxImage(), options.output);
+    std::cout << before << " -> " << after << "\n";
     Finish(std::cout);
 }
 
@@ -229,7 +353,7 @@ void AddConversionOptions(CLI::App& command, Options& options)
     command
         .add_option("--format", options.format,
                     "Pixel format of OUT, such as RGB8, Mono12 or BGR16; if not given, that of IN where no "
-                    "option asks for a conversion and the type of OUT holds it, else Mono8 or BGR8")
+                    "option asks for a conversion and the type of OUT holds it, else one that keeps all bits")
         ->check(CLI::Validator(CheckFormat, "FORMAT"));
     command
         .add_option("--bayer", options.bayer, "How a Bayer mosaic becomes colours; bilinear3 if not given")
@@ -258,10 +382,14 @@ void AddConvertCommand(CLI::App& program)
     CLI::App* const command =
         program.add_subcommand("convert", "Writes an image file as another type or in another pixel format");
     command->add_option("IN", options->input,
-                        "BMP, JPEG, TIFF, PNG or kxraw file; recognised by its content");
+                        "BMP, JPEG, TIFF, PNG, kxraw or kxseq file; recognised by its content");
     command->add_option(
         "OUT", options->output,
-        "File to write: .bmp, .jpg, .tif, .png, .csv or .kxraw; it appears only when complete");
+        "File to write: .bmp, .jpg, .tif, .png, .csv or .kxraw; it appears only when complete. For the "
+        "images of "
+        "a kxseq file a name with %d or %04d for the number, or a folder; without it they are listed");
+    command->add_option("--images", options->images,
+                        "Which images of a kxseq file, such as 5 or 10-20; all if not given");
     AddConversionOptions(*command, *options);
     command->add_option("--quality", options->quality, "Of JPEG files; 90 if not given")
         ->check(CLI::Range(1, 100));
@@ -270,8 +398,8 @@ void AddConvertCommand(CLI::App& program)
     command->callback([options] {
         if (options->listSettings)
             return ListSettings();
-        if (options->output.empty())
-            throw CLI::RequiredError(options->input.empty() ? "IN" : "OUT");
+        if (options->input.empty())
+            throw CLI::RequiredError("IN");
         RunConvert(*options);
     });
 }

@@ -1,22 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "FeatureSetting.h"
-#include "FrameWriter.h"
 #include "GrabProgress.h"
 #include "HistogramWriter.h"
 #include "OpenCamera.h"
 #include "Output.h"
+#include "Recorder.h"
 
 #include <KxApi_TL/IKxPort.h>
 #include <KxApi_TL/IKxStream.h>
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 using namespace KxApi;
@@ -31,6 +34,8 @@ using Stream = CKxAutoPtr<IKxStreamReleasable, IKxStream>;
 using Image = CKxAutoPtr<IKxStreamImageReleasable, IKxStreamImage>;
 
 constexpr uint32_t kSliceMs = 100; // an interrupt is heeded this soon
+constexpr uint64_t kMegabyte = 1000000;
+constexpr unsigned kMostWriters = 8;
 
 struct Options
 {
@@ -41,8 +46,8 @@ struct Options
     uint32_t part = 0;
     std::string mode;
     std::vector<std::string> settings;
-    std::string output;
-    std::string format;
+    KxApps::ImageOutput output;
+    uint64_t queueMegabytes = KxApps::QueueMemory() / kMegabyte;
     std::string histogram;
     bool json = false;
 };
@@ -87,28 +92,69 @@ IKxStreamImage& PartOf(IKxStreamImage& image, uint32_t part)
     return *image.GetIKxPart(part);
 }
 
-void Receive(IKxStream& stream, const Options& options, FrameWriter* pWriter, HistogramWriter* pHistogram,
-             GrabProgress& progress)
+void Receive(IKxStream& stream, const Options& options, KxApps::Recorder* pRecorder,
+             HistogramWriter* pHistogram, GrabProgress& progress)
 {
-    const InterruptWatch watch;
     const size_t payload = stream.GetPayloadSize();
     for (uint64_t n = 0; n < options.images; ++n) {
         const Image image = Next(stream, options.timeoutMs);
         if (!image)
             break;
-        if (pWriter)
-            pWriter->Write(PartOf(*image, options.part), n);
+        if (pRecorder)
+            pRecorder->Add(PartOf(*image, options.part));
         if (pHistogram && (options.images == kKxEndless || n + 1 == options.images))
             pHistogram->Note(PartOf(*image, options.part));
         progress.Count(payload, image->GetTimestampNs(), stream.GetStatistics());
+        if (pRecorder && pRecorder->Status().state == KxApps::RecordingState::Failed)
+            break; // there is nothing to acquire for
     }
 }
 
-void RunGrab(const Options& options)
+std::unique_ptr<KxApps::Recorder> MakeRecorder(const Options& options, const IKxStream& stream)
 {
-    std::optional<FrameWriter> writer; // a wrong name is told before the camera is touched
-    if (!options.output.empty())
-        writer.emplace(options.output, options.format);
+    if (options.output.name.empty())
+        return nullptr;
+    KxApps::RecordingOptions recording;
+    recording.output = options.output;
+    recording.output.writerCount = std::clamp(std::thread::hardware_concurrency(), 1U, kMostWriters);
+    recording.memory = options.queueMegabytes * kMegabyte;
+    recording.expectedBytes = stream.GetPayloadSize();
+    if (options.images != kKxEndless)
+        recording.maxImages = options.images;
+    return std::make_unique<KxApps::Recorder>(std::move(recording));
+}
+
+// Waits for what is still to be written. An interrupt that comes only now gives that up; after one that ended
+// the acquisition the next ends the program.
+KxApps::RecordingStatus Finished(KxApps::Recorder& recorder, GrabProgress& progress)
+{
+    recorder.Stop();
+    const bool wasInterrupted = interrupted;
+    while (!recorder.WaitFor(std::chrono::milliseconds(kSliceMs))) {
+        if (interrupted && !wasInterrupted)
+            recorder.Cancel();
+        progress.ShowQueue(recorder.Status());
+    }
+    return recorder.Status();
+}
+
+// An incomplete result is a failure, whoever is to blame.
+void CheckResult(const Options& options, uint64_t images, const KxApps::RecordingStatus& recording)
+{
+    if (recording.state == KxApps::RecordingState::Failed || recording.lost > 0)
+        throw RUNTIME_EXCEPTION("%llu images not saved; %s", static_cast<unsigned long long>(recording.lost),
+                                recording.Cause().c_str());
+    if (options.images != kKxEndless && images < options.images)
+        throw RUNTIME_EXCEPTION("interrupted after %llu of %llu images",
+                                static_cast<unsigned long long>(images),
+                                static_cast<unsigned long long>(options.images));
+}
+
+void RunGrab(Options options)
+{
+    options.output.isOneImage = options.images == 1;
+    if (!options.output.name.empty())
+        options.output.Check(); // a wrong name is told before the camera is touched
     std::optional<HistogramWriter> histogram;
     if (!options.histogram.empty())
         histogram.emplace(options.histogram);
@@ -119,26 +165,30 @@ void RunGrab(const Options& options)
     if (!options.mode.empty())
         KxApps::FindFeature(*stream->GetIKxPort()->GetINodeMap(), "StreamBufferHandlingMode")
             .FromString(options.mode.c_str());
+    const auto recorder = MakeRecorder(options, *stream);
+    const InterruptWatch watch;
     stream->StartAcquisition(nullptr, options.images);
 
     GrabProgress progress(options.images);
+    KxApps::RecordingStatus recording;
     try {
-        Receive(*stream, options, writer ? &*writer : nullptr, histogram ? &*histogram : nullptr, progress);
+        Receive(*stream, options, recorder.get(), histogram ? &*histogram : nullptr, progress);
+        stream->StopAcquisition();
+        if (recorder)
+            recording = Finished(*recorder, progress);
     } catch (const GenICam::GenericException&) {
         progress.End();
         std::cerr << progress.Summary() << "\n"; // what came before the fault isn't kept back
         throw;
     }
     progress.End();
-    stream->StopAcquisition();
     if (histogram)
         histogram->Save();
-    std::cout << (options.json ? progress.Json() : progress.Summary()) << "\n";
+    std::cout << (options.json ? progress.Json(recorder ? &recording : nullptr) : progress.Summary()) << "\n";
+    if (recorder && !options.json)
+        std::cout << recording.Report() << "\n";
     Finish(std::cout);
-    if (options.images != kKxEndless && progress.Images() < options.images)
-        throw RUNTIME_EXCEPTION("interrupted after %llu of %llu images",
-                                static_cast<unsigned long long>(progress.Images()),
-                                static_cast<unsigned long long>(options.images));
+    CheckResult(options, progress.Images(), recording);
 }
 
 } // namespace
@@ -158,7 +208,13 @@ void AddGrabCommand(CLI::App& program)
     command->add_option("--buffers", options->buffers, "Buffers that wait for images")
         ->check(CLI::Range(1u, kKxMaxBufferCount))
         ->capture_default_str();
-    command->add_option("-o,--output", options->output, FrameWriter::kHelp);
+    command->add_option("-o,--output", options->output.name,
+                        std::string("Saves each image: ") + KxApps::ImageOutput::kHelp);
+    command
+        ->add_option("--queue", options->queueMegabytes,
+                     "Memory in MB for images that wait to be saved; more of them are lost, and told")
+        ->check(CLI::Range(uint64_t{1}, uint64_t{1} << 20))
+        ->needs("--output");
     command->add_option("--mode", options->mode,
                         "What becomes of images that come faster than they are taken: "
                         "OldestFirst, OldestFirstOverwrite, NewestOnly");
@@ -171,8 +227,9 @@ void AddGrabCommand(CLI::App& program)
         ->capture_default_str();
     command
         ->add_option(
-            "--format", options->format,
-            "Converts saved images to this pixel format, such as RGB8; mosaics stay mosaics without it")
+            "--format", options->output.format,
+            "Converts saved images to this pixel format, such as RGB8; without it mosaics stay mosaics, and "
+            "no bits are dropped")
         ->needs("--output");
     command->add_option("--histogram", options->histogram, HistogramWriter::kHelp);
     command->add_flag("--json", options->json, "The result as a JSON object");

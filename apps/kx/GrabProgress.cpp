@@ -27,16 +27,31 @@ void GrabProgress::Count(size_t bytes, uint64_t timestampNs, const KxApi::CKxStr
     ++m_images;
     m_bytes += bytes;
     m_statistics = statistics;
+    if (IsDue())
+        Show(Line());
+}
+
+bool GrabProgress::IsDue()
+{
     const auto interval = m_terminal ? std::chrono::milliseconds(100) : std::chrono::milliseconds(1000);
-    if (now - m_shown >= interval)
-        Show();
+    const auto now = Clock::now();
+    if (now - m_shown < interval)
+        return false;
+    m_shown = now;
+    return true;
+}
+
+void GrabProgress::ShowQueue(const KxApps::RecordingStatus& status)
+{
+    if (status.queued > 0 && IsDue())
+        Show(std::to_string(m_images) + " images, " + std::to_string(status.queued) + " to be saved");
 }
 
 void GrabProgress::End()
 {
     if (!m_terminal)
         return;
-    Show();
+    Show(Line());
     std::fputc('\n', stderr);
 }
 
@@ -62,9 +77,9 @@ std::string GrabProgress::Summary() const
     return text;
 }
 
-std::string GrabProgress::Json() const
+std::string GrabProgress::Json(const KxApps::RecordingStatus* pRecording) const
 {
-    const nlohmann::ordered_json json = {
+    nlohmann::ordered_json json = {
         {"images", m_images},
         {"seconds", Seconds()},
         {"imagesPerSecond", PerSecond(static_cast<double>(m_images))},
@@ -74,25 +89,38 @@ std::string GrabProgress::Json() const
         {"incomplete", m_statistics.nIncomplete},
         {"refused", m_statistics.nRefused},
     };
-    return json.dump(2);
+    if (pRecording)
+        json["saved"] = {{"images", pRecording->written},  {"bytes", pRecording->writtenBytes},
+                         {"seconds", pRecording->seconds}, {"bytesPerSecond", pRecording->writingRate},
+                         {"lost", pRecording->lost},       {"error", pRecording->Cause()}};
+    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-std::string GrabProgress::Bar() const
+// As much as a terminal's 80 columns hold: a longer line couldn't be drawn anew.
+std::string GrabProgress::Line() const
 {
-    constexpr uint64_t kWidth = 30;
-    if (m_expected == KxApi::kKxEndless)
-        return {};
-    const auto filled = static_cast<size_t>(kWidth * m_images / m_expected);
-    return "[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] ";
+    constexpr size_t kColumns = 79;
+    constexpr uint64_t kWidth = 16;
+    const unsigned long long lost = std::max(m_statistics.nLost, m_statistics.nUnderrun);
+    char text[128];
+    std::snprintf(text, sizeof text, "%llu images, %.1f/s, %.1f MB/s, %llu lost, %llu incomplete",
+                  static_cast<unsigned long long>(m_images), PerSecond(static_cast<double>(m_images)),
+                  PerSecond(static_cast<double>(m_bytes)) / 1e6, lost,
+                  static_cast<unsigned long long>(m_statistics.nIncomplete));
+    std::string line = text;
+    if (m_expected != KxApi::kKxEndless && line.size() + kWidth + 3 <= kColumns) {
+        const auto filled = static_cast<size_t>(kWidth * m_images / m_expected);
+        line.insert(0, "[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] ");
+    }
+    return line.substr(0, kColumns);
 }
 
-void GrabProgress::Show()
+void GrabProgress::Show(const std::string& text)
 {
-    m_shown = Clock::now();
     if (m_terminal)
-        std::fprintf(stderr, "\r%s%s\033[K", Bar().c_str(), Summary().c_str());
+        std::fprintf(stderr, "\r%s\033[K", text.c_str());
     else
-        std::fprintf(stderr, "%s\n", Summary().c_str());
+        std::fprintf(stderr, "%s\n", text.c_str());
     std::fflush(stderr);
 }
 

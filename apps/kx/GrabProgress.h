@@ -2,6 +2,8 @@
 // How an acquisition goes, for people while it runs and for scripts at its end.
 #pragma once
 
+#include "Recorder.h"
+
 #include <KxApi_TL/IKxStream.h>
 
 #include <chrono>
@@ -24,6 +26,9 @@ public:
     /// images at once, which says nothing of the camera's rate
     void Count(size_t bytes, uint64_t timestampNs, const KxApi::CKxStreamStatistics& statistics);
 
+    /// No image comes any more; those that wait to be saved are counted down.
+    void ShowQueue(const KxApps::RecordingStatus& status);
+
     /// Draws the last state and ends the line.
     void End();
 
@@ -31,15 +36,17 @@ public:
 
     /// Images, time, rate, bandwidth and losses on a line, or as a JSON object.
     std::string Summary() const;
-    std::string Json() const;
+    /// @param pRecording of the images' saving, null without
+    std::string Json(const KxApps::RecordingStatus* pRecording) const;
 
 private:
     using Clock = std::chrono::steady_clock;
 
     double Seconds() const { return static_cast<double>(m_last - m_first) * 1e-9; }
     double PerSecond(double amount) const;
-    std::string Bar() const;
-    void Show();
+    bool IsDue();
+    std::string Line() const;
+    void Show(const std::string& text);
 
     const uint64_t m_expected;
     const bool m_terminal;

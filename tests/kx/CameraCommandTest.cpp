@@ -131,10 +131,31 @@ TEST_F(CameraCommand, GrabSavesNumberedPicturesOfAnyType)
     EXPECT_TRUE(std::filesystem::exists(m_folder / "frame-001.png"));
     EXPECT_EQ(Run(grab + ".").exitCode, 0);
     EXPECT_EQ(Files(".kxraw"), 2U);
-    ExpectFailure(Run(grab + "frame.png"), "'frame.png'");
+    ExpectFailure(Run(grab + "frame.png"), "'frame.png' names one file");
+    EXPECT_EQ(Run("grab KX-U5C_1002 -n 1 -o snap.png").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "snap.png"));
     ExpectFailure(Run(grab + "frame-%d.gif"), "frame-0.gif");
     ExpectFailure(Run(grab + "frame-%d.png --format RGB9"), "'RGB9' is no pixel format");
     EXPECT_EQ(Run(grab + "nowhere/%d.png").exitCode, 1);
+}
+
+TEST_F(CameraCommand, GrabSavesOneFileThatConvertUnpacks)
+{
+    const std::string grab = "grab KX-U5M_1001 -n 3 --set Width=64 Height=32 PixelFormat=Mono12p -o ";
+    const Outcome grabbed = Run(grab + "run.kxseq");
+    EXPECT_EQ(grabbed.exitCode, 0) << grabbed.errors;
+    EXPECT_THAT(grabbed.output, HasSubstr("3 images written"));
+    EXPECT_THAT(LinesOf(Run("convert run.kxseq").output),
+                AllOf(SizeIs(4), Contains(AllOf(StartsWith("2\t"), EndsWith("\tMono12p\t64x32")))));
+    EXPECT_EQ(Run("convert run.kxseq f-%d.png --images 1-2").exitCode, 0);
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "f-0.png"));
+    EXPECT_THAT(Run("convert f-2.png f.kxraw").output, HasSubstr("Mono12, 64 x 32"));
+    ExpectFailure(Run("convert run.kxseq f-%d.png --images 1-3"), "the images are 0 to 2");
+    // Bits are dropped for nobody who doesn't ask for it.
+    ExpectFailure(Run("convert run.kxseq f-%d.jpg"), "12 bits of Mono12p don't go into .jpg files");
+    ExpectFailure(Run("convert f-2.png f.bmp --gamma 0.5"), "--format Mono8");
+    EXPECT_EQ(Run("convert run.kxseq f-%d.jpg --format Mono8").exitCode, 0);
+    EXPECT_THAT(Run(grab + "f-%d.jpg").errors, HasSubstr("--format Mono8"));
 }
 
 TEST_F(CameraCommand, GrabGivesUpWhenNoImageComes)

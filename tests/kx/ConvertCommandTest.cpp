@@ -82,7 +82,7 @@ TEST_F(ConvertCommand, ValuesStayTheSameWhereTheTypeHoldsThem)
 TEST_F(ConvertCommand, FormatsThatTheTypeRefusesAreConverted)
 {
     MakeRaw<uint16_t>("grey.kxraw", KxPixelFormat_Mono12, 2, {0, 2048, 4095, 16});
-    EXPECT_THAT(Run("grey.kxraw out.bmp").output, HasSubstr("-> out.bmp: Mono8"));
+    EXPECT_THAT(Run("grey.kxraw out.bmp --format Mono8").output, HasSubstr("-> out.bmp: Mono8"));
     EXPECT_EQ(Text("out.bmp"), "Mono[0],Mono[1]\n0,128\n255,1\n");
     MakeRaw<uint8_t>("bayer.kxraw", KxPixelFormat_BayerRG8, 4, std::vector<uint8_t>(16, 77));
     EXPECT_THAT(Run("bayer.kxraw out.jpg").output, HasSubstr("-> out.jpg: BGR8"));

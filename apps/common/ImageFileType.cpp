@@ -10,7 +10,7 @@
 
 using namespace KxApi;
 
-namespace Kx
+namespace KxApps
 {
 
 namespace
@@ -45,4 +45,11 @@ EKxStillImageFileType_t FileTypeOf(const std::string& fileName)
     return row->type;
 }
 
-} // namespace Kx
+const char* EndingOf(EKxStillImageFileType_t type)
+{
+    return std::find_if(std::begin(kRows), std::end(kRows),
+                        [type](const Row& candidate) { return candidate.type == type; })
+        ->ending; // every type has a row
+}
+
+} // namespace KxApps
