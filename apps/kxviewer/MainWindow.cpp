@@ -200,6 +200,12 @@ void MainWindow::Start(uint64_t nImages)
         emit Ended(false);
 }
 
+void MainWindow::paintEvent(QPaintEvent* pEvent)
+{
+    QMainWindow::paintEvent(pEvent);
+    m_report.NoteWindow();
+}
+
 uint64_t MainWindow::GetImageCount() const
 {
     const CameraSession* const pSession = View().Session();

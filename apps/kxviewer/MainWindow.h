@@ -46,6 +46,9 @@ signals:
     /// The images that Start was asked for have come, or the acquisition broke off.
     void Ended(bool bComplete);
 
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+
 private:
     void MakeActions();
     void AddDocks();

@@ -34,15 +34,22 @@ double SecondsOfProcess()
 QString RunReport::Text() const
 {
     const double dRun = SecondsOfProcess();
-    return QString("%1 images acquired, %2 lost, %3 incomplete, %4 paints; first painted after %5 s; "
-                   "%6 s of processor time in %7 s")
+    return QString("%1 images acquired, %2 lost, %3 incomplete, %4 paints; window after %5 s, first "
+                   "painted after %6 s; %7 s of processor time in %8 s")
         .arg(m_statistics.nDelivered)
         .arg(LostImages(m_statistics))
         .arg(m_statistics.nIncomplete)
         .arg(m_nPainted)
+        .arg(m_firstWindow.value_or(-1), 0, 'f', 2)
         .arg(m_firstPaint.value_or(-1), 0, 'f', 2)
         .arg(Seconds(CLOCK_PROCESS_CPUTIME_ID), 0, 'f', 2)
         .arg(dRun, 0, 'f', 2);
+}
+
+void RunReport::NoteWindow()
+{
+    if (!m_firstWindow)
+        m_firstWindow = SecondsOfProcess();
 }
 
 void RunReport::OnCallback(KxApi::IKxCallbackParamBase* pParam)

@@ -25,11 +25,14 @@ public:
     /// Takes the counters of the acquisition.
     void Note(const KxApi::CKxStreamStatistics& statistics) { m_statistics = statistics; }
 
+    /// The viewer's window is painted; the first time counts.
+    void NoteWindow();
+
     /// Paints a second over the last second.
     double PaintRate() const { return m_paints.Get().perSecond; }
 
-    /// Images acquired, lost and painted, time from the start of the process to the first painted image, and
-    /// the processor time that the process used, in a line.
+    /// Images acquired, lost and painted, times from the start of the process to the first painted window and
+    /// the first painted image, and the processor time that the process used, in a line.
     QString Text() const;
 
     void OnCallback(KxApi::IKxCallbackParamBase* pParam) override;
@@ -39,5 +42,5 @@ private:
     KxApi::CKxStreamStatistics m_statistics;
     RateMeter m_paints;
     uint64_t m_nPainted = 0;
-    std::optional<double> m_firstPaint; // seconds since the process was started
+    std::optional<double> m_firstWindow, m_firstPaint; // seconds since the process was started
 };
