@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "CSharedByPath.h"
 #include "ElfCheck.h"
 
 #include <Base/GCException.h>
 #include <KxApi_TL/CKxGenTLLib.h>
-#include <KxSDKCommon/KxMutex.h>
 
 #include <dlfcn.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -71,7 +71,8 @@ struct CDlClose
     void operator()(void* hLibrary) const { dlclose(hLibrary); }
 };
 
-/// A producer in memory. Made and destroyed under the lock of the table of all of them.
+/// A producer in memory. Made and destroyed under the lock of its path, since GCInitLib must not meet
+/// GCCloseLib of the same producer.
 class CLoadedLib final : public CKxGenTLLib
 {
 public:
@@ -145,46 +146,7 @@ void CLoadedLib::Init()
     Fail(m_strPath.c_str(), "GCInitLib returned " + std::to_string(error) + (text[0] ? " " : "") + text);
 }
 
-/// The producers in memory by path, with the number of their users.
-class CLoadedLibs
-{
-public:
-    std::shared_ptr<CKxGenTLLib> Get(const std::string& path)
-    {
-        CEntry& entry = Take(path);
-        // Not under the lock: should there be no memory for the pointer, it gives the entry back at once.
-        return {entry.lib.get(), [this, &entry](CKxGenTLLib*) { LetGo(entry); }};
-    }
-
-private:
-    struct CEntry
-    {
-        std::unique_ptr<CLoadedLib> lib;
-        size_t users;
-    };
-
-    CEntry& Take(const std::string& path)
-    {
-        const CKxMutexLock lock(m_mutex);
-        auto place = m_libs.find(path);
-        if (place == m_libs.end())
-            place = m_libs.emplace(path, CEntry{std::make_unique<CLoadedLib>(path), 0}).first;
-        ++place->second.users;
-        return place->second;
-    }
-
-    void LetGo(CEntry& entry)
-    {
-        const CKxMutexLock lock(m_mutex);
-        if (--entry.users == 0)
-            m_libs.erase(entry.lib->GetPath().c_str());
-    }
-
-    // Held while a producer is loaded and unloaded, since GCInitLib must not meet GCCloseLib of the same
-    // producer.
-    CKxMutex m_mutex;
-    std::map<std::string, CEntry> m_libs KXGC_GUARDED_BY(m_mutex);
-};
+using CLoadedLibs = Detail::CSharedByPath<CLoadedLib>;
 
 CLoadedLibs& LoadedLibs()
 {
@@ -206,7 +168,11 @@ std::string CanonicalPath(const GenICam::gcstring& strPath)
 
 std::shared_ptr<CKxGenTLLib> CKxGenTLLib::Load(const GenICam::gcstring& strPath)
 {
-    return LoadedLibs().Get(CanonicalPath(strPath));
+    const std::string path = CanonicalPath(strPath);
+    CLoadedLibs::CEntry& entry = LoadedLibs().Of(path);
+    CKxGenTLLib* const lib = entry.Take([&] { return std::make_unique<CLoadedLib>(path); });
+    // Should there be no memory for the pointer, it lets go at once.
+    return {lib, [&entry](CKxGenTLLib*) { entry.LetGo(); }};
 }
 
 int32_t CKxGenTLLib::GetVersionMinorByFunctions() const

@@ -2,13 +2,13 @@
 
 #include "CTransportSystem.h"
 
+#include "CSharedByPath.h"
 #include "GenTLInfo.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCCheckRange.h>
 #include <Base/GCException.h>
 #include <KxApi_TL/KxApi_TL.h>
-#include <KxSDKCommon/KxMutex.h>
 
 #include <utility>
 
@@ -30,50 +30,8 @@ GenTL::TL_HANDLE OpenSystem(CKxGenTLLib& lib)
     return handle;
 }
 
-/// The systems that are open, with the number of their holders. A producer opens once per process.
-class COpenSystems
-{
-public:
-    IKxSystemReleasable* Get(const GenICam::gcstring& path)
-    {
-        const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(path);
-        const CKxMutexLock lock(m_mutex);
-        CEntry& entry = m_systems[lib.get()];
-        try {
-            if (!entry.system)
-                entry.system = std::make_unique<CTransportSystem>(lib);
-        } catch (...) {
-            m_systems.erase(lib.get());
-            throw;
-        }
-        ++entry.holders;
-        return entry.system.get();
-    }
-
-    void Hold(const CKxGenTLLib* lib)
-    {
-        const CKxMutexLock lock(m_mutex);
-        ++m_systems.at(lib).holders;
-    }
-
-    void LetGo(const CKxGenTLLib* lib)
-    {
-        const CKxMutexLock lock(m_mutex);
-        const auto place = m_systems.find(lib);
-        if (--place->second.holders == 0)
-            m_systems.erase(place);
-    }
-
-private:
-    struct CEntry
-    {
-        std::unique_ptr<CTransportSystem> system;
-        size_t holders = 0;
-    };
-
-    CKxMutex m_mutex; // held while a system opens and closes, so that TLOpen doesn't meet TLClose
-    std::map<const CKxGenTLLib*, CEntry> m_systems KXGC_GUARDED_BY(m_mutex);
-};
+/// The systems that are open. TLOpen of a producer doesn't meet its TLClose.
+using COpenSystems = CSharedByPath<CTransportSystem>;
 
 COpenSystems& OpenSystems()
 {
@@ -97,9 +55,9 @@ CTransportSystem::~CTransportSystem()
     m_port.reset();
 }
 
-void CTransportSystem::Hold() { OpenSystems().Hold(m_lib.get()); }
+void CTransportSystem::Hold() { OpenSystems().Of(m_lib->GetPath().c_str()).Hold(); }
 
-void CTransportSystem::Release() { OpenSystems().LetGo(m_lib.get()); }
+void CTransportSystem::Release() { OpenSystems().Of(m_lib->GetPath().c_str()).LetGo(); }
 
 CTransportSystem::CFacts::CFacts(CKxGenTLLib& lib, GenTL::TL_HANDLE handle)
 {
@@ -184,7 +142,12 @@ IKxInterface* CTransportSystem::GetIKxInterface(uint32_t nIndex) const
 IKxSystemReleasable* CreateIKxSystem(const GenICam::gcstring& strPath)
 {
     CheckKxApiInitialized();
-    return GenICam::GuardBadAlloc([&] { return Detail::OpenSystems().Get(strPath); });
+    return GenICam::GuardBadAlloc([&] {
+        const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(strPath);
+        return Detail::OpenSystems().Of(lib->GetPath().c_str()).Take([&] {
+            return std::make_unique<Detail::CTransportSystem>(lib);
+        });
+    });
 }
 
 IKxSystemReleasable* HoldIKxSystem(IKxSystem* pSystem)

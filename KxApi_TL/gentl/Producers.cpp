@@ -1,22 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where producers are found.
+// Looks at and opens all producers.
 
-#include "GenTLInfo.h"
+#include "ProducerFiles.h"
+#include "ProducerThreads.h"
 
 #include <Base/GCBadAlloc.h>
-#include <Base/GCException.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 #include <KxSDKCommon/KxMutex.h>
 
-#include <dlfcn.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <string_view>
-#include <system_error>
+#include <chrono>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -25,108 +20,16 @@ namespace KxApi
 namespace
 {
 
-namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+using Detail::CFoundFile;
+using Detail::CProducerResult;
+using Detail::CSystemPtr;
+using Detail::ETask;
 
-constexpr char kVariable[] = "GENICAM_GENTL64_PATH";
-constexpr char kExtension[] = ".cti";
-constexpr char kOwnFolder[] = "kxapi/producers";
-
-/// A producer that was found, or an entry that leads to none.
-struct CFoundFile
-{
-    std::string path;
-    std::string error; // why there is nothing to load; empty for files
-};
-
-/// The files of one entry: itself, or the producers in the folder.
-std::vector<CFoundFile> FilesOf(const fs::path& entry)
-{
-    std::error_code error;
-    if (!fs::is_directory(entry, error)) {
-        if (fs::exists(fs::symlink_status(entry, error)))
-            return {{entry.string(), ""}};
-        return {{entry.string(), std::string(kVariable) + " names it, and it isn't there"}};
-    }
-    std::vector<CFoundFile> files;
-    fs::directory_iterator place(entry, error);
-    for (const fs::directory_iterator end; !error && place != end; place.increment(error)) {
-        if (place->path().extension() == kExtension)
-            files.push_back({place->path().string(), ""});
-    }
-    std::sort(files.begin(), files.end(),
-              [](const CFoundFile& a, const CFoundFile& b) { return a.path < b.path; });
-    if (error)
-        files.push_back({entry.string(), "The folder can't be read: " + error.message()});
-    return files;
-}
-
-/// The folder beside the library that this code lies in.
-fs::path OwnFolder()
-{
-    Dl_info info{};
-    if (!dladdr(reinterpret_cast<const void*>(&FindKxProducers), &info) || !info.dli_fname)
-        return {};
-    std::error_code error;
-    return fs::canonical(info.dli_fname, error).parent_path() / kOwnFolder;
-}
-
-std::vector<fs::path> Entries()
-{
-    std::vector<fs::path> entries;
-    const char* const variable = std::getenv(kVariable);
-    std::string_view rest = variable ? variable : "";
-    while (!rest.empty()) {
-        const size_t colon = rest.find(':');
-        const std::string_view entry = rest.substr(0, colon);
-        if (!entry.empty())
-            entries.emplace_back(entry);
-        rest = colon == rest.npos ? std::string_view() : rest.substr(colon + 1);
-    }
-    std::error_code error;
-    if (const fs::path own = OwnFolder(); fs::is_directory(own, error))
-        entries.push_back(own); // an installation need not have producers
-    return entries;
-}
-
-/// All producer files, each once however many ways lead to it.
-std::vector<CFoundFile> ProducerFiles()
-{
-    std::vector<CFoundFile> files;
-    for (const fs::path& entry : Entries()) {
-        for (CFoundFile& file : FilesOf(entry)) {
-            std::error_code error;
-            const fs::path canonical = fs::canonical(file.path, error);
-            if (!error) // a dangling link tells its error later
-                file.path = canonical.string();
-            const auto isSame = [&](const CFoundFile& other) { return other.path == file.path; };
-            if (std::none_of(files.begin(), files.end(), isSame))
-                files.push_back(std::move(file));
-        }
-    }
-    return files;
-}
-
-/// Info of a producer, on which `use` was tried.
-template <class Use>
-CKxProducerInfo Try(const CFoundFile& file, Use&& use)
-{
-    CKxProducerInfo info;
-    info.strPath = file.path.c_str();
-    info.strError = file.error.c_str();
-    if (!file.error.empty())
-        return info;
-    try {
-        const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(info.strPath);
-        info.strVersion = Detail::GetInfoText(
-            [&](auto... arguments) { return lib->GCGetInfo(GenTL::TL_INFO_VERSION, arguments...); });
-        use(info.strPath);
-    } catch (const GenICam::BadAllocException&) {
-        throw;
-    } catch (const GenICam::GenericException& e) {
-        info.strError = e.GetDescription();
-    }
-    return info;
-}
+/// So many producers are loaded at the same time; those behind them wait until one is ready.
+constexpr size_t kMostAtOnce = 16;
+/// How often it is asked whether somebody still waits.
+constexpr std::chrono::milliseconds kPatience(100);
 
 /// What the last look found.
 class CLastLook
@@ -155,23 +58,74 @@ CLastLook& LastLook()
     return *look;
 }
 
-template <class Use>
-std::vector<CKxProducerInfo> TryAll(Use&& use)
+/// Goes through all producers until all are ready or nobody waits any more.
+std::vector<CKxProducerInfo> UseAll(ETask task, IKxProducersCallback& callback)
 {
-    return GenICam::GuardBadAlloc([&] {
-        std::vector<CKxProducerInfo> infos;
-        for (const CFoundFile& file : ProducerFiles())
-            infos.push_back(Try(file, use));
-        LastLook().Set(infos);
-        return infos;
-    });
+    const std::vector<CFoundFile> files = Detail::ProducerFiles();
+    std::vector<CKxProducerInfo> infos(files.size());
+    for (size_t i = 0; i < files.size(); ++i)
+        infos[i] = {files[i].path.c_str(), "", "It isn't ready yet: it is still being opened"};
+    LastLook().Set(infos);
+    const auto results = std::make_shared<Detail::CProducerResults>(files.size());
+    size_t started = 0, ready = 0;
+    while (ready < files.size()) {
+        for (; started < std::min(files.size(), ready + kMostAtOnce); ++started)
+            StartProducer(files[started], task, started, results);
+        CProducerResult result;
+        size_t index = 0;
+        if (results->Take(Clock::now() + kPatience, index, result)) {
+            if (result.error)
+                std::rethrow_exception(result.error);
+            ++ready;
+            infos[index] = std::move(result.info);
+            LastLook().Set(infos);
+            callback.OnProducer(index, infos[index], result.system.release());
+        } else if (!callback.IsWanted()) {
+            break;
+        }
+    }
+    return infos;
 }
+
+/// Collects the systems in the order of their producers, for so long.
+class CCollector final : public IKxProducersCallback
+{
+public:
+    explicit CCollector(uint32_t timeoutMs)
+        : m_end(Clock::now() + std::chrono::milliseconds(timeoutMs))
+    {}
+
+    void OnProducer(size_t nIndex, const CKxProducerInfo&, IKxSystemReleasable* pSystem) override
+    {
+        CSystemPtr system(pSystem);
+        m_systems.resize(std::max(m_systems.size(), nIndex + 1));
+        m_systems[nIndex] = std::move(system);
+    }
+    bool IsWanted() override { return Clock::now() < m_end; }
+
+    void MoveTo(CIKxSystemPtrArray& systems)
+    {
+        for (CSystemPtr& system : m_systems) {
+            if (!system)
+                continue;
+            systems.Register(system.get());
+            static_cast<void>(system.release()); // it is the array's now
+        }
+    }
+
+private:
+    const Clock::time_point m_end;
+    std::vector<CSystemPtr> m_systems;
+};
 
 } // namespace
 
-std::vector<CKxProducerInfo> FindKxProducers()
+std::vector<CKxProducerInfo> FindKxProducers(uint32_t nTimeoutMs)
 {
-    return TryAll([](const GenICam::gcstring&) {});
+    return GenICam::GuardBadAlloc([&] {
+        CCollector nothing(nTimeoutMs);
+        return UseAll(ETask::Look, nothing);
+    });
 }
 
 std::vector<CKxProducerInfo> GetKxProducers()
@@ -179,17 +133,20 @@ std::vector<CKxProducerInfo> GetKxProducers()
     return GenICam::GuardBadAlloc([] { return LastLook().Get(); });
 }
 
-std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems)
+std::vector<CKxProducerInfo> OpenIKxSystems(IKxProducersCallback& callback)
 {
     CheckKxApiInitialized();
-    return TryAll([&](const GenICam::gcstring& path) {
-        IKxSystemReleasable* const system = CreateIKxSystem(path);
-        try {
-            systems.Register(system);
-        } catch (...) {
-            system->Release();
-            throw;
-        }
+    return GenICam::GuardBadAlloc([&] { return UseAll(ETask::Open, callback); });
+}
+
+std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems, uint32_t nTimeoutMs)
+{
+    CheckKxApiInitialized();
+    return GenICam::GuardBadAlloc([&] {
+        CCollector collector(nTimeoutMs);
+        std::vector<CKxProducerInfo> infos = UseAll(ETask::Open, collector);
+        collector.MoveTo(systems);
+        return infos;
     });
 }
 

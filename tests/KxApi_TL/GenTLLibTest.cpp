@@ -43,7 +43,8 @@ std::string LoadError(const std::string& path)
 class GenTLLib : public testing::Test
 {
 protected:
-    void SetUp() override { unsetenv(kLog); }
+    void SetUp() override { setenv(kLog, "", 1); }
+    void TearDown() override { unsetenv(kLog); }
     static std::string Log()
     {
         const char* const log = std::getenv(kLog);

@@ -12,12 +12,9 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -161,7 +158,7 @@ TEST_F(System, ReadingWhatIsKnownNeverWaitsForASearch)
     gev.UpdateDeviceList();
     SetWorld("GEV~=camA/3,camB/1");
     std::thread search([&] { gev.UpdateDeviceList(); });
-    call("KxFakeAwaitSearch");
+    call("KxFakeAwaitSlowCall");
     // The search goes on until it is let go below: what waited for it would never return.
     EXPECT_EQ(system->GetInterfaceCount(), 1U);
     EXPECT_STREQ(system->GetIKxSystemInfo()->GetDisplayName().c_str(), "Fake transport");
@@ -297,88 +294,6 @@ TEST_F(System, NeedsTheSdkStarted)
     EXPECT_THROW(CreateIKxSystem(Fake("Failing").c_str()), GenICam::RuntimeException);
     // Loads, but can't be opened.
     EXPECT_THROW(CreateIKxSystem(Fake("Complete").c_str()), CKxGenTLErrorException);
-}
-
-/// A folder of links to the fakes, which the environment variable names.
-class Producers : public System
-{
-protected:
-    void SetUp() override
-    {
-        m_folder = std::filesystem::path(testing::TempDir()) / ("KxProducers" + std::to_string(getpid()));
-        std::filesystem::create_directories(m_folder / "empty" / "deeper");
-    }
-    void TearDown() override
-    {
-        unsetenv("GENICAM_GENTL64_PATH");
-        std::filesystem::remove_all(m_folder);
-    }
-    void Link(const std::string& fake, const std::string& name)
-    {
-        std::filesystem::create_symlink(Fake(fake), m_folder / name);
-    }
-    /// Those that the test put there; the SDK's own folder may hold others.
-    static std::vector<CKxProducerInfo> Of(std::vector<CKxProducerInfo> infos)
-    {
-        std::vector<CKxProducerInfo> mine;
-        for (CKxProducerInfo& info : infos) {
-            const std::string path = info.strPath.c_str();
-            if (path.find("/Fake") != path.npos || path.find("KxProducers") != path.npos ||
-                path.find("/nowhere") != path.npos)
-                mine.push_back(info);
-        }
-        return mine;
-    }
-    static std::vector<std::string> Names(const std::vector<CKxProducerInfo>& infos)
-    {
-        std::vector<std::string> names;
-        for (const CKxProducerInfo& info : infos)
-            names.push_back(std::filesystem::path(info.strPath.c_str()).filename().string());
-        return names;
-    }
-
-    std::filesystem::path m_folder;
-};
-
-TEST_F(Producers, AreFoundInFoldersAndAsFilesEachOnce)
-{
-    Link("Transport", "b.cti");
-    Link("Version10", "a.cti");
-    Link("Complete", "no producer.so");
-    Link("Failing", "empty/deeper/c.cti");
-    const std::string path = "::/nowhere:" + m_folder.string() + ":" + m_folder.string() +
-                             "/:" + Fake("Transport") + ":" + Fake("Version13") + ":" +
-                             (m_folder / "empty").string();
-    setenv("GENICAM_GENTL64_PATH", path.c_str(), 1);
-    const auto infos = Of(FindKxProducers());
-    EXPECT_THAT(Names(infos),
-                ElementsAre("nowhere", "FakeVersion10.cti", "FakeTransport.cti", "FakeVersion13.cti"));
-    EXPECT_THAT(infos[0].strError.c_str(), HasSubstr("GENICAM_GENTL64_PATH names it"));
-    EXPECT_STREQ(infos[2].strVersion.c_str(), "1.2.3");
-    EXPECT_STREQ(infos[2].strError.c_str(), "");
-    EXPECT_EQ(Names(Of(GetKxProducers())), Names(infos));
-}
-
-TEST_F(Producers, BrokenOnesTellWhyAndHideNoOther)
-{
-    std::ofstream(m_folder / "a.cti") << std::string(4096, 'x');
-    Link("Lacking", "b.cti");
-    Link("Complete", "c.cti");
-    Link("Transport", "d.cti");
-    std::filesystem::create_symlink("/nowhere/at/all", m_folder / "e.cti");
-    setenv("GENICAM_GENTL64_PATH", m_folder.c_str(), 1);
-    SetWorld("GEV=");
-    CIKxSystemPtrArray systems;
-    const auto infos = Of(OpenIKxSystems(systems));
-    ASSERT_GE(infos.size(), 4U);
-    EXPECT_THAT(infos[0].strError.c_str(), HasSubstr("invalid ELF header"));
-    EXPECT_THAT(infos[1].strError.c_str(), HasSubstr("lacks DSQueueBuffer"));
-    EXPECT_THAT(infos[2].strError.c_str(), HasSubstr("TLOpen"));
-    EXPECT_STREQ(infos[3].strError.c_str(), "");
-    bool isThere = false;
-    for (size_t i = 0; i < systems.GetSize(); ++i)
-        isThere |= systems[i]->GetIKxSystemInfo()->GetDisplayName() == "Fake transport";
-    EXPECT_TRUE(isThere);
 }
 
 } // namespace

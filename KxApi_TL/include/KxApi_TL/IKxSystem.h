@@ -7,6 +7,7 @@
 #include <KxApi_TL/IKxReleasable.h>
 #include <KxApi_TL/KxApi_TLLinkage.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -95,20 +96,46 @@ struct CKxProducerInfo
     GenICam::gcstring strError;   ///< why it can't be used; empty when it can
 };
 
+/// How long producers are waited for, in milliseconds, where nothing else is said.
+constexpr uint32_t kKxProducerTimeoutMs = 20000;
+
 /// The producers: the entries of the environment variable GENICAM_GENTL64_PATH in their order, each a folder
 /// or a file, parted by ':', then the SDK's own folder, kxapi/producers beside its libraries. Of a folder all
-/// "*.cti" count, by their names, without subfolders. Each is loaded, to see whether it can be used. Any
-/// thread. Raises BadAllocException only: what is wrong with a producer, or with an entry, stands in its
-/// info.
-KXAPI_TL_API std::vector<CKxProducerInfo> FindKxProducers();
+/// "*.cti" count, by their names, without subfolders. Each is loaded, to see whether it can be used; all at
+/// the same time, and one that isn't ready after nTimeoutMs counts as one that can't. Any thread. Raises
+/// BadAllocException only: what is wrong with a producer, or with an entry, stands in its info.
+KXAPI_TL_API std::vector<CKxProducerInfo> FindKxProducers(uint32_t nTimeoutMs = kKxProducerTimeoutMs);
 
 /// What the last FindKxProducers or OpenIKxSystems of the process found, without another look: for windows
-/// that tell which producers were refused. Empty before the first. Any thread. Raises BadAllocException.
+/// that tell which producers were refused. While one of them runs, producers that it waits for are told as
+/// not ready. Empty before the first. Any thread. Raises BadAllocException.
 KXAPI_TL_API std::vector<CKxProducerInfo> GetKxProducers();
 
-/// Opens the systems of all producers that can be used and puts them into the array; returns all producers,
-/// those that can't be opened with the reason. Any thread. Raises LogicalErrorException when the SDK is not
-/// started, BadAllocException.
-KXAPI_TL_API std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems);
+/// Takes systems as they come. Both are called by the thread of OpenIKxSystems, one call at a time.
+struct IKxProducersCallback
+{
+    /// A producer is open, or can't be.
+    /// @param nIndex its place in the list that OpenIKxSystems returns
+    /// @param pSystem belongs to the callee from now on; null when it can't be opened
+    virtual void OnProducer(size_t nIndex, const CKxProducerInfo& info, IKxSystemReleasable* pSystem) = 0;
+    /// Whether those that aren't ready are still wanted; asked about ten times a second.
+    virtual bool IsWanted() { return true; }
+
+protected:
+    ~IKxProducersCallback() = default;
+};
+
+/// Opens the systems of all producers that can be used, all at the same time, and hands each to the callback
+/// as soon as it is open: a producer that takes long delays no other. Returns when all are open or refused,
+/// or when IsWanted says no; producers that aren't ready then are closed again when they are, and never keep
+/// a program from ending. Returns all producers, those that can't be opened or aren't ready with the reason.
+/// Any thread. Raises LogicalErrorException when the SDK is not started, BadAllocException, and what
+/// OnProducer raises.
+KXAPI_TL_API std::vector<CKxProducerInfo> OpenIKxSystems(IKxProducersCallback& callback);
+
+/// The same at one go: puts the systems into the array, in the order of their producers, when all are open or
+/// nTimeoutMs are over.
+KXAPI_TL_API std::vector<CKxProducerInfo> OpenIKxSystems(CIKxSystemPtrArray& systems,
+                                                         uint32_t nTimeoutMs = kKxProducerTimeoutMs);
 
 } // namespace KxApi

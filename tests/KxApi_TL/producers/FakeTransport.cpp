@@ -3,7 +3,8 @@
 // each update of a list reads them anew: "GEV=camA/1,camB/3;U3V=camC/1;CXP!=": interfaces with their devices,
 // each with its access status. An interface with "!" answers updates with an I/O error, one with "?" tells of
 // a million devices, in one with "~" a search lasts until KxFakeLetGo is called. Texts that nobody needs are
-// NOT_AVAILABLE.
+// NOT_AVAILABLE. Built with FAKE_SLOW, GCInitLib lasts until KxFakeLetGo is called, and TLOpen until it is
+// called once more.
 
 #define GCTLIDLL
 #include <GenTL/GenTL.h>
@@ -36,10 +37,12 @@ struct Interface
 };
 
 std::mutex g_mutex;
-std::mutex g_searchMutex; // guards the next three
-std::condition_variable g_searchChanged;
-bool g_isSearching = false;
-bool g_isLetGo = false;
+std::mutex g_slowMutex; // guards the next four
+// Never destroyed: a program may end while a call hangs, and its destructor would wait for it.
+std::condition_variable& g_slowChanged = *new std::condition_variable;
+int g_slowCalls = 0; ///< that have begun
+int g_letGo = 0;     ///< of these, so many may end
+bool g_isClosed = false;
 bool g_isOpen = false;
 std::vector<std::string> g_present;
 std::map<std::string, Interface> g_interfaces;
@@ -117,6 +120,15 @@ GC_ERROR Number(T value, INFO_DATATYPE typeOfValue, INFO_DATATYPE* type, void* b
     return GC_ERR_SUCCESS;
 }
 
+/// Lasts until the test lets go.
+void BeSlow()
+{
+    std::unique_lock<std::mutex> lock(g_slowMutex);
+    const int call = ++g_slowCalls;
+    g_slowChanged.notify_all();
+    g_slowChanged.wait(lock, [call] { return g_letGo >= call; });
+}
+
 Interface* ToInterface(void* handle)
 {
     for (auto& [id, interface] : g_interfaces) {
@@ -137,24 +149,44 @@ const std::pair<std::string, int32_t>* FindDevice(const Interface& interface, co
 
 } // namespace
 
-/// Waits until a search has begun.
-extern "C" __attribute__((visibility("default"))) void KxFakeAwaitSearch()
+#define FAKE_FOR_TEST extern "C" __attribute__((visibility("default")))
+
+/// Waits until a slow call has begun that wasn't let go yet.
+FAKE_FOR_TEST void KxFakeAwaitSlowCall()
 {
-    std::unique_lock<std::mutex> search(g_searchMutex);
-    g_searchChanged.wait(search, [] { return g_isSearching; });
+    std::unique_lock<std::mutex> lock(g_slowMutex);
+    g_slowChanged.wait(lock, [] { return g_slowCalls > g_letGo; });
 }
-extern "C" __attribute__((visibility("default"))) void KxFakeLetGo()
+FAKE_FOR_TEST void KxFakeLetGo()
 {
-    const std::lock_guard<std::mutex> search(g_searchMutex);
-    g_isLetGo = true;
-    g_searchChanged.notify_all();
+    const std::lock_guard<std::mutex> lock(g_slowMutex);
+    ++g_letGo;
+    g_slowChanged.notify_all();
+}
+/// Waits for GCCloseLib.
+FAKE_FOR_TEST void KxFakeAwaitClosed()
+{
+    std::unique_lock<std::mutex> lock(g_slowMutex);
+    g_slowChanged.wait(lock, [] { return g_isClosed; });
 }
 
 namespace GenTL
 {
 
-GC_API GCInitLib() { return GC_ERR_SUCCESS; }
-GC_API GCCloseLib() { return g_isOpen ? GC_ERR_BUSY : GC_ERR_SUCCESS; }
+GC_API GCInitLib()
+{
+#ifdef FAKE_SLOW
+    BeSlow();
+#endif
+    return GC_ERR_SUCCESS;
+}
+GC_API GCCloseLib()
+{
+    const std::lock_guard<std::mutex> lock(g_slowMutex);
+    g_isClosed = !g_isOpen;
+    g_slowChanged.notify_all();
+    return g_isOpen ? GC_ERR_BUSY : GC_ERR_SUCCESS;
+}
 GC_API GCGetLastError(GC_ERROR* code, char* text, size_t* size)
 {
     *code = GC_ERR_IO;
@@ -190,6 +222,9 @@ GC_API GCGetInfo(TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t*
 
 GC_API TLOpen(TL_HANDLE* handle)
 {
+#ifdef FAKE_SLOW
+    BeSlow();
+#endif
     if (std::exchange(g_isOpen, true))
         return GC_ERR_RESOURCE_IN_USE;
     *handle = &g_isOpen;
@@ -201,7 +236,12 @@ GC_API TLClose(TL_HANDLE)
     // A consumer that leaves an interface open would be found by the next one.
     const bool isTidy = std::none_of(g_interfaces.begin(), g_interfaces.end(),
                                      [](const auto& entry) { return entry.second.isOpen; });
+#ifndef FAKE_SLOW // it closes in a thread that may not touch the environment
     setenv("KXAPI_FAKE_CLOSED", isTidy ? "tidy" : "with open interfaces", 1);
+#else
+    if (!isTidy)
+        return GC_ERR_BUSY;
+#endif
     g_isOpen = false;
     return GC_ERR_SUCCESS;
 }
@@ -256,12 +296,8 @@ GC_API IFUpdateDeviceList(IF_HANDLE handle, bool8_t*, uint64_t)
     const std::lock_guard<std::mutex> lock(g_mutex);
     ReadWorld();
     const Interface* const interface = ToInterface(handle);
-    if (interface && interface->isSlow) {
-        std::unique_lock<std::mutex> search(g_searchMutex);
-        g_isSearching = true;
-        g_searchChanged.notify_all();
-        g_searchChanged.wait(search, [] { return g_isLetGo; });
-    }
+    if (interface && interface->isSlow)
+        BeSlow();
     return !interface ? GC_ERR_INVALID_HANDLE : interface->isBroken ? GC_ERR_IO : GC_ERR_SUCCESS;
 }
 
