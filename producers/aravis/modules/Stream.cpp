@@ -7,8 +7,6 @@
 namespace KxAravis
 {
 
-using KxProducer::CBuffer;
-
 CStream::CStream(std::shared_ptr<CDevice> device, const std::string& id)
     : KxProducer::CStream(id, {id, device->Facts().model, KxProducer::TlType(device->Facts().technology),
                                "TLDataStream", "StreamPort"})

@@ -96,6 +96,7 @@ std::vector<CAdapter> CSystem::FindAdapters()
     const std::vector<CNetworkCard> cards = FindNetworkCards(Variable(kCardsVariable));
     m_early.Begin(cards);
     std::vector<CAdapter> adapters;
+    adapters.reserve(cards.size() + 2); // U3V and the fake one
     for (const CNetworkCard& card : cards)
         adapters.push_back({AdapterOf(card), [this, card](const std::shared_ptr<CSystem>& system) {
                                 return std::make_shared<CGevInterface>(system, card, m_early);

@@ -94,6 +94,7 @@ std::vector<CGevCamera> Discover(const CNetworkCard& card, const CDiscoverySetti
     });
     AskForControl(socket, cameras, card);
     std::vector<CGevCamera> found;
+    found.reserve(cameras.size());
     for (auto& [mac, camera] : cameras)
         found.push_back(std::move(camera));
     return found;

@@ -7,7 +7,7 @@ namespace KxProducer
 {
 
 void PublishDevice(CFeaturePort& port, const CDescriptionHead& head, const CDeviceFacts& device,
-                   std::function<std::string()> userId, std::function<CIpConfig()> ip)
+                   std::function<std::string()> userId, const std::function<CIpConfig()>& ip)
 {
     CFeatureList list;
     list.Category("DeviceInformation", "The device");

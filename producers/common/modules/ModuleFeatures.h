@@ -68,6 +68,6 @@ struct CDeviceFacts
 
 /// Publishes the map of an open device. @param userId and @param ip are asked for at each read.
 void PublishDevice(CFeaturePort& port, const CDescriptionHead& head, const CDeviceFacts& device,
-                   std::function<std::string()> userId, std::function<CIpConfig()> ip);
+                   std::function<std::string()> userId, const std::function<CIpConfig()>& ip);
 
 } // namespace KxProducer

@@ -14,7 +14,7 @@ CPortFacts FactsOf(const CCameraModel& model, const std::string& id)
 
 } // namespace
 
-CCameraStream::CCameraStream(std::shared_ptr<CDevice> device, std::string id)
+CCameraStream::CCameraStream(std::shared_ptr<CDevice> device, const std::string& id)
     : CStream(id, FactsOf(device->Camera().Model(), id))
     , m_device(std::move(device))
 {

@@ -14,7 +14,7 @@ namespace KxSim
 class CCameraStream final : public CStream
 {
 public:
-    CCameraStream(std::shared_ptr<CDevice> device, std::string id);
+    CCameraStream(std::shared_ptr<CDevice> device, const std::string& id);
 
     void Close() override;
     void* GetParentHandle() const override { return m_device->GetHandle(); }
