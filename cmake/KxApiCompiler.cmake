@@ -16,8 +16,10 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(KXAPI_PRODUCER_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/kxapi/producers")
 
-# Relative, so that both the build tree and an installation can be moved as a whole.
-set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+# Relative, so that both the build tree and an installation can be moved as a whole; this one is the programs', libraries
+# have theirs from kxapi_configure_library. Packages for the system's own folders are built with CMAKE_SKIP_INSTALL_RPATH.
+file(RELATIVE_PATH KXAPI_LIB_FROM_BIN "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${KXAPI_LIB_FROM_BIN}")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
@@ -52,8 +54,11 @@ set(KXAPI_WARNINGS
     -Wconversion
     -Wsign-conversion
     -Wnon-virtual-dtor
-    -Woverloaded-virtual
-    -Werror)
+    -Woverloaded-virtual)
+if(KXAPI_WERROR)
+    # Packagers switch this off: another compiler warns of something else.
+    list(APPEND KXAPI_WARNINGS -Werror)
+endif()
 
 # Applies to our own targets only; dependencies' headers come as system headers.
 function(kxapi_target_warnings target)

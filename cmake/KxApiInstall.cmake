@@ -1,5 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # Installation: libraries, headers, the CMake package KxApi with one component per library, pkg-config files.
+#
+# `cmake --install ... --component NAME` installs a part: runtime (libraries), development (headers, CMake and pkg-config
+# files), viewer (kxviewer and kx), producers (simulated and real cameras), documentation.
 include(CMakePackageConfigHelpers)
 
 # A folder of our own: Base/ and GenApi/ are the standard's header paths, and another implementation of it may lie in
@@ -15,13 +18,16 @@ function(kxapi_install_component component)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "HEADERS" "TARGETS;REQUIRES")
     install(TARGETS ${arg_TARGETS}
         EXPORT KxApi${component}
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
         INCLUDES DESTINATION "${KXAPI_INSTALL_INCLUDEDIR}")
-    install(DIRECTORY "${arg_HEADERS}/" DESTINATION "${KXAPI_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+    install(DIRECTORY "${arg_HEADERS}/" DESTINATION "${KXAPI_INSTALL_INCLUDEDIR}"
+        COMPONENT development
+        FILES_MATCHING PATTERN "*.h")
     install(EXPORT KxApi${component}
         NAMESPACE KxApi::
         FILE KxApi${component}Targets.cmake
-        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}")
+        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}"
+        COMPONENT development)
     set_property(GLOBAL APPEND PROPERTY KXAPI_COMPONENTS ${component})
     set_property(GLOBAL APPEND_STRING PROPERTY KXAPI_COMPONENT_REQUIREMENTS
         "set(_KxApi_${component}_requires ${arg_REQUIRES})\n")
@@ -33,7 +39,8 @@ function(kxapi_install_foreign_genapi)
     file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/KxApiGenApiTargets.cmake" @ONLY CONTENT
         "set(KXAPI_GENAPI_ROOT [[@KXAPI_GENAPI_ROOT@]])\ninclude(\"\${CMAKE_CURRENT_LIST_DIR}/KxApiForeignGenApi.cmake\")\n")
     install(FILES "${PROJECT_BINARY_DIR}/KxApiGenApiTargets.cmake" "${PROJECT_SOURCE_DIR}/cmake/KxApiForeignGenApi.cmake"
-        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}")
+        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}"
+        COMPONENT development)
     set_property(GLOBAL APPEND PROPERTY KXAPI_COMPONENTS GenApi)
 
     set(cflags "")
@@ -49,7 +56,7 @@ function(kxapi_install_foreign_genapi)
     list(JOIN libs " " libs)
     file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/kxgenapi.pc" @ONLY CONTENT
         "Name: kxgenapi\nDescription: GenApi that the KxApi SDK was built against\nVersion: @PROJECT_VERSION@\nLibs: @libs@\nCflags: @cflags@\n")
-    install(FILES "${PROJECT_BINARY_DIR}/kxgenapi.pc" DESTINATION "${KXAPI_INSTALL_PKGCONFIGDIR}")
+    install(FILES "${PROJECT_BINARY_DIR}/kxgenapi.pc" DESTINATION "${KXAPI_INSTALL_PKGCONFIGDIR}" COMPONENT development)
 endfunction()
 
 # kxapi_install_pkgconfig(name LIBRARY library DESCRIPTION text [REQUIRES module...])
@@ -61,7 +68,7 @@ function(kxapi_install_pkgconfig name)
     string(REGEX REPLACE "/$" "" prefixFromFile "${prefixFromFile}")
     list(JOIN arg_REQUIRES ", " requires)
     configure_file("${PROJECT_SOURCE_DIR}/packaging/kxapi.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
-    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${KXAPI_INSTALL_PKGCONFIGDIR}")
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${KXAPI_INSTALL_PKGCONFIGDIR}" COMPONENT development)
 endfunction()
 
 # kxapi_install_package(): the package files; called once, after all components.
@@ -75,6 +82,6 @@ function(kxapi_install_package)
         NO_CHECK_REQUIRED_COMPONENTS_MACRO)
     write_basic_package_version_file("${PROJECT_BINARY_DIR}/KxApiConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
     install(FILES "${PROJECT_BINARY_DIR}/KxApiConfig.cmake" "${PROJECT_BINARY_DIR}/KxApiConfigVersion.cmake"
-        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}")
-    install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+        DESTINATION "${KXAPI_INSTALL_CMAKEDIR}"
+        COMPONENT development)
 endfunction()

@@ -13,6 +13,7 @@ endfunction()
 function(kxapi_configure_library target)
     kxapi_target_warnings(${target})
     set_target_properties(${target} PROPERTIES
+        INSTALL_RPATH "$ORIGIN"
         VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
         SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     if(NOT KXAPI_SANITIZE)

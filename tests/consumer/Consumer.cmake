@@ -33,8 +33,22 @@ endfunction()
 if(STEP STREQUAL "install")
     file(REMOVE_RECURSE "${work}")
     run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${work}/installed")
+    # Each file is of a component, or packages would lack it.
+    run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${work}/stray" --component Unspecified)
+    file(GLOB_RECURSE stray "${work}/stray/*")
+    if(stray)
+        message(FATAL_ERROR "no component has ${stray}")
+    endif()
     file(RENAME "${work}/installed" "${prefix}")
     file(COPY "${SOURCE_DIR}/samples/first" "${SOURCE_DIR}/tests/consumer/list" DESTINATION "${work}")
+
+elseif(STEP STREQUAL "tool")
+    # Moved as it is, with its libraries and producers.
+    set(ENV{TMPDIR} "${work}")
+    execute_process(COMMAND "${prefix}/bin/kx" list OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT output MATCHES "KX-U5M_1001")
+        message(FATAL_ERROR "kx found no simulated camera: ${output}")
+    endif()
 
 elseif(STEP STREQUAL "cmake-package")
     run(${CMAKE_COMMAND} -S "${work}/first" -B "${work}/by-cmake" -G Ninja
@@ -78,10 +92,10 @@ elseif(STEP STREQUAL "pkg-config")
     expect_output("${work}/by-pkg-config")
 
 elseif(STEP STREQUAL "other-genapi")
-    # The SDK itself built against an installed GenApi; our own installation plays the other one.
+    # The SDK itself, without Qt, built against an installed GenApi; our own installation plays the other one.
     run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${work}/other" -G Ninja -DKXAPI_GENAPI_ROOT=${prefix} -DKXAPI_TESTS=OFF
+        -DKXAPI_GUI=OFF -DCMAKE_DISABLE_FIND_PACKAGE_Qt5=ON
         -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Debug)
-    # What the tool needs is enough.
     run(${CMAKE_COMMAND} --build "${work}/other" --target kx)
     execute_process(COMMAND "${work}/other/bin/kx" genapi --tree "${description}"
         OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)

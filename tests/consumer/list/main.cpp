@@ -3,11 +3,16 @@
 #include <KxApi_TL/IKxInterface.h>
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
+#include <KxApi_TL/KxApi_Version.h>
 
 #include <iostream>
 
 int main()
 {
+    if (KxApi::GetVersion() < KXAPI_VERSION) {
+        std::cerr << "needs KxApi " KXAPI_VERSION_STRING ", found " << KxApi::GetVersionText() << '\n';
+        return 1;
+    }
     const KxApi::CKxApiAutoInitTerm sdk;
     KxApi::CIKxSystemPtrArray systems;
     for (const KxApi::CKxProducerInfo& producer : KxApi::OpenIKxSystems(systems)) {
