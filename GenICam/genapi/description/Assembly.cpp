@@ -31,8 +31,9 @@ std::vector<NodeIndex> MakeNameTable(const std::vector<NodeData>& nodes)
 std::shared_ptr<const Description> Assemble(DescriptionParts&& parts)
 {
     MarkFeatures(parts.nodes, parts.properties);
-    CheckCycles(parts.nodes, parts.properties);
-    Edges edges = CollectEdges(parts.nodes, parts.properties);
+    const References references = CollectReferences(parts.nodes, parts.properties);
+    CheckCycles(parts.nodes, references);
+    Edges edges = CollectEdges(references);
     std::shared_ptr<Description> description(new Description);
     description->m_dependents = std::move(edges.dependents.targets);
     description->m_firstDependent = std::move(edges.dependents.first);
@@ -43,6 +44,7 @@ std::shared_ptr<const Description> Assemble(DescriptionParts&& parts)
     description->m_nodes = std::move(parts.nodes);
     description->m_properties = std::move(parts.properties);
     description->m_text = parts.text.Release();
+    description->m_source = std::move(parts.source);
     return description;
 }
 

@@ -6,6 +6,7 @@
 #include "description/TextArena.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace KxGenApi
@@ -16,7 +17,8 @@ struct DescriptionParts
     DeviceFacts device;
     std::vector<NodeData> nodes;
     std::vector<Property> properties;
-    TextArena text; ///< what the string views point into
+    TextArena text;     ///< what the string views point into
+    std::string source; ///< and what else they do
 };
 
 /// Finds out what follows from nodes and properties. Raises RuntimeException for cycles.

@@ -16,7 +16,16 @@ namespace KxGenApi
 namespace
 {
 
-constexpr size_t kFirstTableSize = 4096;
+// Of few files more than every fourth element is a node.
+size_t ExpectedNodes(const SourceText& source) { return std::min(source.TagCount() / 8 + 16, kMaxNodes); }
+
+size_t TableSize(size_t nodes)
+{
+    size_t size = 64;
+    while (size < 2 * nodes)
+        size *= 2;
+    return size;
+}
 
 } // namespace
 
@@ -41,8 +50,9 @@ bool IsPart(NodeType owner, Prop prop)
 Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
     : m_source(source)
     , m_arena(arena)
-    , m_table(kFirstTableSize, kNoDefinition)
+    , m_table(TableSize(ExpectedNodes(source)), kNoDefinition)
 {
+    m_definitions.reserve(ExpectedNodes(source));
     CollectChildren(root, 0);
 }
 
@@ -180,6 +190,7 @@ DefinitionId Declarations::Declare(std::string_view name, const pugi::xml_node& 
     definition.type = type;
     definition.origin = origin;
     definition.nameSpace = nameSpace;
+    m_entryCount += type == NodeType::StructEntry && origin == Origin::Element ? 1 : 0;
     if (origin != Origin::Struct)
         Insert(id);
     return id;

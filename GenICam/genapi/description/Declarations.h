@@ -49,6 +49,8 @@ public:
     Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena);
 
     size_t Count() const { return m_definitions.size(); }
+    /// How many of them are entries of a StructReg.
+    size_t EntryCount() const { return m_entryCount; }
     Definition& operator[](DefinitionId id) { return m_definitions[id]; }
     const Definition& operator[](DefinitionId id) const { return m_definitions[id]; }
 
@@ -73,6 +75,7 @@ private:
     TextArena& m_arena;
     std::vector<Definition> m_definitions;
     std::vector<DefinitionId> m_table; // open addressing by HashName
+    size_t m_entryCount = 0;
 };
 
 } // namespace KxGenApi

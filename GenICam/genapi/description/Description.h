@@ -272,6 +272,7 @@ private:
     std::vector<uint32_t> m_firstSelector;       // NodeCount() + 1 entries
     std::vector<NodeIndex> m_nameTable;          // open addressing, a power of two in size
     std::vector<std::unique_ptr<char[]>> m_text; // what the string views point into
+    std::string m_source;                        // the same: the file, as the parser left it
 };
 
 /// How a file's bytes are to be read.
@@ -286,12 +287,12 @@ enum class ContentType
 /// Raises RuntimeException for what is broken or refers to nothing (with line, column and node),
 /// PropertyException for a literal that is no number of the wanted kind, InvalidArgumentException for empty
 /// content.
-std::shared_ptr<const Description> ReadDescription(std::string_view content,
+std::shared_ptr<const Description> ReadDescription(std::string content,
                                                    ContentType type = ContentType::Automatic);
 
 /// The same for a description into whose tree a second one is injected: nodes of the second are added, and
 /// where both define a node its MergePriority decides whose elements win (the injected one's when equal).
-std::shared_ptr<const Description> ReadDescription(std::string_view content, std::string_view injected,
+std::shared_ptr<const Description> ReadDescription(std::string content, std::string injected,
                                                    ContentType type = ContentType::Automatic);
 
 /// The part of a description that a node needs: the node, all that it refers to, and a category "Root" that

@@ -4,6 +4,7 @@
 #include "description/Diagnostics.h"
 #include "description/Limits.h"
 #include "description/Literals.h"
+#include "description/Prefault.h"
 #include "description/XmlText.h"
 
 #include <algorithm>
@@ -41,6 +42,9 @@ constexpr TextAttribute kTextAttributes[] = {
     {"ProductGuid", &DeviceFacts::productGuid}, {"VersionGuid", &DeviceFacts::versionGuid},
 };
 
+// What an entry takes over from its StructReg, as a rule at most: an estimate.
+constexpr size_t kInheritedProperties = 8;
+
 // Whether a formula uses a name: as a whole word, a suffix after a dot included.
 bool Uses(std::string_view formula, std::string_view name)
 {
@@ -56,23 +60,36 @@ bool Uses(std::string_view formula, std::string_view name)
     return false;
 }
 
+DescriptionParts PartsOf(const SourceText& source)
+{
+    DescriptionParts parts;
+    parts.text = TextArena(source.Text());
+    return parts;
+}
+
 } // namespace
 
-DescriptionBuilder::DescriptionBuilder(const pugi::xml_node& root, const SourceText& source)
+DescriptionBuilder::DescriptionBuilder(const pugi::xml_node& root, SourceText& source)
     : m_root(root)
     , m_source(source)
+    , m_parts(PartsOf(source))
     , m_declarations(root, source, m_parts.text)
 {}
 
 std::shared_ptr<const Description> DescriptionBuilder::Build()
 {
     ReadDevice();
-    // Nearly every element becomes a property; memory that stays untouched costs nothing.
-    m_parts.properties.reserve(std::min(m_source.TagCount() / 2 + 16, kMaxProperties));
+    // Nearly every element becomes a property, those of a StructReg once per entry. Memory that stays
+    // untouched costs nothing.
+    const size_t elements = m_source.TagCount() / 2;
+    m_parts.properties.reserve(
+        std::min(elements + kInheritedProperties * m_declarations.EntryCount() + 16, kMaxProperties));
+    Prefault(m_parts.properties.data(), elements * sizeof(Property));
     m_parts.nodes.resize(m_declarations.Count());
     while (m_next < m_declarations.Count())
         ReadNext();
     m_parts.nodes.resize(m_mentioned);
+    m_parts.source = m_source.Release();
     return Assemble(std::move(m_parts));
 }
 

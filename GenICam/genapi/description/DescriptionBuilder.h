@@ -24,9 +24,9 @@ class DescriptionBuilder
 {
 public:
     /// `root` is the element RegisterDescription of `source`.
-    DescriptionBuilder(const pugi::xml_node& root, const SourceText& source);
+    DescriptionBuilder(const pugi::xml_node& root, SourceText& source);
 
-    /// Reads all. Call once.
+    /// Reads all, and takes the memory of the source. Call once.
     std::shared_ptr<const Description> Build();
 
 private:
@@ -81,7 +81,7 @@ private:
     std::string_view Keep(std::string_view text);
 
     pugi::xml_node m_root;
-    const SourceText& m_source;
+    SourceText& m_source;
     DescriptionParts m_parts;
     Declarations m_declarations;
     DefinitionId m_next = 0;      // the first one not read yet

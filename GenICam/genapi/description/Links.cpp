@@ -14,24 +14,6 @@ namespace
 
 constexpr size_t kLongestChain = 6; // names in a message
 
-// Calls visit(from, to, edges) for each reference of a node.
-template <typename Visit>
-void ForEachReference(const NodeData& node, const std::vector<Property>& properties, const Visit& visit)
-{
-    for (uint32_t i = 0; i < node.propertyCount; ++i) {
-        const Property& property = properties[node.firstProperty + i];
-        const uint8_t edges = InfoOf(property.id).edges;
-        if (edges == kNoEdge)
-            continue;
-        const bool isValue = property.part == RefPart::Value;
-        const auto effective = static_cast<uint8_t>(isValue ? edges : edges & ~unsigned{kEvaluates});
-        if (property.node != kNoNode)
-            visit(property.node, effective);
-        if (property.offsetNode != kNoNode)
-            visit(property.offsetNode, effective);
-    }
-}
-
 // Counts, then fills, then takes out what is there twice.
 class AdjacencyBuilder
 {
@@ -80,8 +62,7 @@ private:
 struct Step
 {
     NodeIndex node;
-    uint32_t
-        nextProperty; // which of its references comes next; twice the property's number, plus one for pOffset
+    uint32_t next; // which of its references comes next
 };
 
 [[noreturn]] void FailCycle(const std::vector<Step>& path, NodeIndex closing,
@@ -125,7 +106,32 @@ void MarkFeatures(std::vector<NodeData>& nodes, const std::vector<Property>& pro
     }
 }
 
-void CheckCycles(const std::vector<NodeData>& nodes, const std::vector<Property>& properties)
+References CollectReferences(const std::vector<NodeData>& nodes, const std::vector<Property>& properties)
+{
+    References references;
+    references.first.reserve(nodes.size() + 1);
+    references.all.reserve(properties.size() / 2);
+    for (NodeIndex from = 0; from < nodes.size(); ++from) {
+        references.first.push_back(static_cast<uint32_t>(references.all.size()));
+        for (uint32_t i = 0; i < nodes[from].propertyCount; ++i) {
+            const Property& property = properties[nodes[from].firstProperty + i];
+            const bool isNamed = property.node != kNoNode || property.offsetNode != kNoNode;
+            const uint8_t edges = isNamed ? InfoOf(property.id).edges : uint8_t{kNoEdge};
+            if (edges == kNoEdge)
+                continue;
+            const bool isValue = property.part == RefPart::Value;
+            const auto effective = static_cast<uint8_t>(isValue ? edges : edges & ~unsigned{kEvaluates});
+            if (property.node != kNoNode)
+                references.all.push_back({from, property.node, effective});
+            if (property.offsetNode != kNoNode)
+                references.all.push_back({from, property.offsetNode, effective});
+        }
+    }
+    references.first.push_back(static_cast<uint32_t>(references.all.size()));
+    return references;
+}
+
+void CheckCycles(const std::vector<NodeData>& nodes, const References& references)
 {
     enum : uint8_t
     {
@@ -137,22 +143,21 @@ void CheckCycles(const std::vector<NodeData>& nodes, const std::vector<Property>
     std::vector<Step> path;
     // The next reference of a step that evaluates something, kNoNode after the last.
     const auto next = [&](Step& step) {
-        const NodeData& node = nodes[step.node];
-        while (step.nextProperty < 2 * node.propertyCount) {
-            const Property& property = properties[node.firstProperty + step.nextProperty / 2];
-            const bool isOffset = step.nextProperty++ % 2 != 0;
-            const NodeIndex target = isOffset ? property.offsetNode : property.node;
-            const bool isValue = property.part == RefPart::Value;
-            if (target != kNoNode && isValue && (InfoOf(property.id).edges & kEvaluates) != 0)
-                return target;
+        while (step.next < references.first[step.node + 1]) {
+            const Reference& reference = references.all[step.next++];
+            if ((reference.edges & kEvaluates) != 0)
+                return reference.to;
         }
         return kNoNode;
+    };
+    const auto enter = [&](NodeIndex node) {
+        state[node] = kOnPath;
+        path.push_back({node, references.first[node]});
     };
     for (NodeIndex start = 0; start < nodes.size(); ++start) {
         if (state[start] != kNew)
             continue;
-        path.push_back({start, 0});
-        state[start] = kOnPath;
+        enter(start);
         while (!path.empty()) {
             const NodeIndex target = next(path.back());
             if (target == kNoNode) {
@@ -160,28 +165,25 @@ void CheckCycles(const std::vector<NodeData>& nodes, const std::vector<Property>
                 path.pop_back();
             } else if (state[target] == kOnPath)
                 FailCycle(path, target, nodes);
-            else if (state[target] == kNew) {
-                state[target] = kOnPath;
-                path.push_back({target, 0});
-            }
+            else if (state[target] == kNew)
+                enter(target);
         }
     }
 }
 
-Edges CollectEdges(const std::vector<NodeData>& nodes, const std::vector<Property>& properties)
+Edges CollectEdges(const References& references)
 {
-    AdjacencyBuilder dependents(nodes.size()), selectors(nodes.size());
+    AdjacencyBuilder dependents(references.first.size() - 1), selectors(references.first.size() - 1);
     // Once to count and once to fill; `add` gets the builder, the node whose list it is, and what goes there.
     const auto forEach = [&](const auto& add) {
-        for (NodeIndex i = 0; i < nodes.size(); ++i)
-            ForEachReference(nodes[i], properties, [&](NodeIndex target, uint8_t edges) {
-                if (edges & kInvalidates)
-                    add(dependents, target, i);
-                if (edges & kSelects) {
-                    add(dependents, i, target);
-                    add(selectors, target, i);
-                }
-            });
+        for (const Reference& reference : references.all) {
+            if (reference.edges & kInvalidates)
+                add(dependents, reference.to, reference.from);
+            if (reference.edges & kSelects) {
+                add(dependents, reference.from, reference.to);
+                add(selectors, reference.to, reference.from);
+            }
+        }
     };
     forEach([](AdjacencyBuilder& builder, NodeIndex from, NodeIndex) { builder.Count(from); });
     dependents.EndCount();

@@ -4,13 +4,16 @@
 #include "description/Diagnostics.h"
 #include "description/Injection.h"
 #include "description/Literals.h"
+#include "description/Prefault.h"
 #include "description/XmlText.h"
 #include "description/Zip.h"
 
 #include <Base/GCException.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace KxGenApi
 {
@@ -24,10 +27,23 @@ constexpr unsigned kParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi:
 constexpr std::string_view kNameSpaces[] = {"http://www.genicam.org/GenApi/Version_1_0",
                                             "http://www.genicam.org/GenApi/Version_1_1"};
 
-void Parse(pugi::xml_document& document, const SourceText& source)
+void* AllocatePage(size_t bytes)
 {
-    const pugi::xml_parse_result result =
-        document.load_buffer(source.Text().data(), source.Text().size(), kParseFlags, pugi::encoding_utf8);
+    void* const page = std::malloc(bytes);
+    if (page != nullptr)
+        Prefault(page, bytes);
+    return page;
+}
+
+void Parse(pugi::xml_document& document, SourceText& source)
+{
+    // The parser is linked into this library; nobody else's copy is touched.
+    static const bool isSet = (pugi::set_memory_management_functions(AllocatePage, std::free), true);
+    static_cast<void>(isSet);
+    const size_t end = source.Text().find_last_of('>') + 1;
+    const std::string rest(Trimmed(source.Text().substr(end)));
+    const pugi::xml_parse_result result = document.load_buffer_inplace(
+        source.MutableText(), source.Text().size(), kParseFlags, pugi::encoding_utf8);
     if (result.status == pugi::status_out_of_memory)
         throw std::bad_alloc();
     if (!result)
@@ -35,11 +51,8 @@ void Parse(pugi::xml_document& document, const SourceText& source)
              std::string("not well-formed XML: ") + result.description());
     // The parser looks for tags only and skips what is around them. Ahead of the first, tools leave lines of
     // their own.
-    const std::string_view text = source.Text();
-    const size_t end = text.find_last_of('>');
-    const std::string_view rest = Trimmed(text.substr(end + 1));
     if (!rest.empty())
-        Fail({source.Locate(end + 1), {}, {}},
+        Fail({source.Locate(end), {}, {}},
              "not well-formed XML: text after the last element: " + Quoted(rest));
 }
 
@@ -80,27 +93,27 @@ void CheckNameSpace(const pugi::xml_node& root, const SourceText& source)
 class ParsedFile
 {
 public:
-    ParsedFile(std::string_view content, ContentType type)
-        : m_source(Open(content, type))
+    ParsedFile(std::string&& content, ContentType type)
+        : m_source(Open(std::move(content), type))
     {
-        Parse(m_document, *m_source);
-        m_root = FindRoot(m_document, *m_source);
-        CheckNameSpace(m_root, *m_source);
+        Parse(m_document, m_source);
+        m_root = FindRoot(m_document, m_source);
+        CheckNameSpace(m_root, m_source);
     }
-    const SourceText& Source() const { return *m_source; }
+    SourceText& Source() { return m_source; }
     const pugi::xml_node& Root() const { return m_root; }
 
 private:
-    static std::unique_ptr<SourceText> Open(std::string_view content, ContentType type)
+    static std::string Open(std::string&& content, ContentType type)
     {
         if (content.empty())
             throw INVALID_ARGUMENT_EXCEPTION("the description is empty");
         if (type == ContentType::ZippedXml || (type == ContentType::Automatic && IsZip(content)))
-            return std::make_unique<SourceText>(Unzip(content));
-        return std::make_unique<SourceText>(content);
+            return Unzip(content);
+        return std::move(content);
     }
 
-    std::unique_ptr<SourceText> m_source;
+    SourceText m_source;
     pugi::xml_document m_document;
     pugi::xml_node m_root;
 };
@@ -117,20 +130,20 @@ auto WithMemoryErrors(const Action& action)
 
 } // namespace
 
-std::shared_ptr<const Description> ReadDescription(std::string_view content, ContentType type)
+std::shared_ptr<const Description> ReadDescription(std::string content, ContentType type)
 {
     return WithMemoryErrors([&] {
-        const ParsedFile file(content, type);
+        ParsedFile file(std::move(content), type);
         return DescriptionBuilder(file.Root(), file.Source()).Build();
     });
 }
 
-std::shared_ptr<const Description> ReadDescription(std::string_view content, std::string_view injected,
+std::shared_ptr<const Description> ReadDescription(std::string content, std::string injected,
                                                    ContentType type)
 {
     return WithMemoryErrors([&] {
-        const ParsedFile file(content, type);
-        const ParsedFile injectedFile(injected, ContentType::Automatic);
+        ParsedFile file(std::move(content), type);
+        const ParsedFile injectedFile(std::move(injected), ContentType::Automatic);
         Inject(file.Root(), injectedFile.Root());
         return DescriptionBuilder(file.Root(), file.Source()).Build();
     });

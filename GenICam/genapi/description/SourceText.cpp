@@ -165,13 +165,7 @@ bool IsPlain(const char* block, size_t& tags)
 
 } // namespace
 
-SourceText::SourceText(std::string_view content)
-    : m_text(content)
-{
-    Decode();
-}
-
-SourceText::SourceText(std::string&& content)
+SourceText::SourceText(std::string content)
     : m_owned(std::move(content))
     , m_text(m_owned)
 {
@@ -202,6 +196,7 @@ void SourceText::Decode()
     // Files come out of cameras padded to the size of their memory.
     while (!m_text.empty() && m_text.back() == 0)
         m_text.remove_suffix(1);
+    FindLines();
     Check();
 }
 
@@ -261,17 +256,25 @@ void SourceText::CheckReferences() const
     }
 }
 
+void SourceText::FindLines()
+{
+    m_lineStarts.push_back(0);
+    const char* const begin = m_text.data();
+    const char* const end = begin + m_text.size();
+    for (const char* at = begin;
+         (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)))) != nullptr;)
+        m_lineStarts.push_back(static_cast<uint32_t>(++at - begin));
+}
+
 Position SourceText::Locate(size_t offset) const
 {
     offset = std::min(offset, m_text.size());
-    if (offset < m_searched)
-        m_searched = m_lineStart = 0, m_line = 1;
-    while (const void* found = std::memchr(m_text.data() + m_searched, '\n', offset - m_searched)) {
-        m_searched = m_lineStart = static_cast<size_t>(static_cast<const char*>(found) - m_text.data()) + 1;
+    if (offset < m_lineStarts[m_line])
+        m_line = 0;
+    // Questions come in ascending order as a rule, a few lines apart.
+    while (m_line + 1 < m_lineStarts.size() && m_lineStarts[m_line + 1] <= offset)
         ++m_line;
-    }
-    m_searched = offset;
-    return {m_line, static_cast<uint32_t>(offset - m_lineStart) + 1};
+    return {static_cast<uint32_t>(m_line + 1), static_cast<uint32_t>(offset - m_lineStarts[m_line]) + 1};
 }
 
 } // namespace KxGenApi

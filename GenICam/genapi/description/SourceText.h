@@ -6,6 +6,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace KxGenApi
 {
@@ -14,16 +16,18 @@ class SourceText
 {
 public:
     /// Takes UTF-8, UTF-16 with byte order mark or recognisable by its first '<', ISO-8859-1 and Windows-1252
-    /// (the last two where the XML declaration says so). UTF-8 is not copied: `content` has to outlive this
-    /// object. Raises RuntimeException for other encodings, bytes that are no characters of the encoding,
-    /// characters that XML doesn't allow, and for more text than the limits permit.
-    explicit SourceText(std::string_view content);
-    /// The same for text that nobody else keeps.
-    explicit SourceText(std::string&& content);
+    /// (the last two where the XML declaration says so). Raises RuntimeException for other encodings, bytes
+    /// that are no characters of the encoding, characters that XML doesn't allow, and for more text than the
+    /// limits permit.
+    explicit SourceText(std::string content);
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
     std::string_view Text() const { return m_text; }
+    /// The same, for a parser that overwrites it. Locate goes on telling the lines of the original.
+    char* MutableText() { return m_owned.data() + (m_text.data() - m_owned.data()); }
+    /// Hands over the memory of the text, which stays where it is.
+    std::string Release() { return std::move(m_owned); }
     /// Number of '<' in the text: no smaller than the number of elements.
     size_t TagCount() const { return m_tagCount; }
 
@@ -35,15 +39,13 @@ private:
     void Own(std::string&& decoded);
     void Check();
     void CheckReferences() const;
+    void FindLines();
 
     std::string m_owned;
     std::string_view m_text;
     size_t m_tagCount = 0;
-
-    // Where the last question ended.
-    mutable size_t m_searched = 0;
-    mutable size_t m_lineStart = 0;
-    mutable uint32_t m_line = 1;
+    std::vector<uint32_t> m_lineStarts;
+    mutable size_t m_line = 0; // the one of the last question
 };
 
 } // namespace KxGenApi

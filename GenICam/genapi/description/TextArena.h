@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string_view>
@@ -15,8 +16,21 @@ namespace KxGenApi
 class TextArena
 {
 public:
-    /// A copy that lives as long as the chunks.
-    std::string_view Copy(std::string_view text) { return Join({text}); }
+    TextArena() = default;
+
+    /// Texts that lie in `kept` needn't be copied: whoever takes the chunks keeps it too.
+    explicit TextArena(std::string_view kept)
+        : m_kept(kept)
+    {}
+
+    /// The text where it lies if it is kept, else a copy that lives as long as the chunks.
+    std::string_view Copy(std::string_view text)
+    {
+        const std::less_equal<> notAfter;
+        const bool isKept = !text.empty() && notAfter(m_kept.data(), text.data()) &&
+                            notAfter(text.data() + text.size(), m_kept.data() + m_kept.size());
+        return isKept ? text : Join({text});
+    }
 
     /// The pieces one after the other.
     std::string_view Join(std::initializer_list<std::string_view> pieces)
@@ -51,7 +65,7 @@ private:
     {
         if (size > m_freeBytes) {
             const size_t bytes = std::max(size, kChunk);
-            m_chunks.push_back(std::make_unique<char[]>(bytes));
+            m_chunks.emplace_back(new char[bytes]); // not zeroed: all of it is written
             // A text longer than a chunk must not cost the rest of the open one.
             if (bytes > kChunk)
                 return m_chunks.back().get();
@@ -64,6 +78,7 @@ private:
         return begin;
     }
 
+    std::string_view m_kept;
     std::vector<std::unique_ptr<char[]>> m_chunks;
     char* m_free = nullptr;
     size_t m_freeBytes = 0;

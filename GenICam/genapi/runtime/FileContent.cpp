@@ -2,6 +2,7 @@
 #include "runtime/FileContent.h"
 
 #include "description/Limits.h"
+#include "description/Prefault.h"
 
 #include <Base/GCUtilities.h>
 
@@ -34,6 +35,9 @@ std::string ReadFile(const GenICam::gcstring& fileName)
             throw RUNTIME_EXCEPTION("%s: has %lld bytes, more than %zu", path.c_str(),
                                     static_cast<long long>(facts.st_size), kMaxContentBytes);
         content.reserve(static_cast<size_t>(facts.st_size));
+        Prefault(content.data(), content.capacity());
+        content.resize(static_cast<size_t>(facts.st_size));
+        content.resize(std::fread(content.data(), 1, content.size(), file.get()));
     }
     std::unique_ptr<char[]> chunk(new char[1 << 16]);
     for (size_t n = 0; (n = std::fread(chunk.get(), 1, 1 << 16, file.get())) > 0;) {

@@ -3,11 +3,14 @@
 
 #include <Base/GCException.h>
 
+#define XXH_INLINE_ALL
 #include <xxhash.h>
 
 #include <map>
 #include <mutex>
+#include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace KxGenApi
 {
@@ -51,12 +54,13 @@ void Offer(const Key& key, const std::shared_ptr<Model>& model)
     cache.models[key] = model;
 }
 
-} // namespace
-
-std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, GenApi::ECacheUsage_t usage)
+// `take` gives the content away; it is called when there is something to parse.
+template <typename Take>
+std::shared_ptr<Model> Load(std::string_view content, ContentType type, GenApi::ECacheUsage_t usage,
+                            const Take& take)
 {
     if (usage == GenApi::CacheUsage_Ignore)
-        return std::make_shared<Model>(ReadDescription(content, type));
+        return std::make_shared<Model>(ReadDescription(take(), type));
 
     const Key key = KeyOf(content, type);
     if (usage != GenApi::CacheUsage_ForceWrite) {
@@ -66,9 +70,21 @@ std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, Gen
             throw RUNTIME_EXCEPTION("The description of %zu bytes is not in use, and must not be parsed",
                                     content.size());
     }
-    auto model = std::make_shared<Model>(ReadDescription(content, type));
+    auto model = std::make_shared<Model>(ReadDescription(take(), type));
     Offer(key, model);
     return model;
+}
+
+} // namespace
+
+std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, GenApi::ECacheUsage_t usage)
+{
+    return Load(content, type, usage, [&] { return std::string(content); });
+}
+
+std::shared_ptr<Model> LoadModel(std::string&& content, ContentType type, GenApi::ECacheUsage_t usage)
+{
+    return Load(content, type, usage, [&] { return std::move(content); });
 }
 
 bool ClearModelCache()

@@ -7,6 +7,7 @@
 #include <GenApi/NodeMapFactory.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace KxGenApi
@@ -16,6 +17,8 @@ namespace KxGenApi
 /// Raises RuntimeException when only a used one is wanted and there is none; else what ReadDescription
 /// raises.
 std::shared_ptr<Model> LoadModel(std::string_view content, ContentType type, GenApi::ECacheUsage_t usage);
+/// The same for content that nobody else needs; spares a copy.
+std::shared_ptr<Model> LoadModel(std::string&& content, ContentType type, GenApi::ECacheUsage_t usage);
 
 /// Forgets all; those in use live on.
 bool ClearModelCache();

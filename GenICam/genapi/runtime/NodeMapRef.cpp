@@ -5,6 +5,10 @@
 
 #include <GenApi/NodeMapRef.h>
 
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace GenApi
 {
 namespace
@@ -13,17 +17,19 @@ namespace
 using GenICam::gcstring;
 using KxGenApi::ContentType;
 
-std::string_view ViewOf(const gcstring& text) { return {text.c_str(), text.size()}; }
+std::string TextOf(const gcstring& text) { return {text.c_str(), text.size()}; }
 
-INodeMap* Load(std::string_view content, ContentType type, const gcstring& deviceName)
+template <typename Content>
+INodeMap* Load(Content&& content, ContentType type, const gcstring& deviceName)
 {
-    return new KxGenApi::NodeMap(KxGenApi::LoadModel(content, type, CacheUsage_Automatic), deviceName);
+    return new KxGenApi::NodeMap(
+        KxGenApi::LoadModel(std::forward<Content>(content), type, CacheUsage_Automatic), deviceName);
 }
 
-INodeMap* LoadInjected(std::string_view content, std::string_view injected, const gcstring& deviceName)
+INodeMap* LoadInjected(std::string content, std::string injected, const gcstring& deviceName)
 {
-    auto model =
-        std::make_shared<KxGenApi::Model>(KxGenApi::ReadDescription(content, injected, ContentType::Xml));
+    auto model = std::make_shared<KxGenApi::Model>(
+        KxGenApi::ReadDescription(std::move(content), std::move(injected), ContentType::Xml));
     return new KxGenApi::NodeMap(std::move(model), deviceName);
 }
 
@@ -31,20 +37,21 @@ INodeMap* LoadInjected(std::string_view content, std::string_view injected, cons
 
 INodeMap* CNodeMapLoader::FromFile(const gcstring& FileName, EContentType_t Type, const gcstring& DeviceName)
 {
-    const std::string content = KxGenApi::ReadFile(FileName);
+    std::string content = KxGenApi::ReadFile(FileName);
     INodeMap* map = nullptr;
     const ContentType type = Type == ContentType_Xml ? ContentType::Xml : ContentType::ZippedXml;
-    KxGenApi::NameSource(FileName, [&] { map = Load(content, type, DeviceName); });
+    KxGenApi::NameSource(FileName, [&] { map = Load(std::move(content), type, DeviceName); });
     return map;
 }
 
 INodeMap* CNodeMapLoader::FromFileInject(const gcstring& TargetFileName, const gcstring& InjectFileName,
                                          const gcstring& DeviceName)
 {
-    const std::string target = KxGenApi::ReadFile(TargetFileName);
-    const std::string injected = KxGenApi::ReadFile(InjectFileName);
+    std::string target = KxGenApi::ReadFile(TargetFileName);
+    std::string injected = KxGenApi::ReadFile(InjectFileName);
     INodeMap* map = nullptr;
-    KxGenApi::NameSource(TargetFileName, [&] { map = LoadInjected(target, injected, DeviceName); });
+    KxGenApi::NameSource(TargetFileName,
+                         [&] { map = LoadInjected(std::move(target), std::move(injected), DeviceName); });
     return map;
 }
 
@@ -52,7 +59,7 @@ INodeMap* CNodeMapLoader::FromString(const gcstring& XMLData, const gcstring& De
 {
     if (XMLData.empty())
         throw INVALID_ARGUMENT_EXCEPTION("The description is empty");
-    return Load(ViewOf(XMLData), ContentType::Xml, DeviceName);
+    return Load(std::string_view(XMLData.c_str(), XMLData.size()), ContentType::Xml, DeviceName);
 }
 
 INodeMap* CNodeMapLoader::FromStringInject(const gcstring& TargetXMLData, const gcstring& InjectXMLData,
@@ -60,14 +67,15 @@ INodeMap* CNodeMapLoader::FromStringInject(const gcstring& TargetXMLData, const 
 {
     if (TargetXMLData.empty() || InjectXMLData.empty())
         throw INVALID_ARGUMENT_EXCEPTION("The description is empty");
-    return LoadInjected(ViewOf(TargetXMLData), ViewOf(InjectXMLData), DeviceName);
+    return LoadInjected(TextOf(TargetXMLData), TextOf(InjectXMLData), DeviceName);
 }
 
 INodeMap* CNodeMapLoader::FromZIPData(const void* zipData, size_t zipSize, const gcstring& DeviceName)
 {
     if (zipData == nullptr || zipSize == 0)
         throw INVALID_ARGUMENT_EXCEPTION("The zipped description is empty");
-    return Load({static_cast<const char*>(zipData), zipSize}, ContentType::ZippedXml, DeviceName);
+    return Load(std::string_view(static_cast<const char*>(zipData), zipSize), ContentType::ZippedXml,
+                DeviceName);
 }
 
 } // namespace GenApi

@@ -242,7 +242,7 @@ TEST(BrokenFiles, AreErrors)
     };
     const std::pair<std::string, std::string> cases[] = {
         {"", "InvalidArgument: the description is empty"},
-        {"plain text", "Runtime: line 1, column 11: not well-formed XML: No document element found"},
+        {"plain text", "Runtime: line 1, column 10: not well-formed XML: No document element found"},
         {"<a></b>", "Runtime: line 1, column 6: not well-formed XML: Start-end tags mismatch"},
         {good + "<More/>",
          "Runtime: line 4, column 1: element 'More' follows the end of RegisterDescription"},
