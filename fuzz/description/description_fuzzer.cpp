@@ -206,14 +206,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const std::string_view content(reinterpret_cast<const char*>(data), size);
     Try([&] {
-        CheckWriting(*KxGenApi::ReadDescription(content));
+        CheckWriting(*KxGenApi::ReadDescription(std::string(content)));
         Use(content);
     });
     Try([&] {
         // Two halves as a description and what is injected into it.
         const size_t middle = content.find("</RegisterDescription>");
         if (middle != std::string_view::npos)
-            KxGenApi::ReadDescription(content.substr(0, middle + 22), content.substr(middle + 22));
+            KxGenApi::ReadDescription(std::string(content.substr(0, middle + 22)),
+                                      std::string(content.substr(middle + 22)));
     });
     return 0;
 }
