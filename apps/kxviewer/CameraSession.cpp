@@ -39,10 +39,21 @@ void CameraSession::Start(uint64_t nImages)
 
 void CameraSession::Stop() { m_stream->StopAcquisition(); }
 
+void CameraSession::SetTap(ImageTap* pTap)
+{
+    const std::lock_guard<std::mutex> guard(m_tapMutex);
+    m_pTap = pTap;
+}
+
 void CameraSession::OnImage(IKxStreamImage* pImage)
 {
     m_rates.Add(pImage->GetImageLinePitch() * pImage->GetImageHeight());
-    if (pImage->GetImageBuffer())
+    {
+        const std::lock_guard<std::mutex> guard(m_tapMutex);
+        if (m_pTap)
+            m_pTap->OnImage(*pImage);
+    }
+    if (m_bShowsImages && pImage->GetImageBuffer())
         m_window.RegisterIKxImage(pImage);
     if (++m_nCome == m_nWanted)
         emit Finished();

@@ -3,13 +3,16 @@
 #pragma once
 
 #include "Cameras.h"
+#include "ImageTap.h"
 #include "RateMeter.h"
 
 #include <KxApi_TL/IKxStream.h>
 
 #include <QObject>
 #include <QString>
+#include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -44,6 +47,11 @@ public:
     /// Images and bytes a second over the last second.
     RateMeter::Rates GetRates() const { return m_rates.Get(); }
 
+    /// Who else gets the images, null for nobody; not owned. A call of it that runs is waited for.
+    void SetTap(ImageTap* pTap);
+    /// Whether images go into the window, as they do at first.
+    void SetShowsImages(bool bShow) { m_bShowsImages = bShow; }
+
 signals:
     /// The last of the images that Start was asked for has come.
     void Finished();
@@ -60,6 +68,9 @@ private:
     QString m_strName;
     uint64_t m_nWanted = 0;
     uint64_t m_nCome = 0; // of the stream's thread while it acquires
+    std::mutex m_tapMutex;
+    ImageTap* m_pTap = nullptr;
+    std::atomic<bool> m_bShowsImages{true};
     KxApps::Device m_device;
     KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream> m_stream;
 };

@@ -4,6 +4,7 @@
 #include "FeatureDock.h"
 #include "GraphDock.h"
 #include "ObjectsDock.h"
+#include "RecordingDock.h"
 
 QVector<ViewerDock*> MakeDocks(QWidget* pParent)
 {
@@ -13,6 +14,7 @@ QVector<ViewerDock*> MakeDocks(QWidget* pParent)
         new HistogramDock(pParent),
         new ProfileDock(pParent),
         new ObjectsDock(pParent),
+        new RecordingDock(pParent),
     };
     // clang-format on
 }
