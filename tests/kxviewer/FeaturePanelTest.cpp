@@ -33,7 +33,7 @@ constexpr char kCamera[] =
     "Category Root { pFeature Width; pFeature Gain; pFeature Mode; pFeature Name; pFeature Secret; pFeature "
     "No "
     "}\n"
-    "Integer Width { Visibility Expert; Value 640; Min 1; Max 1024; Streamable Yes; Representation Linear }\n"
+    "Integer Width { Visibility Expert; Streamable Yes; Value 640; Min 1; Max 1024; Representation Linear }\n"
     "Float Gain { Value 1; Min 0; Max 10 }\n"
     "Enumeration Mode { EnumEntry Off { Value 0 } EnumEntry On { Value 1 } Value 0 }\n"
     "StringReg Name { Address 0x100; Length 16; AccessMode RW; pPort Device }\n"
