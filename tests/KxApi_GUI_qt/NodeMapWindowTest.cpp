@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSpinBox>
 #include <QTextEdit>
 #include <QToolButton>
 
@@ -174,6 +175,26 @@ TEST_F(NodeMapWindow, ShowsAndFollowsItsTools)
     EXPECT_EQ(listMenu.join(","),
               "&Alphabetic Mode,&Expand,&Collapse,&Refresh,&Polling,&Visibility,&Description,,"
               "&Status Bar");
+}
+
+TEST_F(NodeMapWindow, IsHeldByArraysBesideOthersThatShowTheSameNodes)
+{
+    ShowMap("Category Root { pFeature I }\nInteger I { Value 1; Min 0; Max 9; Representation Linear }");
+    CIKxWndPtrArrayT<IKxNodeMapDisplayWnd> arrWnd;
+    for (size_t i = 0; i < 2; ++i) {
+        arrWnd.Register(CreateIKxWnd(KxWindowType_NodeMapDisplay));
+        arrWnd[i]->RegisterINode(&m_pMap->Get("I"), "");
+        arrWnd[i]->Show(nullptr, KxWindowMode_Modaless);
+    }
+    EXPECT_EQ(arrWnd[1]->GetIKxWndInfo()->GetWndName(), "Node map display");
+    EXPECT_EQ(arrWnd[1]->GetTitle(), "Node Map");
+    Settle();
+    m_pMap->Int("I") = 5;
+    for (size_t i = 0; i < 2; ++i)
+        EXPECT_EQ(WidgetOf(*arrWnd[i])->findChild<QSpinBox*>()->value(), 5);
+    arrWnd.Release();
+    m_pMap->Int("I") = 6; // shown by the window that is left
+    EXPECT_EQ(Dialog().findChild<QSpinBox*>()->value(), 6);
 }
 
 TEST_F(NodeMapWindow, OffersSampleCodeThatRuns)
