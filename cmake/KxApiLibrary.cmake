@@ -8,9 +8,39 @@ function(kxapi_add_subdirectory_if_present folder)
     endif()
 endfunction()
 
-# kxapi_configure_library(target): version, warnings, and no undefined symbols (a forgotten library would otherwise show
-# up only in the programs of users). Sanitizer runtimes are linked by the program, hence the exception.
+# kxapi_hide_others_names(target [FLOORS namespace...] [QT]): keeps what templates and inline functions of others' headers
+# leave in a library out of its interface: those of the C++ library, of the namespaces of floors below, and of Qt.
+# Programs would otherwise bind to such copies, and break when the next version of the library has them no more.
+function(kxapi_hide_others_names target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT" "" "FLOORS")
+    set(scopes "St" "Sa" "Ss" "9__gnu_cxx")
+    foreach(floor IN LISTS arg_FLOORS)
+        string(LENGTH "${floor}" length)
+        list(APPEND scopes "${length}${floor}")
+    endforeach()
+    if(arg_QT)
+        list(APPEND scopes "[1-9]Q[A-Z]" "[1-9][0-9]Q[A-Z]" "9QtPrivate" "18QtMetaTypePrivate")
+    endif()
+    # Functions, constant ones, thunks, what is local to functions and its guards; tables and types.
+    set(patterns _edata _end __bss_start "_ZSt*" "_ZT?St*" "_ZT?Sa*" "_ZT?PF*")
+    foreach(scope IN LISTS scopes)
+        foreach(kind IN ITEMS N NK ThnN ZN ZNK ZZN ZZNK GVN GVZN GVZNK GVZZN GVZZNK T?N)
+            string(REPLACE "ThnN" "Thn[0-9]*_N" kind "${kind}")
+            list(APPEND patterns "_Z${kind}${scope}*")
+        endforeach()
+    endforeach()
+    list(JOIN patterns "; " patterns)
+    set(map "${PROJECT_BINARY_DIR}/${target}.map")
+    file(CONFIGURE OUTPUT "${map}" CONTENT "{ global: *; local: ${patterns}; };\n" @ONLY)
+    target_link_options(${target} PRIVATE "-Wl,--version-script=${map}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
+endfunction()
+
+# kxapi_configure_library(target [FLOORS namespace...] [QT]): version, warnings, others' names hidden as above, and no
+# undefined symbols (a forgotten library would otherwise show up only in the programs of users). Sanitizer runtimes are
+# linked by the program, hence the exception.
 function(kxapi_configure_library target)
+    kxapi_hide_others_names(${target} ${ARGN})
     kxapi_target_warnings(${target})
     set_target_properties(${target} PROPERTIES
         INSTALL_RPATH "$ORIGIN"
