@@ -3,6 +3,7 @@
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCException.h>
+#include <KxApi_TL/IKxSystem.h>
 
 namespace KxApi
 {
@@ -12,7 +13,7 @@ const CWndInfo<CKxDeviceSelectionWnd> CKxDeviceSelectionWnd::m_objWndInfo;
 CKxDeviceSelectionWnd::CKxDeviceSelectionWnd()
     : CKxBaseWnd(KxXMLResource_DeviceSelection, "GUIPort", GenApi::RW, "Device Selection", 1)
 {
-    // The bar is there for texts of the application's.
+    // The bar is for texts of the application's, and for what is wrong with producers.
     SetVisibleStatusBar(false);
 }
 
@@ -41,6 +42,13 @@ void CKxDeviceSelectionWnd::GetSelectedDeviceInfo(IKxInterface** ppInterface,
         *ppInterface = m_pSelectedInterface;
     if (ppDeviceInfo)
         *ppDeviceInfo = m_pSelectedDeviceInfo;
+}
+
+void CKxDeviceSelectionWnd::GetStatusBarText(QStringList& listText)
+{
+    CKxBaseWnd::GetStatusBarText(listText);
+    if (listText.first().isEmpty())
+        listText.first() = QString::fromUtf8(GetKxProducersText().c_str());
 }
 
 void CKxDeviceSelectionWnd::GetSystems(std::vector<IKxSystem*>& vecSystems)

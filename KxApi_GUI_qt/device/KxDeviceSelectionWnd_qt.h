@@ -29,6 +29,9 @@ public:
     void RegisterTargetIKxSystemList(CIKxSystemPtrArray& systems) override;
     void GetSelectedDeviceInfo(IKxInterface** ppInterface, const IKxDeviceInfo** ppDeviceInfo) override;
 
+    /// The application's text; without one, which producers can't be used.
+    void GetStatusBarText(QStringList& listText) override;
+
     void GetSystems(std::vector<IKxSystem*>& vecSystems) override;
     void SetSelectedDeviceInfo(IKxInterface* pInterface, const IKxDeviceInfo* pDeviceInfo) override;
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -131,6 +132,20 @@ std::vector<CKxProducerInfo> FindKxProducers(uint32_t nTimeoutMs)
 std::vector<CKxProducerInfo> GetKxProducers()
 {
     return GenICam::GuardBadAlloc([] { return LastLook().Get(); });
+}
+
+GenICam::gcstring GetKxProducersText()
+{
+    return GenICam::GuardBadAlloc([] {
+        std::string text;
+        for (const CKxProducerInfo& info : LastLook().Get()) {
+            const std::string path = info.strPath.c_str();
+            if (!info.strError.empty())
+                text += (text.empty() ? "Unusable: " : "; ") + path.substr(path.rfind('/') + 1) + ": " +
+                        info.strError.c_str();
+        }
+        return GenICam::gcstring(text.c_str());
+    });
 }
 
 std::vector<CKxProducerInfo> OpenIKxSystems(IKxProducersCallback& callback)

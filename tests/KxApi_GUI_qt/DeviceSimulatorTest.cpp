@@ -8,8 +8,11 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QFile>
+#include <QLabel>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <algorithm>
 
 namespace KxTest
 {
@@ -103,6 +106,26 @@ TEST_F(SimulatedCameras, ComeAndGoAndAreBusyWhenAnotherProcessHasThem)
     ASSERT_TRUE(other.waitForFinished());
     EXPECT_TRUE(PumpUntil([&] { return Item(kPulled) && IsEnabled("btnOK"); }));
     EXPECT_THAT(Lines("tableDevice"), Contains("Access Status: ReadWrite(Full access)[1]"));
+}
+
+TEST_F(SimulatedCameras, AreShownAboveALineThatNamesUnusableProducers)
+{
+    const QString strFile = m_objFolder.filePath("broken.cti");
+    QFile file(strFile);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    qputenv("GENICAM_GENTL64_PATH", strFile.toLocal8Bit());
+    FindKxProducers();
+    qunsetenv("GENICAM_GENTL64_PATH");
+    const auto isTold = [&](const QString& strText) {
+        const auto labels = WidgetOf(*m_pWnd)->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [&](const QLabel* pLabel) {
+            return pLabel->isVisible() && pLabel->text().startsWith(strText);
+        });
+    };
+    m_pWnd->SetVisibleStatusBar(true);
+    EXPECT_TRUE(PumpUntil([&] { return isTold("Unusable: broken.cti: "); }));
+    m_pWnd->SetUserStatusBarText("The application's own");
+    EXPECT_TRUE(PumpUntil([&] { return isTold("The application's own"); }));
 }
 
 } // namespace

@@ -111,6 +111,10 @@ KXAPI_TL_API std::vector<CKxProducerInfo> FindKxProducers(uint32_t nTimeoutMs = 
 /// not ready. Empty before the first. Any thread. Raises BadAllocException.
 KXAPI_TL_API std::vector<CKxProducerInfo> GetKxProducers();
 
+/// The same in one line for people, which names those that can't be used and why; empty when there are none.
+/// Any thread. Raises BadAllocException.
+KXAPI_TL_API GenICam::gcstring GetKxProducersText();
+
 /// Takes systems as they come. Both are called by the thread of OpenIKxSystems, one call at a time.
 struct IKxProducersCallback
 {
