@@ -49,8 +49,10 @@ public:
 
     explicit Cameras(Later /*unused*/) {}
 
-    /// Opens all producers, once. In a thread of its own as long as nobody else asks for systems or cameras.
+    /// Opens all producers, once.
     void OpenProducers();
+    /// Takes a system over that somebody else opened.
+    void Take(KxApi::IKxSystemReleasable* pSystem) { m_systems.Register(pSystem); }
     /// What a system has at present; as long as that takes. Any thread.
     static SystemEntry Search(KxApi::IKxSystem* pSystem);
     /// Takes the result over, in place of what that system had before.

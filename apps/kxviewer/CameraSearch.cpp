@@ -1,7 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraSearch.h"
 
+#include <chrono>
+#include <memory>
 #include <utility>
+
+/// Sends the systems to the GUI thread as they come.
+class CameraSearch::Opening final : public KxApi::IKxProducersCallback
+{
+public:
+    explicit Opening(CameraSearch& search)
+        : m_search(search)
+    {}
+    void OnProducer(size_t, const KxApi::CKxProducerInfo&, KxApi::IKxSystemReleasable* pSystem) override
+    {
+        if (!pSystem)
+            return;
+        // Released here if the call isn't made any more.
+        auto system = std::make_shared<KxApi::CKxAutoPtr<KxApi::IKxSystemReleasable>>(pSystem);
+        m_search.Later([this, system] { m_search.OnSystem(system->Detach()); });
+    }
+    bool IsWanted() override { return m_search.m_bWanted && std::chrono::steady_clock::now() < m_end; }
+
+private:
+    CameraSearch& m_search;
+    const std::chrono::steady_clock::time_point m_end =
+        std::chrono::steady_clock::now() + std::chrono::milliseconds(KxApi::kKxProducerTimeoutMs);
+};
 
 CameraSearch::CameraSearch(KxApps::Cameras& cameras)
     : m_cameras(cameras)
@@ -9,6 +34,7 @@ CameraSearch::CameraSearch(KxApps::Cameras& cameras)
 
 CameraSearch::~CameraSearch()
 {
+    m_bWanted = false;
     for (std::thread& thread : m_threads)
         thread.join();
 }
@@ -23,21 +49,24 @@ void CameraSearch::Later(Call call)
 void CameraSearch::Start()
 {
     m_threads.emplace_back([this] {
-        m_cameras.OpenProducers();
+        Opening opening(*this);
+        KxApi::OpenIKxSystems(opening);
         Later([this] { OnOpened(); });
     });
+}
+
+void CameraSearch::OnSystem(KxApi::IKxSystemReleasable* pSystem)
+{
+    m_cameras.Take(pSystem);
+    ++m_nSearching;
+    m_threads.emplace_back(
+        [this, pSystem] { Later([this, entry = KxApps::Cameras::Search(pSystem)] { OnSearched(entry); }); });
 }
 
 void CameraSearch::OnOpened()
 {
     m_bOpen = true;
-    KxApi::CIKxSystemPtrArray& systems = m_cameras.SystemArray();
-    m_nSearching = systems.GetSize();
-    for (size_t i = 0; i < systems.GetSize(); ++i) {
-        m_threads.emplace_back([this, pSystem = systems[i]] {
-            Later([this, entry = KxApps::Cameras::Search(pSystem)] { OnSearched(entry); });
-        });
-    }
+    m_strUnusable = QString::fromUtf8(KxApi::GetKxProducersText().c_str());
     emit ProducersOpened();
     if (m_nSearching == 0)
         emit SystemSearched();
