@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FeatureSetting.h"
 
+#include "FeatureAccess.h"
+
 #include <chrono>
 #include <thread>
 
@@ -35,7 +37,38 @@ void Execute(GenApi::ICommand& command)
     }
 }
 
+// "Name=Value: what was wrong".
+[[noreturn]] void Raise(const FeatureSetting& setting, const GenICam::GenericException& error)
+{
+    const std::string name = setting.feature.GetNode()->GetName().c_str();
+    const bool isCommand = dynamic_cast<GenApi::ICommand*>(&setting.feature) != nullptr;
+    const std::string why = WhyNotWritable(*setting.feature.GetNode());
+    std::string text = (isCommand ? name : name + "=" + setting.value) + ": ";
+    if (!why.empty())
+        throw RUNTIME_EXCEPTION("%s%s", text.c_str(), why.c_str());
+    auto* const pEnumeration = dynamic_cast<GenApi::IEnumeration*>(&setting.feature);
+    const bool isWrongName = pEnumeration && !pEnumeration->GetEntryByName(setting.value.c_str());
+    text += isWrongName ? "there is no such entry" : error.GetDescription();
+    if (pEnumeration) {
+        text += "; entries: ";
+        for (const std::string& entry : EntriesOf(*pEnumeration))
+            text += (text.back() == ' ' ? "" : ", ") + entry;
+    }
+    // Not by the macro, whose text is bounded: some enumerations have many entries.
+    throw GenICam::RuntimeException(text.c_str(), __FILE__, __LINE__);
+}
+
 } // namespace
+
+std::vector<std::string> EntriesOf(GenApi::IEnumeration& enumeration)
+{
+    GenApi::StringList_t names;
+    enumeration.GetSymbolics(names); // of the available ones
+    std::vector<std::string> entries;
+    for (const GenICam::gcstring& name : names)
+        entries.emplace_back(name.c_str());
+    return entries;
+}
 
 GenApi::IValue& FindFeature(GenApi::INodeMap& map, const std::string& name)
 {
@@ -63,8 +96,7 @@ void Apply(const std::vector<FeatureSetting>& settings)
             else
                 setting.feature.FromString(setting.value.c_str());
         } catch (const GenICam::GenericException& e) {
-            throw RUNTIME_EXCEPTION("%s=%s: %s", setting.feature.GetNode()->GetName().c_str(),
-                                    setting.value.c_str(), e.GetDescription());
+            Raise(setting, e);
         }
     }
 }

@@ -24,8 +24,12 @@ GenApi::IValue& FindFeature(GenApi::INodeMap& map, const std::string& name);
 /// a name that the map doesn't have, a feature without a value and a command with one.
 std::vector<FeatureSetting> ParseSettings(GenApi::INodeMap& map, const std::vector<std::string>& settings);
 
+/// The names that an enumeration takes at present.
+std::vector<std::string> EntriesOf(GenApi::IEnumeration& enumeration);
+
 /// Sets the features in their order, and reads each back; executes commands and waits until they are done.
-/// Raises RuntimeException that names the feature, the value and what was wrong.
+/// Raises RuntimeException that names the feature, the value and what was wrong, with the entries of an
+/// enumeration.
 void Apply(const std::vector<FeatureSetting>& settings);
 
 } // namespace KxApps

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FeatureTree.h"
 
+#include "FeatureDetails.h"
 #include "NodeText.h"
 
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace Kx
 {
@@ -45,53 +47,79 @@ std::string Line(GenApi::INode& node)
     }
 }
 
+// Walks the features that are shown. A category may be listed in several others: it is walked once, so that a
+// file can't make the tree grow without bound.
 class TreePrinter
 {
 public:
-    TreePrinter(std::ostream& out, GenApi::EVisibility visibility)
-        : m_out(out)
-        , m_visibility(visibility)
+    explicit TreePrinter(const FeatureChoice& choice)
+        : m_choice(choice)
     {}
 
-    void Print(GenApi::INode& node, size_t depth)
+    std::string Text(GenApi::INode& node, size_t depth)
     {
-        m_out << std::string(2 * depth, ' ') << node.GetName().c_str();
-        if (const auto category = dynamic_cast<GenApi::ICategory*>(&node))
-            PrintCategory(node, *category, depth);
-        else
-            m_out << Line(node) << "\n";
+        const std::string head = std::string(2 * depth, ' ') + node.GetName().c_str();
+        const auto category = dynamic_cast<GenApi::ICategory*>(&node);
+        if (!category)
+            return IsChosen(node) ? head + Line(node) + "\n" : "";
+        if (!m_shown.insert(&node).second)
+            return m_choice.filter ? "" : head + "/ (see above)\n";
+        std::string text;
+        for (GenApi::INode* const child : Children(*category))
+            text += Text(*child, depth + 1);
+        return text.empty() && m_choice.filter ? "" : head + "/\n" + text;
+    }
+
+    void List(GenApi::ICategory& category, nlohmann::ordered_json& list)
+    {
+        if (!m_shown.insert(category.GetNode()).second)
+            return;
+        for (GenApi::INode* const child : Children(category))
+            if (const auto inner = dynamic_cast<GenApi::ICategory*>(child)) {
+                List(*inner, list);
+            } else if (IsChosen(*child)) {
+                list.push_back(DetailsOf(*child));
+                list.back()["category"] = category.GetNode()->GetName().c_str();
+                list.back()["visibility"] = NameOf(child->GetVisibility());
+            }
     }
 
 private:
-    void PrintCategory(GenApi::INode& node, const GenApi::ICategory& category, size_t depth)
+    std::vector<GenApi::INode*> Children(const GenApi::ICategory& category) const
     {
-        // A category may be listed in several others: shown out once, a file can't make the tree grow without
-        // bound.
-        if (!m_shown.insert(&node).second) {
-            m_out << "/ (see above)\n";
-            return;
-        }
-        m_out << "/\n";
         GenApi::FeatureList_t features;
         category.GetFeatures(features);
+        std::vector<GenApi::INode*> children;
         for (GenApi::IValue* const feature : features)
-            if (GenApi::IsVisible(feature->GetNode()->GetVisibility(), m_visibility))
-                Print(*feature->GetNode(), depth + 1);
+            if (GenApi::IsVisible(feature->GetNode()->GetVisibility(), m_choice.visibility))
+                children.push_back(feature->GetNode());
+        return children;
+    }
+    bool IsChosen(GenApi::INode& node) const
+    {
+        return !m_choice.filter || m_choice.filter(node.GetName().c_str());
     }
 
-    std::ostream& m_out;
-    GenApi::EVisibility m_visibility;
+    const FeatureChoice& m_choice;
     std::set<const GenApi::INode*> m_shown;
 };
 
 } // namespace
 
-void PrintTree(std::ostream& out, GenApi::INode* root, GenApi::EVisibility visibility)
+void PrintTree(std::ostream& out, GenApi::INode* root, const FeatureChoice& choice)
 {
     if (root)
-        TreePrinter(out, visibility).Print(*root, 0);
+        out << TreePrinter(choice).Text(*root, 0);
     else
         out << "(no category \"Root\")\n";
+}
+
+nlohmann::ordered_json ListFeatures(GenApi::INode* root, const FeatureChoice& choice)
+{
+    auto list = nlohmann::ordered_json::array();
+    if (const auto category = dynamic_cast<GenApi::ICategory*>(root))
+        TreePrinter(choice).List(*category, list);
+    return list;
 }
 
 } // namespace Kx

@@ -8,11 +8,15 @@
 #include <KxApi_TL/IKxPort.h>
 
 #include <CLI/CLI.hpp>
+#include <fnmatch.h>
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <regex>
 #include <string>
+#include <vector>
 
 namespace Kx
 {
@@ -31,13 +35,48 @@ struct Options
 {
     CameraOptions camera;
     GenApi::EVisibility visibility = GenApi::Guru;
+    std::vector<std::string> names;
+    bool isRegex = false;
+    bool json = false;
 };
 
-void PrintMap(const std::string& title, KxApi::IKxPort& port, GenApi::EVisibility visibility)
+bool Matches(const std::string& name, const std::string& pattern)
+{
+    return fnmatch(pattern.c_str(), name.c_str(), FNM_CASEFOLD) == 0;
+}
+
+FeatureChoice ChoiceOf(const Options& options)
+{
+    FeatureChoice choice{options.visibility, {}};
+    if (options.names.empty())
+        return choice;
+    if (!options.isRegex) {
+        choice.filter = [patterns = options.names](const std::string& name) {
+            return std::any_of(patterns.begin(), patterns.end(),
+                               [&](const std::string& pattern) { return Matches(name, pattern); });
+        };
+        return choice;
+    }
+    std::vector<std::regex> expressions;
+    for (const std::string& text : options.names) {
+        try {
+            expressions.emplace_back(text, std::regex::icase);
+        } catch (const std::regex_error& e) {
+            throw INVALID_ARGUMENT_EXCEPTION("'%s' is no regular expression: %s", text.c_str(), e.what());
+        }
+    }
+    choice.filter = [expressions](const std::string& name) {
+        return std::any_of(expressions.begin(), expressions.end(),
+                           [&](const std::regex& expression) { return std::regex_search(name, expression); });
+    };
+    return choice;
+}
+
+void PrintMap(const std::string& title, KxApi::IKxPort& port, const FeatureChoice& choice)
 {
     std::cout << title << "\n";
     try {
-        PrintTree(std::cout, port.GetINodeMap()->GetNode("Root"), visibility);
+        PrintTree(std::cout, port.GetINodeMap()->GetNode("Root"), choice);
     } catch (const GenICam::GenericException& e) {
         std::cout << "  ! " << OneLine(e.GetDescription()) << "\n"; // hides no other
     }
@@ -47,15 +86,16 @@ void PrintMap(const std::string& title, KxApi::IKxPort& port, GenApi::EVisibilit
 void RunAll(const Options& options)
 {
     const KxApps::Cameras cameras;
+    const FeatureChoice choice = ChoiceOf(options);
     for (const KxApps::Cameras::SystemEntry& system : cameras.Systems()) {
         if (options.camera.module == "system") {
             PrintMap(system.pSystem->GetIKxSystemInfo()->GetDisplayName().c_str(),
-                     *system.pSystem->GetIKxPort(), options.visibility);
+                     *system.pSystem->GetIKxPort(), choice);
             continue;
         }
         for (const KxApps::Cameras::InterfaceEntry& entry : system.interfaces)
             PrintMap(entry.pInterface->GetIKxInterfaceInfo()->GetID().c_str(),
-                     *entry.pInterface->GetIKxPort(), options.visibility);
+                     *entry.pInterface->GetIKxPort(), choice);
     }
     Finish(std::cout);
 }
@@ -64,9 +104,16 @@ void RunFeatures(const Options& options)
 {
     if (options.camera.camera.empty())
         return RunAll(options);
+    const FeatureChoice choice = ChoiceOf(options); // a wrong pattern is told before the camera is touched
     // Only who could write is told which features can be written.
     OpenCamera camera(options.camera, OpenCamera::kControlIfFree);
-    PrintTree(std::cout, camera.Map().GetNode("Root"), options.visibility);
+    GenApi::INode* const root = camera.Map().GetNode("Root");
+    if (options.json)
+        std::cout << ListFeatures(root, choice)
+                         .dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+                  << "\n";
+    else
+        PrintTree(std::cout, root, choice);
     Finish(std::cout);
 }
 
@@ -79,6 +126,15 @@ void AddFeaturesCommand(CLI::App& program)
         "features", "Shows a camera's features as a tree with their values; changes nothing");
     options->camera.AddTo(*command);
     command->get_option("CAMERA")->required(false);
+    command->add_option("NAME", options->names,
+                        "Only features of these names, with * and ? as in file names, in any case, such as "
+                        "'Exposure*'");
+    command->add_flag("--regex", options->isRegex, "NAME is a regular expression that names contain")
+        ->needs("NAME");
+    command
+        ->add_flag("--json", options->json,
+                   "A list of features with values, limits, entries and descriptions as JSON")
+        ->needs("CAMERA");
     command
         ->add_option("--visibility", options->visibility,
                      "Shows features up to this visibility; guru if not given")

@@ -85,10 +85,29 @@ TEST_F(CameraCommand, FeaturesShowTheTreeUpToAVisibility)
     }
 }
 
+TEST_F(CameraCommand, FeaturesAreChosenByNameAndToldInDetail)
+{
+    const std::string features = std::string("features ") + kMono;
+    EXPECT_THAT(LinesOf(Run(features + " 'exposuret*'").output),
+                testing::ElementsAre("Root/", "  AcquisitionControl/", "    ExposureTime = 1500 us [RW]"));
+    ExpectFailure(Run(features + " --regex '('"), "'(' is no regular expression");
+    const Outcome listed = Run(features + " --regex --json '^(Width|PixelFormat|TriggerSoftware)$'");
+    ASSERT_EQ(listed.exitCode, 0) << listed.errors;
+    const auto json = nlohmann::json::parse(listed.output);
+    ASSERT_EQ(json.size(), 3U);
+    EXPECT_EQ(json[0].at("max"), 2448);
+    EXPECT_EQ(json[0].at("unit"), "px");
+    EXPECT_EQ(json[1].at("entries")[0], "Mono8");
+    EXPECT_THAT(json[2].at("notWritable").get<std::string>(), HasSubstr("available"));
+    EXPECT_THAT(LinesOf(Run(std::string("get ") + kMono + " Width PayloadSize").output),
+                AllOf(Contains("Width=2448"), Contains("  range: 8 to 2448 px"), Contains("  increment: 8"),
+                      Contains("  can't be written: it can only be read")));
+}
+
 TEST_F(CameraCommand, WhatIsSetIsGotUntilTheCameraIsClosed)
 {
     // The camera forgets when nobody has it open, so files carry settings from one run to the next.
-    const Outcome got = Run(std::string("get ") + kMono + " Width PixelFormat");
+    const Outcome got = Run(std::string("get ") + kMono + " Width PixelFormat --plain");
     EXPECT_EQ(got.output, "Width=2448\nPixelFormat=Mono8\n");
     const Outcome saved = Run(std::string("get ") + kMono + " --save camera.txt");
     EXPECT_EQ(saved.exitCode, 0) << saved.errors;
@@ -108,7 +127,11 @@ TEST_F(CameraCommand, FaultsNameTheThingTheValueAndTheLimit)
     ExpectFailure(Run(set + " Width"), "Width needs a value");
     ExpectFailure(Run(set + " AcquisitionStop=1"), "takes no value");
     ExpectFailure(Run(set + " Breadth=1"), "no feature 'Breadth'");
-    ExpectFailure(Run(set + " PixelFormat=Mono9"), "PixelFormat=Mono9: ");
+    ExpectFailure(Run(set + " PixelFormat=Mono9"),
+                  "PixelFormat=Mono9: there is no such entry; entries: Mono8, ");
+    ExpectFailure(Run(set + " TLParamsLocked=1 Width=8"),
+                  "Width=8: it is locked while WidthLocked is 1 (TLParamsLocked");
+    ExpectFailure(Run(set + " PayloadSize=1"), "PayloadSize=1: it can only be read");
     ExpectFailure(Run("get nobody Width"), "no camera is called 'nobody'; there are: ");
     ExpectFailure(Run("get KX-G1M_2003 Width"), "cannot open KX-G1M_2003 (NoAccess)");
     ExpectFailure(Run(std::string("get ") + kMono), "NAME or --save", 2);
