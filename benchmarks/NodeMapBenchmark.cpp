@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The node-map window with 1,000 features, beside a bare tree with as many rows of plain editors.
+// The node-map window with 1,000 features, beside a bare tree with as many rows of plain editors. With
+// KXAPI_BENCHMARK_DESCRIPTION=FILE in the environment, that description is shown too.
 
 #include "FakePort.h"
 #include "Outline.h"
@@ -23,7 +24,9 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -106,10 +109,14 @@ void Settle()
 class Device
 {
 public:
-    Device()
+    /// @param szFile a description; null for the one with 1,000 features.
+    explicit Device(const char* szFile = nullptr)
     {
         static const std::string xml = Description();
-        map._LoadXMLFromString(xml.c_str());
+        if (szFile)
+            map._LoadXMLFromFile(szFile);
+        else
+            map._LoadXMLFromString(xml.c_str());
         map._Connect(&port);
     }
 
@@ -120,8 +127,9 @@ public:
 class Window
 {
 public:
-    Window()
-        : wnd((Sdk(), CreateIKxWnd(KxWindowType_NodeMapDisplay)))
+    explicit Window(const char* szFile = nullptr)
+        : device(szFile)
+        , wnd((Sdk(), CreateIKxWnd(KxWindowType_NodeMapDisplay)))
     {
         wnd->SetPosition(0, 0, 600, 900);
         wnd->RegisterINode(device.map._GetNode("Root"), "");
@@ -351,5 +359,46 @@ void SlowDevice(benchmark::State& state)
     state.counters["longest"] = longest;
 }
 BENCHMARK(SlowDevice)->Name("NodeMap/slowDevice")->Iterations(1)->UseRealTime();
+
+/// Of a file that the environment names, with memory for its camera.
+const char* const kFile = std::getenv("KXAPI_BENCHMARK_DESCRIPTION");
+
+void ShowFile(benchmark::State& state)
+{
+    double rows = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pWindow = std::make_unique<Window>(kFile);
+        Settle();
+        state.ResumeTiming();
+        pWindow->Show();
+        state.PauseTiming();
+        rows = 0;
+        for (QTreeWidgetItemIterator it(pWindow->pGrid); *it; ++it)
+            ++rows;
+        pWindow.reset();
+        state.ResumeTiming();
+    }
+    state.counters["rows"] = rows;
+}
+
+void AlphabeticFile(benchmark::State& state)
+{
+    Window window(kFile);
+    window.Show();
+    for (auto _ : state) {
+        window.wnd->SetAlphabeticMode(true);
+        Settle();
+        window.wnd->SetAlphabeticMode(false);
+        Settle();
+    }
+}
+
+[[maybe_unused]] const bool bHasFile = kFile && [] {
+    for (const auto& [szName, pFunction] :
+         {std::pair{"NodeMap/showFile", &ShowFile}, std::pair{"NodeMap/alphabeticFile", &AlphabeticFile}})
+        benchmark::RegisterBenchmark(szName, pFunction)->Unit(benchmark::kMillisecond)->UseRealTime();
+    return true;
+}();
 
 } // namespace
