@@ -218,6 +218,37 @@ TEST(Factory, SharesDescriptionsAsToldAndOnlyWhileTheyAreInUse)
     EXPECT_EQ(forceRead(), "Runtime") << "the last user has gone";
 }
 
+TEST(Factory, TellsHowFarItIs)
+{
+    CNodeMapFactory none, factory = FactoryOf(DescriptionAsXml("Integer X { Value 1 }"));
+    const auto states = [](const CNodeMapFactory& of) {
+        return std::string{of.IsEmpty() ? 'E' : '-', of.IsLoaded() ? 'L' : '-',
+                           of.IsPreprocessed() ? 'P' : '-',
+                           of.IsCameraDescriptionFileDataReleased() ? 'R' : '-'};
+    };
+    EXPECT_EQ(states(none), "E---");
+    EXPECT_EQ(states(factory), "----");
+    EXPECT_EQ(KindRaisedBy([&] { factory.ToXml(); }), "LogicalError") << "not preprocessed";
+    factory.LoadAndInject();
+    EXPECT_EQ(states(factory), "-L--");
+    factory.Preprocess();
+    EXPECT_EQ(states(factory), "-LP-");
+    CLock lock; // outlives its maps
+    {
+        CNodeMapRef own(factory.CreateNodeMap(lock)), again(factory.CreateNodeMap("Again"));
+        EXPECT_EQ(states(factory), "-LPR");
+        EXPECT_EQ(&own._Ptr->GetLock(), &lock);
+        EXPECT_NE(&again._Ptr->GetLock(), &lock);
+        EXPECT_EQ(CIntegerPtr(again._GetNode("X"))->GetValue(), 1);
+    }
+    EXPECT_TRUE(lock.TryLock());
+    lock.Unlock();
+    for (const auto& call :
+         {+[](CNodeMapFactory& f) { f.LoadAndInject(); }, +[](CNodeMapFactory& f) { f.Preprocess(); },
+          +[](CNodeMapFactory& f) { f.ToString(); }})
+        EXPECT_EQ(KindRaisedBy([&] { call(none); }), "LogicalError");
+}
+
 TEST(Factory, CutsOutANodeWithAllItNeeds)
 {
     CNodeMapFactory factory = FactoryOf(DescriptionAsXml(R"(

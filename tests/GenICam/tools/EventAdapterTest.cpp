@@ -2,6 +2,9 @@
 // Event messages, byte by byte as the transport standards' tables give them, as features of a node map.
 #include "ToolsTestSupport.h"
 
+#include <GenApi/EventAdapter1394.h>
+#include <GenApi/EventAdapterCL.h>
+
 using namespace GenApi;
 using namespace GenICam;
 using namespace KxGenApiTest;
@@ -254,4 +257,30 @@ TEST(EventPort, ComparesIdsByNumberBytesAndDigits)
     EXPECT_THROW(port.Write(id, 0, 1), AccessException);
     EXPECT_FALSE(port.AttachNode(map["Device"])) << "no event";
     EXPECT_THROW(port.AttachEvent(id, 2), LogicalErrorException);
+}
+
+TEST(EventAdapterCL, DeliversWhatStandsBehindTheHead)
+{
+    CEventTest<CEventAdapterCL> test(EventNodes("BigEndian", 4, 12));
+    const Bytes message = {1, 0, 0,    0, 0, 0, 0, 0, 0, 0, 0x0C, 0, 0,    14,  0, 1, // head
+                           0, 0, 0x90, 1, 0, 0, 0, 0, 0, 0, 1,    7, 0xAB, 0xCD};
+    test.Deliver(message);
+    EXPECT_EQ(test.map.Int("Timestamp"), 0x107);
+    EXPECT_EQ(test.map.Int("Data"), 0xABCD);
+    for (const size_t broken : {0u, 10u, 13u, 17u}) { // preamble, command, length, size of the event
+        Bytes bytes = message;
+        bytes[broken] = 99;
+        EXPECT_THROW(test.Deliver(bytes), RuntimeException) << broken;
+    }
+    EXPECT_THROW(test.Deliver({1, 0}), RuntimeException);
+    EXPECT_THROW(test.adapter.DeliverEventData(nullptr, 12), RuntimeException);
+    EXPECT_EQ(test.map.Int("Timestamp"), 0x107) << "broken messages change nothing";
+}
+
+TEST(EventAdapter1394, TakesMessagesAndDeliversNothing)
+{
+    CEventTest<CEventAdapter1394> test(EventNodes("BigEndian", 4, 12));
+    EXPECT_NO_THROW(test.Deliver(Bytes(64)));
+    EXPECT_NO_THROW(test.Deliver({1, 2}));
+    EXPECT_EQ(test.map["Timestamp"]->GetAccessMode(), NA);
 }

@@ -320,7 +320,7 @@ TEST(FeatureBag, RunsTheStandardsCommandsAroundStoreAndLoad)
     EXPECT_EQ(runs(), "0011");
 }
 
-TEST(FeatureBagger, BagsAndUnbagsUserSets)
+TEST(FeatureBagger, BagsAndUnbagsUserAndSequencerSets)
 {
     const auto set = [](const std::string& name, const std::vector<std::string>& entries) {
         std::string xml = "<Enumeration Name=\"" + name + "\" NameSpace=\"Standard\">";
@@ -338,10 +338,14 @@ TEST(FeatureBagger, BagsAndUnbagsUserSets)
                  "<CommandValue>9</CommandValue></Command>"
                  "<Command Name=\"UserSetSave\" NameSpace=\"Standard\"><pValue>SaveReg</pValue>"
                  "<CommandValue>7</CommandValue></Command>" +
+                 set("SequencerSetSelector", {"Zero"}) + set("SequencerFeatureSelector", {"Gain"}) +
+                 "<Boolean Name=\"SequencerFeatureEnable\" NameSpace=\"Standard\"><Value>1</Value></Boolean>"
+                 "<Command Name=\"SequencerSetLoad\" NameSpace=\"Standard\"><pValue>GainReg</pValue>"
+                 "<CommandValue>4</CommandValue></Command>" +
                  IntReg("SaveReg", 12));
     map.memory.Word(0) = 3;
     CFeatureBagger bagger, again;
-    ASSERT_EQ(bagger.Bag(map, true, true, true), 3u);
+    ASSERT_EQ(bagger.Bag(map, true, true, true), 4u);
     EXPECT_EQ(map.memory.Word(0), 3u) << "the features are as before";
     std::stringstream text;
     text << bagger;
@@ -350,10 +354,11 @@ TEST(FeatureBagger, BagsAndUnbagsUserSets)
                 HasSubstr("# {4709CB3C-7322-4460-84C3-DA11DDA09939}\n# GenApi CFeatureBagger persistence "
                           "file (version 3.4.0)\n# Device = "));
     EXPECT_THAT(text.str(), HasSubstr("\n[All]\n" + mark + "Gain\t3\n[UserSet.Default]\n" + mark +
-                                      "Gain\t9\n[UserSet.UserSet1]\n" + mark + "Gain\t9\n"));
+                                      "Gain\t9\n[UserSet.UserSet1]\n" + mark +
+                                      "Gain\t9\n[SequencerSet.Zero]\n" + mark + "Gain\t4\n"));
     text >> again;
-    ASSERT_EQ(again.size(), 3u);
-    EXPECT_TRUE(again.at(2) == bagger.at(2));
+    ASSERT_EQ(again.size(), 4u);
+    EXPECT_TRUE(again.at(3) == bagger.at(3));
     map.memory.Word(0) = 0;
     EXPECT_TRUE(again.UnBag(map));
     EXPECT_EQ(map.memory.Word(12), 7u) << "UserSet1 was saved";
