@@ -11,6 +11,11 @@
 
 namespace GenApi
 {
+namespace
+{
+/// What stands for IDs of more than 64 bits, which no chunk of these formats has: such a port gets none.
+constexpr uint64_t kTooLong = UINT64_MAX;
+} // namespace
 
 CChunkAdapter::CChunkAdapter(INodeMap* pNodeMap, int64_t MaxChunkCacheSize)
     : m_ppChunkPorts(&m_ports)
@@ -64,7 +69,7 @@ void CChunkAdapter::AttachChunks(uint8_t* pBuffer, const NextChunk& next,
         // Readers see the old buffer or the new one, never some of each.
         const AutoLock lock(GetLock());
         for (CSlot& slot : m_slots)
-            slot.id = ToNumber(slot.port->GetChunkID());
+            slot.id = KxGenApi::HexIdToNumber(slot.port->GetChunkID().c_str()).value_or(kTooLong);
         ForgetChunks();
         std::sort(m_slots.begin(), m_slots.end(), [](const CSlot& l, const CSlot& r) { return l.id < r.id; });
         for (CChunk chunk{}; next(chunk); ++statistics.NumChunks) {
@@ -82,7 +87,10 @@ bool CChunkAdapter::AttachToPorts(uint8_t* pBuffer, const CChunk& chunk)
     bool attached = false;
     auto slot = std::lower_bound(m_slots.begin(), m_slots.end(), chunk.id,
                                  [](const CSlot& l, uint64_t id) { return l.id < id; });
-    for (; slot != m_slots.end() && slot->id == chunk.id && !slot->attached; ++slot) {
+    for (; slot != m_slots.end() && slot->id == chunk.id; ++slot) {
+        // Of several chunks with one ID the last one counts.
+        if (slot->attached || (slot->id == kTooLong && slot->port->GetChunkIDLength() > 8))
+            continue;
         AttachChunk(*slot->port, pBuffer, chunk);
         slot->attached = attached = true;
     }

@@ -83,7 +83,9 @@ TEST(ChunkAdapterDcam, ShowsChunksByTheirLongIdsAndChecksTheSum)
 
 TEST(ChunkAdapterGenDC, TakesLittleEndianChunks)
 {
-    CTestMap map("<Port Name=\"P\"><ChunkID>000A</ChunkID></Port>" +
+    // The map may serve several formats: the port with a long ID gets nothing.
+    CTestMap map("<Port Name=\"Long\"><ChunkID>11111111111111111111111111111111</ChunkID></Port>"
+                 "<Port Name=\"P\"><ChunkID>000A</ChunkID></Port>" +
                  IntReg("Value", 0, 2, "P", "LittleEndian", "RO"));
     CChunkAdapterGenDC adapter(map);
     Bytes buffer = {7, 1};
