@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraFixture.h"
-#include "producers/FakeCameraXml.h"
+#include "producers/FakeDescriptions.h"
 
 #include <KxSDKCommon/KxApi_Exception.h>
 

@@ -4,7 +4,7 @@
 #define GCTLIDLL
 #include "FakeCamera.h"
 
-#include "FakeCameraXml.h"
+#include "FakeDescriptions.h"
 
 namespace
 {
@@ -39,31 +39,6 @@ GC_ERROR Wanted(const char* function)
     const Lock lock(g_camera.mutex);                                                                         \
     if (const GC_ERROR wanted = Wanted(function); wanted != GC_ERR_SUCCESS)                                  \
     return wanted
-
-GC_ERROR Answer(const FakeInfo& info, INFO_DATATYPE* type, void* buffer, size_t* size)
-{
-    if (info.error != GC_ERR_SUCCESS)
-        return info.error;
-    if (type)
-        *type = info.type;
-    if (buffer && *size < info.bytes.size())
-        return GC_ERR_BUFFER_TOO_SMALL;
-    if (buffer)
-        std::memcpy(buffer, info.bytes.data(), info.bytes.size());
-    *size = info.bytes.size();
-    return GC_ERR_SUCCESS;
-}
-
-/// The first of the infos that has the command.
-GC_ERROR AnswerBy(std::initializer_list<const FakeInfos*> infos, int32_t command, INFO_DATATYPE* type,
-                  void* buffer, size_t* size)
-{
-    for (const FakeInfos* const candidates : infos) {
-        if (const auto place = candidates->find(command); place != candidates->end())
-            return Answer(place->second, type, buffer, size);
-    }
-    return GC_ERR_NOT_AVAILABLE;
-}
 
 std::string DescriptionOf(char module)
 {

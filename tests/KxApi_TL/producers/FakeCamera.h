@@ -3,7 +3,7 @@
 // comes, what the producer tells of it, and which function fails.
 #pragma once
 
-#include <GenTL/GenTL.h>
+#include "FakeAnswers.h"
 
 #include <algorithm>
 #include <atomic>
@@ -21,27 +21,6 @@
 
 namespace KxTest
 {
-
-/// An answer to an info command: an error, or bytes of a type.
-struct FakeInfo
-{
-    int32_t error = 0;
-    int32_t type = 0;
-    std::string bytes;
-};
-
-template <class T>
-FakeInfo Told(T value, int32_t type)
-{
-    return {0, type, std::string(reinterpret_cast<const char*>(&value), sizeof(value))};
-}
-inline FakeInfo ToldSize(size_t value) { return Told<size_t>(value, GenTL::INFO_DATATYPE_SIZET); }
-inline FakeInfo ToldU64(uint64_t value) { return Told<uint64_t>(value, GenTL::INFO_DATATYPE_UINT64); }
-inline FakeInfo ToldBool(bool value) { return Told<bool>(value, GenTL::INFO_DATATYPE_BOOL8); }
-inline FakeInfo ToldText(const std::string& text) { return {0, GenTL::INFO_DATATYPE_STRING, text + '\0'}; }
-inline FakeInfo Untold() { return {GenTL::GC_ERR_NOT_AVAILABLE, 0, ""}; }
-
-using FakeInfos = std::map<int32_t, FakeInfo>;
 
 /// An event that waits: of the kind for buffers with the handle as ID.
 struct FakeEvent

@@ -7,7 +7,8 @@
 // called once more.
 
 #define GCTLIDLL
-#include <GenTL/GenTL.h>
+#include "FakeAnswers.h"
+#include "FakeDescriptions.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -23,6 +24,7 @@ namespace
 {
 
 using namespace GenTL;
+using namespace KxTest;
 
 using Devices = std::vector<std::pair<std::string, int32_t>>;
 
@@ -49,18 +51,13 @@ std::map<std::string, Interface> g_interfaces;
 
 constexpr uint64_t kXmlAddress = 0x10000;
 constexpr uint64_t kCountAddress = 0x8;
-constexpr char kXml[] = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription ModelName="Fake" VendorName="Fake" StandardNameSpace="None" SchemaMajorVersion="1"
-    SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ToolTip=""
-    ProductGuid="00000000-0000-0000-0000-000000000001" VersionGuid="00000000-0000-0000-0000-000000000002"
-    xmlns="http://www.genicam.org/GenApi/Version_1_1">
-  <Category Name="Root"><pFeature>DeviceCount</pFeature></Category>
-  <Integer Name="DeviceCount"><pValue>DeviceCountReg</pValue></Integer>
-  <IntReg Name="DeviceCountReg"><Address>8</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>FakePort</pPort>
-    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <Port Name="FakePort"></Port>
-</RegisterDescription>
-)";
+const std::string& Xml()
+{
+    static const std::string text =
+        Description("<Category Name=\"Root\"><pFeature>DeviceCount</pFeature></Category>\n" +
+                    IntReg("DeviceCount", "8", "FakePort") + "<Port Name=\"FakePort\"></Port>\n");
+    return text;
+}
 
 void ReadWorld()
 {
@@ -98,26 +95,7 @@ void ReadWorld()
 
 GC_ERROR Text(const std::string& text, INFO_DATATYPE* type, void* buffer, size_t* size)
 {
-    if (type)
-        *type = INFO_DATATYPE_STRING;
-    if (buffer && *size < text.size() + 1)
-        return GC_ERR_BUFFER_TOO_SMALL;
-    if (buffer)
-        std::memcpy(buffer, text.c_str(), text.size() + 1);
-    *size = text.size() + 1;
-    return GC_ERR_SUCCESS;
-}
-
-template <class T>
-GC_ERROR Number(T value, INFO_DATATYPE typeOfValue, INFO_DATATYPE* type, void* buffer, size_t* size)
-{
-    *type = typeOfValue;
-    if (buffer && *size < sizeof(value))
-        return GC_ERR_BUFFER_TOO_SMALL;
-    if (buffer)
-        std::memcpy(buffer, &value, sizeof(value));
-    *size = sizeof(value);
-    return GC_ERR_SUCCESS;
+    return Answer(ToldText(text), type, buffer, size);
 }
 
 /// Lasts until the test lets go.
@@ -195,24 +173,14 @@ GC_API GCGetLastError(GC_ERROR* code, char* text, size_t* size)
 
 GC_API TLGetInfo(TL_HANDLE, TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
 {
-    switch (command) {
-    case TL_INFO_VENDOR:
-        return Text("Kestrix", type, buffer, size);
-    case TL_INFO_MODEL:
-        return Text("Fake", type, buffer, size);
-    case TL_INFO_VERSION:
-        return Text("1.2.3", type, buffer, size);
-    case TL_INFO_TLTYPE:
-        return Text("Mixed", type, buffer, size);
-    case TL_INFO_DISPLAYNAME:
-        return Text("Fake transport", type, buffer, size);
-    case TL_INFO_GENTL_VER_MAJOR:
-        return Number<uint32_t>(1, INFO_DATATYPE_UINT32, type, buffer, size);
-    case TL_INFO_GENTL_VER_MINOR:
-        return Number<uint32_t>(5, INFO_DATATYPE_UINT32, type, buffer, size);
-    default:
-        return GC_ERR_NOT_AVAILABLE;
-    }
+    static const FakeInfos infos{{TL_INFO_VENDOR, ToldText("Kestrix")},
+                                 {TL_INFO_MODEL, ToldText("Fake")},
+                                 {TL_INFO_VERSION, ToldText("1.2.3")},
+                                 {TL_INFO_TLTYPE, ToldText("Mixed")},
+                                 {TL_INFO_DISPLAYNAME, ToldText("Fake transport")},
+                                 {TL_INFO_GENTL_VER_MAJOR, Told<uint32_t>(1, INFO_DATATYPE_UINT32)},
+                                 {TL_INFO_GENTL_VER_MINOR, Told<uint32_t>(5, INFO_DATATYPE_UINT32)}};
+    return AnswerBy({&infos}, command, type, buffer, size);
 }
 
 GC_API GCGetInfo(TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
@@ -320,27 +288,19 @@ GC_API IFGetDeviceInfo(IF_HANDLE handle, const char* id, DEVICE_INFO_CMD command
     const auto* const device = FindDevice(interface, id);
     if (!device)
         return GC_ERR_INVALID_ID;
-    switch (command) {
-    case DEVICE_INFO_VENDOR:
-        return Text("Kestrix", type, buffer, size);
-    case DEVICE_INFO_MODEL:
-        return Text("Cam", type, buffer, size);
-    case DEVICE_INFO_TLTYPE:
-        return Text(interface.id, type, buffer, size);
-    case DEVICE_INFO_SERIAL_NUMBER:
-        return Text("SN-" + device->first, type, buffer, size);
-    case DEVICE_INFO_ACCESS_STATUS:
-        return Number<int32_t>(device->second, INFO_DATATYPE_INT32, type, buffer, size);
-    default:
-        return GC_ERR_NOT_AVAILABLE;
-    }
+    const FakeInfos infos{{DEVICE_INFO_VENDOR, ToldText("Kestrix")},
+                          {DEVICE_INFO_MODEL, ToldText("Cam")},
+                          {DEVICE_INFO_TLTYPE, ToldText(interface.id)},
+                          {DEVICE_INFO_SERIAL_NUMBER, ToldText("SN-" + device->first)},
+                          {DEVICE_INFO_ACCESS_STATUS, Told<int32_t>(device->second, INFO_DATATYPE_INT32)}};
+    return AnswerBy({&infos}, command, type, buffer, size);
 }
 
 GC_API GCGetPortURL(PORT_HANDLE, char* url, size_t* size)
 {
     char text[64];
     std::snprintf(text, sizeof(text), "Local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
-                  sizeof(kXml) - 1);
+                  Xml().size());
     return Text(text, nullptr, url, size);
 }
 
@@ -351,8 +311,8 @@ GC_API GCGetPortInfo(PORT_HANDLE, PORT_INFO_CMD command, INFO_DATATYPE* type, vo
 
 GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* size)
 {
-    if (address == kXmlAddress && *size <= sizeof(kXml)) {
-        std::memcpy(buffer, kXml, *size);
+    if (address == kXmlAddress && *size <= Xml().size()) {
+        std::memcpy(buffer, Xml().data(), *size);
         return GC_ERR_SUCCESS;
     }
     // Registers may be read while lists are updated.

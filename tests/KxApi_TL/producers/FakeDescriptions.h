@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The descriptions of the fake camera's modules.
+// The descriptions of fake producers' modules.
 #pragma once
 
 #include <string>
