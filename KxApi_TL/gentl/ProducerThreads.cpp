@@ -167,7 +167,7 @@ void StartProducer(const CFoundFile& file, ETask task, size_t index,
         return;
     try {
         std::thread thread([file, task] { Run(file, task); });
-        pthread_setname_np(thread.native_handle(), "kx producer");
+        pthread_setname_np(thread.native_handle(), "KxProducer");
         thread.detach();
     } catch (const std::exception&) { // no thread to have, or no memory for it
         Run(file, task);

@@ -53,7 +53,7 @@ std::map<unsigned, std::vector<uint32_t>> Fields(uint32_t width, uint32_t height
             {259, {1}},     {262, {photometric}}, {277, {samples}}};
 }
 
-TEST_F(ForeignFileTest, tiff_in_tiles_planes_and_inverted)
+TEST_F(ForeignFileTest, TiffInTilesPlanesAndInverted)
 {
     auto fields = Fields(3, 2, 8, 2, 4); // RGBA, alpha apart from the colours
     fields[338] = {2};
@@ -102,7 +102,7 @@ const std::pair<uint32_t, std::string> kTurned[] = {{0, ""},
                                                     {2, "\6\3\5\2\4\1"},
                                                     {2, "\4\1\5\2\6\3"}};
 
-TEST_F(ForeignFileTest, orientation_is_followed)
+TEST_F(ForeignFileTest, OrientationIsFollowed)
 {
     for (uint32_t orientation = 1; orientation <= 8; ++orientation) {
         SCOPED_TRACE(orientation);
@@ -130,7 +130,7 @@ TEST_F(ForeignFileTest, orientation_is_followed)
     }
 }
 
-TEST_F(ForeignFileTest, jpeg_of_four_inks)
+TEST_F(ForeignFileTest, JpegOfFourInks)
 {
     // White paper less the inks: cyan takes red away, black all. As most programs write them, upside down.
     jpeg_error_mgr errors{};
@@ -164,7 +164,7 @@ TEST_F(ForeignFileTest, jpeg_of_four_inks)
     EXPECT_NEAR(static_cast<double>(values[2]), 0x80, 2);
 }
 
-TEST_F(ForeignFileTest, bitmaps_of_runs_and_of_old_headers)
+TEST_F(ForeignFileTest, BitmapsOfRunsAndOfOldHeaders)
 {
     const std::string colors("\0\0\0\0\x03\x02\x01\0\x06\x05\x04\0", 12);
     // From the bottom: three of 1, end of the line; then 2, 1, 2 one by one, filled to a word; end.
@@ -185,7 +185,7 @@ TEST_F(ForeignFileTest, bitmaps_of_runs_and_of_old_headers)
     EXPECT_EQ(All(), (Values{1, 2, 3, 4, 5, 6}));
 }
 
-TEST_F(ForeignFileTest, png_of_16_bits_that_says_8_of_them_count)
+TEST_F(ForeignFileTest, PngOf16BitsThatSays8OfThemCount)
 {
     // Stored without compression: a filter byte and 200 values.
     const std::string row(401, '\x5A');

@@ -77,7 +77,7 @@ protected:
     List m_list{CreateIKxGraphDataBufferListResizable(nullptr)};
 };
 
-TEST_F(GraphDataListTest, items_tell_their_values_and_properties)
+TEST_F(GraphDataListTest, ItemsTellTheirValuesAndProperties)
 {
     Fill();
     ASSERT_EQ(m_list->GetCount(), 5U);
@@ -103,7 +103,7 @@ TEST_F(GraphDataListTest, items_tell_their_values_and_properties)
     EXPECT_EQ(m_list->GetCount(), 5U);
 }
 
-TEST_F(GraphDataListTest, copies_stand_on_their_own_and_reuse_memory)
+TEST_F(GraphDataListTest, CopiesStandOnTheirOwnAndReuseMemory)
 {
     Fill();
     const List copy(CreateIKxGraphDataBufferListResizable(nullptr));
@@ -120,7 +120,7 @@ TEST_F(GraphDataListTest, copies_stand_on_their_own_and_reuse_memory)
     EXPECT_THROW(copy->CopyFrom(nullptr), GenICam::LogicalErrorException);
 }
 
-TEST_F(GraphDataListTest, values_lie_in_the_allocator_s_memory)
+TEST_F(GraphDataListTest, ValuesLieInTheAllocatorsMemory)
 {
     struct Counting final : IKxAllocator
     {
@@ -158,7 +158,7 @@ TEST_F(GraphDataListTest, values_lie_in_the_allocator_s_memory)
     EXPECT_TRUE(allocator.isOver);
 }
 
-TEST_F(GraphDataListTest, files_of_both_types_bring_all_back)
+TEST_F(GraphDataListTest, FilesOfBothTypesBringAllBack)
 {
     for (const bool isEmpty : {true, false}) {
         if (!isEmpty)
@@ -178,7 +178,7 @@ TEST_F(GraphDataListTest, files_of_both_types_bring_all_back)
     EXPECT_THAT(m_folder.Names(), ::testing::ElementsAre("graph"));
 }
 
-TEST_F(GraphDataListTest, csv_shows_a_column_for_each_item)
+TEST_F(GraphDataListTest, CsvShowsAColumnForEachItem)
 {
     Append(*m_list, {KxGraphDataKind_Histogram, kRed12, 9, 1}, {4, 5});
     Append(*m_list, {KxGraphDataKind_AveragedProfile, KxPixelComponentType_None, 4095 * 16, 16},
@@ -194,7 +194,7 @@ TEST_F(GraphDataListTest, csv_shows_a_column_for_each_item)
                                                  "2,,4095\n");
 }
 
-TEST_F(GraphDataListTest, damaged_raw_files_are_refused)
+TEST_F(GraphDataListTest, DamagedRawFilesAreRefused)
 {
     Fill();
     m_list->SaveToFile(KxGraphDataFileType_Raw, (m_folder / "whole").c_str());
@@ -212,7 +212,7 @@ TEST_F(GraphDataListTest, damaged_raw_files_are_refused)
     EXPECT_THAT(LoadFailure(ReadBytes(m_folder / "image")), HasSubstr("no graph data"));
 }
 
-TEST_F(GraphDataListTest, csv_files_that_make_no_sense_are_refused_by_line)
+TEST_F(GraphDataListTest, CsvFilesThatMakeNoSenseAreRefusedByLine)
 {
     const std::string header = "# kind,histogram,averaged profile\n# component,0x01080000,0x0\n"
                                "# full scale,9,9\n# divisor,1,4\nindex,a,b\n";
@@ -243,7 +243,7 @@ TEST_F(GraphDataListTest, csv_files_that_make_no_sense_are_refused_by_line)
         EXPECT_THAT(LoadFailure(c.text), HasSubstr(c.cause)) << c.text;
 }
 
-TEST_F(GraphDataListTest, saving_while_new_data_come_writes_one_or_the_other)
+TEST_F(GraphDataListTest, SavingWhileNewDataComeWritesOneOrTheOther)
 {
     const List ones(CreateIKxGraphDataBufferListResizable(nullptr));
     const List twos(CreateIKxGraphDataBufferListResizable(nullptr));

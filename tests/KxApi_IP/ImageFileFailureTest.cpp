@@ -74,7 +74,7 @@ private:
     void (*m_oldHandler)(int);
 };
 
-TEST_F(ImageFileFailureTest, a_full_disk_leaves_the_folder_as_it_was)
+TEST_F(ImageFileFailureTest, AFullDiskLeavesTheFolderAsItWas)
 {
     m_filer->SetPngCompression(0);
     for (const auto type : kAllTypes) {
@@ -92,7 +92,7 @@ TEST_F(ImageFileFailureTest, a_full_disk_leaves_the_folder_as_it_was)
     }
 }
 
-TEST_F(ImageFileFailureTest, paths_that_cannot_be_written_are_named_with_the_cause)
+TEST_F(ImageFileFailureTest, PathsThatCannotBeWrittenAreNamedWithTheCause)
 {
     IKxImage* const image = m_image->GetIKxImage();
     for (const auto type : kAllTypes) {
@@ -112,7 +112,7 @@ TEST_F(ImageFileFailureTest, paths_that_cannot_be_written_are_named_with_the_cau
     EXPECT_TRUE(m_folder.Names().empty());
 }
 
-TEST_F(ImageFileFailureTest, images_that_cannot_be_saved_leave_no_file)
+TEST_F(ImageFileFailureTest, ImagesThatCannotBeSavedLeaveNoFile)
 {
     const std::string path = m_folder / "a";
     const ImageBuffer yuv = NoiseImage(KxPixelFormat_YUV422_8, 8, 2);
@@ -129,7 +129,7 @@ TEST_F(ImageFileFailureTest, images_that_cannot_be_saved_leave_no_file)
     EXPECT_TRUE(m_folder.Names().empty());
 }
 
-TEST_F(ImageFileFailureTest, links_and_rights_of_a_replaced_file_stay)
+TEST_F(ImageFileFailureTest, LinksAndRightsOfAReplacedFileStay)
 {
     WriteBytes(m_folder / "real", "old");
     ASSERT_EQ(chmod((m_folder / "real").c_str(), 0640), 0);
@@ -147,7 +147,7 @@ TEST_F(ImageFileFailureTest, links_and_rights_of_a_replaced_file_stay)
     EXPECT_EQ(LoadFailure(m_folder / "real"), "");
 }
 
-TEST_F(ImageFileFailureTest, files_cut_anywhere_are_refused)
+TEST_F(ImageFileFailureTest, FilesCutAnywhereAreRefused)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_RGB8, 9, 5);
     for (const auto type : kAllTypes) {
@@ -163,7 +163,7 @@ TEST_F(ImageFileFailureTest, files_cut_anywhere_are_refused)
     }
 }
 
-TEST_F(ImageFileFailureTest, any_changed_byte_of_a_raw_file_is_seen)
+TEST_F(ImageFileFailureTest, AnyChangedByteOfARawFileIsSeen)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_Mono12Packed, 4, 3);
     m_filer->Save(image->GetIKxImage(), KxStillImageFileType_Raw, (m_folder / "whole").c_str());
@@ -178,7 +178,7 @@ TEST_F(ImageFileFailureTest, any_changed_byte_of_a_raw_file_is_seen)
     EXPECT_THAT(LoadFailure(m_folder / "changed"), HasSubstr("bytes should follow the header"));
 }
 
-TEST_F(ImageFileFailureTest, declared_sizes_beyond_the_limit_take_no_memory)
+TEST_F(ImageFileFailureTest, DeclaredSizesBeyondTheLimitTakeNoMemory)
 {
     for (const auto type : kAllTypes) {
         if (type == KxStillImageFileType_Csv)
@@ -212,7 +212,7 @@ private:
     rlimit m_old{};
 };
 
-TEST_F(ImageFileFailureTest, sizes_that_a_file_cannot_hold_are_seen_before_memory_is_taken)
+TEST_F(ImageFileFailureTest, SizesThatAFileCannotHoldAreSeenBeforeMemoryIsTaken)
 {
     const auto failure = [&](const std::string& bytes) {
         WriteBytes(m_folder / "bomb", bytes);
@@ -246,7 +246,7 @@ TEST_F(ImageFileFailureTest, sizes_that_a_file_cannot_hold_are_seen_before_memor
                 HasSubstr("can't hold 60000 x 60000"));
 }
 
-TEST_F(ImageFileFailureTest, leftovers_of_killed_saves_go_with_the_next_and_no_others)
+TEST_F(ImageFileFailureTest, LeftoversOfKilledSavesGoWithTheNextAndNoOthers)
 {
     WriteBytes(m_folder / ".kx-0.tmp", "left");
     WriteBytes(m_folder / ".kx-5.tmp", "left");
@@ -258,7 +258,7 @@ TEST_F(ImageFileFailureTest, leftovers_of_killed_saves_go_with_the_next_and_no_o
     close(other);
 }
 
-TEST_F(ImageFileFailureTest, what_is_no_image_file_is_refused)
+TEST_F(ImageFileFailureTest, WhatIsNoImageFileIsRefused)
 {
     EXPECT_THAT(LoadFailure(m_folder / "none"), HasSubstr("No such file or directory"));
     EXPECT_THAT(LoadFailure(m_folder / ""), HasSubstr("Is a directory"));

@@ -70,7 +70,7 @@ void ExpectSameValues(IKxImage& expected, IKxImage& actual)
 class LosslessFileTest : public ImageFileTest, public ::testing::WithParamInterface<EKxStillImageFileType_t>
 {};
 
-TEST_P(LosslessFileTest, keeps_every_value_of_every_format_it_takes)
+TEST_P(LosslessFileTest, KeepsEveryValueOfEveryFormatItTakes)
 {
     size_t taken = 0;
     for (const FormatCode format : AllFormats()) {
@@ -90,7 +90,7 @@ TEST_P(LosslessFileTest, keeps_every_value_of_every_format_it_takes)
     EXPECT_GE(taken, GetParam() == KxStillImageFileType_Bmp ? 5U : 100U);
 }
 
-TEST_P(LosslessFileTest, keeps_odd_sizes_windows_and_single_pixels)
+TEST_P(LosslessFileTest, KeepsOddSizesWindowsAndSinglePixels)
 {
     for (const FormatCode format : {KxPixelFormat_Mono8, KxPixelFormat_RGB8, KxPixelFormat_BGR8}) {
         SCOPED_TRACE(InfoOf(format).GetName().c_str());
@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(Types, LosslessFileTest,
                          ::testing::Values(KxStillImageFileType_Raw, KxStillImageFileType_Bmp,
                                            KxStillImageFileType_Tiff, KxStillImageFileType_Png));
 
-TEST_F(ImageFileTest, packed_formats_come_back_in_their_unpacked_form)
+TEST_F(ImageFileTest, PackedFormatsComeBackInTheirUnpackedForm)
 {
     struct Case
     {
@@ -132,7 +132,7 @@ TEST_F(ImageFileTest, packed_formats_come_back_in_their_unpacked_form)
     }
 }
 
-TEST_F(ImageFileTest, types_refuse_what_they_cannot_hold)
+TEST_F(ImageFileTest, TypesRefuseWhatTheyCannotHold)
 {
     const auto typesFor = [&](FormatCode format) {
         std::string types;
@@ -158,7 +158,7 @@ TEST_F(ImageFileTest, types_refuse_what_they_cannot_hold)
     EXPECT_EQ(typesFor(KxPixelFormat_BayerRG12), "0345");
 }
 
-TEST_F(ImageFileTest, raw_files_keep_pitch_and_every_bit)
+TEST_F(ImageFileTest, RawFilesKeepPitchAndEveryBit)
 {
     // The bits above the values' depth are part of the pixels.
     const ImageBuffer image = NoiseImage(KxPixelFormat_Mono10, 5, 3, 16);
@@ -170,7 +170,7 @@ TEST_F(ImageFileTest, raw_files_keep_pitch_and_every_bit)
                   0);
 }
 
-TEST_F(ImageFileTest, raw_header_is_what_its_documentation_tells)
+TEST_F(ImageFileTest, RawHeaderIsWhatItsDocumentationTells)
 {
     const ImageBuffer image = ImageOf<uint8_t>(KxPixelFormat_Mono8, 3, 2, {1, 2, 3, 4, 5, 6});
     const std::string bytes = Bytes(image->GetIKxImage(), KxStillImageFileType_Raw);
@@ -188,7 +188,7 @@ TEST_F(ImageFileTest, raw_header_is_what_its_documentation_tells)
     EXPECT_EQ(NumberAt(bytes, 24, 8), 0x3760F52A9EE6291AU);
 }
 
-TEST_F(ImageFileTest, bmp_bytes_are_those_of_the_format)
+TEST_F(ImageFileTest, BmpBytesAreThoseOfTheFormat)
 {
     const ImageBuffer image =
         ImageOf<uint8_t>(KxPixelFormat_RGB8, 1, 2, {10, 20, 30, 40, 50, 60}); // red first
@@ -206,7 +206,7 @@ TEST_F(ImageFileTest, bmp_bytes_are_those_of_the_format)
               std::string("\x3C\x32\x28\0\x1E\x14\x0A\0", 8)); // last line first, blue first
 }
 
-TEST_F(ImageFileTest, reads_bitmaps_of_other_programs)
+TEST_F(ImageFileTest, ReadsBitmapsOfOtherPrograms)
 {
     const auto pixel = [&](const std::string& file, size_t x, size_t y) {
         WriteBytes(m_folder / "other.bmp", file);
@@ -228,7 +228,7 @@ TEST_F(ImageFileTest, reads_bitmaps_of_other_programs)
     EXPECT_EQ(pixel(HandMadeBmp(1, -2, 32, 0, "", std::string("\1\2\3\0\4\5\6\0", 8)), 0, 1), (Rgb{6, 5, 4}));
 }
 
-TEST_F(ImageFileTest, png_and_tiff_tell_the_real_depth)
+TEST_F(ImageFileTest, PngAndTiffTellTheRealDepth)
 {
     m_filer->SetPngCompression(0);
     const ImageBuffer image = ImageOf<uint16_t>(KxPixelFormat_Mono10, 1, 1, {0x155});
@@ -251,7 +251,7 @@ TEST_F(ImageFileTest, png_and_tiff_tell_the_real_depth)
     EXPECT_EQ(NumberAt(tiff, tags.at(273), 2), 0x155U); // at StripOffsets
 }
 
-TEST_F(ImageFileTest, jpeg_comes_close_and_closer_with_quality)
+TEST_F(ImageFileTest, JpegComesCloseAndCloserWithQuality)
 {
     ImageBuffer image(CreateIKxImageBuffer(nullptr));
     image->CreateBuffer(120, 90, KxPixelFormat_BGR8, KxMemoryInitialization_Chart);
@@ -275,7 +275,7 @@ TEST_F(ImageFileTest, jpeg_comes_close_and_closer_with_quality)
     EXPECT_LT(good, meanError(20));
 }
 
-TEST_F(ImageFileTest, color_map_goes_into_pictures_of_grey_images_only)
+TEST_F(ImageFileTest, ColorMapGoesIntoPicturesOfGreyImagesOnly)
 {
     m_filer->SetColorMapType(KxColorMapType_PseudoColorBGR);
     m_filer->SetColorMapInversion(true);
@@ -303,7 +303,7 @@ TEST_F(ImageFileTest, color_map_goes_into_pictures_of_grey_images_only)
                      *SaveAndLoad(color->GetIKxImage(), KxStillImageFileType_Png)->GetIKxImage());
 }
 
-TEST_F(ImageFileTest, csv_holds_a_line_of_the_image_a_row)
+TEST_F(ImageFileTest, CsvHoldsALineOfTheImageARow)
 {
     const auto text = [&](const ImageBuffer& image) {
         return Bytes(image->GetIKxImage(), KxStillImageFileType_Csv);
@@ -321,7 +321,7 @@ TEST_F(ImageFileTest, csv_holds_a_line_of_the_image_a_row)
               "Data[0]\n9223372036854775809\n");
 }
 
-TEST_F(ImageFileTest, a_loaded_image_lies_in_the_buffer_s_own_memory)
+TEST_F(ImageFileTest, ALoadedImageLiesInTheBuffersOwnMemory)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_Mono8, 100, 50);
     m_filer->Save(image->GetIKxImage(), KxStillImageFileType_Png, (m_folder / "a.png").c_str());
@@ -332,7 +332,7 @@ TEST_F(ImageFileTest, a_loaded_image_lies_in_the_buffer_s_own_memory)
     ExpectSameValues(*image->GetIKxImage(), *target->GetIKxImage());
 }
 
-TEST_F(ImageFileTest, settings_keep_their_ranges)
+TEST_F(ImageFileTest, SettingsKeepTheirRanges)
 {
     EXPECT_THROW(m_filer->SetJpegQuality(0), GenICam::OutOfRangeException);
     EXPECT_THROW(m_filer->SetJpegQuality(101), GenICam::OutOfRangeException);

@@ -61,7 +61,7 @@ std::map<int64_t, std::map<int64_t, uint32_t>> Count(IKxImage& image, const CKxP
     return counts;
 }
 
-TEST_F(ImageGraphTest, histogram_counts_every_format_as_single_pixels_do)
+TEST_F(ImageGraphTest, HistogramCountsEveryFormatAsSinglePixelsDo)
 {
     size_t counted = 0;
     for (const FormatCode format : AllFormats()) {
@@ -102,7 +102,7 @@ TEST_F(ImageGraphTest, histogram_counts_every_format_as_single_pixels_do)
     EXPECT_GT(counted, 200U);
 }
 
-TEST_F(ImageGraphTest, histogram_refuses_parts_outside_the_image)
+TEST_F(ImageGraphTest, HistogramRefusesPartsOutsideTheImage)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_BayerRG8, 8, 4);
     for (const CKxPixelRect& rect :
@@ -129,7 +129,7 @@ ImageBuffer PlaneImage(FormatCode format, size_t width, size_t height,
     return ImageOf(format, width, height, values);
 }
 
-TEST_F(ImageGraphTest, profile_along_a_row_is_the_row)
+TEST_F(ImageGraphTest, ProfileAlongARowIsTheRow)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_Mono12p, 20, 9);
     for (const auto interpolation : {KxProfileInterpolation_Nearest, KxProfileInterpolation_Bilinear}) {
@@ -152,7 +152,7 @@ TEST_F(ImageGraphTest, profile_along_a_row_is_the_row)
     EXPECT_EQ(Item(0).GetProperty(KxGraphDataProperty_FullScale), 4095);
 }
 
-TEST_F(ImageGraphTest, bilinear_profile_of_a_slope_is_the_slope_in_any_direction)
+TEST_F(ImageGraphTest, BilinearProfileOfASlopeIsTheSlopeInAnyDirection)
 {
     const ImageBuffer image = PlaneImage(KxPixelFormat_Mono16, 64, 48,
                                          [](double x, double y) { return 100.0 * x + 7.0 * y + 500; });
@@ -177,7 +177,7 @@ TEST_F(ImageGraphTest, bilinear_profile_of_a_slope_is_the_slope_in_any_direction
     }
 }
 
-TEST_F(ImageGraphTest, average_is_taken_across_the_line_and_inside_the_image)
+TEST_F(ImageGraphTest, AverageIsTakenAcrossTheLineAndInsideTheImage)
 {
     const ImageBuffer rows =
         PlaneImage(KxPixelFormat_Mono10, 30, 20, [](double, double y) { return 10.0 * y * y; });
@@ -197,7 +197,7 @@ TEST_F(ImageGraphTest, average_is_taken_across_the_line_and_inside_the_image)
     EXPECT_NEAR(askew.back(), 4210, 1e-3);
 }
 
-TEST_F(ImageGraphTest, each_phase_of_a_mosaic_has_a_profile_of_its_own)
+TEST_F(ImageGraphTest, EachPhaseOfAMosaicHasAProfileOfItsOwn)
 {
     // R 1000, Gr 2000, Gb 3000, B 4000
     const ImageBuffer flat = PlaneImage(KxPixelFormat_BayerRG12, 10, 10, [](double x, double y) {
@@ -230,7 +230,7 @@ TEST_F(ImageGraphTest, each_phase_of_a_mosaic_has_a_profile_of_its_own)
         EXPECT_EQ(ValuesOf(0).at(x), 10 * x * 65536);
 }
 
-TEST_F(ImageGraphTest, profile_refuses_lines_outside_the_image)
+TEST_F(ImageGraphTest, ProfileRefusesLinesOutsideTheImage)
 {
     const ImageBuffer image = NoiseImage(KxPixelFormat_Mono8, 10, 5);
     for (const CKxProfileLine& line : {CKxProfileLine{-0.01, 0, 1, 1}, CKxProfileLine{0, 4.01, 1, 1},

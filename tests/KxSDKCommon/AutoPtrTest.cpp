@@ -26,7 +26,7 @@ struct Object final : Face, IKxReleasable
 using Pointer = CKxAutoPtr<Object, Face>;
 using Array = CKxAutoPtrArray<Object, Face>;
 
-TEST(AutoPtrTest, GivesBackOnceWhatItOwns)
+TEST(AutoPtr, GivesBackOnceWhatItOwns)
 {
     Object first(1), second(2), third(3);
     {
@@ -49,7 +49,7 @@ TEST(AutoPtrTest, GivesBackOnceWhatItOwns)
     EXPECT_EQ(third.nReleased, 0);
 }
 
-TEST(AutoPtrTest, NullAccessRaises)
+TEST(AutoPtr, NullAccessRaises)
 {
     const Pointer pointer;
     EXPECT_EQ(pointer.Get(), nullptr);
@@ -59,7 +59,7 @@ TEST(AutoPtrTest, NullAccessRaises)
               "NULL pointer dereferenced");
 }
 
-TEST(AutoPtrArrayTest, KeepsTheOrderAndReleasesWhatIsLeft)
+TEST(AutoPtrArray, KeepsTheOrderAndReleasesWhatIsLeft)
 {
     Object objects[] = {Object(0), Object(1), Object(2)};
     {
@@ -76,7 +76,7 @@ TEST(AutoPtrArrayTest, KeepsTheOrderAndReleasesWhatIsLeft)
     EXPECT_EQ(objects[2].nReleased, 1);
 }
 
-TEST(AutoPtrArrayTest, IndexIsCheckedAsSignedNumber)
+TEST(AutoPtrArray, IndexIsCheckedAsSignedNumber)
 {
     Array array;
     EXPECT_EQ(Raised<GenICam::OutOfRangeException>([&] { static_cast<void>(array[0]); }),

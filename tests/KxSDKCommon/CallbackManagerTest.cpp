@@ -37,7 +37,7 @@ struct Receiver final : IKxCallback
     void Release() override { ++nReleased; }
 };
 
-TEST(CallbackManagerTest, RunReachesAllThatAreRegisteredInTheOrderOfHandles)
+TEST(CallbackManager, RunReachesAllThatAreRegisteredInTheOrderOfHandles)
 {
     std::vector<int> order;
     std::vector<std::unique_ptr<Receiver>> receivers; // outlive the manager, which releases what is left
@@ -61,7 +61,7 @@ TEST(CallbackManagerTest, RunReachesAllThatAreRegisteredInTheOrderOfHandles)
     EXPECT_EQ(receivers[0]->types, (std::vector<uint32_t>{9, 13}));
 }
 
-TEST(CallbackManagerTest, CallbacksAreReleasedOnceAndHandlesEnd)
+TEST(CallbackManager, CallbacksAreReleasedOnceAndHandlesEnd)
 {
     Receiver taken, left;
     {
@@ -90,7 +90,7 @@ TEST(CallbackManagerTest, CallbacksAreReleasedOnceAndHandlesEnd)
     EXPECT_EQ(left.nReleased, 1);
 }
 
-TEST(CallbackManagerTest, CallbackMayTakeItselfAndOthersOut)
+TEST(CallbackManager, CallbackMayTakeItselfAndOthersOut)
 {
     std::vector<std::unique_ptr<Receiver>> receivers;
     CKxCallbackManager manager;
@@ -116,7 +116,7 @@ TEST(CallbackManagerTest, CallbackMayTakeItselfAndOthersOut)
     EXPECT_EQ(nCalls, 1u) << "only the first was still there to be called";
 }
 
-TEST(CallbackManagerTest, DeregisterWaitsForARunInAnotherThread)
+TEST(CallbackManager, DeregisterWaitsForARunInAnotherThread)
 {
     Receiver receiver;
     CKxCallbackManager manager;

@@ -24,7 +24,7 @@ Table Map(EKxColorMapType_t eType, bool bInversion = false, int nPhase = 0)
     return result;
 }
 
-TEST(ColorMapTest, NormalIsAGreyRampThatPhaseAndInversionMove)
+TEST(ColorMap, NormalIsAGreyRampThatPhaseAndInversionMove)
 {
     const Table plain = Map(KxColorMapType_Normal), inverse = Map(KxColorMapType_Normal, true),
                 moved = Map(KxColorMapType_Normal, false, 1),
@@ -40,7 +40,7 @@ TEST(ColorMapTest, NormalIsAGreyRampThatPhaseAndInversionMove)
     EXPECT_EQ(Map(KxColorMapType_Normal, true, -257), Map(KxColorMapType_Normal, true, 255));
 }
 
-TEST(ColorMapTest, BlueToRedIsAWindowOnALongerCircle)
+TEST(ColorMap, BlueToRedIsAWindowOnALongerCircle)
 {
     const Table plain = Map(KxColorMapType_PseudoColorBGR);
     EXPECT_EQ(plain[0], 0x0000FFu);
@@ -61,7 +61,7 @@ TEST(ColorMapTest, BlueToRedIsAWindowOnALongerCircle)
         << "from 0 back to the end";
 }
 
-TEST(ColorMapTest, WholeCircleTakesAllColoursInOneTable)
+TEST(ColorMap, WholeCircleTakesAllColoursInOneTable)
 {
     const Table plain = Map(KxColorMapType_PseudoColorBGRB);
     const std::pair<size_t, unsigned int> expected[] = {
@@ -74,7 +74,7 @@ TEST(ColorMapTest, WholeCircleTakesAllColoursInOneTable)
     EXPECT_EQ(Map(KxColorMapType_PseudoColorBGRB, false, 84)[0], 0x00FF03u);
 }
 
-TEST(ColorMapTest, UnknownTypeIsBlack)
+TEST(ColorMap, UnknownTypeIsBlack)
 {
     EXPECT_EQ(Map(static_cast<EKxColorMapType_t>(3)), Table{});
     EXPECT_EQ(Map(static_cast<EKxColorMapType_t>(-1), true, 77), Table{});

@@ -44,7 +44,7 @@ unsigned int WaitAll(std::vector<void*> events, unsigned int nMilliseconds)
                                   nMilliseconds);
 }
 
-TEST(EventTest, AutomaticEventEndsOneWaitAndManualOneEndsAll)
+TEST(Event, AutomaticEventEndsOneWaitAndManualOneEndsAll)
 {
     Automatic automatic(true);
     EXPECT_EQ(Look(automatic), 0u);
@@ -61,7 +61,7 @@ TEST(EventTest, AutomaticEventEndsOneWaitAndManualOneEndsAll)
     EXPECT_EQ(Look(automatic), 258u);
 }
 
-TEST(EventTest, NullObjectsFail)
+TEST(Event, NullObjectsFail)
 {
     EXPECT_EQ(WaitForSingleObject(nullptr, 0), 0xFFFFFFFFu);
     EXPECT_EQ(WaitForSingleObject(nullptr, 0xFFFFFFFF), 0xFFFFFFFFu);
@@ -72,7 +72,7 @@ TEST(EventTest, NullObjectsFail)
     EXPECT_EQ(Look(event), 0u) << "the failed wait must not use the signal up";
 }
 
-TEST(EventTest, TimedWaitsLastTheirTime)
+TEST(Event, TimedWaitsLastTheirTime)
 {
     Automatic event;
     Manual other;
@@ -87,7 +87,7 @@ TEST(EventTest, TimedWaitsLastTheirTime)
     }
 }
 
-TEST(EventTest, WaitingThreadIsWoken)
+TEST(Event, WaitingThreadIsWoken)
 {
     Automatic event, answer;
     std::thread thread([&] {
@@ -104,7 +104,7 @@ TEST(EventTest, WaitingThreadIsWoken)
     EXPECT_EQ(Look(event), 258u);
 }
 
-TEST(EventTest, OneSignalEndsTheWaitOfOneThread)
+TEST(Event, OneSignalEndsTheWaitOfOneThread)
 {
     Automatic event;
     std::atomic<int> nTaken{0};
@@ -126,7 +126,7 @@ TEST(EventTest, OneSignalEndsTheWaitOfOneThread)
     EXPECT_GT(nTaken.load(), 0);
 }
 
-TEST(EventTest, WaitForAnyTellsTheFirstSignalledEvent)
+TEST(Event, WaitForAnyTellsTheFirstSignalledEvent)
 {
     Automatic first, second(true), third(true);
     EXPECT_EQ(WaitAny({&first, &second, &third}, 0), 1u);
@@ -140,7 +140,7 @@ TEST(EventTest, WaitForAnyTellsTheFirstSignalledEvent)
         EXPECT_EQ(WaitAny({&first, &manual}, nMilliseconds), 1u);
 }
 
-TEST(EventTest, WaitForAllNeedsAll)
+TEST(Event, WaitForAllNeedsAll)
 {
     Automatic first(true), second;
     Manual third(true);
@@ -159,7 +159,7 @@ TEST(EventTest, WaitForAllNeedsAll)
     EXPECT_EQ(Look(first), 258u) << "a wait that times out uses the signals up";
 }
 
-TEST(EventTest, WaitsForSeveralAreWokenFromOtherThreads)
+TEST(Event, WaitsForSeveralAreWokenFromOtherThreads)
 {
     Manual stop;
     Automatic left, right, done;

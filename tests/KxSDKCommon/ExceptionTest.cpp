@@ -13,7 +13,7 @@ using namespace KxApi;
 namespace
 {
 
-TEST(LinuxErrorExceptionTest, TellsCodeFunctionTextAndPlace)
+TEST(LinuxErrorException, TellsCodeFunctionTextAndPlace)
 {
     errno = ENOENT;
     try {
@@ -32,7 +32,7 @@ TEST(LinuxErrorExceptionTest, TellsCodeFunctionTextAndPlace)
     }
 }
 
-TEST(LinuxErrorExceptionTest, LongTextsAreCut)
+TEST(LinuxErrorException, LongTextsAreCut)
 {
     const std::string text(2000, 'x');
     const auto exception = KX_LINUX_ERROR_EXCEPTION(5, "read", "%s", text.c_str());
@@ -40,7 +40,7 @@ TEST(LinuxErrorExceptionTest, LongTextsAreCut)
     EXPECT_STREQ(exception.GetSourceFileName(), "KxSDKCommon/ExceptionTest");
 }
 
-TEST(GenTLErrorExceptionTest, AddsTheProducersTextForTheSameError)
+TEST(GenTLErrorException, AddsTheProducersTextForTheSameError)
 {
     KxTest::FakeProducer producer;
     const auto description = [&](KxApi::CKxGenTLLib* pLib) -> std::string {

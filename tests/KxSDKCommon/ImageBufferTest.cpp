@@ -12,7 +12,7 @@ using GenICam::RuntimeException;
 namespace
 {
 
-TEST(ImageBufferTest, NewBufferHasNoImage)
+TEST(ImageBuffer, NewBufferHasNoImage)
 {
     CKxImageBuffer buffer(nullptr);
     EXPECT_FALSE(buffer.HasImageBuffer());
@@ -23,7 +23,7 @@ TEST(ImageBufferTest, NewBufferHasNoImage)
               "There is no available image.");
 }
 
-TEST(ImageBufferTest, SizeIsCheckedAsSignedNumber)
+TEST(ImageBuffer, SizeIsCheckedAsSignedNumber)
 {
     CKxImageBuffer buffer(nullptr);
     EXPECT_EQ(Raised<OutOfRangeException>([&] { buffer.SetSize(0, 0, KxPixelFormat_Mono8, 0); }),
@@ -37,7 +37,7 @@ TEST(ImageBufferTest, SizeIsCheckedAsSignedNumber)
     EXPECT_FALSE(buffer.HasImageBuffer());
 }
 
-TEST(ImageBufferTest, LinesAreFilledToTheAlignment)
+TEST(ImageBuffer, LinesAreFilledToTheAlignment)
 {
     CKxImageBuffer buffer(nullptr);
     buffer.SetSize(5, 3, KxPixelFormat_Mono8, 0);
@@ -50,7 +50,7 @@ TEST(ImageBufferTest, LinesAreFilledToTheAlignment)
     EXPECT_EQ(buffer.GetImagePixelFormat(), KxPixelFormat_Mono12p);
 }
 
-TEST(ImageBufferTest, MemoryIsKeptUntilMoreIsNeeded)
+TEST(ImageBuffer, MemoryIsKeptUntilMoreIsNeeded)
 {
     Allocator allocator;
     {
@@ -74,7 +74,7 @@ TEST(ImageBufferTest, MemoryIsKeptUntilMoreIsNeeded)
                                                          "Allocate", "Deallocate", "OnDeregister"}));
 }
 
-TEST(ImageBufferTest, NoMemoryLeavesNoImage)
+TEST(ImageBuffer, NoMemoryLeavesNoImage)
 {
     Allocator allocator;
     CKxImageBuffer buffer(&allocator);
@@ -90,7 +90,7 @@ TEST(ImageBufferTest, NoMemoryLeavesNoImage)
         << "more bytes than can be counted";
 }
 
-TEST(ImageBufferTest, FactoryNeedsTheSDKAndItsReleaseGivesAllBack)
+TEST(ImageBuffer, FactoryNeedsTheSDKAndItsReleaseGivesAllBack)
 {
     EXPECT_THROW(CreateIKxImageBuffer(nullptr), GenICam::LogicalErrorException);
     const CKxApiAutoInitTerm sdk;
@@ -104,7 +104,7 @@ TEST(ImageBufferTest, FactoryNeedsTheSDKAndItsReleaseGivesAllBack)
     EXPECT_EQ(allocator.calls, (std::vector<std::string>{"Allocate", "Deallocate", "OnDeregister"}));
 }
 
-TEST(ImageBufferTest, NewImageIsFilledAsAsked)
+TEST(ImageBuffer, NewImageIsFilledAsAsked)
 {
     CKxImageBuffer buffer(nullptr);
     const auto all = [&](uint8_t nValue) {
@@ -125,7 +125,7 @@ TEST(ImageBufferTest, NewImageIsFilledAsAsked)
     }
 }
 
-TEST(ImageBufferTest, PixelValuesFollowTheQuestion)
+TEST(ImageBuffer, PixelValuesFollowTheQuestion)
 {
     CKxImageBuffer buffer(nullptr);
     View source(2, 1, 6, KxPixelFormat_BGR8, 6);
@@ -139,7 +139,7 @@ TEST(ImageBufferTest, PixelValuesFollowTheQuestion)
     EXPECT_THROW(buffer.GetIKxPixelComponentValue(2, 0), OutOfRangeException);
 }
 
-TEST(ImageBufferTest, CopyWithOnePitchLeavesWhatIsBehindTheLastPixel)
+TEST(ImageBuffer, CopyWithOnePitchLeavesWhatIsBehindTheLastPixel)
 {
     // The source's memory ends with its last pixel, which the address sanitizer watches.
     View source(5, 3, 8, KxPixelFormat_Mono8, 2 * 8 + 5);
@@ -158,7 +158,7 @@ TEST(ImageBufferTest, CopyWithOnePitchLeavesWhatIsBehindTheLastPixel)
     EXPECT_EQ(std::memcmp(Bytes(buffer), shared.bytes.data(), 24), 0);
 }
 
-TEST(ImageBufferTest, CopyWithOtherPitchGoesLineByLine)
+TEST(ImageBuffer, CopyWithOtherPitchGoesLineByLine)
 {
     for (const size_t nPitch : {5u, 7u, 12u}) { // the copy has 8
         View source(5, 3, nPitch, KxPixelFormat_Mono8, 2 * nPitch + 5);
@@ -171,7 +171,7 @@ TEST(ImageBufferTest, CopyWithOtherPitchGoesLineByLine)
     }
 }
 
-TEST(ImageBufferTest, AllPlanesAreCopied)
+TEST(ImageBuffer, AllPlanesAreCopied)
 {
     for (const size_t nPitch : {4u, 6u}) {
         View source(4, 2, nPitch, KxPixelFormat_RGB8_Planar, nPitch * 2 * 2 + nPitch + 4);
@@ -191,7 +191,7 @@ TEST(ImageBufferTest, AllPlanesAreCopied)
     }
 }
 
-TEST(ImageBufferTest, CopyOfItsOwnWindowIsTheWindow)
+TEST(ImageBuffer, CopyOfItsOwnWindowIsTheWindow)
 {
     CKxImageBuffer buffer(nullptr);
     buffer.SetSize(5, 2, KxPixelFormat_Mono8, 1);
@@ -208,7 +208,7 @@ TEST(ImageBufferTest, CopyOfItsOwnWindowIsTheWindow)
     EXPECT_EQ(Bytes(buffer)[2], 9);
 }
 
-TEST(ImageBufferTest, CopyOfNoImageIsRefused)
+TEST(ImageBuffer, CopyOfNoImageIsRefused)
 {
     CKxImageBuffer empty(nullptr), buffer(nullptr);
     EXPECT_EQ(Raised<RuntimeException>([&] { buffer.CopyImage(&empty); }), "There is no available image.");

@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Depths, MonoChartTest,
                                          MonoCase{KxPixelFormat_Mono14, 6, 16383},
                                          MonoCase{KxPixelFormat_Mono16, 8, 65535}));
 
-TEST(ImageChartTest, SmallMonoChartIsAllBackground)
+TEST(ImageChart, SmallMonoChartIsAllBackground)
 {
     for (size_t nWidth = 1; nWidth < 12; ++nWidth) {
         const Chart chart(nWidth, 10, KxPixelFormat_Mono8);
@@ -122,7 +122,7 @@ void CheckColorChart(EKxPixelFormatNamingConvention_t ePixelFormat, size_t nComp
         EXPECT_EQ(pixel(x, y), black) << x << ' ' << y;
 }
 
-TEST(ImageChartTest, ColourChartHasItsPatches)
+TEST(ImageChart, ColourChartHasItsPatches)
 {
     CheckColorChart<uint8_t>(KxPixelFormat_BGR8, 3, 0);
     CheckColorChart<uint8_t>(KxPixelFormat_BGRa8, 4, 0);
@@ -134,7 +134,7 @@ TEST(ImageChartTest, ColourChartHasItsPatches)
     CheckColorChart<uint16_t>(KxPixelFormat_BGRa16, 4, 8);
 }
 
-TEST(ImageChartTest, ChartStaysInsideTheMemoryWhateverTheSize)
+TEST(ImageChart, ChartStaysInsideTheMemoryWhateverTheSize)
 {
     // The allocations have the images' exact size, which the address sanitizer watches.
     for (const auto ePixelFormat : {KxPixelFormat_RGB8, KxPixelFormat_RGBa8, KxPixelFormat_BGR8,
@@ -146,7 +146,7 @@ TEST(ImageChartTest, ChartStaysInsideTheMemoryWhateverTheSize)
             }
 }
 
-TEST(ImageChartTest, RgbChartIsDrawnWithWideElements)
+TEST(ImageChart, RgbChartIsDrawnWithWideElements)
 {
     const Chart chart(154, 90, KxPixelFormat_RGB8);
     // 3 elements a pixel, 2 bytes an element: the first patch begins at byte 36.

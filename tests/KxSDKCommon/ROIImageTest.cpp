@@ -13,7 +13,7 @@ namespace
 
 constexpr size_t kMinus = static_cast<size_t>(-1);
 
-TEST(ROIImageTest, WindowSharesTheParentsMemory)
+TEST(ROIImage, WindowSharesTheParentsMemory)
 {
     View view(8, 6, 20, KxPixelFormat_Mono16, 120);
     CKxROIImage roi(&view);
@@ -31,7 +31,7 @@ TEST(ROIImageTest, WindowSharesTheParentsMemory)
     EXPECT_EQ(roi.GetImageBuffer(), nullptr);
 }
 
-TEST(ROIImageTest, WindowsNest)
+TEST(ROIImage, WindowsNest)
 {
     CKxImageBuffer buffer(nullptr);
     buffer.CreateBuffer(48, 20, KxPixelFormat_Mono8, KxMemoryInitialization_Chart);
@@ -44,7 +44,7 @@ TEST(ROIImageTest, WindowsNest)
     EXPECT_THROW(pOuter->GetROIImage(0, 0, 41, 1), OutOfRangeException);
 }
 
-TEST(ROIImageTest, WindowHasToLieInside)
+TEST(ROIImage, WindowHasToLieInside)
 {
     View view(10, 6, 10, KxPixelFormat_Mono8, 60);
     CKxROIImage roi(&view);
@@ -67,7 +67,7 @@ TEST(ROIImageTest, WindowHasToLieInside)
     EXPECT_EQ(message(0, kMinus, 5, 4), "size_t y = -1 must be equal or greater than Min = 0");
 }
 
-TEST(ROIImageTest, WindowHasToLieOnTheFormatsGrid)
+TEST(ROIImage, WindowHasToLieOnTheFormatsGrid)
 {
     View view(8, 4, 16, KxPixelFormat_YUV422_8, 64); // pairs of pixels
     CKxROIImage roi(&view);
@@ -94,7 +94,7 @@ TEST(ROIImageTest, WindowHasToLieOnTheFormatsGrid)
     EXPECT_EQ(planarRoi.GetIKxPixelComponentValue(0, 0)->GetValue(2), planar.bytes[2 * 16 + 8 + 5]);
 }
 
-TEST(ROIImageTest, ColourFiltersFollowTheOffset)
+TEST(ROIImage, ColourFiltersFollowTheOffset)
 {
     View view(8, 8, 8, KxPixelFormat_BayerRG8, 64);
     CKxROIImage roi(&view);
@@ -108,7 +108,7 @@ TEST(ROIImageTest, ColourFiltersFollowTheOffset)
         }
 }
 
-TEST(ROIImageTest, PlanarWindowIsACopy)
+TEST(ROIImage, PlanarWindowIsACopy)
 {
     const CKxApiAutoInitTerm sdk;
     // Luma 10 * line + column; chroma 100 and 200 on top of the same for their own lines and columns.
@@ -145,7 +145,7 @@ TEST(ROIImageTest, PlanarWindowIsACopy)
     EXPECT_EQ(roi.GetImageBuffer(), view.bytes.data() + 9) << "the copy is given up";
 }
 
-TEST(ROIImageTest, SemiPlanarWindowsKeepTheirChroma)
+TEST(ROIImage, SemiPlanarWindowsKeepTheirChroma)
 {
     const CKxApiAutoInitTerm sdk;
     for (const auto format :
@@ -174,7 +174,7 @@ TEST(ROIImageTest, SemiPlanarWindowsKeepTheirChroma)
     }
 }
 
-TEST(ROIImageTest, UnknownFormatIsRefused)
+TEST(ROIImage, UnknownFormatIsRefused)
 {
     View view(8, 6, 8, KxPixelFormat_None, 48);
     CKxROIImage roi(&view);

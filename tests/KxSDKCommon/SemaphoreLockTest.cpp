@@ -15,7 +15,7 @@ namespace
 
 bool Waits(std::future<void>& lock) { return lock.wait_for(50ms) == std::future_status::timeout; }
 
-TEST(SemaphoreLockTest, NewLockIsFullyTaken)
+TEST(SemaphoreLock, NewLockIsFullyTaken)
 {
     CLockBySemaphore lock(2);
     auto taker = std::async(std::launch::async, [&] { lock.Lock(); });
@@ -24,7 +24,7 @@ TEST(SemaphoreLockTest, NewLockIsFullyTaken)
     taker.get();
 }
 
-TEST(SemaphoreLockTest, HasAsManyUnitsAsSaid)
+TEST(SemaphoreLock, HasAsManyUnitsAsSaid)
 {
     CLockBySemaphore lock(3);
     for (int i = 0; i < 10; ++i)
@@ -37,7 +37,7 @@ TEST(SemaphoreLockTest, HasAsManyUnitsAsSaid)
     fourth.get();
 }
 
-TEST(SemaphoreLockTest, TakingManyUnitsTakesOne)
+TEST(SemaphoreLock, TakingManyUnitsTakesOne)
 {
     CLockBySemaphore lock(4);
     lock.UnlockMaxMinusOne(); // 3 of 4 free
@@ -50,7 +50,7 @@ TEST(SemaphoreLockTest, TakingManyUnitsTakesOne)
     next.get();
 }
 
-TEST(SemaphoreLockTest, OnlyUnitHasNoMaxMinusOneToWaitFor)
+TEST(SemaphoreLock, OnlyUnitHasNoMaxMinusOneToWaitFor)
 {
     CLockBySemaphore lock(1);
     lock.LockMaxMinusOne(); // taken beyond the only unit, at once
@@ -62,7 +62,7 @@ TEST(SemaphoreLockTest, OnlyUnitHasNoMaxMinusOneToWaitFor)
     taker.get();
 }
 
-TEST(SemaphoreLockTest, OneUnitExcludesOthers)
+TEST(SemaphoreLock, OneUnitExcludesOthers)
 {
     CLockBySemaphore lock(1);
     lock.Unlock();

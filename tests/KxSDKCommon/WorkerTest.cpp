@@ -41,7 +41,7 @@ private:
     }
 };
 
-TEST(WorkerTest, StopWithoutStartDoesNothing)
+TEST(Worker, StopWithoutStartDoesNothing)
 {
     Counter worker;
     worker.Stop();
@@ -50,7 +50,7 @@ TEST(WorkerTest, StopWithoutStartDoesNothing)
     EXPECT_FALSE(worker.IsStopRequest(0));
 }
 
-TEST(WorkerTest, StartRunsTheWorkAndStopWaitsForItsEnd)
+TEST(Worker, StartRunsTheWorkAndStopWaitsForItsEnd)
 {
     Counter worker;
     worker.Start();
@@ -61,7 +61,7 @@ TEST(WorkerTest, StartRunsTheWorkAndStopWaitsForItsEnd)
     EXPECT_TRUE(worker.IsStopRequest(0)) << "seen until the next start";
 }
 
-TEST(WorkerTest, SecondStartStopsTheFirst)
+TEST(Worker, SecondStartStopsTheFirst)
 {
     Counter worker;
     for (int i = 0; i < 3; ++i) {
@@ -74,7 +74,7 @@ TEST(WorkerTest, SecondStartStopsTheFirst)
     EXPECT_FALSE(worker.bOverlap);
 }
 
-TEST(WorkerTest, HighPriorityIsClampedAndStillRuns)
+TEST(Worker, HighPriorityIsClampedAndStillRuns)
 {
     Counter worker;
     worker.m_nPriority = 1000;
@@ -84,7 +84,7 @@ TEST(WorkerTest, HighPriorityIsClampedAndStillRuns)
     EXPECT_EQ(worker.m_nPriority, 99);
 }
 
-TEST(WorkerTest, StopRequestServesAsPause)
+TEST(Worker, StopRequestServesAsPause)
 {
     Counter worker;
     const auto start = Clock::now();
