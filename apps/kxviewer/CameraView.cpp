@@ -1,21 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraView.h"
 
+#include "ImageNavigation.h"
+#include "ImageZoom.h"
+
+#include <KxApi_TL/IKxImage.h>
+#include <KxApi_TL/IKxPixelComponent.h>
+#include <KxApi_TL/IKxPixelFormatInfo.h>
+
+#include <QCursor>
+#include <QLabel>
 #include <QVBoxLayout>
 
 using namespace KxApi;
 
 CameraView::CameraView(RunReport& report, QWidget* pParent)
     : QWidget(pParent)
+    , m_pCaption(new QLabel(this))
     , m_window(CreateIKxWnd(KxWindowType_ImageDisplay))
 {
     auto* const pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->setSpacing(0);
+    m_pCaption->setAutoFillBackground(true);
+    m_pCaption->setMargin(3);
+    m_pCaption->hide();
+    pLayout->addWidget(m_pCaption);
     m_window->SetZoomMode(KxZoomMode_FitToTheWindow);
-    m_window->SetBuiltInDrawingToolbar(true);
+    m_window->SetVisibleStatusBar(false); // the viewer's own tells the pixel
+    m_window->SetVisibleMenu(false);
     m_window->SetEnableDrawingOnSavingImage(true);
     m_window->RegisterCallback(&report);
+    m_window->RegisterCallback(&m_marks);
     m_window->Show(this, KxWindowMode_Child);
+    auto* const pNavigation = new ImageNavigation(*m_window, this);
+    connect(pNavigation, &ImageNavigation::Pressed, this, &CameraView::Touched);
+    if (QWidget* const pImage = ImageWidgetOf(*m_window)) {
+        pImage->setAccessibleName(tr("Camera image"));
+        setFocusProxy(pImage->parentWidget()->parentWidget());
+    }
 }
 
 CameraView::~CameraView()
@@ -50,3 +73,43 @@ void CameraView::Close()
 }
 
 QString CameraView::Title() const { return m_session ? m_session->GetName() : tr("No camera"); }
+
+void CameraView::ShowCaption(bool bShow, bool bInFront)
+{
+    m_pCaption->setVisible(bShow);
+    m_pCaption->setText(Title());
+    m_pCaption->setBackgroundRole(bInFront ? QPalette::Highlight : QPalette::Window);
+    m_pCaption->setForegroundRole(bInFront ? QPalette::HighlightedText : QPalette::WindowText);
+}
+
+QString CameraView::PixelText()
+{
+    auto* const pHandle = static_cast<QWidget*>(m_window->GetWindowHandle());
+    const QWidget* const pImage = ImageWidgetOf(*m_window);
+    if (!pImage || !pImage->underMouse() || !m_window->HasImage())
+        return {};
+    const QPoint cursor = pHandle->mapFromGlobal(QCursor::pos());
+    int x = cursor.x();
+    int y = cursor.y();
+    m_window->ScreenToImage(&x, &y);
+    try {
+        IKxImage& image = *m_window->GetRegisteredIKxImage();
+        const IKxPixelComponent& values =
+            *image.GetIKxPixelComponentValue(static_cast<size_t>(x), static_cast<size_t>(y));
+        const IKxPixelFormatInfo* const pFormat = GetIKxPixelFormatInfo(image.GetImagePixelFormat());
+        QStringList texts;
+        for (size_t k = 0; k < values.GetComponentCount(); ++k) {
+            const IKxPixelComponentInfo* const pComponent = pFormat && !pFormat->IsSingleComponent()
+                                                                ? GetIKxPixelComponentInfo(values.GetType(k))
+                                                                : nullptr;
+            texts += (pComponent ? QString::fromUtf8(pComponent->GetName().c_str()) + "=" : QString()) +
+                     QString::number(values.GetValue(k));
+        }
+        return QString("(%1, %2)  %3  %4")
+            .arg(x)
+            .arg(y)
+            .arg(pFormat ? QString::fromUtf8(pFormat->GetName().c_str()) : QString(), texts.join(", "));
+    } catch (const GenICam::GenericException&) {
+        return QString("(%1, %2)").arg(x).arg(y);
+    }
+}

@@ -3,12 +3,15 @@
 #pragma once
 
 #include "CameraSession.h"
+#include "ImageMarks.h"
 #include "RunReport.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
 
 #include <QWidget>
 #include <memory>
+
+class QLabel;
 
 /// A page of the viewer. GUI thread.
 class CameraView : public QWidget
@@ -31,7 +34,13 @@ public:
     bool Has(const KxApps::Camera& camera) const;
     /// Always there. Its widget is a child of this.
     KxApi::IKxImageDisplayWnd& Window() { return *m_window; }
+    ImageMarks& Marks() { return m_marks; }
     QString Title() const;
+
+    /// A line with the title above the image, for views that stand side by side.
+    void ShowCaption(bool bShow, bool bInFront);
+    /// The pixel below the mouse, with its values; empty when the mouse is elsewhere.
+    QString PixelText();
 
 signals:
     /// A camera was opened (Session() is the new one) or is about to be closed: whoever keeps its node maps
@@ -40,8 +49,12 @@ signals:
     void SessionBegan();
     void Failed(const QString& strText, bool bEnded);
     void Finished();
+    /// The user pressed a button of the mouse over the image.
+    void Touched();
 
 private:
+    ImageMarks m_marks;
+    QLabel* m_pCaption;
     KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxImageDisplayWnd> m_window;
     std::unique_ptr<CameraSession> m_session; // before the window goes, whose images it makes
 };

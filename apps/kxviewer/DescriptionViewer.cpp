@@ -3,6 +3,7 @@
 
 #include "FeaturePanel.h"
 #include "LoadedDescription.h"
+#include "MainWindow.h"
 #include "Pictures.h"
 
 #include <KxApi_TL/KxApi_TL.h>
@@ -21,13 +22,20 @@ int ShowDescription(const std::string& strFile, const std::string& strPictures)
     QMainWindow window;
     auto* const pPanel = new FeaturePanel(&window);
     window.setCentralWidget(pPanel);
-    window.setWindowTitle(QFileInfo(QString::fromStdString(strFile)).fileName() + " - KxApi viewer");
+    window.setWindowTitle(
+        MainWindow::tr("%1 - KxApi viewer").arg(QFileInfo(QString::fromStdString(strFile)).fileName()));
+    ;
     window.resize(620, 900);
     window.show();
     const auto& map = description.Map();
-    pPanel->SetMaps(
-        {{"Description", QString::fromUtf8(map._GetModelName().c_str()), {}, {}, [&] { return map._Ptr; }},
-         {"This window", "NodeMapWindow", {}, {}, [=] { return pPanel->Window().GetINodeMap(); }}});
+    pPanel->SetMaps({{MainWindow::tr("Description"),
+                      QString::fromUtf8(map._GetModelName().c_str()),
+                      {},
+                      {},
+                      [&] { return map._Ptr; }},
+                     {MainWindow::tr("This window"), "NodeMapWindow", {}, {}, [=] {
+                          return pPanel->Window().GetINodeMap();
+                      }}});
     int nResult = 0;
     if (!strPictures.empty())
         QTimer::singleShot(kPaintMs, [&] {

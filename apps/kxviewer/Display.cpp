@@ -36,6 +36,10 @@ void OnMessage(QtMsgType eType, const QMessageLogContext& /*context*/, const QSt
 
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv)
 {
+    // Screens of any scale factor; pictures are drawn for each.
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QtMessageHandler before = qInstallMessageHandler(OnMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);

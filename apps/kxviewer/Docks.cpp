@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Docks.h"
 
+#include "ControlsDock.h"
 #include "FeatureDock.h"
 #include "GraphDock.h"
 #include "ObjectsDock.h"
@@ -10,6 +11,7 @@ QVector<ViewerDock*> MakeDocks(QWidget* pParent)
 {
     // clang-format off
     return {
+        new ControlsDock(pParent),
         new FeatureDock(pParent),
         new HistogramDock(pParent),
         new ProfileDock(pParent),

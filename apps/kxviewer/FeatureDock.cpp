@@ -8,6 +8,9 @@
 #include <KxApi_TL/IKxPort.h>
 #include <KxApi_TL/IKxSystem.h>
 
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
 using namespace KxApi;
 
 namespace
@@ -21,36 +24,34 @@ QVector<FeatureMapEntry> MapsOfCamera(CameraSession& session)
     IKxInterface& interface = *device.GetIKxInterface();
     const QString strCamera = TextOf(device.GetIKxDeviceInfo()->GetID());
     const QString strModel = TextOf(device.GetIKxDeviceInfo()->GetModel());
-    const auto entry = [&](const char* szTitle, const char* szModule, std::function<IKxPort*()> getPort) {
-        return FeatureMapEntry{szTitle, strModel + "/" + szModule, strCamera, szModule,
+    const auto entry = [&](const QString& strTitle, const char* szModule, std::function<IKxPort*()> getPort) {
+        return FeatureMapEntry{strTitle, strModel + "/" + szModule, strCamera, szModule,
                                [getPort = std::move(getPort)] { return getPort()->GetINodeMap(); }};
     };
     return {
-        entry("Camera", "remote", [&] { return device.GetIKxRemotePort(); }),
-        entry("Host side of the camera", "local", [&] { return device.GetIKxLocalPort(); }),
-        entry("Stream", "stream", [&] { return session.GetStream().GetIKxPort(); }),
-        entry("Interface", "interface", [&] { return interface.GetIKxPort(); }),
-        entry("System", "system", [&] { return interface.GetIKxSystem()->GetIKxPort(); }),
+        entry(FeatureDock::tr("Camera"), "remote", [&] { return device.GetIKxRemotePort(); }),
+        entry(FeatureDock::tr("Host side of the camera"), "local", [&] { return device.GetIKxLocalPort(); }),
+        entry(FeatureDock::tr("Stream"), "stream", [&] { return session.GetStream().GetIKxPort(); }),
+        entry(FeatureDock::tr("Interface"), "interface", [&] { return interface.GetIKxPort(); }),
+        entry(FeatureDock::tr("System"), "system", [&] { return interface.GetIKxSystem()->GetIKxPort(); }),
     };
 }
 
 } // namespace
 
 FeatureDock::FeatureDock(QWidget* pParent)
-    : ViewerDock("Features", "features", pParent)
-    , m_pPanel(new FeaturePanel(this))
+    : ViewerDock(tr("Features"), "features", pParent)
 {
-    setWidget(m_pPanel);
+    setWidget(new QWidget(this)); // a place for the panel, which is made when it is first seen
+    auto* const pLayout = new QVBoxLayout(widget());
+    pLayout->setContentsMargins(0, 0, 0, 0);
 }
 
 void FeatureDock::Follow(CameraView& view)
 {
     Unfollow();
     m_pView = &view;
-    connect(&view, &CameraView::SessionEnds, this, [this] {
-        m_pPanel->SetMaps({});
-        m_bOffered = false;
-    });
+    connect(&view, &CameraView::SessionEnds, this, [this] { LetGo(); });
     connect(&view, &CameraView::SessionBegan, this, &FeatureDock::Offer);
     Offer();
 }
@@ -60,8 +61,14 @@ void FeatureDock::Unfollow()
     if (m_pView)
         m_pView->disconnect(this);
     m_pView = nullptr;
+    LetGo();
+}
+
+void FeatureDock::LetGo()
+{
+    if (m_pPanel)
+        m_pPanel->SetMaps({});
     m_bOffered = false;
-    m_pPanel->SetMaps({});
 }
 
 void FeatureDock::Offer()
@@ -69,12 +76,17 @@ void FeatureDock::Offer()
     m_bOffered = m_pView && isVisible();
     if (!m_bOffered)
         return;
+    if (!m_pPanel) {
+        m_pPanel = new FeaturePanel(this);
+        widget()->layout()->addWidget(m_pPanel);
+    }
     QVector<FeatureMapEntry> maps;
     if (CameraSession* const pSession = m_pView->Session())
         maps = MapsOfCamera(*pSession);
-    maps.append({"Image window", "ImageWindow", {}, {}, [this] { return m_pView->Window().GetINodeMap(); }});
     maps.append(
-        {"This window", "NodeMapWindow", {}, {}, [this] { return m_pPanel->Window().GetINodeMap(); }});
+        {tr("Image window"), "ImageWindow", {}, {}, [this] { return m_pView->Window().GetINodeMap(); }});
+    maps.append(
+        {tr("This window"), "NodeMapWindow", {}, {}, [this] { return m_pPanel->Window().GetINodeMap(); }});
     m_pPanel->SetMaps(maps);
 }
 

@@ -26,7 +26,9 @@ private:
     /// Offers the maps of the view, if this is seen.
     void Offer();
 
-    FeaturePanel* const m_pPanel;
+    void LetGo();
+
+    FeaturePanel* m_pPanel = nullptr; // from the first show on
     QPointer<CameraView> m_pView;
     bool m_bOffered = false;
 };

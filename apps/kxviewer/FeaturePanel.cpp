@@ -2,8 +2,10 @@
 #include "FeaturePanel.h"
 
 #include "ChangedFeatures.h"
+#include "ErrorBox.h"
 #include "FeatureFile.h"
 #include "FeatureText.h"
+#include "ViewerSettings.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
 
@@ -15,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QSettings>
 #include <QSplitter>
 #include <QStyle>
 #include <QToolButton>
@@ -50,14 +51,14 @@ QString WhyHidden(GenApi::INode& node, GenApi::EVisibility eLevel)
 {
     try {
         if (node.GetAccessMode() == GenApi::NI)
-            return "not implemented";
+            return FeaturePanel::tr("not implemented");
     } catch (const GenICam::GenericException&) {
-        return "can't be read";
+        return FeaturePanel::tr("can't be read");
     }
     const GenApi::EVisibility eVisibility = node.GetVisibility();
     if (eVisibility <= eLevel || eVisibility > GenApi::Invisible)
         return {};
-    return QString("hidden: %1").arg(kLevels[eVisibility]);
+    return FeaturePanel::tr("hidden: %1").arg(kLevels[eVisibility]);
 }
 
 QTreeWidget* NewList(QWidget* pParent, const QStringList& listTitles)
@@ -104,24 +105,27 @@ void FeaturePanel::MakeTools()
     auto* const pBar = new QHBoxLayout;
     m_pChoice = new QComboBox(this);
     m_pChoice->setObjectName("featureMap");
-    m_pChoice->setToolTip("Whose features are shown");
+    m_pChoice->setAccessibleName(tr("Whose features are shown"));
+    m_pChoice->setToolTip(tr("Whose features are shown"));
     connect(m_pChoice, QOverload<int>::of(&QComboBox::activated), this,
             [this](int nIndex) { Try([&] { ShowMap(nIndex); }); });
     pBar->addWidget(m_pChoice, 1);
-    const auto addButton = [&](QStyle::StandardPixmap eIcon, const char* szTip, const auto& call) {
+    const auto addButton = [&](QStyle::StandardPixmap eIcon, const QString& strTip, const auto& call) {
         auto* const pButton = new QToolButton(this);
         pButton->setIcon(style()->standardIcon(eIcon));
-        pButton->setToolTip(szTip);
+        pButton->setToolTip(strTip);
+        pButton->setAccessibleName(strTip);
         connect(pButton, &QToolButton::clicked, this, [this, call] { Try(call); });
         pBar->addWidget(pButton);
     };
-    addButton(QStyle::SP_DialogOpenButton, "Set the features of a file", [this] { Load(); });
-    addButton(QStyle::SP_DialogSaveButton, "Save all features in a file", [this] { Save(); });
+    addButton(QStyle::SP_DialogOpenButton, tr("Set the features of a file"), [this] { Load(); });
+    addButton(QStyle::SP_DialogSaveButton, tr("Save all features in a file"), [this] { Save(); });
     pLayout->addLayout(pBar);
 
     m_pSearch = new QLineEdit(this);
     m_pSearch->setObjectName("featureSearch");
-    m_pSearch->setPlaceholderText("Search all features, shown or not");
+    m_pSearch->setAccessibleName(tr("Search all features, shown or not"));
+    m_pSearch->setPlaceholderText(tr("Search all features, shown or not"));
     m_pSearch->setClearButtonEnabled(true);
     connect(m_pSearch, &QLineEdit::textChanged, this, &FeaturePanel::Search);
     pLayout->addWidget(m_pSearch);
@@ -131,8 +135,9 @@ void FeaturePanel::MakeTools()
 
     auto* const pSplitter = new QSplitter(Qt::Vertical, this);
     pLayout->addWidget(pSplitter, 1);
-    m_pFound = NewList(pSplitter, {"Feature", "Found"});
+    m_pFound = NewList(pSplitter, {tr("Feature"), tr("Found")});
     m_pFound->setObjectName("foundFeatures");
+    m_pFound->setAccessibleName(tr("Features that were found"));
     m_pFound->hide();
     connect(m_pFound, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* pItem) {
         Try([&] { ShowFeature(pItem->data(0, Qt::UserRole).toString()); });
@@ -145,9 +150,10 @@ void FeaturePanel::MakeTools()
     auto* const pChangedLayout = new QVBoxLayout(m_pChangedArea);
     pChangedLayout->setContentsMargins(0, 0, 0, 0);
     pChangedLayout->addWidget(
-        new QLabel("Changed since connected (double click puts it back):", m_pChangedArea));
-    m_pChanged = NewList(m_pChangedArea, {"Feature", "Before", "Now"});
+        new QLabel(tr("Changed since connected (double click puts it back):"), m_pChangedArea));
+    m_pChanged = NewList(m_pChangedArea, {tr("Feature"), tr("Before"), tr("Now")});
     m_pChanged->setObjectName("changedFeatures");
+    m_pChanged->setAccessibleName(tr("Changed features"));
     connect(m_pChanged, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* pItem) {
         Try([&] {
             GenApi::INode* const pNode =
@@ -168,7 +174,7 @@ void FeaturePanel::Try(const std::function<void()>& call)
     try {
         call();
     } catch (const GenICam::GenericException& e) {
-        ShowErrorMessage(e);
+        ShowError(this, tr("That didn't work."), e);
     }
 }
 
@@ -230,7 +236,7 @@ void FeaturePanel::Register()
     Deregister();
     for (const QString& strName : Favourites()) {
         if (GenApi::INode* const pNode = FindNode(*m_pMap, strName))
-            m_registered.append(m_window->RegisterINode(pNode, "Favourites"));
+            m_registered.append(m_window->RegisterINode(pNode, tr("Favourites").toUtf8().constData()));
     }
     m_registered.append(m_window->RegisterINode(m_pMap->GetNode("Root"), ""));
     m_window->Refresh();
@@ -297,12 +303,11 @@ void FeaturePanel::Search(const QString& strText)
         if (++nFound > kMostFound)
             continue;
         auto* const pItem =
-            new QTreeWidgetItem(m_pFound, {strDisplayName, strHidden.isEmpty() ? "shown" : strHidden});
+            new QTreeWidgetItem(m_pFound, {strDisplayName, strHidden.isEmpty() ? tr("shown") : strHidden});
         pItem->setData(0, Qt::UserRole, strName);
         pItem->setToolTip(0, strName);
     }
-    m_pFoundText->setText(
-        QString("%1 found, %2 of them hidden; double click shows one").arg(nFound).arg(nHidden));
+    m_pFoundText->setText(tr("%1 found, %2 of them hidden; double click shows one").arg(nFound).arg(nHidden));
 }
 
 void FeaturePanel::ShowChanges()
@@ -328,18 +333,19 @@ void FeaturePanel::ShowMenu(const QPoint& pos)
     const QString strName = TextOf(pNode->GetName());
     const auto copy = [](const QString& strText) { QApplication::clipboard()->setText(strText); };
     QMenu menu;
-    menu.addAction(Favourites().contains(strName) ? "Remove from favourites" : "Add to favourites",
+    menu.addAction(Favourites().contains(strName) ? tr("Remove from favourites") : tr("Add to favourites"),
                    [&] { Try([&] { ToggleFavourite(strName); }); });
     menu.addSeparator();
-    menu.addAction("Copy as kx line", [&] { copy(SetLine(*pNode, m_shown.strCamera, m_shown.strModule)); });
-    menu.addAction("Copy as C++", [&] { copy(CppLine(*pNode)); });
-    menu.addAction("Copy name", [&] { copy(strName); });
+    menu.addAction(tr("Copy as kx line"),
+                   [&] { copy(SetLine(*pNode, m_shown.strCamera, m_shown.strModule)); });
+    menu.addAction(tr("Copy as C++"), [&] { copy(CppLine(*pNode)); });
+    menu.addAction(tr("Copy name"), [&] { copy(strName); });
     menu.exec(Tree()->viewport()->mapToGlobal(pos));
 }
 
 QStringList FeaturePanel::Favourites() const
 {
-    return QSettings().value("favourites/" + m_shown.strModel).toStringList();
+    return ViewerSettings().value("favourites/" + m_shown.strModel).toStringList();
 }
 
 void FeaturePanel::ToggleFavourite(const QString& strName)
@@ -347,14 +353,15 @@ void FeaturePanel::ToggleFavourite(const QString& strName)
     QStringList list = Favourites();
     if (!list.removeOne(strName))
         list.append(strName);
-    QSettings().setValue("favourites/" + m_shown.strModel, list);
+    ViewerSettings().setValue("favourites/" + m_shown.strModel, list);
     Register();
 }
 
 void FeaturePanel::Save()
 {
     const QString strFile =
-        m_pMap ? QFileDialog::getSaveFileName(this, "Save features", {}, "Features (*.txt)") : QString();
+        m_pMap ? QFileDialog::getSaveFileName(this, tr("Save features"), {}, tr("Features (*.txt)"))
+               : QString();
     if (!strFile.isEmpty())
         Kx::SaveFeatures(*m_pMap, strFile.toStdString());
 }
@@ -362,7 +369,8 @@ void FeaturePanel::Save()
 void FeaturePanel::Load()
 {
     const QString strFile =
-        m_pMap ? QFileDialog::getOpenFileName(this, "Set features", {}, "Features (*.txt)") : QString();
+        m_pMap ? QFileDialog::getOpenFileName(this, tr("Set features"), {}, tr("Features (*.txt)"))
+               : QString();
     if (!strFile.isEmpty())
         Kx::LoadFeatures(*m_pMap, strFile.toStdString());
 }

@@ -43,8 +43,15 @@ struct Column
     const char* szTitle;
     const char* szWidest;
 };
-constexpr Column kColumns[] = {{"", "Gr 135"},   {"Mean", "00000.0"}, {"Dev.", "0000.0"}, {"Min", "00000"},
-                               {"Max", "00000"}, {"% min", "% min"},  {"% max", "% max"}};
+constexpr Column kColumns[] = {
+    {"", "Gr 135"},
+    {QT_TRANSLATE_NOOP("GraphDock", "Mean"), "00000.0"},
+    {QT_TRANSLATE_NOOP("GraphDock", "Dev."), "0000.0"},
+    {QT_TRANSLATE_NOOP("GraphDock", "Min"), "00000"},
+    {QT_TRANSLATE_NOOP("GraphDock", "Max"), "00000"},
+    {QT_TRANSLATE_NOOP("GraphDock", "% min"), "% min"},
+    {QT_TRANSLATE_NOOP("GraphDock", "% max"), "% max"},
+};
 
 QTableWidget* MakeTable(QWidget* pParent)
 {
@@ -55,14 +62,17 @@ QTableWidget* MakeTable(QWidget* pParent)
     font.setPointSizeF(font.pointSizeF() * kFontScale);
     pTable->setFont(font);
     pTable->horizontalHeader()->setFont(font);
-    pTable->setToolTip("Mean, standard deviation, least and greatest value, and the parts of the values that "
-                       "stand at the two ends of the scale");
+    pTable->setAccessibleName(GraphDock::tr("Figures of the plot"));
+    pTable->setToolTip(
+        GraphDock::tr("Mean, standard deviation, least and greatest value, and the parts of the values that "
+                      "stand at the two ends of the scale"));
     pTable->horizontalHeader()->setMinimumSectionSize(1);
     pTable->horizontalHeader()->setStretchLastSection(true);
     int nWidth = kPadding;
     for (int nColumn = 0; nColumn < pTable->columnCount(); ++nColumn) {
         const Column& column = kColumns[nColumn];
-        pTable->setHorizontalHeaderItem(nColumn, new QTableWidgetItem(column.szTitle));
+        pTable->setHorizontalHeaderItem(
+            nColumn, new QTableWidgetItem(*column.szTitle ? GraphDock::tr(column.szTitle) : QString()));
         const int nColumnWidth = pTable->fontMetrics().horizontalAdvance(column.szWidest) + kPadding;
         pTable->setColumnWidth(nColumn, nColumnWidth);
         nWidth += nColumnWidth;
@@ -177,7 +187,7 @@ void GraphDock::Plot()
 {
     IKxImageDisplayWnd& window = m_pView->Window();
     if (!window.HasImage())
-        return Say("There is no image yet");
+        return Say(tr("There is no image yet"));
     Source source;
     if (const CameraSession* const pSession = m_pView->Session())
         source.nImages = pSession->GetStatistics().nDelivered;
@@ -230,7 +240,7 @@ void GraphDock::ShowStatistics()
 }
 
 HistogramDock::HistogramDock(QWidget* pParent)
-    : GraphDock("Histogram", "histogram", KxGraphNomalization_MaximumValue, "Logarithmic", pParent)
+    : GraphDock(tr("Histogram"), "histogram", KxGraphNomalization_MaximumValue, "Logarithmic", pParent)
 {}
 
 QString HistogramDock::Append(const IKxImage& image, const CKxDrawingMeasurement* pSelected,
@@ -238,7 +248,7 @@ QString HistogramDock::Append(const IKxImage& image, const CKxDrawingMeasurement
 {
     if (!pSelected || pSelected->eType != KxDrawingItemType_Rectangle || pSelected->vecPoints.size() < 2) {
         AppendHistogram(&image, nullptr, &list);
-        return QString("Whole image, %1 x %2").arg(image.GetImageWidth()).arg(image.GetImageHeight());
+        return tr("Whole image, %1 x %2").arg(image.GetImageWidth()).arg(image.GetImageHeight());
     }
     // Each pixel that the rectangle touches.
     const auto range = [](double d0, double d1, size_t nSize) {
@@ -252,11 +262,11 @@ QString HistogramDock::Append(const IKxImage& image, const CKxDrawingMeasurement
     const auto [nY, nHeight] = range(points[0].dY, points[1].dY, image.GetImageHeight());
     const CKxPixelRect rect{nX, nY, nWidth, nHeight};
     AppendHistogram(&image, &rect, &list);
-    return QString("Selected rectangle at %1, %2: %3 x %4").arg(nX).arg(nY).arg(nWidth).arg(nHeight);
+    return tr("Selected rectangle at %1, %2: %3 x %4").arg(nX).arg(nY).arg(nWidth).arg(nHeight);
 }
 
 ProfileDock::ProfileDock(QWidget* pParent)
-    : GraphDock("Line profile", "profile", KxGraphNomalization_Off, "Linear", pParent)
+    : GraphDock(tr("Line profile"), "profile", KxGraphNomalization_Off, "Linear", pParent)
 {}
 
 QString ProfileDock::Append(const IKxImage& image, const CKxDrawingMeasurement* pSelected,
@@ -265,7 +275,7 @@ QString ProfileDock::Append(const IKxImage& image, const CKxDrawingMeasurement* 
     const auto dLastX = static_cast<double>(image.GetImageWidth()) - 1;
     const auto dLastY = static_cast<double>(image.GetImageHeight()) - 1;
     CKxProfileLine line;
-    QString strText = "Selected line";
+    QString strText = tr("Selected line");
     if (pSelected && pSelected->eType == KxDrawingItemType_Line && pSelected->vecPoints.size() >= 2) {
         // Of positions in the image to centres of pixels.
         const auto at = [](double dPart, double dLast) {
@@ -277,12 +287,12 @@ QString ProfileDock::Append(const IKxImage& image, const CKxDrawingMeasurement* 
         line.dX1 = at(points[1].dX, dLastX);
         line.dY1 = at(points[1].dY, dLastY);
     } else {
-        strText = "Middle row; select a drawn line to see another";
+        strText = tr("Middle row; select a drawn line to see another");
         line.dY0 = line.dY1 = std::floor(dLastY / 2);
         line.dX1 = dLastX;
     }
     AppendLineProfile(&image, line, &list);
-    return strText + QString(" (%1, %2 to %3, %4)")
+    return strText + tr(" (%1, %2 to %3, %4)")
                          .arg(line.dX0, 0, 'f', 1)
                          .arg(line.dY0, 0, 'f', 1)
                          .arg(line.dX1, 0, 'f', 1)

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainWindow.h"
 
+#include "Appearance.h"
+#include "DeviceDialog.h"
 #include "Docks.h"
+#include "FeatureFile.h"
+#include "FeatureSets.h"
+#include "ImageZoom.h"
 #include "Pictures.h"
+#include "ViewerActions.h"
+#include "ViewerSettings.h"
+#include "ViewerStatus.h"
+#include "ZoomBox.h"
 
-#include <QLabel>
+#include <KxApi_TL/IKxPort.h>
+
+#include <QCloseEvent>
 #include <QMenu>
-#include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
-#include <QStyle>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QToolBar>
 
 using namespace KxApi;
@@ -20,60 +27,63 @@ namespace
 {
 
 constexpr int kFollowMs = 500; // how often counters are shown anew
-constexpr int kSelectionWidth = 780, kSelectionHeight = 560;
-constexpr double kMegabyte = 1e6;
+constexpr int kMouseMs = 100;  // likewise zoom and the pixel below the mouse
+constexpr int kLayoutVersion = 1;
+
+GenApi::CEnumerationPtr DrawingTypeOf(CameraView& view)
+{
+    return view.Window().GetINodeMap()->GetNode("DrawingItemType");
+}
 
 } // namespace
 
-MainWindow::MainWindow(KxApps::Cameras& cameras, const CameraSearch& search, RunReport& report)
+MainWindow::MainWindow(KxApps::Cameras& cameras, const CameraSearch& search, RunReport& report,
+                       bool bRemembers)
     : m_cameras(cameras)
     , m_search(search)
     , m_report(report)
-    , m_pViews(new QTabWidget(this))
+    , m_bRemembers(bRemembers)
+    , m_pArea(new ViewArea(this))
+    , m_pStatus(new ViewerStatus(*statusBar()))
 {
-    setWindowTitle("KxApi viewer");
+    setWindowTitle(tr("KxApi viewer"));
+    setWindowIcon(QIcon(":/kxviewer.png"));
     resize(QSize(1400, 900).boundedTo(screen()->availableSize()));
-    m_pViews->setDocumentMode(true);
-    m_pViews->setTabBarAutoHide(true);
-    m_pViews->setTabsClosable(true);
-    setCentralWidget(m_pViews);
-    MakeActions();
-    AddDocks();
-    connect(m_pViews, &QTabWidget::tabCloseRequested, this, &MainWindow::CloseView);
-    connect(m_pViews, &QTabWidget::currentChanged, this, &MainWindow::OnViewInFront);
+    setCentralWidget(m_pArea);
     AddView();
+    m_pActions = new ActionTable(*this, *m_pArea, ViewerActions(*this));
+    AddZoomBox();
+    AddDocks();
+    Recall();
+    connect(m_pArea, &ViewArea::CurrentChanged, this, &MainWindow::OnViewInFront);
+    connect(m_pArea, &ViewArea::CloseWanted, this, [this](CameraView* pView) { CloseView(*pView); });
     connect(&m_search, &CameraSearch::ProducersOpened, this, &MainWindow::Follow);
     connect(&m_timer, &QTimer::timeout, this, &MainWindow::Follow);
+    connect(&m_timerMouse, &QTimer::timeout, this, &MainWindow::FollowMouse);
     m_timer.start(kFollowMs);
-    Follow();
+    m_timerMouse.start(kMouseMs);
+    OnViewInFront();
 }
 
 MainWindow::~MainWindow()
 {
-    disconnect(m_pViews, nullptr, this, nullptr);
+    disconnect(m_pArea, nullptr, this, nullptr);
     for (ViewerDock* const pDock : m_docks)
         pDock->Unfollow();
-    while (m_pViews->count() > 0)
-        delete m_pViews->widget(0);
+    m_timer.stop();
+    m_timerMouse.stop();
+    while (!m_pArea->Views().isEmpty())
+        m_pArea->Remove(*m_pArea->Views().last());
 }
 
-void MainWindow::MakeActions()
+void MainWindow::AddZoomBox()
 {
-    auto* const pToolBar = addToolBar("Acquisition");
-    pToolBar->setObjectName("acquisition");
-    m_pStart = pToolBar->addAction(style()->standardIcon(QStyle::SP_MediaPlay), "Start acquisition",
-                                   [this] { Start(kKxEndless); });
-    m_pStop = pToolBar->addAction(style()->standardIcon(QStyle::SP_MediaStop), "Stop acquisition",
-                                  [this] { Try([this] { View().Session()->Stop(); }); });
-
-    m_pChoose = menuBar()->addMenu("&Camera")->addAction(
-        "&Choose...", [this] { Choose({}); }, QKeySequence::Open);
-    QMenu* const pAcquisition = menuBar()->addMenu("&Acquisition");
-    pAcquisition->addActions({m_pStart, m_pStop});
-    m_pViewMenu = menuBar()->addMenu("&View");
-
-    m_pState = new QLabel(this);
-    statusBar()->addPermanentWidget(m_pState);
+    m_pZoom = new ZoomBox(this);
+    m_pActions->Bar(ActionBar::Image)->insertWidget(m_pActions->Find("zoomFit"), m_pZoom);
+    connect(m_pZoom, &ZoomBox::Chosen, this, [this](double dZoom) {
+        ImageZoom(View().Window()).Set(dZoom);
+        View().setFocus();
+    });
 }
 
 void MainWindow::AddDocks()
@@ -82,28 +92,65 @@ void MainWindow::AddDocks()
     for (ViewerDock* const pDock : m_docks) {
         addDockWidget(pDock->Area(), pDock);
         pDock->setVisible(pDock->IsShownAtFirst());
-        m_pViewMenu->addAction(pDock->toggleViewAction());
+        m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
+        connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
     }
+    if (auto* const pRecord = findChild<QAction*>("record")) {
+        m_pActions->Bar(ActionBar::Acquisition)->insertAction(m_pActions->Find("trigger"), pRecord);
+        m_pActions->Menu(ActionMenu::Acquisition)->addAction(pRecord);
+    }
+    m_firstLayout = saveState(kLayoutVersion);
 }
+
+void MainWindow::Recall()
+{
+    if (!m_bRemembers)
+        return;
+    const ViewerSettings settings;
+    restoreGeometry(settings.value("layout/geometry").toByteArray());
+    restoreState(settings.value("layout/docks").toByteArray(), kLayoutVersion);
+    m_pArea->SetTiled(settings.value("layout/tiled").toBool());
+    SetMarksExposure(settings.value("image/marks").toBool());
+    SetWritesValues(settings.value("image/values", true).toBool());
+}
+
+void MainWindow::closeEvent(QCloseEvent* pEvent)
+{
+    if (m_bRemembers) {
+        ViewerSettings settings;
+        settings.setValue("layout/geometry", saveGeometry());
+        settings.setValue("layout/docks", saveState(kLayoutVersion));
+        settings.setValue("layout/tiled", m_pArea->IsTiled());
+        settings.setValue("image/marks", View().Marks().MarksExposure());
+        settings.setValue("image/values", View().Marks().WritesValues());
+    }
+    QMainWindow::closeEvent(pEvent);
+}
+
+void MainWindow::ResetLayout() { restoreState(m_firstLayout, kLayoutVersion); }
 
 CameraView& MainWindow::AddView()
 {
-    auto* const pView = new CameraView(m_report, m_pViews);
+    auto* const pView = new CameraView(m_report, m_pArea);
+    if (!m_pArea->Views().isEmpty()) { // what is set holds for all
+        const ImageMarks& marks = m_pArea->Views().first()->Marks();
+        pView->Marks().SetMarksExposure(marks.MarksExposure());
+        pView->Marks().SetWritesValues(marks.WritesValues());
+    }
     connect(pView, &CameraView::Failed, this,
             [this, pView](const QString& strText, bool bEnded) { OnFailed(*pView, strText, bEnded); });
     connect(pView, &CameraView::Finished, this, [this] {
         Follow();
         emit Ended(true);
     });
-    m_pViews->addTab(pView, pView->Title());
+    m_pArea->Add(*pView);
     return *pView;
 }
 
 CameraView& MainWindow::ViewFor(const KxApps::Camera& camera)
 {
     CameraView* pEmpty = nullptr;
-    for (int i = 0; i < m_pViews->count(); ++i) {
-        auto* const pView = static_cast<CameraView*>(m_pViews->widget(i));
+    for (CameraView* const pView : m_pArea->Views()) {
         if (pView->Has(camera))
             return *pView;
         if (!pView->Session())
@@ -112,46 +159,33 @@ CameraView& MainWindow::ViewFor(const KxApps::Camera& camera)
     return pEmpty ? *pEmpty : AddView();
 }
 
-CameraView& MainWindow::View() const { return *static_cast<CameraView*>(m_pViews->currentWidget()); }
-
-void MainWindow::CloseView(int nIndex)
+void MainWindow::CloseView(CameraView& view)
 {
-    auto* const pView = static_cast<CameraView*>(m_pViews->widget(nIndex));
-    if (m_pViews->count() == 1) { // the last one stays, without its camera
-        pView->Close();
-        m_pViews->setTabText(nIndex, pView->Title());
+    if (m_pArea->Views().size() == 1) {
+        view.Close();
+        m_pArea->UpdateTitles();
         OnViewInFront();
         return;
     }
-    if (pView == m_pFollowed) {
+    if (&view == m_pFollowed) {
         for (ViewerDock* const pDock : m_docks)
             pDock->Unfollow();
         m_pFollowed = nullptr;
     }
-    m_pViews->removeTab(nIndex);
-    delete pView;
+    m_pArea->Remove(view);
 }
 
 void MainWindow::OnViewInFront()
 {
-    if (m_pViews->currentWidget() && &View() != m_pFollowed) {
+    if (!m_pArea->Current())
+        return;
+    if (&View() != m_pFollowed) {
         m_pFollowed = &View();
         for (ViewerDock* const pDock : m_docks)
             pDock->Follow(*m_pFollowed);
+        View().setFocus();
     }
     statusBar()->clearMessage(); // it spoke of another camera
-    Follow();
-}
-
-template <typename Call>
-void MainWindow::Try(const Call& call)
-{
-    try {
-        call();
-    } catch (const GenICam::GenericException& e) {
-        Tell(QString::fromUtf8(e.GetDescription()));
-        ShowErrorMessage(e);
-    }
     Follow();
 }
 
@@ -159,43 +193,45 @@ void MainWindow::Tell(const QString& strText) { statusBar()->showMessage(strText
 
 void MainWindow::Choose(const std::vector<std::string>& settings)
 {
-    Try([&] {
-        const CKxAutoPtr<IKxWndReleasable, IKxDeviceSelectionWnd> selection(
-            CreateIKxWnd(KxWindowType_DeviceSelection));
-        selection->RegisterTargetIKxSystemList(m_cameras.SystemArray());
-        const QPoint middle = geometry().center();
-        selection->SetPosition(middle.x() - kSelectionWidth / 2, middle.y() - kSelectionHeight / 2,
-                               kSelectionWidth, kSelectionHeight);
-        selection->Show(this, KxWindowMode_Modal);
-        KxApps::Camera camera{};
-        selection->GetSelectedDeviceInfo(&camera.pInterface, &camera.pInfo);
-        if (!camera.pInfo)
+    Try(tr("The camera can't be opened."), [&] {
+        DeviceDialog dialog(m_cameras, ViewerSettings().value("cameras/last").toString(), this);
+        if (dialog.exec() != QDialog::Accepted)
             return;
-        Open(camera, settings);
+        Open(dialog.Chosen(), settings);
         View().Session()->Start(kKxEndless);
     });
 }
 
 void MainWindow::Open(const KxApps::Camera& camera, const std::vector<std::string>& settings)
 {
-    const int nViews = m_pViews->count();
+    const int nViews = m_pArea->Views().size();
     CameraView& view = ViewFor(camera);
     try {
         view.Open(camera, settings);
     } catch (...) {
-        if (m_pViews->count() > nViews)
-            CloseView(m_pViews->indexOf(&view));
+        if (m_pArea->Views().size() > nViews)
+            CloseView(view);
         throw;
     }
-    m_pViews->setTabText(m_pViews->indexOf(&view), view.Title());
-    m_pViews->setCurrentWidget(&view);
+    m_pArea->UpdateTitles();
+    m_pArea->SetCurrent(view);
     OnViewInFront();
+    if (!m_bRemembers)
+        return;
+    ViewerSettings kept;
+    kept.setValue("cameras/last", QString::fromUtf8(camera.pInfo->GetID().c_str()));
+    const QString strSet = settings.empty() ? FindFeatureSet(*camera.pInfo) : QString();
+    if (kept.value(kLoadAtOpen).toBool() && !strSet.isEmpty())
+        Try(tr("Not all features of %1 could be set.").arg(strSet), [&] {
+            Kx::LoadFeatures(*view.Session()->GetDevice().GetIKxRemotePort()->GetINodeMap(),
+                             strSet.toStdString());
+        });
 }
 
 void MainWindow::Start(uint64_t nImages)
 {
     statusBar()->clearMessage();
-    Try([&] { View().Session()->Start(nImages); });
+    Try(tr("The acquisition can't be started."), [&] { View().Session()->Start(nImages); });
     if (!View().Session()->IsAcquiring())
         emit Ended(false);
 }
@@ -204,6 +240,37 @@ void MainWindow::paintEvent(QPaintEvent* pEvent)
 {
     QMainWindow::paintEvent(pEvent);
     m_report.NoteWindow();
+}
+
+void MainWindow::SetMarksExposure(bool bOn)
+{
+    for (CameraView* const pView : m_pArea->Views()) {
+        pView->Marks().SetMarksExposure(bOn);
+        pView->update();
+    }
+}
+
+void MainWindow::SetWritesValues(bool bOn)
+{
+    for (CameraView* const pView : m_pArea->Views()) {
+        pView->Marks().SetWritesValues(bOn);
+        pView->update();
+    }
+}
+
+void MainWindow::SetDrawingTool(int64_t nType)
+{
+    for (CameraView* const pView : m_pArea->Views())
+        DrawingTypeOf(*pView)->SetIntValue(nType);
+}
+
+int64_t MainWindow::GetDrawingTool() const { return DrawingTypeOf(View())->GetIntValue(); }
+
+void MainWindow::SetDarkColours(bool bDark)
+{
+    SetDark(bDark);
+    if (m_bRemembers)
+        ViewerSettings().setValue("layout/dark", bDark);
 }
 
 uint64_t MainWindow::GetImageCount() const
@@ -221,29 +288,17 @@ QStringList MainWindow::SavePictures(const QString& strFolder)
 void MainWindow::Follow()
 {
     const CameraSession* const pSession = View().Session();
-    m_pChoose->setEnabled(m_search.AreProducersOpen());
-    m_pStart->setEnabled(pSession && !pSession->IsAcquiring());
-    m_pStop->setEnabled(pSession && pSession->IsAcquiring());
-    setWindowTitle(pSession ? pSession->GetName() + " - KxApi viewer" : QString("KxApi viewer"));
-    if (pSession) {
+    setWindowTitle(pSession ? tr("%1 - KxApi viewer").arg(pSession->GetName()) : tr("KxApi viewer"));
+    if (pSession)
         m_report.Note(pSession->GetStatistics());
-        m_pState->setText(StateText(*pSession));
-    } else {
-        m_pState->setText(m_search.IsFinished() ? "No camera is open" : "Looking for cameras...");
-    }
+    m_pStatus->Show(View(), m_search.IsFinished() ? tr("No camera is open") : tr("Looking for cameras..."));
+    m_pActions->Update();
 }
 
-QString MainWindow::StateText(const CameraSession& session) const
+void MainWindow::FollowMouse()
 {
-    const CKxStreamStatistics statistics = session.GetStatistics();
-    const RateMeter::Rates rates = session.GetRates();
-    return QString("%1 images/s, %2 MB/s, %3 images, %4 lost, %5 incomplete; %6 shown/s")
-        .arg(rates.perSecond, 0, 'f', 1)
-        .arg(rates.bytesPerSecond / kMegabyte, 0, 'f', 1)
-        .arg(statistics.nDelivered)
-        .arg(LostImages(statistics))
-        .arg(statistics.nIncomplete)
-        .arg(m_report.PaintRate(), 0, 'f', 1);
+    m_pStatus->ShowPixel(View().PixelText());
+    m_pZoom->ShowZoom(ImageZoom(View().Window()).Get());
 }
 
 void MainWindow::OnFailed(CameraView& view, const QString& strText, bool bEnded)

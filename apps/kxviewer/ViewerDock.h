@@ -27,4 +27,8 @@ public:
     virtual Qt::DockWidgetArea Area() const { return Qt::RightDockWidgetArea; }
     /// Whether the dock is there at the first start.
     virtual bool IsShownAtFirst() const { return true; }
+
+signals:
+    /// Something that the status bar should say.
+    void Told(const QString& strText);
 };

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Appearance.h"
 #include "DescriptionViewer.h"
 #include "Display.h"
 #include "MainWindow.h"
+#include "ViewerSettings.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QFile>
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
@@ -29,6 +32,10 @@ struct Options
     bool list = false;
     bool first = false;
     bool report = false;
+    bool reset = false;
+    bool dark = false;
+    std::string language;
+    std::string settingsFile;
     std::string device;
     std::string nodemap;
     uint64_t images = 0;
@@ -54,6 +61,14 @@ void AddOptions(CLI::App& program, Options& options)
         "--frames");
     program.add_option("--nodemap", options.nodemap,
                        "Shows the features of a description file, plain or zipped, without a camera");
+    program.add_flag("--dark", options.dark, "Dark colours; without it those chosen last");
+    program.add_option("--language", options.language, "en or de; without it the user's language")
+        ->check(CLI::IsMember({"en", "de"}));
+    program.add_option("--settings", options.settingsFile,
+                       "File for what is remembered from run to run, in place of the user's");
+    program.add_flag("--reset", options.reset,
+                     "Forgets what was remembered: layout, colours, last camera and folders; saved feature "
+                     "sets stay");
     program.add_flag("--report", options.report,
                      "Tells at the end what was acquired and painted and what it cost");
 }
@@ -133,7 +148,7 @@ public:
             if (m_options.Ends())
                 QApplication::exit(Fail(e.GetDescription()));
             else
-                ShowErrorMessage(e);
+                ShowError(&m_window, MainWindow::tr("The camera can't be opened."), e);
         }
     }
 
@@ -175,7 +190,8 @@ int Show(KxApps::Cameras& cameras, const Options& options)
 {
     RunReport report;
     CameraSearch search(cameras);
-    MainWindow window(cameras, search, report);
+    // What a run by itself leaves behind would surprise the user.
+    MainWindow window(cameras, search, report, !options.Ends());
     Opening opening(window, cameras, search, options);
     if (options.Ends())
         EndByItself(window, options);
@@ -192,6 +208,17 @@ int Show(KxApps::Cameras& cameras, const Options& options)
     if (options.report)
         std::cout << report.Text().toStdString() << "\n";
     return nResult;
+}
+
+void UseSettings(const Options& options)
+{
+    if (!options.settingsFile.empty())
+        ViewerSettings::UseFile(QString::fromStdString(options.settingsFile));
+    if (options.reset)
+        QFile::remove(ViewerSettings::File());
+    SetLanguage(QString::fromStdString(options.language));
+    if (options.dark || (!options.Ends() && ViewerSettings().value("layout/dark").toBool()))
+        SetDark(true);
 }
 
 int Run(int argc, char** argv)
@@ -211,6 +238,7 @@ int Run(int argc, char** argv)
         return 0;
     }
     const std::unique_ptr<QApplication> application = MakeApplication(argc, argv);
+    UseSettings(options);
     if (!options.nodemap.empty())
         return ShowDescription(options.nodemap, options.pictures);
     KxApps::Cameras cameras{KxApps::Cameras::Later()};

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Appearance.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPalette>
+#include <QStyle>
+#include <QToolTip>
+#include <QTranslator>
+
+namespace
+{
+
+struct ColourRow
+{
+    QPalette::ColorRole eRole;
+    QRgb colour;
+    QRgb disabled;
+};
+
+constexpr ColourRow kDark[] = {
+    {QPalette::Window, 0xff2b2d30, 0xff2b2d30},      {QPalette::WindowText, 0xffe3e5e8, 0xff85888c},
+    {QPalette::Base, 0xff1f2123, 0xff26282a},        {QPalette::AlternateBase, 0xff292b2e, 0xff292b2e},
+    {QPalette::Text, 0xffe3e5e8, 0xff85888c},        {QPalette::Button, 0xff393c40, 0xff303236},
+    {QPalette::ButtonText, 0xffe3e5e8, 0xff85888c},  {QPalette::BrightText, 0xffff6060, 0xffff6060},
+    {QPalette::Highlight, 0xff2f6fb5, 0xff4b4f55},   {QPalette::HighlightedText, 0xffffffff, 0xffb0b3b8},
+    {QPalette::Link, 0xff6cb0ff, 0xff6cb0ff},        {QPalette::ToolTipBase, 0xff3c4045, 0xff3c4045},
+    {QPalette::ToolTipText, 0xffe3e5e8, 0xffe3e5e8}, {QPalette::PlaceholderText, 0xff8d9196, 0xff6d7176},
+    {QPalette::Light, 0xff4c5056, 0xff4c5056},       {QPalette::Midlight, 0xff42464b, 0xff42464b},
+    {QPalette::Mid, 0xff232528, 0xff232528},         {QPalette::Dark, 0xff1a1c1e, 0xff1a1c1e},
+    {QPalette::Shadow, 0xff0e0f10, 0xff0e0f10},
+};
+
+} // namespace
+
+bool IsDark() { return QApplication::palette().color(QPalette::Window).lightness() < 128; }
+
+void SetDark(bool bDark)
+{
+    if (bDark == IsDark())
+        return;
+    QApplication::setStyle("Fusion"); // the style that goes wholly by the palette
+    QPalette palette = QApplication::style()->standardPalette();
+    if (bDark) {
+        for (const ColourRow& row : kDark) {
+            palette.setColor(row.eRole, QColor(row.colour));
+            palette.setColor(QPalette::Disabled, row.eRole, QColor(row.disabled));
+        }
+    }
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}
+
+void SetLanguage(const QString& strLanguage)
+{
+    const QLocale locale = strLanguage.isEmpty() ? QLocale() : QLocale(strLanguage);
+    const auto install = [&](const QString& strName, const QString& strFolder) {
+        auto* const pTranslator = new QTranslator(qApp);
+        if (pTranslator->load(locale, strName, "_", strFolder))
+            QApplication::installTranslator(pTranslator);
+        else
+            delete pTranslator;
+    };
+    install("qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    install("kxviewer", ":/translations");
+}

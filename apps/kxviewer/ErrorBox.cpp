@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ErrorBox.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+void ShowError(QWidget* pParent, const QString& strTried, const GenICam::GenericException& error)
+{
+    const auto tr = [](const char* szText) { return QCoreApplication::translate("ErrorBox", szText); };
+    auto* const pBox = new QMessageBox(pParent);
+    pBox->setObjectName("errorBox");
+    pBox->setAttribute(Qt::WA_DeleteOnClose);
+    pBox->setIcon(QMessageBox::Warning);
+    pBox->setWindowTitle(tr(QT_TRANSLATE_NOOP("ErrorBox", "KxApi viewer")));
+    pBox->setTextFormat(Qt::PlainText);
+    pBox->setText(strTried);
+    pBox->setInformativeText(QString::fromUtf8(error.GetDescription()));
+    pBox->setDetailedText(QString("%1: %2\n%3 (%4:%5)")
+                              .arg(QString::fromUtf8(typeid(error).name()), QString::fromUtf8(error.what()),
+                                   QString::fromUtf8(KX_VERSION),
+                                   QString::fromUtf8(error.GetSourceFileName()))
+                              .arg(error.GetSourceLine()));
+    pBox->open();
+}

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Base/GCException.h>
+
+class QString;
+class QWidget;
+
+/// Tells the user what went wrong, without waiting: what was tried in the user's words, the reason below it,
+/// and behind a button where in the program it arose. GUI thread.
+void ShowError(QWidget* pParent, const QString& strTried, const GenICam::GenericException& error);

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ImageMarks.h"
+
+#include <KxApi_TL/IKxImage.h>
+#include <KxApi_TL/IKxPixelComponent.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QRect>
+#include <QWidget>
+#include <algorithm>
+#include <cmath>
+
+using namespace KxApi;
+
+namespace
+{
+
+constexpr double kValuesFrom = 32; // magnification
+constexpr QRgb kOver = 0xffff2020;
+constexpr QRgb kUnder = 0xff2060ff;
+
+/// The paint in hand.
+struct Paint
+{
+    explicit Paint(const IKxCallbackParamKxApiGUIEventDrawing& event)
+        : painter(*static_cast<QPainter*>(event.GetDC()))
+        , image(*event.GetIKxImage())
+        , dZoom(event.GetROIWidth() > 0 ? event.GetDisplayWidth() / static_cast<double>(event.GetROIWidth())
+                                        : 0)
+    {
+        // All of what is visible, as far as the painter's clip tells, else the whole image.
+        const QRect whole(0, 0, event.GetDisplayWidth(), event.GetDisplayHeight());
+        visible = painter.hasClipping() ? painter.clipBoundingRect().toAlignedRect() & whole : whole;
+        const auto* const pWidget = dynamic_cast<QWidget*>(painter.device());
+        if (pWidget)
+            visible &= pWidget->visibleRegion().boundingRect();
+        if (dZoom <= 0 || visible.isEmpty())
+            return;
+        pixels =
+            QRect(QPoint(static_cast<int>(visible.left() / dZoom), static_cast<int>(visible.top() / dZoom)),
+                  QPoint(static_cast<int>(visible.right() / dZoom),
+                         static_cast<int>(visible.bottom() / dZoom))) &
+            QRect(0, 0, static_cast<int>(image.GetImageWidth()), static_cast<int>(image.GetImageHeight()));
+    }
+    QPainter& painter;
+    IKxImage& image;
+    double dZoom;
+    QRect visible; // in pixels of the screen
+    QRect pixels;  // of the image
+};
+
+/// Bytes of a pixel and how many of them are colours; none for what the screen isn't given.
+struct Layout
+{
+    int nBytes;
+    int nColours;
+};
+
+Layout LayoutOf(EKxPixelFormatNamingConvention_t eFormat)
+{
+    switch (static_cast<uint32_t>(eFormat)) {
+    case 0x01080001:
+        return {1, 1}; // Mono8
+    case 0x02180014:   // RGB8
+    case 0x02180015:
+        return {3, 3}; // BGR8
+    case 0x02200016:   // RGBa8
+    case 0x02200017:
+        return {4, 3}; // BGRa8
+    default:
+        return {0, 0};
+    }
+}
+
+/// A mark for each pixel of the image, or where several share one of the screen, for the pixel of the screen:
+/// over-exposure is stronger than under-exposure, and any of both stronger than none.
+QImage MarksOf(const Paint& paint, Layout layout)
+{
+    const int nStep = std::max(1, static_cast<int>(std::floor(1 / paint.dZoom)));
+    QImage marks((paint.pixels.width() + nStep - 1) / nStep, (paint.pixels.height() + nStep - 1) / nStep,
+                 QImage::Format_ARGB32_Premultiplied);
+    marks.fill(Qt::transparent);
+    const auto* const pFirst = static_cast<const uchar*>(paint.image.GetImageBuffer());
+    const size_t nPitch = paint.image.GetImageLinePitch();
+    for (int y = 0; y < paint.pixels.height(); ++y) {
+        const uchar* pPixel = pFirst + static_cast<size_t>(paint.pixels.top() + y) * nPitch +
+                              static_cast<size_t>(paint.pixels.left()) * static_cast<size_t>(layout.nBytes);
+        auto* const pMarks = reinterpret_cast<QRgb*>(marks.scanLine(y / nStep));
+        for (int x = 0; x < paint.pixels.width(); ++x, pPixel += layout.nBytes) {
+            uchar nMost = pPixel[0];
+            for (int c = 1; c < layout.nColours; ++c)
+                nMost = std::max(nMost, pPixel[c]);
+            if (nMost == 255)
+                pMarks[x / nStep] = kOver;
+            else if (nMost == 0 && pMarks[x / nStep] == 0)
+                pMarks[x / nStep] = kUnder;
+        }
+    }
+    return marks;
+}
+
+void MarkExposure(const Paint& paint)
+{
+    const Layout layout = LayoutOf(paint.image.GetImagePixelFormat());
+    if (layout.nBytes == 0 || paint.pixels.isEmpty())
+        return;
+    const QImage marks = MarksOf(paint, layout);
+    const int nStep = std::max(1, static_cast<int>(std::floor(1 / paint.dZoom)));
+    paint.painter.drawImage(QRectF(paint.pixels.left() * paint.dZoom, paint.pixels.top() * paint.dZoom,
+                                   marks.width() * nStep * paint.dZoom, marks.height() * nStep * paint.dZoom),
+                            marks);
+}
+
+QString ValuesAt(IKxImage& image, int x, int y)
+{
+    const IKxPixelComponent& values =
+        *image.GetIKxPixelComponentValue(static_cast<size_t>(x), static_cast<size_t>(y));
+    QStringList texts;
+    for (size_t k = 0; k < values.GetComponentCount(); ++k)
+        texts += QString::number(values.GetValue(k));
+    return texts.join('\n');
+}
+
+/// Black on light pixels and white on dark ones, as the screen shows them.
+QColor Contrast(const Paint& paint, Layout layout, int x, int y)
+{
+    if (layout.nBytes == 0)
+        return Qt::white;
+    const auto* const pPixel = static_cast<const uchar*>(paint.image.GetImageBuffer()) +
+                               static_cast<size_t>(y) * paint.image.GetImageLinePitch() +
+                               static_cast<size_t>(x * layout.nBytes);
+    const int nLight = layout.nColours == 1 ? pPixel[0] : (pPixel[0] + 2 * pPixel[1] + pPixel[2]) / 4;
+    return nLight > 127 ? Qt::black : Qt::white;
+}
+
+void WriteValues(const Paint& paint, IKxImage& camera)
+{
+    constexpr double kTextHeight = 0.3; // of a pixel
+    const QRect pixels = paint.pixels & QRect(0, 0, static_cast<int>(camera.GetImageWidth()),
+                                              static_cast<int>(camera.GetImageHeight()));
+    const Layout layout = LayoutOf(paint.image.GetImagePixelFormat());
+    QFont font = paint.painter.font();
+    font.setPixelSize(std::max(6, static_cast<int>(paint.dZoom * kTextHeight)));
+    paint.painter.setFont(font);
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            paint.painter.setPen(Contrast(paint, layout, x, y));
+            paint.painter.drawText(QRectF(x * paint.dZoom, y * paint.dZoom, paint.dZoom, paint.dZoom),
+                                   Qt::AlignCenter | Qt::TextDontClip, ValuesAt(camera, x, y));
+        }
+    }
+}
+
+} // namespace
+
+void ImageMarks::OnCallback(IKxCallbackParamBase* pParam)
+{
+    if (pParam->GetCallbackType() != KxGUICallbackType_Drawing)
+        return;
+    const auto& event = *dynamic_cast<IKxCallbackParamKxApiGUIEventDrawing*>(pParam);
+    // An image that is painted once more keeps its place in memory.
+    if (event.GetIKxImage() != m_pShown) {
+        m_pShown = event.GetIKxImage();
+        m_shown.Add(0);
+    }
+    const bool bValues = m_bValues && event.GetDisplayWidth() >= kValuesFrom * event.GetROIWidth();
+    if (!m_bExposure && !bValues)
+        return;
+    const Paint paint(event);
+    paint.painter.save();
+    try {
+        if (m_bExposure)
+            MarkExposure(paint);
+        if (bValues)
+            WriteValues(paint,
+                        *dynamic_cast<IKxImageDisplayWnd&>(*event.GetIKxWnd()).GetRegisteredIKxImage());
+    } catch (const GenICam::GenericException&) { // NOLINT(bugprone-empty-catch): the next paint tries again
+    }
+    paint.painter.restore();
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ViewerStatus.h"
+
+#include "CameraView.h"
+
+#include <QLabel>
+#include <QStatusBar>
+
+using namespace KxApi;
+
+namespace
+{
+
+constexpr double kMegabyte = 1e6;
+
+} // namespace
+
+ViewerStatus::ViewerStatus(QStatusBar& bar)
+    : QObject(&bar)
+{
+    m_pPixel = Add(bar, "pixel", tr("Pixel under the mouse"), 26);
+    m_figures = {
+        Add(bar, "rate", tr("Images from the camera, over the last second"), 13),
+        Add(bar, "shown", tr("Images shown, over the last second"), 11),
+        Add(bar, "lost", tr("Images that did not come since the start"), 8),
+        Add(bar, "incomplete", tr("Images since the start of which parts are missing"), 12),
+        Add(bar, "bandwidth", tr("Data from the camera, over the last second"), 11),
+    };
+}
+
+QLabel* ViewerStatus::Add(QStatusBar& bar, const char* szName, const QString& strTitle, int nWidest)
+{
+    auto* const pLabel = new QLabel(&bar);
+    pLabel->setObjectName(szName);
+    pLabel->setToolTip(strTitle);
+    pLabel->setAccessibleName(strTitle);
+    pLabel->setMinimumWidth(pLabel->fontMetrics().averageCharWidth() * nWidest); // figures don't jump
+    bar.addPermanentWidget(pLabel);
+    return pLabel;
+}
+
+void ViewerStatus::Show(CameraView& view, const QString& strWithoutCamera)
+{
+    const CameraSession* const pSession = view.Session();
+    if (!pSession) {
+        for (QLabel* const pLabel : m_figures)
+            pLabel->setText(pLabel == m_figures.first() ? strWithoutCamera : QString());
+        return;
+    }
+    const CKxStreamStatistics statistics = pSession->GetStatistics();
+    const RateMeter::Rates rates = pSession->GetRates();
+    const QString texts[] = {
+        tr("%1 images/s").arg(rates.perSecond, 0, 'f', 1),
+        tr("%1 shown/s").arg(view.Marks().ShownRate(), 0, 'f', 1),
+        tr("%1 lost").arg(LostImages(statistics)),
+        tr("%1 incomplete").arg(statistics.nIncomplete),
+        tr("%1 MB/s").arg(rates.bytesPerSecond / kMegabyte, 0, 'f', 1),
+    };
+    for (int i = 0; i < m_figures.size(); ++i)
+        m_figures[i]->setText(texts[i]);
+}
+
+void ViewerStatus::ShowPixel(const QString& strText) { m_pPixel->setText(strText); }
