@@ -2,6 +2,7 @@
 #include "Appearance.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
@@ -34,6 +35,9 @@ constexpr ColourRow kDark[] = {
 
 } // namespace
 
+/// The resources of a static library are there once this has been called, outside of any namespace.
+static void InitResources() { Q_INIT_RESOURCE(kxviewer); }
+
 bool IsDark() { return QApplication::palette().color(QPalette::Window).lightness() < 128; }
 
 void SetDark(bool bDark)
@@ -52,8 +56,15 @@ void SetDark(bool bDark)
     QToolTip::setPalette(palette);
 }
 
+QIcon ViewerIcon()
+{
+    InitResources();
+    return QIcon::fromTheme("kxviewer", QIcon(":/kxviewer.png"));
+}
+
 void SetLanguage(const QString& strLanguage)
 {
+    InitResources();
     const QLocale locale = strLanguage.isEmpty() ? QLocale() : QLocale(strLanguage);
     const auto install = [&](const QString& strName, const QString& strFolder) {
         auto* const pTranslator = new QTranslator(qApp);
@@ -63,5 +74,7 @@ void SetLanguage(const QString& strLanguage)
             delete pTranslator;
     };
     install("qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-    install("kxviewer", ":/translations");
+    // The SDK's libraries bring no translations along.
+    for (const char* const szName : {"kxviewer", "windows"})
+        install(szName, ":/translations");
 }

@@ -6,12 +6,11 @@
 
 void ShowError(QWidget* pParent, const QString& strTried, const GenICam::GenericException& error)
 {
-    const auto tr = [](const char* szText) { return QCoreApplication::translate("ErrorBox", szText); };
     auto* const pBox = new QMessageBox(pParent);
     pBox->setObjectName("errorBox");
     pBox->setAttribute(Qt::WA_DeleteOnClose);
     pBox->setIcon(QMessageBox::Warning);
-    pBox->setWindowTitle(tr(QT_TRANSLATE_NOOP("ErrorBox", "KxApi viewer")));
+    pBox->setWindowTitle(QCoreApplication::translate("MainWindow", "KxApi viewer"));
     pBox->setTextFormat(Qt::PlainText);
     pBox->setText(strTried);
     pBox->setInformativeText(QString::fromUtf8(error.GetDescription()));

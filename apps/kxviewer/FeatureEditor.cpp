@@ -112,7 +112,7 @@ private:
         m_pBox->setRange(dMin, dMax);
         m_pBox->setSingleStep(std::max((dMax - dMin) / 100, m_number.pInteger.IsValid() ? 1.0 : 0.0));
         m_pBox->setSuffix(m_number.Unit().isEmpty() ? QString() : " " + m_number.Unit());
-        m_pBox->setToolTip(tr("From %1 to %2").arg(dMin).arg(dMax));
+        m_pBox->setToolTip(FeatureEditor::tr("From %1 to %2").arg(dMin).arg(dMax));
         m_pBox->setValue(dValue);
         if (!m_pSlider->isSliderDown())
             m_pSlider->setValue(StepOf(dValue));

@@ -47,7 +47,7 @@ MainWindow::MainWindow(KxApps::Cameras& cameras, const CameraSearch& search, Run
     , m_pStatus(new ViewerStatus(*statusBar()))
 {
     setWindowTitle(tr("KxApi viewer"));
-    setWindowIcon(QIcon(":/kxviewer.png"));
+    setWindowIcon(ViewerIcon());
     resize(QSize(1400, 900).boundedTo(screen()->availableSize()));
     setCentralWidget(m_pArea);
     AddView();

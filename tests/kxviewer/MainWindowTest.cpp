@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: Apache-2.0
+// The viewer's main window as its user meets it, with simulated cameras and without a display.
+#include "CameraRegion.h"
+#include "DeviceDialog.h"
+#include "Display.h"
+#include "ErrorBox.h"
+#include "FeatureEditor.h"
+#include "ImageZoom.h"
+#include "MainWindow.h"
+#include "ViewerSettings.h"
+
+#include <KxApi_TL/IKxPort.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+namespace
+{
+
+using namespace KxApi;
+
+constexpr int kTimeoutMs = 20000;
+constexpr const char* kCamera = "KX-U03N_1003"; // the smallest one
+
+QApplication& Application()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char szName[] = "kxviewer";
+    static char* argv[] = {szName, nullptr};
+    static QApplication& application = *MakeApplication(argc, argv).release();
+    return application;
+}
+
+class MainWindowTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Application();
+        // Others may use the same simulated cameras at this moment.
+        qputenv("TMPDIR", m_folder.path().toUtf8());
+        ViewerSettings::UseFile(m_folder.filePath("viewer.conf"));
+        m_pCameras = std::make_unique<KxApps::Cameras>();
+        m_pSearch = std::make_unique<CameraSearch>(*m_pCameras);
+        MakeWindow();
+    }
+    void TearDown() override
+    {
+        m_pWindow.reset();
+        m_pSearch.reset();
+        m_pCameras.reset();
+    }
+    void MakeWindow()
+    {
+        m_pWindow.reset();
+        m_pWindow = std::make_unique<MainWindow>(*m_pCameras, *m_pSearch, m_report, true);
+        m_pWindow->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_pWindow.get()));
+    }
+    CameraView& Open(const char* szCamera = kCamera)
+    {
+        m_pWindow->Open(m_pCameras->Find(szCamera), {});
+        return m_pWindow->View();
+    }
+    void Do(const char* szAction) const
+    {
+        QAction* const pAction = m_pWindow->Actions().Find(szAction);
+        ASSERT_NE(pAction, nullptr) << szAction;
+        ASSERT_TRUE(pAction->isEnabled()) << szAction;
+        pAction->trigger();
+    }
+    static GenApi::INodeMap& Map(CameraView& view)
+    {
+        return *view.Session()->GetDevice().GetIKxRemotePort()->GetINodeMap();
+    }
+    static std::string Get(CameraView& view, const char* szName)
+    {
+        return GenApi::CValuePtr(Map(view).GetNode(szName))->ToString().c_str();
+    }
+    static void Set(CameraView& view, const char* szName, const char* szValue)
+    {
+        GenApi::CValuePtr(Map(view).GetNode(szName))->FromString(szValue);
+    }
+    static bool HasImages(CameraView& view, uint64_t nImages)
+    {
+        return QTest::qWaitFor([&] { return view.Session()->GetStatistics().nDelivered >= nImages; },
+                               kTimeoutMs);
+    }
+    static bool IsIdle(CameraView& view)
+    {
+        return QTest::qWaitFor([&] { return !view.Session()->IsAcquiring(); }, kTimeoutMs);
+    }
+    /// Draws a rectangle in parts of the image, and selects it.
+    static void DrawRectangle(CameraView& view, QPointF from, QPointF to)
+    {
+        QWidget& image = *ImageWidgetOf(view.Window());
+        const auto at = [&](QPointF part) {
+            return QPoint(static_cast<int>(part.x() * image.width()),
+                          static_cast<int>(part.y() * image.height()));
+        };
+        const auto move = [&](QPoint position, Qt::MouseButtons eButtons) {
+            QCursor::setPos(image.mapToGlobal(position)); // where the window asks
+            QMouseEvent event(QEvent::MouseMove, position, image.mapToGlobal(position), Qt::NoButton, eButtons,
+                              Qt::NoModifier);
+            QApplication::sendEvent(&image, &event);
+        };
+        move(at(from), Qt::NoButton);
+        QTest::mousePress(&image, Qt::LeftButton, Qt::NoModifier, at(from));
+        move(at(to), Qt::LeftButton);
+        QTest::mouseRelease(&image, Qt::LeftButton, Qt::NoModifier, at(to));
+    }
+
+    QTemporaryDir m_folder;
+    RunReport m_report;
+    std::unique_ptr<KxApps::Cameras> m_pCameras;
+    std::unique_ptr<CameraSearch> m_pSearch;
+    std::unique_ptr<MainWindow> m_pWindow;
+};
+
+TEST_F(MainWindowTest, StartsStopsTakesSingleAndTriggeredImages)
+{
+    EXPECT_FALSE(m_pWindow->Actions().Find("start")->isEnabled());
+    CameraView& view = Open();
+    Do("start");
+    EXPECT_TRUE(HasImages(view, 3));
+    Do("stop");
+    EXPECT_FALSE(view.Session()->IsAcquiring());
+    Do("start");
+    Do("single"); // also out of a running acquisition
+    EXPECT_TRUE(IsIdle(view));
+    EXPECT_EQ(m_pWindow->GetImageCount(), 1U);
+
+    Set(view, "TriggerMode", "On");
+    Set(view, "TriggerSource", "Software");
+    Do("start");
+    Do("trigger");
+    EXPECT_TRUE(HasImages(view, 1));
+    EXPECT_EQ(m_pWindow->GetImageCount(), 1U);
+}
+
+TEST_F(MainWindowTest, KeepsFeatureSetsOfACameraAndLoadsThemWhileItRuns)
+{
+    CameraView& view = Open();
+    Do("start");
+    Set(view, "ExposureTime", "1234");
+    Do("saveSerial");
+    Set(view, "ExposureTime", "2000");
+    Do("loadSerial");
+    EXPECT_EQ(std::stod(Get(view, "ExposureTime")), 1234);
+    EXPECT_TRUE(view.Session()->IsAcquiring());
+    EXPECT_EQ(QDir(m_folder.filePath("features")).entryList(QDir::Files).size(), 1);
+
+    // There is none for the model, which is told with the details behind a button.
+    Do("loadModel");
+    const auto* const pBox = m_pWindow->findChild<QMessageBox*>("errorBox");
+    ASSERT_NE(pBox, nullptr);
+    EXPECT_FALSE(pBox->detailedText().isEmpty());
+    EXPECT_FALSE((pBox->text() + pBox->informativeText()).contains(".cpp"));
+
+    Do("loadAtOpen");
+    Set(view, "ExposureTime", "2000");
+    m_pWindow->CloseView(view);
+    EXPECT_EQ(std::stod(Get(Open(), "ExposureTime")), 1234);
+}
+
+TEST_F(MainWindowTest, ControlsFollowTheCameraAndSetIt)
+{
+    CameraView& view = Open();
+    const auto* const pExposure = m_pWindow->findChild<FeatureEditor*>("ExposureTime");
+    ASSERT_NE(pExposure, nullptr);
+    auto* const pBox = pExposure->findChild<QDoubleSpinBox*>();
+    EXPECT_FALSE(pBox->accessibleName().isEmpty());
+    pBox->setValue(777);
+    EXPECT_EQ(std::stod(Get(view, "ExposureTime")), 777);
+    std::thread([&] { Set(view, "ExposureTime", "888"); }).join(); // a thread of the application's
+    EXPECT_TRUE(QTest::qWaitFor([&] { return pBox->value() == 888; }, kTimeoutMs));
+    // Only what the camera has: this one sees no colours and has no polarisers.
+    EXPECT_EQ(m_pWindow->findChild<FeatureEditor*>("BalanceWhiteAuto"), nullptr);
+    EXPECT_EQ(m_pWindow->findChild<FeatureEditor*>("PolarizationImageTransformationMethod"), nullptr);
+    m_pWindow->CloseView(view);
+    EXPECT_EQ(m_pWindow->findChild<FeatureEditor*>("ExposureTime"), nullptr);
+    Open("KX-G5P_2002");
+    EXPECT_NE(m_pWindow->findChild<FeatureEditor*>("PolarizationImageTransformationMethod"), nullptr);
+}
+
+TEST_F(MainWindowTest, RemembersItsLayoutAndTheLastCamera)
+{
+    Open();
+    m_pWindow->findChild<QDockWidget*>("histogram")->hide();
+    m_pWindow->findChild<QDockWidget*>("profile")->show();
+    Do("tile");
+    Do("markExposure");
+    m_pWindow->close();
+    MakeWindow();
+    EXPECT_FALSE(m_pWindow->findChild<QDockWidget*>("histogram")->isVisible());
+    EXPECT_TRUE(m_pWindow->findChild<QDockWidget*>("profile")->isVisible());
+    EXPECT_TRUE(m_pWindow->Area().IsTiled());
+    EXPECT_TRUE(m_pWindow->View().Marks().MarksExposure());
+
+    DeviceDialog dialog(*m_pCameras, ViewerSettings().value("cameras/last").toString(), m_pWindow.get());
+    dialog.show();
+    auto* const pTree = dialog.findChild<QTreeWidget*>("treeDevice");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !pTree->selectedItems().isEmpty(); }, kTimeoutMs));
+    QTest::keyClick(pTree, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.result() == QDialog::Accepted; }, kTimeoutMs));
+    EXPECT_EQ(dialog.Chosen().pInfo->GetID(), kCamera);
+
+    Do("resetLayout");
+    EXPECT_TRUE(m_pWindow->findChild<QDockWidget*>("histogram")->isVisible());
+}
+
+TEST_F(MainWindowTest, ShowsTwoCamerasSideBySideEachWithItsOwnAcquisition)
+{
+    CameraView& first = Open();
+    Do("start");
+    CameraView& second = Open("KX-U5M_1001");
+    Do("start");
+    EXPECT_FALSE(first.isVisible());
+    Do("tile");
+    EXPECT_TRUE(first.isVisible() && second.isVisible());
+    EXPECT_FALSE(first.geometry().intersects(second.geometry()));
+    EXPECT_TRUE(HasImages(first, 3) && HasImages(second, 3));
+    QTest::mouseClick(ImageWidgetOf(first.Window()), Qt::LeftButton);
+    EXPECT_EQ(&m_pWindow->View(), &first); // toolbar and docks follow the click
+    Do("disconnect");
+    EXPECT_EQ(m_pWindow->Area().Views(), QVector<CameraView*>{&second});
+    EXPECT_TRUE(second.Session()->IsAcquiring());
+}
+
+TEST_F(MainWindowTest, SetsTheRegionOfTheCameraToARectangleOnTheImage)
+{
+    CameraView& view = Open();
+    Do("start");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ImageWidgetOf(view.Window())->width() > 1; }, kTimeoutMs));
+    Do("draw3");
+    DrawRectangle(view, {0.25, 0.25}, {0.5, 0.75});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return SelectedPixels(view.Window()).has_value(); }, kTimeoutMs));
+    const QRect selected = *SelectedPixels(view.Window());
+    Do("regionSet");
+    EXPECT_TRUE(view.Session()->IsAcquiring());
+    const QRect region(std::stoi(Get(view, "OffsetX")), std::stoi(Get(view, "OffsetY")),
+                       std::stoi(Get(view, "Width")), std::stoi(Get(view, "Height")));
+    EXPECT_TRUE(region.contains(selected)) << region.x() << " " << region.width();
+    EXPECT_LT(region.width() - selected.width(), 16); // the steps that the camera goes
+    EXPECT_NEAR(region.width(), 160, 20);
+    Do("regionFull");
+    EXPECT_EQ(Get(view, "Width"), "640");
+    EXPECT_EQ(Get(view, "OffsetX"), "0");
+}
+
+TEST_F(MainWindowTest, MarksOverexposedPixelsAndWritesValuesIntoLargeOnes)
+{
+    CameraView& view = Open();
+    Set(view, "ExposureTime", "20000"); // all white
+    Do("single");
+    ASSERT_TRUE(IsIdle(view) && HasImages(view, 1));
+    QWidget& image = *ImageWidgetOf(view.Window());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return image.width() > 1; }, kTimeoutMs));
+    const auto middle = [&] {
+        const QRect visible = image.visibleRegion().boundingRect();
+        return image.grab(visible).toImage();
+    };
+    const auto count = [&](const QImage& picture, QRgb colour) {
+        int nPixels = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                nPixels += picture.pixel(x, y) == colour ? 1 : 0;
+        return nPixels;
+    };
+    constexpr QRgb kRed = 0xffff2020;
+    EXPECT_EQ(count(middle(), kRed), 0);
+    Do("markExposure");
+    EXPECT_GT(count(middle(), kRed), 1000);
+    Do("markExposure");
+    EXPECT_EQ(count(middle(), kRed), 0);
+
+    ImageZoom(view.Window()).Set(31);
+    QTest::qWait(0);
+    EXPECT_EQ(count(middle(), qRgb(0, 0, 0)), 0); // white alone
+    ImageZoom(view.Window()).Set(32);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return count(middle(), qRgb(0, 0, 0)) > 0; }, kTimeoutMs));
+    Do("pixelValues");
+    EXPECT_EQ(count(middle(), qRgb(0, 0, 0)), 0);
+}
+
+TEST_F(MainWindowTest, KeysZoomScrollAndStart)
+{
+    CameraView& view = Open();
+    QTest::keyClick(m_pWindow.get(), Qt::Key_F6);
+    ASSERT_TRUE(HasImages(view, 1));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ImageWidgetOf(view.Window())->width() > 1; }, kTimeoutMs));
+    QWidget* const pFocus = view.focusProxy();
+    pFocus->setFocus();
+    const ImageZoom zoom(view.Window());
+    EXPECT_TRUE(zoom.IsFit());
+    const double dFit = zoom.Get();
+    QTest::keyClick(pFocus, Qt::Key_Plus);
+    EXPECT_FALSE(zoom.IsFit());
+    EXPECT_GT(zoom.Get(), dFit);
+    QTest::keyClick(pFocus, Qt::Key_1);
+    EXPECT_EQ(zoom.Get(), 1);
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(pFocus, Qt::Key_Plus);
+    EXPECT_EQ(zoom.Get(), 4);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.Window().GetScrollHMax() > 0; }, kTimeoutMs));
+    view.Window().SetScrollHPosition(0);
+    QTest::keyClick(pFocus, Qt::Key_Right);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.Window().GetScrollHPosition() > 0; }, kTimeoutMs));
+    QTest::keyClick(pFocus, Qt::Key_F);
+    EXPECT_TRUE(zoom.IsFit());
+    EXPECT_TRUE(m_pWindow->Actions().KeysAsHtml().contains("F11"));
+}
+
+} // namespace
