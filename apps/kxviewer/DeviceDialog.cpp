@@ -49,13 +49,13 @@ DeviceDialog::DeviceDialog(KxApps::Cameras& cameras, const QString& strLast, QWi
     connect(m_pAgain, &QPushButton::clicked, this, &DeviceDialog::Search);
     connect(&m_timer, &QTimer::timeout, this, &DeviceDialog::SelectLast);
     m_selection->RegisterTargetIKxSystemList(m_cameras.SystemArray());
-    m_selection->RegisterCallback(this);
+    m_hCallback = m_selection->RegisterCallback(this);
     Search();
 }
 
 DeviceDialog::~DeviceDialog()
 {
-    m_selection->DeregisterCallback(this);
+    m_selection->DeregisterCallback(m_hCallback);
     m_selection.Reset();
 }
 

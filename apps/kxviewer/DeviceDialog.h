@@ -45,5 +45,6 @@ private:
     QLabel* m_pState;
     QPushButton* m_pAgain;
     QTimer m_timer;
+    void* m_hCallback = nullptr;
     KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxDeviceSelectionWnd> m_selection;
 };
