@@ -109,6 +109,21 @@ void ActionTable::Add(const ActionRow& row, QMainWindow& window, QWidget& image)
     m_actions.insert(row.szId, pAction);
 }
 
+void ActionTable::Adopt(QAction& action, ActionMenu eMenu, ActionBar eBar, const QString& strBehind,
+                        const char* szKeys)
+{
+    const auto insert = [&](QWidget& list) {
+        const auto actions = list.actions();
+        list.insertAction(actions.value(actions.indexOf(Find(strBehind)) + 1), &action);
+    };
+    action.setIcon(MakeActionIcon(action.objectName().toLatin1().constData()));
+    action.setShortcuts(QKeySequence::listFromString(szKeys));
+    insert(*Menu(eMenu));
+    insert(*Bar(eBar));
+    static_cast<QWidget*>(parent())->addAction(&action);
+    m_adopted.push_back(&action);
+}
+
 void ActionTable::Update()
 {
     for (const ActionRow& row : m_rows) {
@@ -124,12 +139,16 @@ void ActionTable::Update()
 QString ActionTable::KeysAsHtml() const
 {
     QString strHtml = "<table cellspacing='6'>";
+    const auto add = [&](const QString& strKeys, const QAction& action) {
+        if (!strKeys.isEmpty())
+            strHtml += QString("<tr><td><b>%1</b></td><td>%2</td></tr>")
+                           .arg(strKeys.toHtmlEscaped(), Plain(action.text()).toHtmlEscaped());
+    };
     for (const ActionRow& row : m_rows) {
-        const QAction* const pAction = row.szId ? Find(row.szId) : nullptr;
-        if (!pAction || KeysOf(row).isEmpty())
-            continue;
-        strHtml += QString("<tr><td><b>%1</b></td><td>%2</td></tr>")
-                       .arg(KeysOf(row).toHtmlEscaped(), Plain(pAction->text()).toHtmlEscaped());
+        if (row.szId)
+            add(KeysOf(row), *Find(row.szId));
     }
+    for (const QAction* const pAction : m_adopted)
+        add(QKeySequence::listToString(pAction->shortcuts(), QKeySequence::NativeText), *pAction);
     return strHtml + "</table>";
 }

@@ -55,6 +55,11 @@ public:
     /// Brings enabled and checked actions up to date.
     void Update();
 
+    /// Gives an action that something else has made and keeps up to date a place in menu and toolbar (behind
+    /// the action "behind"), keys, and a line in the help.
+    void Adopt(QAction& action, ActionMenu eMenu, ActionBar eBar, const QString& strBehind,
+               const char* szKeys);
+
     QAction* Find(const QString& strId) const { return m_actions.value(strId); }
     QMenu* Menu(ActionMenu eMenu) const { return m_menus[static_cast<size_t>(eMenu)]; }
     QToolBar* Bar(ActionBar eBar) const { return m_bars[static_cast<size_t>(eBar)]; }
@@ -71,4 +76,5 @@ private:
     std::vector<QMenu*> m_menus;
     std::vector<QToolBar*> m_bars;
     QHash<QString, QAction*> m_actions;
+    std::vector<QAction*> m_adopted;
 };

@@ -95,10 +95,8 @@ void MainWindow::AddDocks()
         m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
         connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
     }
-    if (auto* const pRecord = findChild<QAction*>("record")) {
-        m_pActions->Bar(ActionBar::Acquisition)->insertAction(m_pActions->Find("trigger"), pRecord);
-        m_pActions->Menu(ActionMenu::Acquisition)->addAction(pRecord);
-    }
+    if (auto* const pRecord = findChild<QAction*>("record"))
+        m_pActions->Adopt(*pRecord, ActionMenu::Acquisition, ActionBar::Acquisition, "trigger", "F9");
     m_firstLayout = saveState(kLayoutVersion);
 }
 

@@ -5,6 +5,7 @@
 #include "CameraView.h"
 #include "RecordingTarget.h"
 #include "RingPanel.h"
+#include "ViewerSettings.h"
 
 #include <QAction>
 #include <QFormLayout>
@@ -14,7 +15,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QProgressBar>
-#include <QSettings>
 #include <QSpinBox>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -34,9 +34,9 @@ QSpinBox* MakeLimit(const QString& strName, const QString& strSuffix, const char
     pBox->setSuffix(strSuffix);
     pBox->setAccessibleName(strName);
     const QString strKey = QString("recording/") + szKey;
-    pBox->setValue(QSettings().value(strKey, 0).toInt());
+    pBox->setValue(ViewerSettings().value(strKey, 0).toInt());
     QObject::connect(pBox, qOverload<int>(&QSpinBox::valueChanged),
-                     [strKey](int nValue) { QSettings().setValue(strKey, nValue); });
+                     [strKey](int nValue) { ViewerSettings().setValue(strKey, nValue); });
     return pBox;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RecordingTarget.h"
 
+#include "ViewerSettings.h"
+
 #include <Base/GCException.h>
 
 #include <QComboBox>
@@ -11,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QRegularExpression>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QToolButton>
 
@@ -44,12 +45,12 @@ QString FirstFolder()
 
 RecordingTarget::RecordingTarget(QWidget* pParent)
     : QWidget(pParent)
-    , m_pFolder(new QLineEdit(QSettings().value("recording/folder", FirstFolder()).toString()))
+    , m_pFolder(new QLineEdit(ViewerSettings().value("recording/folder", FirstFolder()).toString()))
     , m_pKind(new QComboBox)
 {
     for (const Kind& kind : kKinds)
         m_pKind->addItem(tr(kind.szText), QString(kind.szEnding));
-    m_pKind->setCurrentIndex(std::max(m_pKind->findData(QSettings().value("recording/kind")), 0));
+    m_pKind->setCurrentIndex(std::max(m_pKind->findData(ViewerSettings().value("recording/kind")), 0));
     // Long entries must not keep the dock wide.
     m_pKind->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_pFolder->setToolTip(tr("Folder that recordings go into, under the camera's name and the time"));

@@ -2,6 +2,7 @@
 #include "RingPanel.h"
 
 #include "CameraRecording.h"
+#include "ViewerSettings.h"
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
@@ -9,7 +10,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSettings>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
@@ -47,11 +47,11 @@ RingPanel::RingPanel(QWidget* pParent)
     m_pSeconds->setDecimals(1);
     m_pSeconds->setSuffix(tr(" s"));
     m_pSeconds->setAccessibleName(tr("Seconds to keep"));
-    m_pSeconds->setValue(QSettings().value("recording/ringSeconds", kFirstSeconds).toDouble());
+    m_pSeconds->setValue(ViewerSettings().value("recording/ringSeconds", kFirstSeconds).toDouble());
     m_pMegabytes->setRange(1, kMaxMegabytes);
     m_pMegabytes->setSuffix(tr(" MB"));
     m_pMegabytes->setAccessibleName(tr("Memory to use"));
-    m_pMegabytes->setValue(QSettings().value("recording/ringMegabytes", FirstMegabytes()).toInt());
+    m_pMegabytes->setValue(ViewerSettings().value("recording/ringMegabytes", FirstMegabytes()).toInt());
     m_pHold->setCheckable(true);
     m_pHold->setToolTip(tr("Hold the live image and step through what is in memory"));
     m_pBack->setArrowType(Qt::LeftArrow);
@@ -111,8 +111,8 @@ void RingPanel::Follow(CameraRecording* pRecording)
 
 void RingPanel::Keep()
 {
-    QSettings().setValue("recording/ringSeconds", m_pSeconds->value());
-    QSettings().setValue("recording/ringMegabytes", m_pMegabytes->value());
+    ViewerSettings().setValue("recording/ringSeconds", m_pSeconds->value());
+    ViewerSettings().setValue("recording/ringMegabytes", m_pMegabytes->value());
     m_pHold->setChecked(false);
     if (m_pRecording)
         m_pRecording->SetRing(isChecked() ? m_pSeconds->value() : 0,

@@ -834,6 +834,214 @@ Apache License 2.0</translation>
     </message>
 </context>
 <context>
+    <name>QObject</name>
+    <message>
+        <source>no limit</source>
+        <translation>unbegrenzt</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingDock</name>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>Aufzeichnen</translation>
+    </message>
+    <message>
+        <source>Images at most</source>
+        <translation>Höchstens Bilder</translation>
+    </message>
+    <message>
+        <source>Seconds at most</source>
+        <translation>Höchstens Sekunden</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>Megabytes at most</source>
+        <translation>Höchstens Megabyte</translation>
+    </message>
+    <message>
+        <source> MB</source>
+        <translation> MB</translation>
+    </message>
+    <message>
+        <source>Save the images that come from now on</source>
+        <translation>Ab jetzt alle Bilder speichern</translation>
+    </message>
+    <message>
+        <source>Fill of the queue</source>
+        <translation>Füllung der Warteschlange</translation>
+    </message>
+    <message>
+        <source>Images that wait to be written; when it is full, images are lost</source>
+        <translation>Bilder, die noch geschrieben werden; ist sie voll, gehen Bilder verloren</translation>
+    </message>
+    <message>
+        <source>queue %p%</source>
+        <translation>Schlange %p%</translation>
+    </message>
+    <message>
+        <source>Images:</source>
+        <translation>Bilder:</translation>
+    </message>
+    <message>
+        <source>Time:</source>
+        <translation>Zeit:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Ends after</source>
+        <translation>Endet nach</translation>
+    </message>
+    <message>
+        <source>%1 images, %2 MB written, %3 MB/s; %4 wait, %5 lost, %6 incomplete</source>
+        <translation>%1 Bilder, %2 MB geschrieben, %3 MB/s; %4 warten, %5 verloren, %6 unvollständig</translation>
+    </message>
+    <message>
+        <source>Writing</source>
+        <translation>Schreibt</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gespeichert</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingTarget</name>
+    <message>
+        <source>One file of all images (kxseq)</source>
+        <translation>Eine Datei für alle Bilder (kxseq)</translation>
+    </message>
+    <message>
+        <source>PNG files</source>
+        <translation>PNG-Dateien</translation>
+    </message>
+    <message>
+        <source>TIFF files</source>
+        <translation>TIFF-Dateien</translation>
+    </message>
+    <message>
+        <source>BMP files</source>
+        <translation>BMP-Dateien</translation>
+    </message>
+    <message>
+        <source>JPEG files</source>
+        <translation>JPEG-Dateien</translation>
+    </message>
+    <message>
+        <source>Raw files (kxraw)</source>
+        <translation>Rohdateien (kxraw)</translation>
+    </message>
+    <message>
+        <source>CSV files</source>
+        <translation>CSV-Dateien</translation>
+    </message>
+    <message>
+        <source>Folder that recordings go into, under the camera's name and the time</source>
+        <translation>Ordner für Aufzeichnungen, unter dem Namen der Kamera und der Zeit</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Kind of file</source>
+        <translation>Dateiart</translation>
+    </message>
+    <message>
+        <source>Choose the folder</source>
+        <translation>Ordner wählen</translation>
+    </message>
+    <message>
+        <source>Folder:</source>
+        <translation>Ordner:</translation>
+    </message>
+    <message>
+        <source>As:</source>
+        <translation>Als:</translation>
+    </message>
+    <message>
+        <source>Folder for recordings</source>
+        <translation>Ordner für Aufzeichnungen</translation>
+    </message>
+</context>
+<context>
+    <name>RingPanel</name>
+    <message>
+        <source>Keep the last images in memory</source>
+        <translation>Die letzten Bilder im Speicher behalten</translation>
+    </message>
+    <message>
+        <source>Look at them</source>
+        <translation>Ansehen</translation>
+    </message>
+    <message>
+        <source>Save them</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>Seconds to keep</source>
+        <translation>Zu behaltende Sekunden</translation>
+    </message>
+    <message>
+        <source> MB</source>
+        <translation> MB</translation>
+    </message>
+    <message>
+        <source>Memory to use</source>
+        <translation>Zu nutzender Speicher</translation>
+    </message>
+    <message>
+        <source>Hold the live image and step through what is in memory</source>
+        <translation>Livebild anhalten und die Bilder im Speicher durchgehen</translation>
+    </message>
+    <message>
+        <source>One image back</source>
+        <translation>Ein Bild zurück</translation>
+    </message>
+    <message>
+        <source>One image forward</source>
+        <translation>Ein Bild vor</translation>
+    </message>
+    <message>
+        <source>Image in the ring</source>
+        <translation>Bild im Ring</translation>
+    </message>
+    <message>
+        <source>in at most</source>
+        <translation>in höchstens</translation>
+    </message>
+    <message>
+        <source>Image %1 of %2, frame ID %3, %4 s before the last one</source>
+        <translation>Bild %1 von %2, Bildnummer %3, %4 s vor dem letzten</translation>
+    </message>
+    <message>
+        <source>%1 images, %2 s, %3 MB</source>
+        <translation>%1 Bilder, %2 s, %3 MB</translation>
+    </message>
+    <message>
+        <source>the memory isn't enough for the time</source>
+        <translation>der Speicher reicht für die Zeit nicht</translation>
+    </message>
+</context>
+<context>
     <name>ViewArea</name>
     <message>
         <source>Open cameras</source>

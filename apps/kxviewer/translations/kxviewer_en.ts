@@ -6,15 +6,15 @@
     <message numerus="yes">
         <source>%n camera(s) that can&apos;t be opened are hidden; the check box shows them.</source>
         <translation>
-            <numerusform>A camera that can't be opened is hidden; the check box shows it.</numerusform>
-            <numerusform>%n cameras that can't be opened are hidden; the check box shows them.</numerusform>
+            <numerusform>A camera that can&apos;t be opened is hidden; the check box shows it.</numerusform>
+            <numerusform>%n cameras that can&apos;t be opened are hidden; the check box shows them.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n producer(s) can&apos;t be used: %1</source>
         <translation>
-            <numerusform>A producer can't be used: %1</numerusform>
-            <numerusform>%n producers can't be used: %1</numerusform>
+            <numerusform>A producer can&apos;t be used: %1</numerusform>
+            <numerusform>%n producers can&apos;t be used: %1</numerusform>
         </translation>
     </message>
 </context>
