@@ -29,6 +29,7 @@ namespace
 constexpr int kFollowMs = 500; // how often counters are shown anew
 constexpr int kMouseMs = 100;  // likewise zoom and the pixel below the mouse
 constexpr int kLayoutVersion = 1;
+constexpr int kWideEnough = 1200; // for docks at both sides of the image
 
 GenApi::CEnumerationPtr DrawingTypeOf(CameraView& view)
 {
@@ -94,6 +95,13 @@ void MainWindow::AddDocks()
         pDock->setVisible(pDock->IsShownAtFirst());
         m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
         connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
+    }
+    // A small screen belongs to the image: one dock gives way to the other.
+    auto* const pControls = findChild<QDockWidget*>("controls");
+    auto* const pFeatures = findChild<QDockWidget*>("features");
+    if (width() < kWideEnough) {
+        tabifyDockWidget(pFeatures, pControls);
+        pControls->raise();
     }
     if (auto* const pRecord = findChild<QAction*>("record"))
         m_pActions->Adopt(*pRecord, ActionMenu::Acquisition, ActionBar::Acquisition, "trigger", "F9");

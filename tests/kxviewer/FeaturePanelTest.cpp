@@ -4,6 +4,7 @@
 
 #include "Support.h"
 #include "TestMap.h"
+#include "ViewerSettings.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +14,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -46,8 +46,7 @@ protected:
     Panel()
         : m_map(kCamera)
     {
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
+        ViewerSettings::UseFile(m_folder.filePath("viewer.conf"));
         QCoreApplication::setOrganizationName("Tests");
         KxApi::processEventGUI(false, 0); // makes the application object
         m_pPanel = std::make_unique<FeaturePanel>(nullptr);
