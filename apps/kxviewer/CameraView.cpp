@@ -30,8 +30,7 @@ CameraView::CameraView(RunReport& report, QWidget* pParent)
     m_window->SetVisibleStatusBar(false); // the viewer's own tells the pixel
     m_window->SetVisibleMenu(false);
     m_window->SetEnableDrawingOnSavingImage(true);
-    m_window->RegisterCallback(&report);
-    m_window->RegisterCallback(&m_marks);
+    m_callbacks = {m_window->RegisterCallback(&report), m_window->RegisterCallback(&m_marks)};
     m_window->Show(this, KxWindowMode_Child);
     auto* const pNavigation = new ImageNavigation(*m_window, this);
     connect(pNavigation, &ImageNavigation::Pressed, this, &CameraView::Touched);
@@ -44,6 +43,9 @@ CameraView::CameraView(RunReport& report, QWidget* pParent)
 CameraView::~CameraView()
 {
     Close();
+    // The window may outlive this until events are handled, the callbacks may not.
+    for (void* const hCallback : m_callbacks)
+        m_window->DeregisterCallback(hCallback);
     m_window.Reset();
 }
 

@@ -8,6 +8,7 @@
 
 #include <KxApi_GUI/KxApi_GUI.h>
 
+#include <QVector>
 #include <QWidget>
 #include <memory>
 
@@ -56,5 +57,6 @@ private:
     ImageMarks m_marks;
     QLabel* m_pCaption;
     KxApi::CKxAutoPtr<KxApi::IKxWndReleasable, KxApi::IKxImageDisplayWnd> m_window;
+    QVector<void*> m_callbacks;               // their handles
     std::unique_ptr<CameraSession> m_session; // before the window goes, whose images it makes
 };
