@@ -8,11 +8,27 @@
 #include <KxApi_TL/IKxPixelComponent.h>
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
+#include <QApplication>
 #include <QCursor>
 #include <QLabel>
+#include <QPalette>
 #include <QVBoxLayout>
 
 using namespace KxApi;
+
+namespace
+{
+
+/// A plain background that goes with the windows round it, in light and dark.
+void SetBackground(IKxImageDisplayWnd& window, const QPalette& palette)
+{
+    const QColor colour = palette.color(QPalette::Mid);
+    window.SetBackgroundStyle(KxBackgroundStyle_None);
+    window.SetBackgroundColor(
+        static_cast<uint32_t>(colour.red() | colour.green() << 8 | colour.blue() << 16));
+}
+
+} // namespace
 
 CameraView::CameraView(RunReport& report, QWidget* pParent)
     : QWidget(pParent)
@@ -30,6 +46,9 @@ CameraView::CameraView(RunReport& report, QWidget* pParent)
     m_window->SetVisibleStatusBar(false); // the viewer's own tells the pixel
     m_window->SetVisibleMenu(false);
     m_window->SetEnableDrawingOnSavingImage(true);
+    SetBackground(*m_window, QApplication::palette());
+    connect(qApp, &QGuiApplication::paletteChanged, this,
+            [this](const QPalette& palette) { SetBackground(*m_window, palette); });
     m_callbacks = {m_window->RegisterCallback(&report), m_window->RegisterCallback(&m_marks)};
     m_window->Show(this, KxWindowMode_Child);
     auto* const pNavigation = new ImageNavigation(*m_window, this);

@@ -109,16 +109,10 @@ void DeviceDialog::ShowState(const QString& strFailure)
     if (nHidden > 0)
         lines += tr("%n camera(s) that can't be opened are hidden; the check box shows them.", "",
                     static_cast<int>(nHidden));
-    QStringList refused;
-    for (const CKxProducerInfo& producer : m_cameras.Producers()) {
-        if (!producer.strError.empty())
-            refused += QString::fromUtf8(producer.strPath.c_str()) + ": " +
-                       QString::fromUtf8(producer.strError.c_str());
-    }
-    if (!refused.isEmpty())
-        lines += tr("%n producer(s) can't be used: %1", "", refused.size()).arg(refused.join("; "));
+    const QString strUnusable = QString::fromUtf8(GetKxProducersText().c_str());
+    if (!strUnusable.isEmpty())
+        lines += strUnusable;
     m_pState->setText(lines.join('\n'));
-    m_pState->setToolTip(refused.join('\n'));
     m_pAgain->setVisible(!strFailure.isEmpty());
 }
 

@@ -58,7 +58,10 @@ MainWindow::MainWindow(KxApps::Cameras& cameras, const CameraSearch& search, Run
     Recall();
     connect(m_pArea, &ViewArea::CurrentChanged, this, &MainWindow::OnViewInFront);
     connect(m_pArea, &ViewArea::CloseWanted, this, [this](CameraView* pView) { CloseView(*pView); });
-    connect(&m_search, &CameraSearch::ProducersOpened, this, &MainWindow::Follow);
+    connect(&m_search, &CameraSearch::ProducersOpened, this, [this] {
+        m_pStatus->ShowWarning(m_search.Unusable());
+        Follow();
+    });
     connect(&m_timer, &QTimer::timeout, this, &MainWindow::Follow);
     connect(&m_timerMouse, &QTimer::timeout, this, &MainWindow::FollowMouse);
     m_timer.start(kFollowMs);

@@ -17,7 +17,13 @@ constexpr double kMegabyte = 1e6;
 
 ViewerStatus::ViewerStatus(QStatusBar& bar)
     : QObject(&bar)
+    , m_pWarning(new QLabel(&bar))
 {
+    m_pWarning->setObjectName("warning");
+    m_pWarning->setTextFormat(Qt::PlainText);
+    m_pWarning->setMinimumWidth(1); // the figures come first
+    m_pWarning->hide();
+    bar.addWidget(m_pWarning, 1);
     m_pPixel = Add(bar, "pixel", tr("Pixel under the mouse"), 26);
     m_figures = {
         Add(bar, "rate", tr("Images from the camera, over the last second"), 13),
@@ -61,3 +67,11 @@ void ViewerStatus::Show(CameraView& view, const QString& strWithoutCamera)
 }
 
 void ViewerStatus::ShowPixel(const QString& strText) { m_pPixel->setText(strText); }
+
+void ViewerStatus::ShowWarning(const QString& strText)
+{
+    constexpr int kWidest = 400;
+    m_pWarning->setText(m_pWarning->fontMetrics().elidedText(strText, Qt::ElideRight, kWidest));
+    m_pWarning->setToolTip(strText);
+    m_pWarning->setVisible(!strText.isEmpty());
+}

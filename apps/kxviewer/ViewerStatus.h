@@ -20,10 +20,13 @@ public:
     /// Shows a view's figures, or in place of those a text while no camera is open.
     void Show(CameraView& view, const QString& strWithoutCamera);
     void ShowPixel(const QString& strText);
+    /// A line at the left that stays, such as what keeps producers from being used; empty for none.
+    void ShowWarning(const QString& strText);
 
 private:
     QLabel* Add(QStatusBar& bar, const char* szName, const QString& strTitle, int nWidest);
 
+    QLabel* m_pWarning;
     QLabel* m_pPixel;
     QVector<QLabel*> m_figures;
 };

@@ -190,8 +190,8 @@ int Show(KxApps::Cameras& cameras, const Options& options)
 {
     RunReport report;
     CameraSearch search(cameras);
-    // What a run by itself leaves behind would surprise the user.
-    MainWindow window(cameras, search, report, !options.Ends());
+    // What a run by itself left behind in the user's own settings would surprise.
+    MainWindow window(cameras, search, report, !options.Ends() || !options.settingsFile.empty());
     Opening opening(window, cameras, search, options);
     if (options.Ends())
         EndByItself(window, options);
@@ -217,7 +217,8 @@ void UseSettings(const Options& options)
     if (options.reset)
         QFile::remove(ViewerSettings::File());
     SetLanguage(QString::fromStdString(options.language));
-    if (options.dark || (!options.Ends() && ViewerSettings().value("layout/dark").toBool()))
+    if (options.dark || ((!options.Ends() || !options.settingsFile.empty()) &&
+                         ViewerSettings().value("layout/dark").toBool()))
         SetDark(true);
 }
 

@@ -447,10 +447,6 @@
         <source>%n camera(s) that can't be opened are hidden; the check box shows them.</source>
         <translation><numerusform>Eine Kamera, die nicht geöffnet werden kann, ist verborgen; das Kästchen zeigt sie.</numerusform><numerusform>%n Kameras, die nicht geöffnet werden können, sind verborgen; das Kästchen zeigt sie.</numerusform></translation>
     </message>
-    <message numerus="yes">
-        <source>%n producer(s) can't be used: %1</source>
-        <translation><numerusform>Ein Producer ist nicht verwendbar: %1</numerusform><numerusform>%n Producer sind nicht verwendbar: %1</numerusform></translation>
-    </message>
 </context>
 <context>
     <name>FeatureDock</name>

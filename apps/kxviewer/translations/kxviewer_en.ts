@@ -10,12 +10,5 @@
             <numerusform>%n cameras that can&apos;t be opened are hidden; the check box shows them.</numerusform>
         </translation>
     </message>
-    <message numerus="yes">
-        <source>%n producer(s) can&apos;t be used: %1</source>
-        <translation>
-            <numerusform>A producer can&apos;t be used: %1</numerusform>
-            <numerusform>%n producers can&apos;t be used: %1</numerusform>
-        </translation>
-    </message>
 </context>
 </TS>
