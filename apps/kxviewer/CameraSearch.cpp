@@ -18,7 +18,8 @@ public:
             return;
         // Released here if the call isn't made any more.
         auto system = std::make_shared<KxApi::CKxAutoPtr<KxApi::IKxSystemReleasable>>(pSystem);
-        m_search.Later([this, system] { m_search.OnSystem(system->Detach()); });
+        // This object may be gone by then, the search isn't.
+        m_search.Later([&search = m_search, system] { search.OnSystem(system->Detach()); });
     }
     bool IsWanted() override { return m_search.m_bWanted && std::chrono::steady_clock::now() < m_end; }
 
