@@ -57,6 +57,7 @@ std::vector<CNodeInfo> CKxDisplayNodeMapWnd::CopyNodeInfo()
         std::vector<CNodeInfo*> vecInfos;
         GetNodeInfo(vecInfos);
         std::vector<CNodeInfo> vecNodes;
+        vecNodes.reserve(vecInfos.size());
         for (const CNodeInfo* const pInfo : vecInfos)
             vecNodes.push_back(*pInfo);
         return vecNodes;

@@ -34,7 +34,8 @@ try {
         histogram.window->RegisterIKxGraphDataBufferList(histogram.list.Get());
 
         const auto dLast = static_cast<double>(image.GetImageWidth() - 1);
-        const auto dRow = static_cast<double>(image.GetImageHeight() / 2);
+        const size_t nMiddle = image.GetImageHeight() / 2;
+        const auto dRow = static_cast<double>(nMiddle);
         profile.list->Clear();
         AppendLineProfile(&image, {0, dRow, dLast, dRow}, profile.list.Get());
         profile.window->RegisterIKxGraphDataBufferList(profile.list.Get());

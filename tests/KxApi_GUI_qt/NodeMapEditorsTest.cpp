@@ -103,10 +103,9 @@ TEST_F(NodeMapEditors, MoveIntegersByWholeIncrements)
     EXPECT_EQ(Get<QSpinBox>("Log").maximum(), 100000);
 }
 
-TEST_F(NodeMapEditors, WriteWhatIsTypedDraggedAndChosen)
+TEST_F(NodeMapEditors, WriteWhatIsDraggedAndWhatIsHardToRead)
 {
     ShowMap("Category Root { pFeature I; pFeature F; pFeature H; pFeature M; pFeature Ip; pFeature S; "
-            "pFeature B; "
             "pFeature E; pFeature C }\n"
             "Integer I { pValue IReg; Min 0; Max 1000; Representation Linear } IntReg IReg { at 0x10 4 RW; "
             "Little }\n"
@@ -115,26 +114,19 @@ TEST_F(NodeMapEditors, WriteWhatIsTypedDraggedAndChosen)
             "Integer M { Value 5; Min 0; Max 281474976710655; Representation MACAddress }\n"
             "Integer Ip { Value 0; Min 0; Max 0xFFFFFFFF; Representation IPV4Address }\n"
             "StringReg S { Address 0x100; Length 16; AccessMode RW; pPort Device }\n"
-            "Boolean B { Value false }\n"
             "Enumeration E { EnumEntry A { DisplayName Same; Value 3 } EnumEntry B2 { DisplayName Same; "
             "Value 4 } "
             "EnumEntry C2 { Value 5 } Value 5 }\n"
             "Command C { pValue CReg; CommandValue 9 } IntReg CReg { at 0x20 4 RW; Little }");
     m_pMap->port.TakeAccesses();
-    Type(Get<QSpinBox>("I"), "123");
-    EXPECT_EQ(Int("I"), 123);
     Get<QSlider>("I").setSliderDown(true);
     Get<QSlider>("I").setSliderPosition(500);
     Get<QSlider>("I").setSliderDown(false);
     EXPECT_EQ(Int("I"), 500);
     EXPECT_EQ(Get<QSpinBox>("I").value(), 500);
-    Type(Get<QDoubleSpinBox>("F"), "2.25");
-    EXPECT_EQ(m_pMap->Flt("F").GetValue(), 2.25);
     Get<QSlider>("F").setValue(50);
     EXPECT_EQ(m_pMap->Flt("F").GetValue(), 100);
     EXPECT_EQ(Get<QDoubleSpinBox>("F").value(), 100);
-    Type(Get<QLineEdit>("H"), "0xAB");
-    EXPECT_EQ(Int("H"), 0xAB);
     Type(Get<QLineEdit>("H"), "nothing");
     EXPECT_EQ(Int("H"), 0);
     Type(Get<QLineEdit>("M"), "00:11:22:33:44:55");
@@ -146,8 +138,6 @@ TEST_F(NodeMapEditors, WriteWhatIsTypedDraggedAndChosen)
     Get<QLineEdit>("S").setText(QString::fromUtf8("Gr\xC3\xBC\xC3\x9F"));
     QTest::keyClick(&Get<QLineEdit>("S"), Qt::Key_Return);
     EXPECT_EQ(m_pMap->Get<GenApi::IString>("S").GetValue(), "Gr\xC3\xBC\xC3\x9F");
-    QTest::keyClick(&Get<QComboBox>("B"), Qt::Key_Down);
-    EXPECT_TRUE(m_pMap->Get<GenApi::IBoolean>("B").GetValue());
     EXPECT_EQ(Get<QComboBox>("E").count(), 2); // two entries share a name, and the first of them counts
     QTest::keyClick(&Get<QComboBox>("E"), Qt::Key_Up);
     EXPECT_EQ(m_pMap->Enum("E").GetIntValue(), 3);
