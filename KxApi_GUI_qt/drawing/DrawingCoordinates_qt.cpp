@@ -13,9 +13,9 @@ constexpr double kDegreesPerRadian = 180.0 / 3.14159265358979323846;
 
 int32_t ToWindowPixel(double dPixel)
 {
-    if (std::isnan(dPixel))
-        return 0;
-    return static_cast<int32_t>(std::fmin(std::fmax(dPixel, -kWindowLimit), kWindowLimit));
+    if (std::abs(dPixel) < kWindowLimit)
+        return static_cast<int32_t>(dPixel);
+    return std::isnan(dPixel) ? 0 : static_cast<int32_t>(std::copysign(kWindowLimit, dPixel));
 }
 
 double ToFraction(int32_t nWindow, double dScale, uint64_t nImageSize)

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "drawing/DrawingLayer_qt.h"
 
+#include "drawing/DevicePixels_qt.h"
+
 #include <QPainter>
-#include <QWidget>
 #include <cstring>
 
 namespace KxApi
@@ -11,16 +12,6 @@ namespace
 {
 
 constexpr int kMaxPixels = 64 << 20; // beyond all screens
-
-/// What of the painter's device can be seen, in the painter's coordinates.
-QRect VisibleRect(const QPainter& painter)
-{
-    QPaintDevice* const pDevice = painter.device();
-    if (pDevice->devType() == QInternal::Widget)
-        return static_cast<QWidget*>(pDevice)->visibleRegion().boundingRect();
-    const double dRatio = pDevice->devicePixelRatioF();
-    return {0, 0, qRound(pDevice->width() / dRatio), qRound(pDevice->height() / dRatio)};
-}
 
 } // namespace
 
@@ -41,9 +32,8 @@ bool CDrawingLayer::CKey::operator==(const CKey& other) const
 void CDrawingLayer::Paint(QPainter& painter, uint64_t nState, const _KxOnDrawParamForDrawing_t& param,
                           const std::function<void(QPainter&)>& paint)
 {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRect rcDevice = toDevice.mapRect(QRectF(VisibleRect(painter))).toAlignedRect();
-    CKey key{nState, param, toDevice, rcDevice};
+    const QRect rcDevice = VisibleDeviceRect(painter);
+    CKey key{nState, param, painter.deviceTransform(), rcDevice};
     const bool bSame = key == m_key;
     const qint64 nPixels = qint64{rcDevice.width()} * rcDevice.height();
     if (!bSame || nPixels <= 0 || nPixels > kMaxPixels) {
@@ -52,19 +42,14 @@ void CDrawingLayer::Paint(QPainter& painter, uint64_t nState, const _KxOnDrawPar
         paint(painter);
         return;
     }
-    const QTransform toPicture = toDevice * QTransform::fromTranslate(-rcDevice.x(), -rcDevice.y());
     if (m_picture.isNull()) {
         m_picture = QImage(rcDevice.size(), QImage::Format_ARGB32_Premultiplied);
         m_picture.fill(Qt::transparent);
         QPainter picturePainter(&m_picture);
-        picturePainter.setTransform(toPicture);
+        picturePainter.setTransform(ToDevicePicture(painter, rcDevice.topLeft()));
         paint(picturePainter);
     }
-    // Pixel by pixel, whatever the painter's own unit is.
-    painter.save();
-    painter.setTransform(toPicture.inverted(), true);
-    painter.drawImage(QPoint(0, 0), m_picture);
-    painter.restore();
+    DrawDevicePicture(painter, rcDevice.topLeft(), m_picture);
 }
 
 } // namespace KxApi

@@ -83,6 +83,8 @@ CKxDrawingItem& CDrawingModel::BeginBuilding()
 void CDrawingModel::DeleteSelected()
 {
     Locked([this] {
+        if (m_pBuiltItem && m_pBuiltItem->GetSel())
+            EndBuilding(); // a feature is just about to begin another one
         m_objObjects.DestroySelected();
         if (const size_t nCount = m_objObjects.Count(); nCount != 0) {
             if (m_nSelector >= nCount - 1)

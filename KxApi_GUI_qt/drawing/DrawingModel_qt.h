@@ -111,6 +111,8 @@ public:
     // What follows a change: at once, or when the lock is given back.
     void InvalidateNode(const GenICam::gcstring& strName) { Note({ENote::Invalidate, strName}); }
     void OnDrawingObjectChanged() { Note({ENote::Changed, {}}); }
+    /// Has the drawing painted as it is. With the lock given back.
+    void Repaint() { m_host.OnDrawingChanged(); }
     /// For the registers: each update is the one above.
     void OnSettingChanged(uint32_t, bool) { OnDrawingObjectChanged(); }
     CKxRegister& Registers() { return m_objRegister; }

@@ -3,6 +3,7 @@
 
 #include <QMouseEvent>
 #include <QWidget>
+#include <utility>
 
 namespace KxApi
 {
@@ -99,26 +100,33 @@ bool CDrawingMouse::MoveToSelect(QWidget& widget, QMouseEvent& event, CKxPointEx
 {
     if (m_nHitCode != HitCode_None) {
         Drag(widget, event, point);
-    } else if (event.buttons() == Qt::LeftButton) {
+    } else {
         if (!m_bDragging)
             return false;
         OnAreaSelect(true, m_ptPress, point);
         widget.setCursor(Qt::CrossCursor);
-    } else {
-        Hover(widget, point);
     }
     return Taken(point);
 }
 
-void CDrawingMouse::Hover(QWidget& widget, CKxPointEx point)
+bool CDrawingMouse::IsHovering(const QMouseEvent& event) const
 {
+    return IsSelecting() && m_nHitCode == HitCode_None && event.buttons() != Qt::LeftButton;
+}
+
+bool CDrawingMouse::Hover(QWidget& widget, CKxPointEx point)
+{
+    const CDrawingObjects& objects = std::as_const(m_model).Objects();
+    if (objects.IsEmpty())
+        return false;
+    m_ptLast = point;
     // Locked and hidden objects are passed over, and where there are no others the cursor stays.
-    const CDrawingObjects& objects = m_model.Objects();
     if (objects.IsAllOutOfReach())
-        return;
+        return true;
     const uint32_t nHitCode = objects.HitTest(point, m_model.DrawParam()).nHitCode;
     const Qt::CursorShape eOther = nHitCode == HitCode_None ? Qt::ArrowCursor : Qt::CrossCursor;
     widget.setCursor(nHitCode == HitCode_Object ? Qt::PointingHandCursor : eOther);
+    return true;
 }
 
 void CDrawingMouse::Drag(QWidget& widget, QMouseEvent& event, CKxPointEx point)

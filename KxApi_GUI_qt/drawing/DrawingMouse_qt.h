@@ -21,6 +21,10 @@ public:
     /// Return whether the event is taken.
     bool PressLeft(QMouseEvent& event, CKxPointEx point, bool bShift);
     bool PressRight(CKxPointEx point);
+    /// Whether a move only shows what it is over; then Hover and else Move is to be called. Hover changes
+    /// nothing of the drawing, so that CDrawingModel::Looked is enough for it.
+    bool IsHovering(const QMouseEvent& event) const;
+    bool Hover(QWidget& widget, CKxPointEx point);
     bool Move(QWidget& widget, QMouseEvent& event, CKxPointEx point);
     bool ReleaseLeft(QMouseEvent& event, CKxPointEx point);
     bool ReleaseRight(CKxPointEx point);
@@ -39,7 +43,6 @@ private:
     void PressToSelect(CKxPointEx point, bool bShift);
     void PressToBuild(QMouseEvent& event, CKxPointEx point);
     bool MoveToSelect(QWidget& widget, QMouseEvent& event, CKxPointEx point);
-    void Hover(QWidget& widget, CKxPointEx point);
     void Drag(QWidget& widget, QMouseEvent& event, CKxPointEx point);
     /// A step of the object that is being built; nothing while there is none.
     void BuildStep(Step step, QMouseEvent& event, CKxPointEx point);

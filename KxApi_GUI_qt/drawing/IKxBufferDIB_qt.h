@@ -13,9 +13,9 @@ namespace KxApi
 
 struct IKxImageBuffer;
 
-/// Turns the buffer's image into RGB8, has it painted on and puts the result into the buffer. Raises
-/// LogicalErrorException when there is no converter, and what the conversion raises; the buffer is then
-/// unchanged.
+/// Has the buffer's image painted on and puts the result into the buffer, in a pixel format without alpha.
+/// Raises LogicalErrorException when there is no converter, and what the conversion raises; the buffer is
+/// then unchanged.
 void PaintIntoBuffer(IKxImageBuffer& buffer, EKxPixelFormatNamingConvention_t ePixelFormat,
                      const std::function<void(QPainter*)>& paint);
 

@@ -18,6 +18,7 @@ namespace KxApi
 {
 
 class CLabelCache;
+class CLabelFonts;
 struct CKxDrawingMeasurement;
 
 /// What a step of the mouse is for.
@@ -70,6 +71,7 @@ struct IKxDrawingToolForDrawing
     virtual double GetConversionOfUnitY() const = 0;
     virtual double GetConversionOfUnitAngle() const = 0;
     virtual bool IsSelectionVisible() const = 0;
+    virtual CLabelFonts& GetLabelFonts() = 0;
 
 protected:
     ~IKxDrawingToolForDrawing() = default;

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "drawing/KxDrawingItemBase_qt.h"
 
+#include "drawing/DevicePixels_qt.h"
 #include "drawing/LabelCache_qt.h"
 #include "frame/utility_qt.h"
 
+#include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPolygon>
 #include <cmath>
 
 namespace KxApi
@@ -13,10 +16,30 @@ namespace KxApi
 namespace
 {
 
-constexpr int kSnapRatio = 4; // of the sides, up to which a line under Shift becomes level or upright
+constexpr int kWorthAMask = 1024; // handles from which a mask is the faster way
+constexpr int kSnapRatio = 4;     // of the sides, up to which a line under Shift becomes level or upright
 
 /// The box of a handle.
 QRect SignBox(const CKxPointEx& pt) { return {pt.x - 5, pt.y - 5, 10, 10}; }
+
+/// The handles between the first and the last point, of which a stroke has very many.
+void PaintCircles(QPainter& painter, const QPolygon& places)
+{
+    const auto paintTo = [&places](QPainter& anyPainter) {
+        for (const QPoint& pt : places)
+            anyPainter.drawEllipse(SignBox({pt.x(), pt.y()}));
+    };
+    const auto paintToMask = [&](QImage& mask, const QTransform& toMask) {
+        QPainter maskPainter(&mask);
+        maskPainter.setTransform(toMask);
+        maskPainter.setPen(painter.pen());
+        paintTo(maskPainter);
+    };
+    const QRect rcPlaces = places.boundingRect() + QMargins(10, 10, 10, 10);
+    if (places.size() < kWorthAMask || painter.brush().style() != Qt::NoBrush ||
+        !PaintByMask(painter, rcPlaces, painter.pen().color(), paintToMask))
+        paintTo(painter);
+}
 
 } // namespace
 
@@ -45,7 +68,7 @@ void CKxDrawingItemBase::OnDraw(QPainter* pPainter, const _KxOnDrawParamForDrawi
     if (m_eEnabledText == KxDisplayText_None)
         return;
     m_pParent->SetQPainterForText(pPainter);
-    m_pParent->GetLabelCache().Begin(pPainter->font());
+    m_pParent->GetLabelCache().Begin(pPainter->font(), pTool->GetLabelFonts());
     PaintLabels(paint);
 }
 
@@ -59,14 +82,14 @@ void CKxDrawingItemBase::DrawSign(QPainter* pPainter, const _KxOnDrawParamForDra
     const size_t nCount = m_pPointList->size();
     if (nCount < 2)
         return;
-    QRect rcBefore;
+    QPolygon places;
     for (size_t i = 1; i + 1 < nCount; ++i) {
         // Handles on the same pixels look like one.
-        const QRect rcPoint = SignBox(Window(i, *pParam));
-        if (rcPoint != rcBefore)
-            pPainter->drawEllipse(rcPoint);
-        rcBefore = rcPoint;
+        const QPoint ptPlace = Window(i, *pParam).ToQPoint();
+        if (places.isEmpty() || places.last() != ptPlace)
+            places.append(ptPlace);
     }
+    PaintCircles(*pPainter, places);
     const QRect rcLast = SignBox(Window(nCount - 1, *pParam));
     pPainter->fillRect(rcLast, QColor(Qt::black));
     pPainter->drawRects(&rcLast, 1);

@@ -186,8 +186,15 @@ bool CKxDrawingTool::mouseMoveEvent(QWidget* pWidget, QMouseEvent* pEvent, QPoin
 {
     if (!IsActive())
         return false;
+    const CKxPointEx point{ptDisplay.x(), ptDisplay.y()};
     bool bTaken = false;
-    m_model.Locked([&] { bTaken = m_mouse.Move(*pWidget, *pEvent, {ptDisplay.x(), ptDisplay.y()}); });
+    if (m_mouse.IsHovering(*pEvent)) {
+        bTaken = m_model.Looked([&] { return m_mouse.Hover(*pWidget, point); });
+        if (bTaken)
+            m_model.Repaint();
+    } else {
+        m_model.Locked([&] { bTaken = m_mouse.Move(*pWidget, *pEvent, point); });
+    }
     return bTaken;
 }
 

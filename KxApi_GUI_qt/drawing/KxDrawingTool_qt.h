@@ -65,6 +65,7 @@ public:
     double GetConversionOfUnitY() const override { return m_model.m_dConversionY; }
     double GetConversionOfUnitAngle() const override { return m_model.m_dConversionAngle; }
     bool IsSelectionVisible() const override { return GetDrawingItemType() != KxDrawingItemType_None; }
+    CLabelFonts& GetLabelFonts() override { return m_objLabelFonts; }
 
     std::vector<CKxDrawingMeasurement> GetMeasurements() const override;
     uint64_t GetRevision() const override { return m_model.Revision(); }
@@ -79,6 +80,7 @@ private:
     void DrawItems(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
     void OnKxImageBufferDraw(QPainter* pPainter, IKxImageBuffer* pBuffer);
 
+    CLabelFonts m_objLabelFonts; // outlives the objects, whose labels are of them
     CDrawingModel m_model;
     CDrawingMouse m_mouse{m_model};
     CDrawingLayer m_objLayer;

@@ -1,31 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "drawing/LabelCache_qt.h"
 
-#include <QFontMetrics>
+#include <QPaintEngine>
 #include <QPainter>
-#include <algorithm>
 
 namespace KxApi
 {
-namespace
-{
 
-/// QStaticText breaks lines and paints decorations in its own way.
-bool LooksTheSameAsStaticText(const QString& strText, const QFont& font)
-{
-    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
-    return !font.underline() && !font.strikeOut() && std::none_of(strText.begin(), strText.end(), isControl);
-}
-
-} // namespace
-
-void CLabelCache::Begin(const QFont& font)
+void CLabelCache::Begin(const QFont& font, CLabelFonts& fonts)
 {
     m_nNext = 0;
-    if (m_font == font && !m_vecLabels.empty())
+    if (m_pFont && m_pFont->IsFor(font))
         return;
-    m_font = font;
     m_vecLabels.clear();
+    m_pFont = fonts.Get(font);
 }
 
 QRect CLabelCache::NextBounds(const QString& strText)
@@ -33,34 +21,30 @@ QRect CLabelCache::NextBounds(const QString& strText)
     if (m_nNext == m_vecLabels.size())
         m_vecLabels.emplace_back();
     CLabel& label = m_vecLabels[m_nNext++];
-    if (label.strText != strText || label.rcBounds.isNull()) {
-        const QFontMetrics metrics(m_font);
-        label.strText = strText;
-        label.rcBounds = metrics.boundingRect(strText);
-        label.bStatic = LooksTheSameAsStaticText(strText, m_font);
-        label.text = QStaticText(strText);
-        label.text.setTextFormat(Qt::PlainText);
-        label.bFitsBounds = metrics.horizontalAdvance(strText) <= label.rcBounds.width() &&
-                            metrics.height() <= label.rcBounds.height();
-    }
-    return label.rcBounds;
+    if (!label.bKnown || label.strText != strText)
+        label = {strText, m_pFont->LayOut(strText), true};
+    return label.laidOut.rcBounds;
 }
 
 void CLabelCache::Paint(QPainter& painter, const QRectF& rcBox)
 {
-    CLabel& label = m_vecLabels[m_nNext - 1];
-    // Nor does it paint a background.
-    if (painter.backgroundMode() == Qt::OpaqueMode || !label.bStatic) {
+    const CLabel& label = m_vecLabels[m_nNext - 1];
+    // Glyphs neither have a background nor tell a printer their text.
+    if (painter.backgroundMode() == Qt::OpaqueMode || label.laidOut.vecRuns.isEmpty() ||
+        painter.paintEngine()->type() != QPaintEngine::Raster)
+    {
         painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop, label.strText);
         return;
     }
-    // What drawText does too: the box is that of the ink, and what is wider is cut.
-    if (!label.bFitsBounds) {
+    // What drawText does too: the box is that of the ink, and what is larger is cut.
+    const bool bClipped = !label.laidOut.bFitsBounds;
+    if (bClipped) {
         painter.save();
         painter.setClipRect(rcBox, Qt::IntersectClip);
     }
-    painter.drawStaticText(rcBox.topLeft(), label.text);
-    if (!label.bFitsBounds)
+    for (const QGlyphRun& run : label.laidOut.vecRuns)
+        painter.drawGlyphRun(rcBox.topLeft(), run);
+    if (bClipped)
         painter.restore();
 }
 

@@ -2,13 +2,15 @@
 // Texts laid out once and painted often.
 #pragma once
 
-#include <QFont>
+#include "drawing/LabelFont_qt.h"
+
 #include <QRect>
-#include <QStaticText>
 #include <QString>
 #include <cstddef>
+#include <memory>
 #include <vector>
 
+class QFont;
 class QPainter;
 
 namespace KxApi
@@ -16,13 +18,13 @@ namespace KxApi
 
 /// The labels of one object as they were last painted, in the order of painting. A live image is painted many
 /// times between two changes of a label; laying a text out costs much more than painting what was laid out.
-/// A label is found by its place in the order and is made anew when its text, the font or the painter's
-/// device differ. Under the lock of the tool.
+/// A label is found by its place in the order and is made anew when its text or the font differ, or another
+/// thread paints. Under the lock of the tool.
 class CLabelCache
 {
 public:
     /// To be called ahead of an object's labels, with the font that they have.
-    void Begin(const QFont& font);
+    void Begin(const QFont& font, CLabelFonts& fonts);
 
     /// Box of the next label round its origin, as QFontMetrics::boundingRect tells it.
     QRect NextBounds(const QString& strText);
@@ -35,13 +37,11 @@ private:
     struct CLabel
     {
         QString strText;
-        QRect rcBounds;
-        bool bFitsBounds = false;
-        bool bStatic = false; ///< paintable by QStaticText
-        QStaticText text;
+        CLaidOutText laidOut;
+        bool bKnown = false;
     };
 
-    QFont m_font;
+    std::shared_ptr<CLabelFont> m_pFont;
     std::vector<CLabel> m_vecLabels;
     size_t m_nNext = 0;
 };

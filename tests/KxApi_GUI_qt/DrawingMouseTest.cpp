@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Building, selecting and changing objects by mouse and keys, and what is painted of them.
+// Building, selecting and changing objects by mouse and keys.
 #include "DrawingTest.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <random>
 #include <thread>
 
@@ -223,85 +222,8 @@ TEST_F(DrawingMouse, MenuOffersSevenDialogsAndTheyChangeTheStyle)
     EXPECT_EQ(m_pTool->GetDefaultLineSize(), 2);
 }
 
-TEST_F(DrawingMouse, PaintsFiguresHandlesAndGrid)
-{
-    Add("Rectangle", {{100, 100}, {200, 200}}, 0);
-    const auto isAt = [](const QImage& picture, int x, int y, const QColor& color) {
-        return picture.pixelColor(x, y) == color;
-    };
-    const QColor figure(255, 192, 0);
-    QImage picture = Painted(2.0);
-    EXPECT_TRUE(isAt(picture, 300, 200, figure));
-    EXPECT_TRUE(isAt(picture, 200, 300, figure));
-    EXPECT_FALSE(isAt(picture, 195, 195, Qt::white)) << "no handles while the tool is off";
-    Draw("Select");
-    Node("DrawingObjectSelector")->SetValue(0);
-    m_pTool->SetGridVLineCount(3);
-    m_pTool->SetGridLineColor(0x0000FF00);
-    m_pTool->SetGridLineStyle(KxLineStyle_Solid);
-    picture = Painted(2.0);
-    EXPECT_TRUE(isAt(picture, 195, 195, Qt::white));
-    EXPECT_TRUE(isAt(picture, 197, 197, Qt::darkBlue)) << "hollow";
-    EXPECT_TRUE(isAt(picture, 398, 398, Qt::black)) << "filled";
-    EXPECT_TRUE(isAt(picture, 500, 30, Qt::green));
-    EXPECT_FALSE(isAt(picture, 300, 30, Qt::green));
-    Set("HideAllDrawingObjects", "1");
-    picture = Painted(2.0);
-    EXPECT_TRUE(isAt(picture, 300, 200, Qt::darkBlue));
-    EXPECT_TRUE(isAt(picture, 500, 30, Qt::green)) << "the grid stays";
-}
-
-int GreatestDifference(const QImage& a, const QImage& b)
-{
-    int nGreatest = a.size() == b.size() ? 0 : 256;
-    for (int y = 0; nGreatest < 256 && y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb p = a.pixel(x, y);
-            const QRgb q = b.pixel(x, y);
-            nGreatest = std::max({nGreatest, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
-                                  std::abs(qBlue(p) - qBlue(q))});
-        }
-    return nGreatest;
-}
-
-// Where labels lie over each other, rounding may tell.
-TEST_F(DrawingMouse, KeepsTheSamePixelsOverLiveImages)
-{
-    for (int i = 0; i < 40; ++i) {
-        Add(i % 2 != 0 ? "Ellipse" : "Line", {{20.0 * i, 30.0 + i}, {20.0 * i + 70, 100.0 + i}}, 0x7F);
-        Set("DrawingFontBackgroundColorMode", i % 3 != 0 ? "Transparent" : "Opaque");
-    }
-    for (const double dZoom : {0.5, 1.0, 1.7}) {
-        const QImage first = Painted(dZoom);
-        EXPECT_LE(GreatestDifference(first, Painted(dZoom)), 1);
-        EXPECT_LE(GreatestDifference(first, Painted(dZoom)), 1);
-    }
-    const QImage before = Painted();
-    Set("DrawingObjectIsHidden", "1");
-    EXPECT_GT(GreatestDifference(before, Painted()), 1);
-}
-
-TEST_F(DrawingMouse, DrawsIntoBuffersOfAnyFormat)
-{
-    Add("Line", {{100, 100}, {200, 100}}, 0);
-    Set("HideAllDrawingObjects", "1"); // on the screen
-    for (const auto eFormat : {KxPixelFormat_Mono8, KxPixelFormat_RGB8, KxPixelFormat_BGR8,
-                               KxPixelFormat_Mono16, KxPixelFormat_BGRa8})
-    {
-        const ImageBufferPtr pBuffer =
-            MakeImage(300, 250, eFormat, 0x40); // half as high and less than a third wide
-        m_pTool->DrawOnIKxImageBuffer(&*pBuffer);
-        const IKxImage& image = *pBuffer->GetIKxImage();
-        EXPECT_EQ(image.GetImagePixelFormat(), KxPixelFormat_RGB8);
-        const auto* const pLine =
-            static_cast<const unsigned char*>(image.GetImageBuffer()) + 50 * image.GetImageLinePitch();
-        EXPECT_THAT(std::vector<int>(pLine + 45 * 3, pLine + 46 * 3), ElementsAre(255, 192, 0));
-        EXPECT_THAT(std::vector<int>(pLine + 90 * 3, pLine + 91 * 3), ElementsAre(0x40, 0x40, 0x40));
-    }
-    EXPECT_NE(ErrorOf([this] { m_pTool->DrawOnIKxImageBuffer(nullptr); }), "");
-}
-
-// Features from other threads while the mouse draws; the sanitizers watch.
+// Features from other threads while the mouse draws over images of any size; the sanitizers watch. The
+// environment asks for more rounds.
 TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
 {
     std::atomic<bool> bStop{false};
@@ -342,18 +264,35 @@ TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
             }
         });
     }
+    m_pWnd->SetRefreshInterval(0);
+    Show(*m_pWnd);
+    auto& image = *WidgetOf(*m_pWnd)->findChild<CDisplayImageWidget*>();
+    const auto send = [&image](QEvent::Type eType, QPoint pt, Qt::MouseButton eButton,
+                               Qt::MouseButtons eButtons) {
+        QMouseEvent event(eType, pt, eButton, eButtons, Qt::NoModifier);
+        QCoreApplication::sendEvent(&image, &event);
+    };
     std::minstd_rand random(99);
-    QImage picture(kImageWidth, kImageHeight, QImage::Format_RGB32);
-    for (int i = 0; i < 400; ++i) {
-        const auto place = [&random] { return static_cast<int>(random() % 500); };
+    const int nRounds = std::max(qEnvironmentVariableIntValue("KXAPI_HAMMER_ROUNDS"), 100);
+    for (int i = 0; i < nRounds; ++i) {
+        const auto place = [&random] { return QPoint(int(random() % 500), int(random() % 500)); };
         m_pTool->SetDrawingItemType(static_cast<_EKxDrawingItemType_t>(1 + random() % 12));
-        DragBy(place(), place(), place(), place());
+        const QPoint ptFrom = place();
+        const QPoint ptTo = place();
+        send(QEvent::MouseButtonPress, ptFrom, Qt::LeftButton, Qt::LeftButton);
+        // Another image while something is dragged.
+        const EKxPixelFormatNamingConvention_t formats[] = {KxPixelFormat_Mono8, KxPixelFormat_BGR8,
+                                                            KxPixelFormat_Mono12};
+        m_pWnd->RegisterIKxImage(
+            MakeImage(1 + random() % 600, 1 + random() % 500, formats[i % 3])->GetIKxImage());
+        send(QEvent::MouseMove, ptTo, Qt::NoButton, Qt::LeftButton);
+        Pump();
+        send(QEvent::MouseButtonRelease, ptTo, Qt::LeftButton, Qt::NoButton);
         if (i % 10 == 0) {
             m_pTool->SetDrawingItemType(KxDrawingItemType_Select);
-            PressKey(Qt::Key_Delete);
+            QTest::keyClick(&image, Qt::Key_Delete);
         }
-        QPainter painter(&picture);
-        Paint(painter);
+        Pump();
         m_pTool->GetMeasurements();
     }
     bStop = true;

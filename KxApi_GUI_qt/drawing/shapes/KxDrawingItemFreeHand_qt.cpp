@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "drawing/shapes/KxDrawingItemFreeHand_qt.h"
 
-#include <QPainter>
-#include <algorithm>
+#include "drawing/StrokePainter_qt.h"
 
 namespace KxApi
 {
@@ -20,7 +19,6 @@ constexpr CShapeTraits kTraits = {
     2,
 };
 
-constexpr int kPiece = 16;           // lines that are painted at a time
 constexpr double kLeastStep = 0.001; // in fractions of the image; shorter ones move the last point
 
 } // namespace
@@ -52,14 +50,7 @@ uint32_t CKxDrawingItemFreeHand::BuildStep(const CStep& step)
 
 void CKxDrawingItemFreeHand::PaintFigure(const CPaint& paint)
 {
-    const QVector<QPoint> vecPath = WindowPath(paint.param);
-    // Round pieces of one colour make the same figure as the whole, in half the time.
-    const QPen& pen = paint.painter.pen();
-    const bool bPieces = pen.style() == Qt::SolidLine && pen.capStyle() == Qt::RoundCap &&
-                         pen.joinStyle() == Qt::RoundJoin && pen.color().alpha() == 255;
-    const int nPiece = bPieces ? kPiece : vecPath.size();
-    for (int i = 0; i == 0 || i + 1 < vecPath.size(); i += nPiece)
-        paint.painter.drawPolyline(vecPath.constData() + i, std::min(nPiece + 1, vecPath.size() - i));
+    PaintStroke(paint.painter, WindowPath(paint.param));
 }
 
 void CKxDrawingItemFreeHand::PaintLabels(const CPaint& paint)
