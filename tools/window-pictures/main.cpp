@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-// window-pictures FOLDER: writes pictures of the image window in its looks, for people to judge. On Qt's
-// offscreen platform, unless QT_QPA_PLATFORM names another one.
+// window-pictures FOLDER: writes pictures of the windows, the image window in all its looks, for people to
+// judge. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_GUI/KxWndPtrList.h>
+#include <KxApi_IP/IKxGraphDataBufferList.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
+#include <KxApi_IP/KxApi_IP.h>
 #include <KxApi_TL/CKxAutoPtr.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
 #include <KxApi_TL/IKxPixelFormatInfo.h>
+#include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 
 #include <QDir>
@@ -73,6 +76,15 @@ public:
         m_pWnd->RegisterIKxImage(pImage->GetIKxImage());
     }
 
+    /// Shows another window, and saves it once it has settled.
+    void SaveOther(const QString& strName, IKxWnd& wnd) const
+    {
+        wnd.Show(nullptr, KxWindowMode_Modaless);
+        for (int i = 0; i < 20; ++i)
+            processEventGUI(false, 100);
+        Save(strName, *static_cast<QWidget*>(wnd.GetWindowHandle()));
+        wnd.Close();
+    }
     void Save(const QString& strName, QWidget& widget) const
     {
         if (!widget.grab().save(m_strFolder + "/" + strName + ".png"))
@@ -93,6 +105,7 @@ public:
     }
 
     IKxImageDisplayWnd& Wnd() { return *m_pWnd; }
+    IKxImage* Scene() { return m_pScene->GetIKxImage(); }
     QWidget& Dialog() const { return *static_cast<QWidget*>(m_pWnd->GetWindowHandle()); }
 
 private:
@@ -136,6 +149,28 @@ void WritePictures(CPictures& pictures)
     pictures.Save("toolbar");
 }
 
+void WriteOtherWindows(CPictures& pictures)
+{
+    const CIKxWndPtrT<IKxGraphDisplayWnd> pGraph(CreateIKxWnd(KxWindowType_GraphDisplay));
+    const CKxAutoPtr<IKxGraphDataBufferListResizable> pList(CreateIKxGraphDataBufferListResizable(nullptr));
+    AppendHistogram(pictures.Scene(), nullptr, pList.Get());
+    pGraph->RegisterIKxGraphDataBufferList(pList.Get());
+    pGraph->SetPosition(20, 20, 640, 420);
+    pictures.SaveOther("graph", *pGraph);
+
+    const CIKxWndPtrT<IKxNodeMapDisplayWnd> pNodes(CreateIKxWnd(KxWindowType_NodeMapDisplay));
+    pNodes->RegisterINode(pictures.Wnd().GetINodeMap()->GetNode("Root"), "");
+    pNodes->SetPosition(20, 20, 520, 640);
+    pictures.SaveOther("nodemap", *pNodes);
+
+    CIKxSystemPtrArray systems;
+    OpenIKxSystems(systems);
+    const CIKxWndPtrT<IKxDeviceSelectionWnd> pDevices(CreateIKxWnd(KxWindowType_DeviceSelection));
+    pDevices->RegisterTargetIKxSystemList(systems);
+    pDevices->SetPosition(20, 20, 900, 480);
+    pictures.SaveOther("devices", *pDevices);
+}
+
 } // namespace
 
 int main(int nArguments, char** pArguments)
@@ -150,6 +185,7 @@ int main(int nArguments, char** pArguments)
         const CKxApiAutoInitTerm sdk;
         CPictures pictures(QString::fromLocal8Bit(pArguments[1]));
         WritePictures(pictures);
+        WriteOtherWindows(pictures);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "window-pictures: %s\n", e.what());
         return 1;
