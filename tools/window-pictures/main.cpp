@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // window-pictures FOLDER: writes pictures of the windows, the image window in all its looks, for people to
 // judge. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
+#include <GenApi/GenApi.h>
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_GUI/KxWndPtrList.h>
-#include <KxApi_IP/IKxGraphDataBufferList.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_IP/KxApi_IP.h>
+#include <KxApi_IP/KxImageGraph.h>
 #include <KxApi_TL/CKxAutoPtr.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
