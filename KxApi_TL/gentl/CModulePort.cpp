@@ -49,6 +49,20 @@ GenApi::INodeMap* CModulePort::GetINodeMap()
     });
 }
 
+GenICam::gcstring CModulePort::GetDescriptionName()
+{
+    GetINodeMap();
+    const CKxMutexLock lock(m_mutex);
+    return m_file->GetXMLFileName();
+}
+
+void CModulePort::SaveDescription(const GenICam::gcstring& strFileName)
+{
+    GetINodeMap();
+    const CKxMutexLock lock(m_mutex);
+    m_file->SaveToFile(strFileName);
+}
+
 void CModulePort::Invalidate()
 {
     if (GenApi::INodeMap* const map = m_map)

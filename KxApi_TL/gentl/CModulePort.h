@@ -4,7 +4,7 @@
 
 #include <GenApi/IPort.h>
 #include <KxApi_TL/CKxGenTLLib.h>
-#include <KxApi_TL/IKxPort.h>
+#include <KxApi_TL/IKxPortInside.h>
 #include <KxSDKCommon/KxMutex.h>
 #include <KxSDKCommon/KxXMLFile.h>
 
@@ -18,7 +18,7 @@ namespace Detail
 {
 
 /// Opens its module when the first register or the node map is asked for.
-class CModulePort final : public IKxPort, public GenApi::IPort
+class CModulePort final : public IKxPortInside, public GenApi::IPort
 {
 public:
     using Opener = std::function<GenTL::PORT_HANDLE()>;
@@ -44,6 +44,8 @@ public:
     {}
 
     GenApi::INodeMap* GetINodeMap() override;
+    GenICam::gcstring GetDescriptionName() override;
+    void SaveDescription(const GenICam::gcstring& strFileName) override;
     /// Forgets what the node map, if there is one, has cached. Not to be called with a lock that an opener
     /// takes.
     void Invalidate();

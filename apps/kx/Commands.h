@@ -29,6 +29,12 @@ void AddGrabCommand(CLI::App& program);
 /// kx convert IN OUT: writes an image file as another type or in another pixel format.
 void AddConvertCommand(CLI::App& program);
 
+/// kx description CAMERA: the XML of a camera's features.
+void AddDescriptionCommand(CLI::App& program);
+
+/// kx bundle: an archive that tells what there is and what is wrong.
+void AddBundleCommand(CLI::App& program);
+
 /// kx genapi FILE: loads, checks and shows a node-map description.
 void AddGenApiCommand(CLI::App& program);
 

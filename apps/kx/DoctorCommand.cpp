@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
-#include "MachineCheck.h"
+#include "Findings.h"
 #include "Output.h"
 
-#include <KxApi_TL/IKxSystem.h>
-#include <KxApi_TL/KxApi_TL.h>
-
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include <iostream>
 #include <memory>
@@ -23,21 +19,6 @@ struct Options
     bool json = false;
     std::string root = "/";
 };
-
-std::vector<Finding> CheckProducers()
-{
-    const KxApi::CKxApiAutoInitTerm sdk;
-    std::vector<Finding> findings;
-    for (const KxApi::CKxProducerInfo& info : KxApi::FindKxProducers()) {
-        const std::string path = info.strPath.c_str();
-        const bool isGood = info.strError.empty();
-        findings.push_back(
-            {isGood, "Producer",
-             isGood ? path + "  " + info.strVersion.c_str() : std::string(info.strError.c_str()),
-             isGood ? "" : "ldd " + path});
-    }
-    return findings;
-}
 
 void Print(const std::vector<Finding>& findings)
 {
@@ -55,24 +36,11 @@ void Print(const std::vector<Finding>& findings)
               << "\n";
 }
 
-void PrintJson(const std::vector<Finding>& findings)
-{
-    nlohmann::ordered_json json = nlohmann::ordered_json::array();
-    for (const Finding& finding : findings)
-        json.push_back({{"good", finding.isGood},
-                        {"subject", finding.subject},
-                        {"text", finding.text},
-                        {"mend", finding.mend}});
-    std::cout << json.dump(2) << "\n";
-}
-
 void RunDoctor(const Options& options)
 {
-    std::vector<Finding> findings = CheckProducers();
-    const std::vector<Finding> machine = CheckMachine(options.root);
-    findings.insert(findings.end(), machine.begin(), machine.end());
+    const std::vector<Finding> findings = CheckAll(options.root);
     if (options.json)
-        PrintJson(findings);
+        std::cout << JsonOf(findings).dump(2) << "\n";
     else
         Print(findings);
     Finish(std::cout);

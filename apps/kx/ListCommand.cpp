@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Cameras.h"
 #include "Commands.h"
+#include "Findings.h"
 #include "Output.h"
 
 #include <CLI/CLI.hpp>
@@ -18,64 +19,6 @@ namespace Kx
 
 namespace
 {
-
-std::string Text(const GenICam::gcstring& text) { return text.c_str(); }
-
-Json Describe(const IKxDeviceInfo& info)
-{
-    return {{"id", Text(info.GetID())},
-            {"vendor", Text(info.GetVendor())},
-            {"model", Text(info.GetModel())},
-            {"tlType", Text(info.GetTLType())},
-            {"displayName", Text(info.GetDisplayName())},
-            {"userDefinedName", Text(info.GetUserDefinedName())},
-            {"serialNumber", Text(info.GetSerialNumber())},
-            {"version", Text(info.GetVersion())},
-            {"accessStatus", KxApps::AccessStatusName(info.GetAccessStatus())}};
-}
-
-Json Describe(const KxApps::Cameras::InterfaceEntry& entry)
-{
-    const IKxInterfaceInfo& info = *entry.pInterface->GetIKxInterfaceInfo();
-    Json json = {{"id", Text(info.GetID())},
-                 {"displayName", Text(info.GetDisplayName())},
-                 {"tlType", Text(info.GetTLType())},
-                 {"error", entry.error},
-                 {"devices", Json::array()}};
-    for (const IKxDeviceInfo* const pInfo : entry.devices)
-        json["devices"].push_back(Describe(*pInfo));
-    return json;
-}
-
-Json Describe(const KxApps::Cameras::SystemEntry& entry)
-{
-    const IKxSystemInfo& info = *entry.pSystem->GetIKxSystemInfo();
-    Json json = {{"displayName", Text(info.GetDisplayName())},
-                 {"vendor", Text(info.GetVendor())},
-                 {"model", Text(info.GetModel())},
-                 {"version", Text(info.GetVersion())},
-                 {"tlType", Text(info.GetTLType())},
-                 {"path", Text(info.GetPathName())},
-                 {"genTLVersion", std::to_string(info.GetGenTLVersionMajor()) + "." +
-                                      std::to_string(info.GetGenTLVersionMinor())},
-                 {"error", entry.error},
-                 {"interfaces", Json::array()}};
-    for (const KxApps::Cameras::InterfaceEntry& child : entry.interfaces)
-        json["interfaces"].push_back(Describe(child));
-    return json;
-}
-
-Json Describe(const KxApps::Cameras& cameras)
-{
-    Json json = {{"producers", Json::array()}, {"systems", Json::array()}};
-    for (const CKxProducerInfo& producer : cameras.Producers())
-        json["producers"].push_back({{"path", Text(producer.strPath)},
-                                     {"version", Text(producer.strVersion)},
-                                     {"error", Text(producer.strError)}});
-    for (const KxApps::Cameras::SystemEntry& entry : cameras.Systems())
-        json["systems"].push_back(Describe(entry));
-    return json;
-}
 
 std::string Of(const Json& json, const char* key) { return json.at(key).get<std::string>(); }
 
@@ -133,7 +76,7 @@ void AddListCommand(CLI::App& program)
                 "and devices with their access status");
     command->add_flag("--json", *json, "The same as one JSON object");
     command->callback([json] {
-        const Json found = Describe(KxApps::Cameras());
+        const Json found = JsonOf(KxApps::Cameras());
         if (*json)
             std::cout << found.dump(2) << "\n";
         else

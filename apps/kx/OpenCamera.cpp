@@ -50,30 +50,30 @@ IKxInterface& FindInterface(const KxApps::Cameras& cameras, const std::string& n
 
 OpenCamera::OpenCamera(const CameraOptions& options, EKxDeviceAccess_t access)
 {
-    m_pMap = FindMap(options, access);
+    m_pPort = FindPort(options, access);
+    m_pMap = m_pPort->GetINodeMap();
     if (!m_pMap)
         throw RUNTIME_EXCEPTION("%s has no node map of the module '%s'", options.camera.c_str(),
                                 options.module.c_str());
 }
 
-GenApi::INodeMap* OpenCamera::FindMap(const CameraOptions& options, EKxDeviceAccess_t access)
+IKxPort* OpenCamera::FindPort(const CameraOptions& options, EKxDeviceAccess_t access)
 {
     if (options.IsBeforeCameras()) {
         IKxInterface& interface = FindInterface(m_cameras, options.camera);
-        IKxPort* const pPort =
-            options.module == "interface" ? interface.GetIKxPort() : interface.GetIKxSystem()->GetIKxPort();
-        return pPort->GetINodeMap();
+        return options.module == "interface" ? interface.GetIKxPort()
+                                             : interface.GetIKxSystem()->GetIKxPort();
     }
     const KxApps::Camera camera = m_cameras.Find(options.camera);
     // Streams of a camera that is open for reading can't be opened.
     const bool needsMore = options.module == "stream" && access == KxDeviceAccess_ReadOnly;
     m_device = KxApps::Cameras::Open(camera, Possible(needsMore ? kControlIfFree : access, camera));
     if (options.module == "remote")
-        return m_device->GetIKxRemotePort()->GetINodeMap();
+        return m_device->GetIKxRemotePort();
     if (options.module == "local")
-        return m_device->GetIKxLocalPort()->GetINodeMap();
+        return m_device->GetIKxLocalPort();
     m_stream.Reset(m_device->OpenIKxStream(0));
-    return m_stream->GetIKxPort()->GetINodeMap();
+    return m_stream->GetIKxPort();
 }
 
 } // namespace Kx

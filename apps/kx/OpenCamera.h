@@ -46,13 +46,16 @@ public:
 
     /// Node map of the module that the options name. Raises RuntimeException when it can't be had.
     GenApi::INodeMap& Map() { return *m_pMap; }
+    /// Its port.
+    KxApi::IKxPort& Port() { return *m_pPort; }
 
 private:
-    GenApi::INodeMap* FindMap(const CameraOptions& options, KxApi::EKxDeviceAccess_t access);
+    KxApi::IKxPort* FindPort(const CameraOptions& options, KxApi::EKxDeviceAccess_t access);
 
     KxApps::Cameras m_cameras; // outlives the device
     KxApps::Device m_device;
     KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream> m_stream; // when its map is asked for
+    KxApi::IKxPort* m_pPort = nullptr;
     GenApi::INodeMap* m_pMap = nullptr;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "NodeText.h"
+#include "ProgramReference.h"
 
 #include <GenApi/GenApi.h>
 
@@ -15,8 +16,9 @@ namespace
 using AddCommand = void (*)(CLI::App&);
 
 constexpr AddCommand kCommands[] = {
-    Kx::AddListCommand, Kx::AddFeaturesCommand, Kx::AddGetCommand,    Kx::AddSetCommand,
-    Kx::AddGrabCommand, Kx::AddConvertCommand,  Kx::AddGenApiCommand, Kx::AddDoctorCommand,
+    Kx::AddListCommand,   Kx::AddFeaturesCommand, Kx::AddGetCommand,         Kx::AddSetCommand,
+    Kx::AddGrabCommand,   Kx::AddConvertCommand,  Kx::AddDescriptionCommand, Kx::AddGenApiCommand,
+    Kx::AddDoctorCommand, Kx::AddBundleCommand,
 };
 
 // Exit codes, as told in the help text.
@@ -37,6 +39,8 @@ int Run(int argc, char** argv)
     program.require_subcommand(1);
     for (const AddCommand add : kCommands)
         add(program);
+    if (KxApps::AnswerReference(argc, argv, program))
+        return 0;
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

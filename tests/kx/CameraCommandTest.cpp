@@ -137,6 +137,42 @@ TEST_F(CameraCommand, FaultsNameTheThingTheValueAndTheLimit)
     ExpectFailure(Run(std::string("get ") + kMono), "NAME or --save", 2);
 }
 
+TEST_F(CameraCommand, DescriptionsAreSavedAndCanBeLoaded)
+{
+    for (const char* const camera : {kMono, "KX-U5C_1002"}) { // the second one's is zipped
+        const Outcome saved = Run(std::string("description ") + camera + " -o camera.xml");
+        EXPECT_EQ(saved.exitCode, 0) << saved.errors;
+        EXPECT_THAT(ContentOf(m_folder / "camera.xml"), StartsWith("<?xml"));
+        EXPECT_EQ(Run("genapi camera.xml").exitCode, 0);
+    }
+    EXPECT_EQ(Run("description KX-U5C_1002 --raw -o camera.zip").exitCode, 0);
+    EXPECT_THAT(ContentOf(m_folder / "camera.zip"), StartsWith("PK"));
+    ExpectFailure(Run(std::string("description ") + kMono + " -o nowhere/x.xml"), "'nowhere/x.xml'");
+}
+
+TEST_F(CameraCommand, TheBundleTellsWhatThereIsAndWhatIsWrong)
+{
+    std::ofstream(m_folder / "Broken.cti") << "this is no library";
+    const Outcome bundled = Run("bundle -o all.zip", "GENICAM_GENTL64_PATH=. ");
+    ASSERT_EQ(bundled.exitCode, 0) << bundled.errors;
+    ASSERT_EQ(RunProgram(CMAKE_PROGRAM, "-E tar xf all.zip").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "about.json"));
+    EXPECT_EQ(nlohmann::json::parse(ContentOf(m_folder / "cameras.json")).at("systems").size(), 1U);
+    const auto features = nlohmann::json::parse(ContentOf(m_folder / "cameras" / kMono / "remote.json"));
+    EXPECT_GT(features.size(), 50U);
+    EXPECT_THAT(ContentOf(m_folder / "errors.txt"),
+                AllOf(HasSubstr("Broken.cti: "), HasSubstr("cannot open KX-G1M_2003 (NoAccess)")));
+    ExpectFailure(Run("bundle -o nowhere/all.zip"), "'nowhere/all.zip' can't be written");
+}
+
+TEST_F(CameraCommand, TheDocumentationIsThatOfTheTable)
+{
+    // kx --reference markdown > docs/kx.md
+    EXPECT_EQ(Run("--reference markdown").output, ContentOf(KX_REFERENCE));
+    EXPECT_THAT(Run("--reference man").output, HasSubstr(".SS kx grab [OPTIONS] CAMERA"));
+    EXPECT_EQ(RunProgram(KX_PROGRAM, "--reference bash > kx.bash && bash -n kx.bash").exitCode, 0);
+}
+
 TEST_F(CameraCommand, GrabTellsRateAndLosses)
 {
     const Outcome outcome = Run(std::string("grab ") + kMono + " -n 5 --set Width=640 --set Height=480");
