@@ -67,27 +67,6 @@ TEST(DescriptionLinks, DependentsAreWhatChangesWithANode)
         EXPECT_EQ(DependentNames(*description, node), dependents) << node;
 }
 
-TEST(DescriptionLinks, SelectorsAreDirectOnes)
-{
-    const auto description = ReadNodes(kNodes);
-    const auto selectors = [&](const char* node) {
-        return Names(*description, description->Selectors(description->FindNode(node)));
-    };
-    EXPECT_THAT(selectors("Width"), ElementsAre("Sel", "Sub"));
-    EXPECT_THAT(selectors("Sub"), ElementsAre("Sel"));
-    EXPECT_THAT(selectors("Reg"), IsEmpty());
-}
-
-TEST(DescriptionLinks, FeaturesAreWhatRootReaches)
-{
-    const auto description = ReadNodes(kNodes);
-    std::vector<std::string> features;
-    for (NodeIndex i = 0; i < description->NodeCount(); ++i)
-        if (description->Node(i).isFeature)
-            features.emplace_back(description->Node(i).name);
-    EXPECT_THAT(features, testing::UnorderedElementsAre("Root", "Cat", "Sel", "Width"));
-}
-
 TEST(DescriptionLinks, VariablesReadTheSideThatTheirNameTells)
 {
     const char* const widthAndMode = R"(

@@ -59,54 +59,6 @@ TEST(DescriptionNodes, TellDeviceAndKinds)
               7);
 }
 
-TEST(DescriptionNodes, HoldWordsAndNumbers)
-{
-    const auto description = ReadNodes(kPort + R"(
-        <FloatReg Name="F"><ToolTip> a &amp;<![CDATA[ <b> ]]>c</ToolTip><Visibility> Guru </Visibility>
-            <IsDeprecated>Yes</IsDeprecated><EventID>9C40</EventID><Streamable/><Address>-0x10</Address>
-            <pIndex Offset="0x20">I</pIndex><pIndex pOffset="I">I</pIndex><Length>8</Length><AccessMode>WO</AccessMode>
-            <pPort>Device</pPort><Cachable>WriteAround</Cachable><PollingTime>500</PollingTime>
-            <Endianess>BigEndian</Endianess><Unit>us</Unit><Representation>Logarithmic</Representation>
-            <DisplayNotation>Scientific</DisplayNotation><DisplayPrecision>3</DisplayPrecision></FloatReg>
-        <Integer Name="I"><pIndex>J</pIndex><ValueIndexed Index="2">20</ValueIndexed>
-            <pValueIndexed Index="0x3">J</pValueIndexed><ValueDefault>9</ValueDefault><Representation>HexNumber</Representation></Integer>
-        <Integer Name="J"><Value>0xFFFFFFFFFFFFFFFF</Value><ValidValueSet>1;2;4</ValidValueSet></Integer>
-        <Float Name="R"><Value>1e-3</Value><Min>-INF</Min><Max>+2.5</Max><Inc>0x10</Inc></Float>
-        <Boolean Name="B"><Value>true</Value><OnValue>5</OnValue></Boolean>
-        <String Name="S"><Value>  as written </Value></String>)");
-    const auto find = [&](const char* node, Prop prop) {
-        return description->Find(description->FindNode(node), prop);
-    };
-    EXPECT_EQ(find("F", Prop::ToolTip)->text, " a & <b> c");
-    EXPECT_EQ(find("F", Prop::Visibility)->integer, GenApi::Guru);
-    EXPECT_EQ(find("F", Prop::Visibility)->text, "Guru");
-    EXPECT_EQ(find("F", Prop::IsDeprecated)->integer, 1);
-    EXPECT_EQ(find("F", Prop::EventID)->text, "9C40");
-    EXPECT_EQ(find("F", Prop::Streamable), nullptr) << "empty stands for the default";
-    EXPECT_EQ(find("F", Prop::Address)->integer, -16);
-    EXPECT_EQ(find("F", Prop::AccessMode)->integer, GenApi::WO);
-    EXPECT_EQ(find("F", Prop::Cachable)->integer, GenApi::WriteAround);
-    EXPECT_EQ(find("F", Prop::Endianess)->integer, GenApi::BigEndian);
-    EXPECT_EQ(find("F", Prop::DisplayNotation)->integer, GenApi::fnScientific);
-    EXPECT_EQ(find("F", Prop::DisplayPrecision)->integer, 3);
-    EXPECT_TRUE(find("F", Prop::pIndex)->hasOffset);
-    EXPECT_EQ(find("F", Prop::pIndex)->index, 32);
-    const Property& second = find("F", Prop::pIndex)[1];
-    EXPECT_EQ(second.offsetNode, description->FindNode("I"));
-    EXPECT_FALSE(second.hasOffset);
-    EXPECT_EQ(find("I", Prop::ValueIndexed)->index, 2);
-    EXPECT_EQ(find("I", Prop::ValueIndexed)->integer, 20);
-    EXPECT_EQ(find("I", Prop::pValueIndexed)->index, 3);
-    EXPECT_EQ(find("I", Prop::pValueIndexed)->node, description->FindNode("J"));
-    EXPECT_EQ(find("J", Prop::Value)->integer, -1);
-    EXPECT_EQ(find("R", Prop::Value)->real, 1e-3);
-    EXPECT_EQ(find("R", Prop::Min)->real, -INFINITY);
-    EXPECT_EQ(find("R", Prop::Max)->real, 2.5);
-    EXPECT_EQ(find("R", Prop::Inc)->real, 16.0);
-    EXPECT_EQ(find("B", Prop::Value)->integer, 1);
-    EXPECT_EQ(find("S", Prop::Value)->text, "  as written ");
-}
-
 struct Literal
 {
     const char* text;

@@ -27,24 +27,6 @@ TEST(Schema, FindsEachElementByItsName)
     }
 }
 
-TEST(Schema, RulesMeanWhatTheySay)
-{
-    const NodeRules& integer = RulesOf(NodeType::Integer);
-    const auto slot = [&](Prop prop) { return integer.slot[static_cast<size_t>(prop)]; };
-    const auto rank = [&](Prop prop) { return integer.rank[slot(prop)]; };
-    EXPECT_EQ(slot(Prop::Value), slot(Prop::pValue));
-    EXPECT_NE(slot(Prop::Value), slot(Prop::pValueCopy));
-    EXPECT_EQ(rank(Prop::Value), rank(Prop::pValueCopy));
-    EXPECT_LT(rank(Prop::Value), rank(Prop::Min));
-    EXPECT_LT(rank(Prop::ToolTip), rank(Prop::Description));
-    EXPECT_EQ(rank(Prop::Unit), rank(Prop::Representation));
-    EXPECT_LT(rank(Prop::Representation), rank(Prop::pSelected));
-    EXPECT_TRUE(integer.Repeats(Prop::pSelected));
-    EXPECT_FALSE(integer.Repeats(Prop::Min));
-    EXPECT_FALSE(integer.Allows(Prop::Formula));
-    EXPECT_EQ(integer.required, uint64_t{1} << slot(Prop::Value));
-}
-
 // An entry's complete rules have to cover all that a StructReg or the entry itself can bring.
 TEST(Schema, CompleteEntriesTakeEverythingOfTheirParts)
 {

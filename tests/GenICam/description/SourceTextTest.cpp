@@ -26,7 +26,10 @@ std::string Utf16(std::u16string_view text, bool isBig)
     return bytes;
 }
 
-std::string UnitOf(std::string_view content) { return TextOf(*ReadDescription(std::string(content)), "I", Prop::Unit); }
+std::string UnitOf(std::string_view content)
+{
+    return TextOf(*ReadDescription(std::string(content)), "I", Prop::Unit);
+}
 
 std::string WithUnit(std::string_view unit)
 {
@@ -53,7 +56,9 @@ TEST(SourceText, IsReadInManyEncodings)
 
 TEST(SourceText, RefusesWhatIsNoText)
 {
-    const auto error = [](std::string_view bytes) { return ErrorOf([&] { SourceText source{std::string(bytes)}; }); };
+    const auto error = [](std::string_view bytes) {
+        return ErrorOf([&] { SourceText source{std::string(bytes)}; });
+    };
     // 100 characters of good text ahead: the fault lies in the second block that is looked at.
     const std::string good(50, 'a');
     const std::string ahead = good + "\n" + good;

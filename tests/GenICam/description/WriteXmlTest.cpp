@@ -52,10 +52,5 @@ TEST(WriteXml, KeepsTheOrderOfNodes)
     EXPECT_EQ(AllNames(*ReadDescription(WriteXml(*first))), AllNames(*first));
 }
 
-TEST(WriteXml, EmptyDescriptionIsOne)
-{
-    EXPECT_EQ(ReadDescription(WriteXml(*ReadNodes("")))->NodeCount(), 0u);
-}
-
 } // namespace
 } // namespace KxGenApi

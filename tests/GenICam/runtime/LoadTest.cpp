@@ -22,14 +22,6 @@ Raised Loading(const std::string& xml)
     });
 }
 
-std::string Replaced(std::string text, const std::string& what, const std::string& by)
-{
-    const size_t at = text.find(what);
-    if (at == text.npos)
-        throw std::logic_error("not in the text: " + what);
-    return text.replace(at, what.size(), by);
-}
-
 CNodeMapFactory FactoryOf(const std::string& xml, ECacheUsage_t usage = CacheUsage_Automatic)
 {
     return CNodeMapFactory(ContentType_Xml, xml.data(), xml.size(), usage);
@@ -62,22 +54,6 @@ TEST(Load, RefusesWhatTheSchemaOrTheReferencesForbid)
         EXPECT_NE(raised.what.find(c.word), std::string::npos) << c.outline << ": " << raised.what;
     }
     EXPECT_EQ(Loading(DescriptionAsXml("Integer X { Value 0x1F; Max 0xff }")).kind, "none");
-}
-
-TEST(Load, TakesBothSchemaVersionsAndTextsAroundTheDescription)
-{
-    const std::string xml = DescriptionAsXml("Integer X { Value 1 }");
-    const std::string v11 = "GenApi/Version_1_1\"";
-    EXPECT_EQ(Loading(xml).kind, "none");
-    EXPECT_EQ(Loading(Replaced(xml, v11, "GenApi/Version_1_0\"")).kind, "none");
-    EXPECT_EQ(Loading(Replaced(xml, v11, "GenApi/Version_9_0\"")).kind, "Runtime");
-    EXPECT_EQ(Loading("\xef\xbb\xbf" + xml).kind, "none");
-    EXPECT_EQ(Loading("This file has one line of text first\n" + xml).kind, "none");
-    EXPECT_EQ(Loading("").kind, "InvalidArgument");
-    const Raised broken = Loading(Replaced(xml, "</Integer>", "</Float>"));
-    EXPECT_EQ(broken.kind, "Runtime");
-    EXPECT_NE(broken.description.find("line"), std::string::npos) << broken.description;
-    EXPECT_EQ(Loading(xml.substr(0, xml.size() / 2)).kind, "Runtime");
 }
 
 TEST(MapReference, RaisesWhileEmptyAndTakesOneMapOnly)
