@@ -39,10 +39,15 @@ QString Translated(const char* szText) { return QCoreApplication::translate("Act
 /// A menu's text without its mark for the key and without dots.
 QString Plain(QString strText) { return strText.remove('&').remove("..."); }
 
+/// None for an empty text, of which Qt makes a key without a name.
+QList<QKeySequence> KeysFrom(const char* szKeys)
+{
+    return *szKeys ? QKeySequence::listFromString(szKeys) : QList<QKeySequence>();
+}
+
 QString KeysOf(const ActionRow& row)
 {
-    const auto keys =
-        QKeySequence::listFromString(row.szKeys) + QKeySequence::listFromString(row.szImageKeys);
+    const auto keys = KeysFrom(row.szKeys) + KeysFrom(row.szImageKeys);
     return QKeySequence::listToString(keys, QKeySequence::NativeText);
 }
 
@@ -89,13 +94,13 @@ void ActionTable::Add(const ActionRow& row, QMainWindow& window, QWidget& image)
 {
     auto* const pAction = new QAction(MakeActionIcon(row.szId), Translated(row.szText), &window);
     pAction->setObjectName(row.szId);
-    pAction->setShortcuts(QKeySequence::listFromString(row.szKeys));
+    pAction->setShortcuts(KeysFrom(row.szKeys));
     pAction->setCheckable(static_cast<bool>(row.isChecked));
     const QString strKeys = KeysOf(row);
     const QString strPlain = Plain(pAction->text());
     pAction->setToolTip(strKeys.isEmpty() ? strPlain : QString("%1 (%2)").arg(strPlain, strKeys));
     window.addAction(pAction); // its keys work in full screen too, without a menu bar
-    for (const QKeySequence& key : QKeySequence::listFromString(row.szImageKeys))
+    for (const QKeySequence& key : KeysFrom(row.szImageKeys))
         connect(new QShortcut(key, &image, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
                 &QShortcut::activated, pAction, &QAction::trigger);
     connect(pAction, &QAction::triggered, this, [this, call = row.call] {
@@ -117,7 +122,7 @@ void ActionTable::Adopt(QAction& action, ActionMenu eMenu, ActionBar eBar, const
         list.insertAction(actions.value(actions.indexOf(Find(strBehind)) + 1), &action);
     };
     action.setIcon(MakeActionIcon(action.objectName().toLatin1().constData()));
-    action.setShortcuts(QKeySequence::listFromString(szKeys));
+    action.setShortcuts(KeysFrom(szKeys));
     insert(*Menu(eMenu));
     insert(*Bar(eBar));
     static_cast<QWidget*>(parent())->addAction(&action);

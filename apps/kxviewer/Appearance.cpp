@@ -21,9 +21,9 @@ struct ColourRow
 };
 
 constexpr ColourRow kDark[] = {
-    {QPalette::Window, 0xff2b2d30, 0xff2b2d30},      {QPalette::WindowText, 0xffe3e5e8, 0xff85888c},
-    {QPalette::Base, 0xff1f2123, 0xff26282a},        {QPalette::AlternateBase, 0xff292b2e, 0xff292b2e},
-    {QPalette::Text, 0xffe3e5e8, 0xff85888c},        {QPalette::Button, 0xff393c40, 0xff303236},
+    {QPalette::Window, 0xff363a3f, 0xff363a3f},      {QPalette::WindowText, 0xffe3e5e8, 0xff85888c},
+    {QPalette::Base, 0xff1c1e20, 0xff2c2f33},        {QPalette::AlternateBase, 0xff25282b, 0xff25282b},
+    {QPalette::Text, 0xffe3e5e8, 0xff85888c},        {QPalette::Button, 0xff4a4f55, 0xff3e4247},
     {QPalette::ButtonText, 0xffe3e5e8, 0xff85888c},  {QPalette::BrightText, 0xffff6060, 0xffff6060},
     {QPalette::Highlight, 0xff2f6fb5, 0xff4b4f55},   {QPalette::HighlightedText, 0xffffffff, 0xffb0b3b8},
     {QPalette::Link, 0xff6cb0ff, 0xff6cb0ff},        {QPalette::ToolTipBase, 0xff3c4045, 0xff3c4045},
@@ -74,7 +74,7 @@ void SetLanguage(const QString& strLanguage)
             delete pTranslator;
     };
     install("qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-    // The SDK's libraries bring no translations along.
-    for (const char* const szName : {"kxviewer", "windows"})
+    // The SDK's libraries bring no translations along; Qt's come in a package that may be missing.
+    for (const char* const szName : {"qt", "windows", "kxviewer"})
         install(szName, ":/translations");
 }

@@ -136,12 +136,18 @@ QColor Contrast(const Paint& paint, Layout layout, int x, int y)
 
 void WriteValues(const Paint& paint, IKxImage& camera)
 {
-    constexpr double kTextHeight = 0.3; // of a pixel
+    constexpr double kTextHeight = 0.3; // of a pixel, for a value alone
+    constexpr double kTextsHeight = 0.75;
     const QRect pixels = paint.pixels & QRect(0, 0, static_cast<int>(camera.GetImageWidth()),
                                               static_cast<int>(camera.GetImageHeight()));
     const Layout layout = LayoutOf(paint.image.GetImagePixelFormat());
+    if (pixels.isEmpty())
+        return;
+    const size_t nLines = camera.GetIKxPixelComponentValue(0, 0)->GetComponentCount();
+    const double dHeight =
+        std::min(kTextHeight, kTextsHeight / static_cast<double>(std::max<size_t>(nLines, 1)));
     QFont font = paint.painter.font();
-    font.setPixelSize(std::max(6, static_cast<int>(paint.dZoom * kTextHeight)));
+    font.setPixelSize(std::max(6, static_cast<int>(paint.dZoom * dHeight)));
     paint.painter.setFont(font);
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         for (int x = pixels.left(); x <= pixels.right(); ++x) {

@@ -29,6 +29,8 @@ namespace
 constexpr int kFollowMs = 500; // how often counters are shown anew
 constexpr int kMouseMs = 100;  // likewise zoom and the pixel below the mouse
 constexpr int kLayoutVersion = 1;
+constexpr int kFeaturesHeight = 560;
+constexpr int kHistogramHeight = 280;
 constexpr int kWideEnough = 1200; // for docks at both sides of the image
 
 GenApi::CEnumerationPtr DrawingTypeOf(CameraView& view)
@@ -99,13 +101,15 @@ void MainWindow::AddDocks()
         m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
         connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
     }
+    const auto dock = [&](const char* szName) { return findChild<QDockWidget*>(szName); };
+    tabifyDockWidget(dock("histogram"), dock("profile"));
+    tabifyDockWidget(dock("measurements"), dock("recording"));
     // A small screen belongs to the image: one dock gives way to the other.
-    auto* const pControls = findChild<QDockWidget*>("controls");
-    auto* const pFeatures = findChild<QDockWidget*>("features");
     if (width() < kWideEnough) {
-        tabifyDockWidget(pFeatures, pControls);
-        pControls->raise();
+        tabifyDockWidget(dock("features"), dock("controls"));
+        dock("controls")->raise();
     }
+    resizeDocks({dock("features"), dock("histogram")}, {kFeaturesHeight, kHistogramHeight}, Qt::Vertical);
     if (auto* const pRecord = findChild<QAction*>("record"))
         m_pActions->Adopt(*pRecord, ActionMenu::Acquisition, ActionBar::Acquisition, "trigger", "F9");
     m_firstLayout = saveState(kLayoutVersion);
