@@ -88,7 +88,6 @@ void CDisplayImageWidget::TerminateTimer()
     if (m_nTimerId != 0)
         killTimer(m_nTimerId);
     m_nTimerId = 0;
-    const GenICam::AutoLock lock(m_lockDisplayImages);
     m_objShown.reset();
 }
 
@@ -163,11 +162,8 @@ void CDisplayImageWidget::resizeEvent(QResizeEvent* pEvent)
 void CDisplayImageWidget::moveEvent(QMoveEvent* pEvent)
 {
     // A message stays where it is, so what was painted must not be moved with the widget.
-    {
-        const GenICam::AutoLock lock(m_lockDisplayImages);
-        if (!m_objShown || m_objShown->picture.IsNull())
-            update();
-    }
+    if (!m_objShown || m_objShown->picture.IsNull())
+        update();
     QWidget::moveEvent(pEvent);
 }
 
@@ -183,7 +179,6 @@ void CDisplayImageWidget::doWorkViewer()
     if (!m_pWnd)
         return;
     Guarded([this] {
-        const GenICam::AutoLock lock(m_lockDisplayImages);
         {
             const CMark making(m_bMakingPicture, true);
             MakePicture();
@@ -202,7 +197,6 @@ void CDisplayImageWidget::MakePicture()
     m_nStretchMode = static_cast<int>(view.eStretchMode);
 
     // The picture that is shown may lie in an image that is taken out of use from here on.
-    const GenICam::AutoLock lock(m_lockDisplayImages);
     m_objShown.reset();
     CShown shown;
     shown.pImage = CurrentImage();
@@ -276,7 +270,6 @@ void CDisplayImageWidget::paintEvent(QPaintEvent* pEvent)
 
 void CDisplayImageWidget::Paint(const QRegion& rgExposed)
 {
-    const GenICam::AutoLock lock(m_lockDisplayImages);
     const CMark painting(m_bPainting, true);
     const QRect rcVisible = VisibleRect();
     if (rcVisible.isEmpty())

@@ -31,8 +31,7 @@ struct IKxMouseObserverInside;
 ///
 /// Images of the camera wait for the next tick of a timer, so that the display sets the pace and not the
 /// camera; a changed setting shows at once. All the work is done in doWorkViewer and paintEvent, in the GUI
-/// thread, under m_lockDisplayImages. Lock order: m_lockDisplayImages, then the locks of the window or
-/// m_lockPaintGeometry.
+/// thread alone: what other threads need is noted in m_objPaintGeometry and the flags.
 class CDisplayImageWidget : public QWidget
 {
     Q_OBJECT
@@ -112,8 +111,7 @@ private:
 
     void Paint(const QRegion& rgExposed);
     void PaintUncovered(QPainter& painter, const QRegion& rgUncovered) const;
-    void RunOverlays(QPainter& painter, const QRect& rcVisible, const QRect& rcDisplay)
-        KXGC_REQUIRES(m_lockDisplayImages);
+    void RunOverlays(QPainter& painter, const QRect& rcVisible, const QRect& rcDisplay);
     void NotePaint(const QRect& rcVisible);
 
     bool OfferToMouseObservers(QMouseEvent* pEvent, MouseObserverCall call);
@@ -157,8 +155,7 @@ private:
         CPreviewPicture picture;
         IKxImage* pImage = nullptr;
     };
-    std::optional<CShown> m_objShown KXGC_GUARDED_BY(m_lockDisplayImages);
-    GenICam::CLock m_lockDisplayImages; // see the class
+    std::optional<CShown> m_objShown;
 };
 
 } // namespace KxApi
