@@ -76,7 +76,7 @@ QString RecordingTarget::Folder() const { return m_pFolder->text(); }
 
 void RecordingTarget::Remember() const
 {
-    QSettings settings;
+    ViewerSettings settings;
     settings.setValue("recording/folder", m_pFolder->text());
     settings.setValue("recording/kind", m_pKind->currentData());
 }

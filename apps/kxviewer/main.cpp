@@ -3,6 +3,7 @@
 #include "DescriptionViewer.h"
 #include "Display.h"
 #include "MainWindow.h"
+#include "ProgramReference.h"
 #include "ViewerSettings.h"
 
 #include <CLI/CLI.hpp>
@@ -229,6 +230,8 @@ int Run(int argc, char** argv)
     program.footer("Exit code: 0 done, 1 failed (one line on standard error tells why), 2 wrong usage");
     program.set_version_flag("--version", KX_VERSION);
     AddOptions(program, options);
+    if (KxApps::AnswerReference(argc, argv, program))
+        return 0;
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
