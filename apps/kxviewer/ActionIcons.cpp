@@ -44,23 +44,23 @@ constexpr IconRow kIcons[] = {
     {"zoomOut", "E 10 10 6 6 M 15 15 L 21 21 M 7 10 L 13 10"},
     {"zoomFit",
      "R 7 8 10 8 M 3 7 L 3 4 L 7 4 M 17 4 L 21 4 L 21 7 M 21 17 L 21 20 L 17 20 M 7 20 L 3 20 L 3 17"},
-    {"zoomFull", "R 3 5 18 14 T 6 16 1:1"},
+    {"zoomFull", "R 2 4 20 16", "T 5 16 1:1"},
     {"fullScreen", "M 4 9 L 4 4 L 9 4 M 15 4 L 20 4 L 20 9 M 20 15 L 20 20 L 15 20 M 9 20 L 4 20 L 4 15"},
     {"tile", "R 3 4 8 7 R 13 4 8 7 R 3 13 8 7 R 13 13 8 7"},
     {"markExposure", "E 12 12 8 8", "M 12 4 L 12 20 C 1 20 1 4 12 4 Z", kRed},
-    {"pixelValues", "R 3 3 18 18 T 5 16 42"},
+    {"pixelValues", "R 3 3 18 18", "T 6 16 42"},
     {"grid", "R 3 3 18 18 M 9 3 L 9 21 M 15 3 L 15 21 M 3 9 L 21 9 M 3 15 L 21 15"},
     {"regionSet", "M 3 7 L 3 3 L 7 3 M 17 3 L 21 3 L 21 7 M 21 17 L 21 21 L 17 21 M 7 21 L 3 21 L 3 17",
      "R 8 8 8 8", kBlue},
     {"regionFull", "R 3 3 18 18", "R 6 6 12 12", kBlue},
-    {"help", "E 12 12 9 9 T 8 17 ?"},
+    {"help", "E 12 12 9 9", "T 8 17 ?"},
     {"draw0", "M 8 21 L 8 12 L 5 14 M 8 12 L 8 5 M 11 11 L 11 3 M 14 11 L 14 4 M 17 13 L 17 6 M 17 13 L 17 "
               "17 L 14 21 L 8 21"},
     {"draw1", "M 6 3 L 6 18 L 10 14 L 13 21 L 15 20 L 12 13 L 17 13 Z"},
     {"draw2", "M 4 20 L 20 4", "R 3 18 3 3 R 18 3 3 3"},
     {"draw3", "R 4 6 16 12"},
     {"draw4", "E 12 12 9 6"},
-    {"draw5", "T 6 19 A"},
+    {"draw5", "", "T 5 19 A"},
     {"draw6", "M 20 19 L 4 19 L 16 5 M 12 19 C 12 16 11 14 9 13"},
     {"draw7", "M 4 10 L 12 4 L 20 9 L 17 20 L 7 19 Z"},
     {"draw8", "M 3 19 L 21 19 M 12 4 L 12 19 M 12 15 L 16 15 L 16 19"},
@@ -101,7 +101,7 @@ QPainterPath PathOf(const char* szDrawing)
         case 'T': {
             QFont font = QApplication::font();
             const QString strText = parts.value(++i);
-            font.setPixelSize(strText.size() > 1 ? 9 : strText == "A" ? 18 : 12);
+            font.setPixelSize(strText.size() > 1 ? 10 : strText == "A" ? 20 : 14);
             font.setBold(true);
             path.addText(n[0], n[1], font, strText);
             break;

@@ -22,7 +22,7 @@ namespace
 /// A plain background that goes with the windows round it, in light and dark.
 void SetBackground(IKxImageDisplayWnd& window, const QPalette& palette)
 {
-    const QColor colour = palette.color(QPalette::Mid);
+    const QColor& colour = palette.color(QPalette::Mid);
     window.SetBackgroundStyle(KxBackgroundStyle_None);
     window.SetBackgroundColor(
         static_cast<uint32_t>(colour.red() | colour.green() << 8 | colour.blue() << 16));
