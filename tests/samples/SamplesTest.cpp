@@ -26,6 +26,7 @@ constexpr Sample kSamples[] = {
     {"first", "'" SAMPLE_DESCRIPTION "'", "width 640, bytes of an image 768000\n"},
     {"graphs", "6", kSixImages},
     {"live", "6", kSixImages},
+    {"measuring", "6", "the line is 61.2 mm long\n6 images\n"},
     {"nodemap", "'" SAMPLE_DESCRIPTION "' 1", "[1-9][0-9]* bytes of the camera were used\n"},
     {"overlay", "6", kSixImages},
     {"overlayqt", "6", kSixImages},
