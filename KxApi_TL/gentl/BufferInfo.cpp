@@ -2,6 +2,7 @@
 
 #include "BufferInfo.h"
 
+#include "GenDc.h"
 #include "GenTLInfo.h"
 #include "ImageInfo.h"
 
@@ -35,6 +36,7 @@ struct CPayload
     bool hasChunks;
     bool hasParts = false;
     int32_t encodedAs = 0; // kind of part, of a compressed image
+    bool isContainer = false;
 };
 
 CPayload ReadPayload(const CBufferAtProducer& buffer)
@@ -57,6 +59,8 @@ CPayload ReadPayload(const CBufferAtProducer& buffer)
         if (buffer.lib.DSGetNumBufferParts && buffer.lib.DSGetBufferPartInfo)
             return {true, hasChunks, true};
         throw RUNTIME_EXCEPTION("A buffer has several parts, and the producer no functions that tell them");
+    case GenTL::PAYLOAD_TYPE_GENDC:
+        return {true, false, false, 0, true};
     default:
         throw RUNTIME_EXCEPTION(
             "Payload type %llu of a buffer is not supported: neither images nor chunk data",
@@ -111,6 +115,8 @@ CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDe
     content.hasChunks = payload.hasChunks;
     if (payload.hasParts)
         ReadParts(buffer, content);
+    else if (payload.isContainer)
+        ReadGenDc(buffer.base, buffer.size, content);
     else if (payload.encodedAs != 0)
         ReadEncoded(buffer, payload.encodedAs, content);
     else if (payload.canHaveImage && Info(buffer, GenTL::BUFFER_INFO_IMAGEPRESENT, 1) != 0)

@@ -3,6 +3,7 @@
 #include "ImageInfo.h"
 
 #include "GenTLInfo.h"
+#include "ImageLayout.h"
 
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxPixelFormatInfo.h>
@@ -18,14 +19,6 @@ namespace
 {
 
 constexpr uint32_t kMaxParts = 1024;
-
-const IKxPixelFormatInfoInside* FindFormat(uint64_t code)
-{
-    if (code > UINT32_MAX)
-        return nullptr;
-    return dynamic_cast<const IKxPixelFormatInfoInside*>(
-        GetIKxPixelFormatInfo(static_cast<EKxPixelFormatNamingConvention_t>(uint32_t(code))));
-}
 
 /// The first format that is known. Codes of a namespace that isn't ours are other numbers: the camera's
 /// feature has the format in the form that we know.
@@ -45,34 +38,11 @@ const IKxPixelFormatInfoInside& ReadFormat(const CBufferAtProducer& buffer, cons
     return *info;
 }
 
-/// Works out the image's end and checks that it lies inside.
-/// @return bytes from the buffer's beginning to the image's end
-size_t LayOut(const IKxPixelFormatInfoInside& format, size_t linePadding, size_t size, CImageContent& image)
-{
-    size_t end = 0;
-    const bool isTooLong =
-        __builtin_add_overflow(format.GetLinePitch(image.width, 1), linePadding, &image.linePitch) ||
-        __builtin_mul_overflow(image.linePitch, image.height, &image.planePitch) ||
-        __builtin_add_overflow(image.place, format.GetImageSize(image.height, image.linePitch), &end);
-    if (isTooLong || end > size)
-        throw RUNTIME_EXCEPTION("Image of %zu by %zu pixels %s at byte %zu does not fit into a buffer of %zu "
-                                "bytes",
-                                image.width, image.height, format.GetName().c_str(), image.place, size);
-    return end;
-}
-
 uint64_t FirstSet(std::initializer_list<uint64_t> candidates)
 {
     const auto* const set =
         std::find_if(candidates.begin(), candidates.end(), [](uint64_t value) { return value != 0; });
     return set == candidates.end() ? 0 : *set;
-}
-
-/// Lines of which bytes were filled in, up to all.
-size_t FilledLines(const CImageContent& image, size_t sizeFilled)
-{
-    const size_t bytes = sizeFilled - std::min(sizeFilled, image.place);
-    return image.linePitch == 0 ? 0 : std::min(bytes / image.linePitch, image.height);
 }
 
 } // namespace

@@ -140,9 +140,14 @@ GenICam::gcstring GetKxProducersText()
         std::string text;
         for (const CKxProducerInfo& info : LastLook().Get()) {
             const std::string path = info.strPath.c_str();
-            if (!info.strError.empty())
-                text += (text.empty() ? "Unusable: " : "; ") + path.substr(path.rfind('/') + 1) + ": " +
-                        info.strError.c_str();
+            if (info.strError.empty())
+                continue;
+            // The path, which the error may begin with, would leave no room for its cause.
+            std::string error = info.strError.c_str();
+            const size_t cause = error.rfind("cannot be used: ", path.size() + 32);
+            if (cause != error.npos)
+                error.erase(0, error.find(": ", cause) + 2);
+            text += (text.empty() ? "Unusable: " : "; ") + path.substr(path.rfind('/') + 1) + ": " + error;
         }
         return GenICam::gcstring(text.c_str());
     });

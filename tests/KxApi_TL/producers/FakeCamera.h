@@ -99,6 +99,7 @@ public:
     std::deque<FakeBuffer> buffers;                            ///< those that were ever announced
     std::deque<FakeBuffer*> input;
     std::vector<GenTL::SINGLE_CHUNK_DATA> chunks; ///< of each image
+    std::vector<uint8_t> content;                 ///< of each image, instead of its frame ID
 
     /// Puts an image of the present size into the next buffer; false when there is none.
     bool Deliver(FakeInfos infos = {}, FakeParts parts = {})
@@ -113,6 +114,7 @@ public:
         input.pop_front();
         buffer.isQueued = false;
         std::memcpy(buffer.base, &id, std::min(buffer.size, sizeof(id)));
+        std::memcpy(buffer.base, content.data(), std::min(buffer.size, content.size()));
         buffer.infos = std::move(infos);
         buffer.parts = std::move(parts);
         buffer.infos.emplace(GenTL::BUFFER_INFO_FRAMEID, ToldU64(id));
