@@ -2,9 +2,9 @@
 #include "CameraRecording.h"
 
 #include "CameraView.h"
+#include "ImageDecoder.h"
 
 #include <KxApi_GUI/IKxImageDisplayWnd.h>
-#include <KxApi_IP/IKxStillImageFiler.h>
 
 #include <algorithm>
 #include <thread>
@@ -146,12 +146,7 @@ void CameraRecording::HoldRing(bool bHold)
 
 void CameraRecording::ShowOfRing(const KxApps::StoredImage& image)
 {
-    if (!image.IsEncoded()) {
-        m_view.Window().RegisterIKxImage(&image.Image());
-        return;
-    }
-    const CKxAutoPtr<IKxFilerReleasable> filer(CreateIKxFiler(KxFilerType_StillImage));
-    const CKxAutoPtr<IKxImageBufferReleasable, IKxImageBuffer> decoded(CreateIKxImageBuffer(nullptr));
-    filer->LoadFromMemory(decoded.Get(), image.Data(), image.Size());
-    m_view.Window().RegisterIKxImage(decoded->GetIKxImage());
+    KxApps::ImageDecoder decoder;
+    m_view.Window().RegisterIKxImage(image.IsEncoded() ? decoder.Decode(image.Data(), image.Size())
+                                                       : &image.Image());
 }

@@ -6,6 +6,8 @@
 #include <KxApi_GUI/IKxImageDisplayWnd.h>
 #include <KxApi_TL/IKxPort.h>
 
+#include <algorithm>
+
 using namespace KxApi;
 
 CameraSession::CameraSession(const KxApps::Camera& camera, const std::vector<std::string>& settings,
@@ -45,16 +47,27 @@ void CameraSession::SetTap(ImageTap* pTap)
     m_pTap = pTap;
 }
 
+void CameraSession::Show(IKxStreamImage& image)
+{
+    try {
+        IKxImage* const pPixels = m_decoder.Pixels(image);
+        if (pPixels->GetImageBuffer()) // chunks alone have none
+            m_window.RegisterIKxImage(pPixels);
+    } catch (const GenICam::GenericException& e) {
+        emit Failed(QString::fromUtf8(e.GetDescription()), false);
+    }
+}
+
 void CameraSession::OnImage(IKxStreamImage* pImage)
 {
-    m_rates.Add(pImage->GetImageLinePitch() * pImage->GetImageHeight());
+    m_rates.Add(std::max(pImage->GetImageLinePitch() * pImage->GetImageHeight(), pImage->GetEncodedSize()));
     {
         const std::lock_guard<std::mutex> guard(m_tapMutex);
         if (m_pTap)
             m_pTap->OnImage(*pImage);
     }
-    if (m_bShowsImages && pImage->GetImageBuffer())
-        m_window.RegisterIKxImage(pImage);
+    if (m_bShowsImages)
+        Show(*pImage);
     if (++m_nCome == m_nWanted)
         emit Finished();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Cameras.h"
+#include "ImageDecoder.h"
 #include "ImageTap.h"
 #include "RateMeter.h"
 
@@ -60,6 +61,7 @@ signals:
 
 private:
     void OnImage(KxApi::IKxStreamImage* pImage) override;
+    void Show(KxApi::IKxStreamImage& image);
     void OnError(const GenICam::GenericException& error, bool bEnded) override;
 
     KxApi::IKxImageDisplayWnd& m_window;
@@ -70,6 +72,7 @@ private:
     uint64_t m_nCome = 0; // of the stream's thread while it acquires
     std::mutex m_tapMutex;
     ImageTap* m_pTap = nullptr;
+    KxApps::ImageDecoder m_decoder; // of the stream's thread
     std::atomic<bool> m_bShowsImages{true};
     KxApps::Device m_device;
     KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream> m_stream;

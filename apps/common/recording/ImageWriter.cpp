@@ -2,6 +2,7 @@
 #include "ImageWriter.h"
 
 #include "FileNames.h"
+#include "ImageDecoder.h"
 #include "SavableFormat.h"
 #include "SequenceWriter.h"
 
@@ -33,7 +34,6 @@ public:
         , m_convertsAll(!output.format.empty())
         , m_converter(CreateIKxConverter(KxConverterType_PixelFormat))
         , m_converted(CreateIKxImageBuffer(nullptr))
-        , m_decoded(CreateIKxImageBuffer(nullptr))
     {
         m_converter->SetBayerInterpolationMethod(KxBayerInterpolationMethod_Bilinear3);
         if (!m_convertsAll)
@@ -46,11 +46,8 @@ public:
 
     uint64_t Write(const StoredImage& image, uint64_t number) override
     {
-        IKxImage* pImage = &image.Image();
-        if (image.IsEncoded()) {
-            m_filer->LoadFromMemory(m_decoded.Get(), image.Data(), image.Size());
-            pImage = m_decoded->GetIKxImage();
-        }
+        IKxImage* const pImage =
+            image.IsEncoded() ? m_decoder.Decode(image.Data(), image.Size()) : &image.Image();
         const std::string path = m_names.Of(number);
         m_filer->Save(Savable(*pImage), m_names.Type(), path.c_str());
         std::error_code error;
@@ -78,7 +75,7 @@ private:
     const bool m_convertsAll;
     const CKxAutoPtr<IKxConverterReleasable> m_converter;
     const Buffer m_converted;
-    const Buffer m_decoded;
+    ImageDecoder m_decoder;
 };
 
 /// All images into one file.
