@@ -13,16 +13,55 @@
 #include <GenApi/INodeMap.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace KxApi
 {
 namespace Detail
 {
+void CToldInfos::Ask(CKxGenTLLib& lib, GenTL::DS_HANDLE hStream, GenTL::BUFFER_HANDLE hBuffer,
+                     Commands commands)
+{
+    if (!lib.DSGetBufferInfoStacked || m_count + commands.size() > kMost)
+        return;
+    const size_t first = m_count;
+    size_t last = first;
+    for (const GenTL::BUFFER_INFO_CMD command : commands) {
+        m_values[last].fill(0);
+        m_entries[last] = {command, GenTL::INFO_DATATYPE_UNKNOWN, m_values[last].data(), kValueSize,
+                           GenTL::GC_ERR_NOT_IMPLEMENTED};
+        ++last;
+    }
+    if (lib.DSGetBufferInfoStacked(hStream, hBuffer, &m_entries[first], last - first) ==
+        GenTL::GC_ERR_SUCCESS)
+        m_count = last;
+}
+
+bool CToldInfos::Get(GenTL::BUFFER_INFO_CMD command, GenTL::INFO_DATATYPE& type, void* value, size_t& size,
+                     GenTL::GC_ERROR& result) const
+{
+    for (size_t i = 0; i < m_count; ++i) {
+        const GenTL::DS_BUFFER_INFO_STACKED& entry = m_entries[i];
+        if (entry.iInfoCmd != command)
+            continue;
+        std::memcpy(value, m_values[i].data(), std::min(size, kValueSize));
+        type = entry.iType;
+        size = entry.iSize;
+        result = entry.iResult;
+        return true;
+    }
+    return false;
+}
+
 uint64_t Info(const CBufferAtProducer& buffer, GenTL::BUFFER_INFO_CMD command, uint64_t fallback)
 {
     return static_cast<uint64_t>(GetInfoInteger(
-        [&](auto... arguments) {
-            return buffer.lib.DSGetBufferInfo(buffer.hStream, buffer.hBuffer, command, arguments...);
+        [&](GenTL::INFO_DATATYPE* type, void* value, size_t* size) {
+            GenTL::GC_ERROR result = GenTL::GC_ERR_SUCCESS;
+            return buffer.told.Get(command, *type, value, *size, result)
+                       ? result
+                       : buffer.lib.DSGetBufferInfo(buffer.hStream, buffer.hBuffer, command, type, value,
+                                                    size);
         },
         static_cast<int64_t>(fallback)));
 }
@@ -89,11 +128,21 @@ CImageDefaults ReadImageDefaults(const GenApi::INodeMap& map, double tickNs)
             tickNs};
 }
 
+void AskFirst(CBufferAtProducer& buffer)
+{
+    buffer.told.Ask(buffer.lib, buffer.hStream, buffer.hBuffer,
+                    {GenTL::BUFFER_INFO_NEW_DATA, GenTL::BUFFER_INFO_FRAMEID, GenTL::BUFFER_INFO_TIMESTAMP,
+                     GenTL::BUFFER_INFO_TIMESTAMP_NS, GenTL::BUFFER_INFO_IS_INCOMPLETE,
+                     GenTL::BUFFER_INFO_DATA_LARGER_THAN_BUFFER, GenTL::BUFFER_INFO_SIZE_FILLED,
+                     GenTL::BUFFER_INFO_PAYLOADTYPE, GenTL::BUFFER_INFO_CONTAINS_CHUNKDATA,
+                     GenTL::BUFFER_INFO_IMAGEPRESENT, GenTL::BUFFER_INFO_PIXEL_ENDIANNESS});
+}
+
 bool IsFilled(const CBufferAtProducer& buffer) { return Info(buffer, GenTL::BUFFER_INFO_NEW_DATA, 1) != 0; }
 
 uint64_t ReadFrameID(const CBufferAtProducer& buffer) { return Info(buffer, GenTL::BUFFER_INFO_FRAMEID, 0); }
 
-CBufferContent ReadBufferContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults)
+CBufferContent ReadBufferContent(CBufferAtProducer& buffer, const CImageDefaults& defaults)
 {
     CBufferContent content;
     content.frameID = ReadFrameID(buffer);

@@ -246,8 +246,9 @@ void CAcquisition::CountFrame(uint64_t frameID)
 
 bool CAcquisition::Read(CStreamBuffer& buffer)
 {
-    const CBufferAtProducer atProducer{m_stream->Lib(), m_stream->Get(), buffer.hBuffer, buffer.Base(),
-                                       buffer.Size()};
+    CBufferAtProducer atProducer{m_stream->Lib(), m_stream->Get(), buffer.hBuffer, buffer.Base(),
+                                 buffer.Size()};
+    AskFirst(atProducer);
     if (!IsFilled(atProducer))
         return false;
     try {

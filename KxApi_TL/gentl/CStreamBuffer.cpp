@@ -73,7 +73,7 @@ CStreamBuffer::~CStreamBuffer()
         m_memory->Deallocate(m_base, m_size, m_alignment, m_context);
 }
 
-void CStreamBuffer::ReadContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults)
+void CStreamBuffer::ReadContent(CBufferAtProducer& buffer, const CImageDefaults& defaults)
 {
     Renew();
     for (const std::unique_ptr<CPart>& part : m_parts)

@@ -83,7 +83,7 @@ public:
 
     /// Takes over what the producer tells of the image that it has filled in. Raises what ReadBufferContent
     /// raises, after which there is no image.
-    void ReadContent(const CBufferAtProducer& buffer, const CImageDefaults& defaults);
+    void ReadContent(CBufferAtProducer& buffer, const CImageDefaults& defaults);
     /// The same for the chunks, if there are any. Raises what ReadChunks raises, after which there are none.
     void ReadChunkList(const CBufferAtProducer& buffer);
     const CBufferContent& Content() const override { return m_content; }

@@ -47,8 +47,14 @@ uint64_t FirstSet(std::initializer_list<uint64_t> candidates)
 
 } // namespace
 
-void ReadImage(const CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content)
+void ReadImage(CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content)
 {
+    // Not with the others: of buffers with parts they are none, and to say so takes a producer long.
+    buffer.told.Ask(buffer.lib, buffer.hStream, buffer.hBuffer,
+                    {GenTL::BUFFER_INFO_PIXELFORMAT_NAMESPACE, GenTL::BUFFER_INFO_PIXELFORMAT,
+                     GenTL::BUFFER_INFO_XPADDING, GenTL::BUFFER_INFO_DELIVERED_IMAGEHEIGHT,
+                     GenTL::BUFFER_INFO_XOFFSET, GenTL::BUFFER_INFO_YOFFSET, GenTL::BUFFER_INFO_IMAGEOFFSET,
+                     GenTL::BUFFER_INFO_WIDTH, GenTL::BUFFER_INFO_HEIGHT});
     const auto info = [&buffer](GenTL::BUFFER_INFO_CMD command) {
         return static_cast<size_t>(Info(buffer, command, 0));
     };

@@ -15,7 +15,7 @@ namespace Detail
 uint64_t Info(const CBufferAtProducer& buffer, GenTL::BUFFER_INFO_CMD command, uint64_t fallback);
 
 /// The one image of a buffer. Raise RuntimeException as ReadBufferContent does.
-void ReadImage(const CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content);
+void ReadImage(CBufferAtProducer& buffer, const CImageDefaults& defaults, CBufferContent& content);
 
 /// A compressed image that fills the buffer.
 void ReadEncoded(const CBufferAtProducer& buffer, int32_t dataType, CBufferContent& content);
