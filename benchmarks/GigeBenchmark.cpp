@@ -57,7 +57,7 @@ void Measure(benchmark::State& state, WaitFor waitFor)
         processorTime = ProcessorTime() - before;
         state.SetIterationTime(seconds / static_cast<double>(kImages));
     }
-    state.counters["processor"] = processorTime / static_cast<double>(kImages) * 1e6; // microseconds
+    state.counters["processor"] = processorTime / static_cast<double>(kImages);
 }
 
 bool IsReady(benchmark::State& state)
