@@ -121,15 +121,16 @@ CUnderWay& UnderWay()
 void Run(const CFoundFile& file, ETask task) noexcept
 {
     CProducerResult result = Caught(file, task);
-    const std::vector<CUnderWay::CWaiting> waiting = UnderWay().Leave({file.path, task});
+    std::vector<CUnderWay::CWaiting> waiting = UnderWay().Leave({file.path, task});
+    const CUnderWay::CWaiting last = std::move(waiting.back()); // whoever it was begun for, at least
+    waiting.pop_back();
     for (const CUnderWay::CWaiting& one : waiting) {
-        const std::shared_ptr<CProducerResults> results = one.results.lock();
-        if (!results)
-            continue;
-        // The last one gets the system itself: this thread mustn't hold it longer than those who use it.
-        const bool isLast = &one == &waiting.back();
-        results->Put(one.index, isLast ? std::move(result) : CopyOf(result));
+        if (const std::shared_ptr<CProducerResults> results = one.results.lock())
+            results->Put(one.index, CopyOf(result));
     }
+    // This one gets the system itself: the thread mustn't hold it longer than those who use it.
+    if (const std::shared_ptr<CProducerResults> results = last.results.lock())
+        results->Put(last.index, std::move(result));
 }
 
 } // namespace
