@@ -35,8 +35,8 @@ public:
     /// Loads a producer and initialises it (GCInitLib). All who load the same file share one table; the
     /// producer is closed (GCCloseLib) and unloaded when the last of them lets go, which has to happen after
     /// all its handles are closed. Any thread; loading and unloading of one producer take turns. Raises
-    /// RuntimeException, with path and cause, when the file is no library, lacks functions that every version has, or fails to
-    /// initialise.
+    /// RuntimeException, with path and cause, when the file is no library, lacks functions that every version
+    /// has, or fails to initialise.
     static std::shared_ptr<CKxGenTLLib> Load(const GenICam::gcstring& strPath);
 
     /// Path of the producer's file with all links followed; empty for a table filled by hand.
