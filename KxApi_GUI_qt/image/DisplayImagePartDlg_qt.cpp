@@ -71,9 +71,15 @@ try : CBaseDialogEx(pParent, pDlgParent),
 CDisplayImagePartDlg::~CDisplayImagePartDlg()
 {
     EndPart();
+    onClosed();
+    m_pUi->m_CDisplayImageWidget->SetDialogParent(nullptr);
+}
+
+void CDisplayImagePartDlg::onClosed()
+{
+    // The next dialog of the window shows the images from here on, while this one waits to be destroyed.
     m_pUi->m_CDisplayImageWidget->TerminateTimer();
     m_pUi->m_CDisplayImageWidget->SetIDisplayImageWidgetParent(nullptr);
-    m_pUi->m_CDisplayImageWidget->SetDialogParent(nullptr);
 }
 
 bool CDisplayImagePartDlg::HasImage() const { return m_pWnd && m_pWnd->HasImage(); }

@@ -78,6 +78,7 @@ signals:
 
 protected:
     void initDialog() override;
+    void onClosed() override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:

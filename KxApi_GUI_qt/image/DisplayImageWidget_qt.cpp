@@ -200,6 +200,7 @@ void CDisplayImageWidget::MakePicture()
     m_objShown.reset();
     CShown shown;
     shown.pImage = CurrentImage();
+    shown.nPreview = m_pDlgParent->GetPreviewCount();
     if (shown.pImage) {
         const uint64_t nWidth = shown.pImage->GetImageWidth(), nHeight = shown.pImage->GetImageHeight();
         m_bSizeChanged |= nWidth != m_nImageWidth || nHeight != m_nImageHeight;
@@ -270,6 +271,11 @@ void CDisplayImageWidget::paintEvent(QPaintEvent* pEvent)
 
 void CDisplayImageWidget::Paint(const QRegion& rgExposed)
 {
+    if (m_objShown && m_pDlgParent && m_objShown->nPreview != m_pDlgParent->GetPreviewCount()) {
+        // Another dialog of the window, beside which a refused close left this one open, took the next image.
+        m_objShown.reset();
+        m_bImagePending = true;
+    }
     const CMark painting(m_bPainting, true);
     const QRect rcVisible = VisibleRect();
     if (rcVisible.isEmpty())

@@ -154,6 +154,7 @@ private:
     {
         CPreviewPicture picture;
         IKxImage* pImage = nullptr;
+        uint64_t nPreview = 0; // of the window's previews
     };
     std::optional<CShown> m_objShown;
 };

@@ -36,6 +36,9 @@ struct ICDisplayImageDlgParent : virtual IDlgParent
     /// converter raises.
     /// @param bForApplication who keeps it: 1 the application, 0 the widget.
     virtual IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) = 0;
+    /// How often the widget's has been asked for: the image of the last call stays while this does. GUI
+    /// thread.
+    virtual uint64_t GetPreviewCount() const = 0;
 
     /// Scroll bars moved or have a new range.
     virtual void OnScrollPosOrRangeChanged() = 0;

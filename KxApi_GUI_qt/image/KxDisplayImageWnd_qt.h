@@ -108,8 +108,12 @@ public:
     void RunOverlay(COverlayParam* pParam) override;
     IKxImageBufferReleasable* GetPreviewImage(unsigned char bForApplication) override
     {
-        return m_objPreview.Get(bForApplication ? CImagePreview::Api : CImagePreview::Widget);
+        if (bForApplication)
+            return m_objPreview.Get(CImagePreview::Api);
+        ++m_nPreviews;
+        return m_objPreview.Get(CImagePreview::Widget);
     }
+    uint64_t GetPreviewCount() const override { return m_nPreviews; }
     void OnScrollPosOrRangeChanged() override;
     void OnScrollState(int nH, int nHMax, int nV, int nVMax) override;
     void SaveImage(bool bPreview) override;
@@ -212,7 +216,8 @@ private:
 
     CKxDrawingTool m_objDrawingTool{*this, m_objRegister};
     CImagePreview m_objPreview;
-    CImageSaver m_objSaver; // GUI thread
+    uint64_t m_nPreviews = 0; // GUI thread, as the next
+    CImageSaver m_objSaver;
 };
 
 } // namespace KxApi

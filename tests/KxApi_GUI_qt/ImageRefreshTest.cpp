@@ -54,6 +54,30 @@ TEST_F(ImageRefresh, SettingsShowAtOnceThoughTheTickIsFar)
     EXPECT_EQ(ShownAt(5, 5), Rgb(200, 200, 200));
 }
 
+TEST_F(ImageRefresh, ADialogThatStayedOpenPaintsNoImageThatTheNextOneGaveBack)
+{
+    m_objLog.onEvent = [](IKxCallbackParamBase& param) {
+        if (param.GetCallbackType() == KxGUICallbackType_Close)
+            dynamic_cast<IKxCallbackParamKxApiGUIEventBaseWndClose&>(param).CancelClose();
+        if (param.GetCallbackType() != KxGUICallbackType_Drawing)
+            return;
+        auto& drawing = dynamic_cast<IKxCallbackParamKxApiGUIEventDrawing&>(param);
+        EXPECT_EQ(static_cast<int>(drawing.GetIKxImage()->GetImageWidth()), drawing.GetROIWidth());
+    };
+    ShowWindow();
+    ShowImage(Grey(1)->GetIKxImage());
+    CDisplayImageWidget& old = Widget();
+    m_pWnd->SetRefreshInterval(1000);
+    Show(*m_pWnd);
+    ASSERT_NE(&Widget(), &old);
+    m_pWnd->RegisterIKxImage(Grey(2)->GetIKxImage());
+    m_pWnd->SetColorMapInversion(true); // which the new dialog shows at once
+    for (size_t nWidth = 50; nWidth < 60; ++nWidth)
+        m_pWnd->RegisterIKxImage(MakeImage(nWidth, 30)->GetIKxImage());
+    old.repaint();
+    m_objLog.onEvent = nullptr;
+}
+
 TEST_F(ImageRefresh, ThePaintedImageStaysWhileNewOnesComeFromAnotherThread)
 {
     // Sizes that change make the window's buffers move; what is painted must not move with them.
