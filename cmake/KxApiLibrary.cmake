@@ -8,6 +8,17 @@ function(kxapi_add_subdirectory_if_present folder)
     endif()
 endfunction()
 
+# kxapi_compile_jointly(target...): with KXAPI_COMPILE_JOINTLY eight files of a target are compiled as one, which saves
+# reading the same headers. The unnamed namespaces of its files must not use a name twice.
+function(kxapi_compile_jointly)
+    foreach(target IN LISTS ARGN)
+        if(KXAPI_COMPILE_JOINTLY AND TARGET ${target})
+            set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+            target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+        endif()
+    endforeach()
+endfunction()
+
 # kxapi_hide_others_names(target [FLOORS namespace...] [QT]): keeps what templates and inline functions of others' headers
 # leave in a library out of its interface: those of the C++ library, of the namespaces of floors below, and of Qt.
 # Programs would otherwise bind to such copies, and break when the next version of the library has them no more.
