@@ -25,7 +25,7 @@ QString FeatureSetFile(const KxApi::IKxDeviceInfo& camera, FeatureSetKey eKey)
 QString FindFeatureSet(const KxApi::IKxDeviceInfo& camera)
 {
     for (const FeatureSetKey eKey : {FeatureSetKey::Serial, FeatureSetKey::Model}) {
-        const QString strFile = FeatureSetFile(camera, eKey);
+        QString strFile = FeatureSetFile(camera, eKey);
         if (QFileInfo::exists(strFile))
             return strFile;
     }

@@ -54,7 +54,7 @@ QString SaveSnapshot(CameraView& view)
     if (!QDir().mkpath(strFolder))
         throw RUNTIME_EXCEPTION("the folder '%s' can't be made", strFolder.toUtf8().constData());
     const QString strCamera = view.Title().replace(QRegularExpression("[^\\w-]+"), "_");
-    const QString strFile = QDir(strFolder).filePath(
+    QString strFile = QDir(strFolder).filePath(
         strCamera + QDateTime::currentDateTime().toString("_yyyyMMdd_HHmmss_zzz") + ".png");
     FilerFor(view.Window())
         ->Save(view.Window().GetConvertedIKxImage(), KxStillImageFileType_Png, PathOf(strFile));

@@ -50,7 +50,7 @@ QString ChooseFile(MainWindow& window, bool bSave, const char* szTitle, const QS
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, suffix);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    const QString strFile = dialog.selectedFiles().value(0);
+    QString strFile = dialog.selectedFiles().value(0);
     ViewerSettings::RememberFolderOf(strFolderKey, strFile);
     return strFile;
 }
