@@ -78,7 +78,7 @@ std::string WhyNotWritable(GenApi::INode& node)
         return {};
     GenApi::INode* pNode = &node;
     for (int depth = 0; pNode && depth < kMaxDepth; ++depth, pNode = NodeOf(*pNode, "pValue")) {
-        const std::string cause = OwnCause(*pNode);
+        std::string cause = OwnCause(*pNode);
         if (!cause.empty())
             return cause;
     }

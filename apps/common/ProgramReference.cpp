@@ -208,7 +208,7 @@ void WriteValueCases(std::ostream& out, const CLI::App& command, const std::stri
 
 void WriteBash(std::ostream& out, const CLI::App& program)
 {
-    const std::string name = program.get_name();
+    const std::string& name = program.get_name();
     const std::vector<const CLI::App*> commands = CommandsOf(program);
     std::string names, withCamera;
     for (const CLI::App* const command : commands) {

@@ -89,7 +89,7 @@ void SequenceWriter::Raise(int error, const char* function) const
                                    std::strerror(error));
 }
 
-void SequenceWriter::Write(std::vector<Part> parts)
+void SequenceWriter::Write(const std::vector<Part>& parts)
 {
     std::vector<iovec> left;
     uint64_t size = 0;

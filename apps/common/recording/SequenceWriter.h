@@ -40,7 +40,7 @@ private:
         size_t size;
     };
 
-    void Write(std::vector<Part> parts);
+    void Write(const std::vector<Part>& parts);
     void WriteIndex();
     void PushOut();
     [[noreturn]] void Raise(int error, const char* function) const;
