@@ -33,19 +33,11 @@ void CLabelCache::Paint(QPainter& painter, const QRectF& rcBox)
     if (painter.backgroundMode() == Qt::OpaqueMode || label.laidOut.vecRuns.isEmpty() ||
         painter.paintEngine()->type() != QPaintEngine::Raster)
     {
-        painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop, label.strText);
+        painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, label.strText);
         return;
-    }
-    // What drawText does too: the box is that of the ink, and what is larger is cut.
-    const bool bClipped = !label.laidOut.bFitsBounds;
-    if (bClipped) {
-        painter.save();
-        painter.setClipRect(rcBox, Qt::IntersectClip);
     }
     for (const QGlyphRun& run : label.laidOut.vecRuns)
         painter.drawGlyphRun(rcBox.topLeft(), run);
-    if (bClipped)
-        painter.restore();
 }
 
 } // namespace KxApi

@@ -30,7 +30,7 @@ public:
     QRect NextBounds(const QString& strText);
 
     /// Paints the label that was asked for last into a box, as QPainter::drawText does with the flags for
-    /// left and top.
+    /// left and top. Whole: with fractions of pixels in its steps a text may be a little wider than its box.
     void Paint(QPainter& painter, const QRectF& rcBox);
 
 private:

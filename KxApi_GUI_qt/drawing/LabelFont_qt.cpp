@@ -76,7 +76,6 @@ public:
         }
         m_dAdvance += part.dAdvance;
     }
-    double Advance() const { return m_dAdvance; }
     QRect Bounds() const
     {
         return {qRound(m_dLeft), qRound(m_dTop), qRound(m_dRight - m_dLeft),
@@ -212,13 +211,7 @@ bool CLabelFont::PutTogether(const QString& strText, CLaidOutText& laidOut)
     }
     laidOut.vecRuns = {line.Run(m_rawFont)};
     laidOut.rcBounds = line.Bounds();
-    laidOut.bFitsBounds = Fits(line.Advance(), laidOut.rcBounds);
     return true;
-}
-
-bool CLabelFont::Fits(double dAdvance, const QRect& rcBounds) const
-{
-    return dAdvance <= rcBounds.width() && m_metrics.height() <= rcBounds.height();
 }
 
 bool CLabelFont::IsLikeQt(const QString& strText)
@@ -227,8 +220,8 @@ bool CLabelFont::IsLikeQt(const QString& strText)
     if (!PutTogether(strText, laidOut))
         return false;
     const CLaidOutText byQt = LayOutByQt(strText);
-    return byQt.rcBounds == laidOut.rcBounds && byQt.bFitsBounds == laidOut.bFitsBounds &&
-           byQt.vecRuns.size() == 1 && byQt.vecRuns[0].glyphIndexes() == laidOut.vecRuns[0].glyphIndexes() &&
+    return byQt.rcBounds == laidOut.rcBounds && byQt.vecRuns.size() == 1 &&
+           byQt.vecRuns[0].glyphIndexes() == laidOut.vecRuns[0].glyphIndexes() &&
            byQt.vecRuns[0].positions() == laidOut.vecRuns[0].positions();
 }
 
@@ -237,7 +230,6 @@ CLaidOutText CLabelFont::LayOutByQt(const QString& strText) const
     CLaidOutText laidOut;
     laidOut.vecRuns = RunsOf(strText);
     laidOut.rcBounds = QFontMetrics(m_font).boundingRect(strText);
-    laidOut.bFitsBounds = Fits(m_metrics.horizontalAdvance(strText), laidOut.rcBounds);
     return laidOut;
 }
 

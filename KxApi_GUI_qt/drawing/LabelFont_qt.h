@@ -21,7 +21,6 @@ struct CLaidOutText
 {
     QVector<QGlyphRun> vecRuns; ///< from the top left corner of the line; none when only drawText will do
     QRect rcBounds;             ///< round the origin of the base line, as QFontMetrics::boundingRect tells it
-    bool bFitsBounds = false;   ///< the line isn't larger than the box
 };
 
 /// A font that texts are laid out in, of the thread that made it. Over a live drawing the digits of values
@@ -59,7 +58,6 @@ private:
     CLaidOutText LayOutByQt(const QString& strText) const;
     bool PutTogether(const QString& strText, CLaidOutText& laidOut);
     bool IsLikeQt(const QString& strText);
-    bool Fits(double dAdvance, const QRect& rcBounds) const;
 
     static constexpr int kNumberCharacters = 128; // of ASCII
 

@@ -187,7 +187,8 @@ TEST_F(DrawingPaint, LabelsLookAsDrawTextPaintsThem)
                             if (bCached)
                                 cache.Paint(painter, rcBox);
                             else
-                                painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop, strText);
+                                painter.drawText(rcBox, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
+                                                 strText);
                         }
                     });
                 };
