@@ -114,7 +114,8 @@ public:
         input.pop_front();
         buffer.isQueued = false;
         std::memcpy(buffer.base, &id, std::min(buffer.size, sizeof(id)));
-        std::memcpy(buffer.base, content.data(), std::min(buffer.size, content.size()));
+        std::copy_n(content.data(), std::min(buffer.size, content.size()),
+                    static_cast<uint8_t*>(buffer.base));
         buffer.infos = std::move(infos);
         buffer.parts = std::move(parts);
         buffer.infos.emplace(GenTL::BUFFER_INFO_FRAMEID, ToldU64(id));

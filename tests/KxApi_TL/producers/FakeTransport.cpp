@@ -16,6 +16,7 @@
 #include <cstring>
 #include <map>
 #include <mutex>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,7 +42,8 @@ struct Interface
 std::mutex g_mutex;
 std::mutex g_slowMutex; // guards the next four
 // Never destroyed: a program may end while a call hangs, and its destructor would wait for it.
-std::condition_variable& g_slowChanged = *new std::condition_variable;
+alignas(std::condition_variable) unsigned char g_slowStorage[sizeof(std::condition_variable)];
+std::condition_variable& g_slowChanged = *new (g_slowStorage) std::condition_variable;
 int g_slowCalls = 0; ///< that have begun
 int g_letGo = 0;     ///< of these, so many may end
 bool g_isClosed = false;
