@@ -28,6 +28,14 @@ foreach(optional IN ITEMS KxApiGUI kxviewer KxAravis)
 endforeach()
 install(FILES "${spdx}" "${notices}" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/libkxapi${soname}" COMPONENT runtime)
 
+# Debian has its manual pages compressed, without a time stamp.
+install(CODE [[
+    file(GLOB pages "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/man/man1/*.1")
+    if(pages)
+        execute_process(COMMAND gzip -9 -n -f ${pages} COMMAND_ERROR_IS_FATAL ANY)
+    endif()]]
+    COMPONENT viewer)
+
 # kxapi_package(component name section SUMMARY text DESCRIPTION text [DEPENDS package...])
 #
 # What a package needs of others is found by dpkg-shlibdeps; DEPENDS adds what no library tells.
