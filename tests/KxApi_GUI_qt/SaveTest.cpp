@@ -4,7 +4,10 @@
 #include "image/KxDisplayImageWnd_qt.h"
 #include "image/StillImageSave_qt.h"
 
+#include <KxApi_GUI/IKxDrawingTool.h>
+
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -16,7 +19,10 @@
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <atomic>
+#include <csignal>
 #include <cstring>
+#include <thread>
 
 namespace KxTest
 {
@@ -145,6 +151,55 @@ TEST_F(SaveImages, TellTheUserWhatFailed)
          }});
     EXPECT_TRUE(strText.startsWith("KxApi_GUI_qt/")) << strText.toStdString();
     EXPECT_TRUE(strText.endsWith("There is no available image.")) << strText.toStdString();
+}
+
+// What a full disk does to a file, a limit of its size does too.
+TEST_F(SaveImages, TellWhatKeepsTheDrawingFromTheDisk)
+{
+    m_pWnd->GetIKxDrawingTool()->SetGridVLineCount(1);
+    m_pWnd->SetEnableDrawingOnSavingImage(true);
+    m_pWnd->RegisterIKxImage(MakeImage(800, 600)->GetIKxImage());
+    QString strText;
+    const Answer read = [&](QDialog& box) {
+        strText = dynamic_cast<QMessageBox&>(box).text();
+        box.accept();
+    };
+    Save(true, {NameIt("/proc/a", "Bitmap File (*.bmp)"), read});
+    EXPECT_TRUE(strText.contains("/proc/a.bmp")) << strText.toStdString();
+
+    strText.clear();
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{4096, before.rlim_max};
+    const auto pHandler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    Save(true, {NameIt(m_objFolder.filePath("a"), "Bitmap File (*.bmp)"), read});
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, pHandler);
+    EXPECT_TRUE(strText.contains("a.bmp")) << strText.toStdString();
+    EXPECT_TRUE(QDir(m_objFolder.path()).entryList(QDir::Files).isEmpty()) << "no half file";
+}
+
+TEST_F(SaveImages, PutTheDrawingIntoThePreviewAloneWhileImagesCome)
+{
+    m_pWnd->GetIKxDrawingTool()->SetGridVLineCount(1);
+    m_pWnd->GetIKxDrawingTool()->SetGridLineStyle(KxLineStyle_Solid);
+    m_pWnd->SetEnableDrawingOnSavingImage(true);
+    m_pWnd->RegisterIKxImage(MakeImage(40, 30)->GetIKxImage());
+    std::atomic<bool> bStop{false};
+    std::thread camera([&] {
+        for (size_t n = 0; !bStop; ++n)
+            m_pWnd->RegisterIKxImage(MakeImage(40 + 2 * (n % 5), 30 + n % 3)->GetIKxImage());
+    });
+    for (const bool bPreview : {false, true}) {
+        const QString strName = m_objFolder.filePath(bPreview ? "shown.png" : "raw.png");
+        Save(bPreview, {NameIt(strName, "PNG File (*.png)")});
+        const QImage image(strName);
+        EXPECT_EQ(image.pixel(image.width() / 2, 5), bPreview ? 0xFF406080U : 0xFF808080U);
+        EXPECT_EQ(image.pixel(3, 5), 0xFF808080U);
+    }
+    bStop = true;
+    camera.join();
 }
 
 TEST_F(SaveImages, ConvertAsThePreviewButWithTheBetterBayerMethod)
