@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // window-pictures FOLDER: writes pictures of the windows, the image window in all its looks, for people to
 // judge. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
+#include "DrawingPictures.h"
+
 #include <GenApi/GenApi.h>
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_GUI/KxWndPtrList.h>
@@ -186,6 +188,9 @@ int main(int nArguments, char** pArguments)
         const CKxApiAutoInitTerm sdk;
         CPictures pictures(QString::fromLocal8Bit(pArguments[1]));
         WritePictures(pictures);
+        WriteDrawingPictures(
+            pictures.Wnd(), pictures.Dialog(), [&](const QString& strName) { pictures.Save(strName); },
+            [&](const QString& strName, QWidget& widget) { pictures.Save(strName, widget); });
         WriteOtherWindows(pictures);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "window-pictures: %s\n", e.what());
