@@ -11,6 +11,8 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <exception>
 #include <map>
 #include <string>
@@ -25,6 +27,11 @@ namespace Detail
 namespace
 {
 
+/// What the end of a program waits for at most, as a producer that hangs would keep it for ever.
+constexpr std::chrono::seconds kPatienceAtExit{2};
+
+void AwaitThreads();
+
 CProducerResult Use(const CFoundFile& file, ETask task)
 {
     CProducerResult result;
@@ -34,6 +41,8 @@ CProducerResult Use(const CFoundFile& file, ETask task)
         return result;
     try {
         const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(result.info.strPath);
+        // Comes before the destructors of the library's statics, which its code mustn't lose while it runs.
+        std::atexit(&AwaitThreads);
         result.info.strVersion = GetInfoText(
             [&](auto... arguments) { return lib->GCGetInfo(GenTL::TL_INFO_VERSION, arguments...); });
         if (task == ETask::Open)
@@ -106,8 +115,28 @@ public:
         return waiting;
     }
 
+    void BeginThread()
+    {
+        const CKxMutexLock lock(m_mutex);
+        ++m_threads;
+    }
+    void EndThread()
+    {
+        const CKxMutexLock lock(m_mutex);
+        --m_threads;
+        m_ended.notify_all();
+    }
+    void AwaitThreads(std::chrono::steady_clock::time_point until)
+    {
+        CKxMutexLock lock(m_mutex);
+        while (m_threads > 0 && lock.WaitUntil(m_ended, until)) {
+        }
+    }
+
 private:
     CKxMutex m_mutex;
+    std::condition_variable m_ended;
+    size_t m_threads KXGC_GUARDED_BY(m_mutex) = 0;
     std::map<Key, std::vector<CWaiting>> m_waiting KXGC_GUARDED_BY(m_mutex);
 };
 
@@ -117,6 +146,8 @@ CUnderWay& UnderWay()
     static CUnderWay* const underWay = new CUnderWay;
     return *underWay;
 }
+
+void AwaitThreads() { UnderWay().AwaitThreads(std::chrono::steady_clock::now() + kPatienceAtExit); }
 
 void Run(const CFoundFile& file, ETask task) noexcept
 {
@@ -167,7 +198,11 @@ void StartProducer(const CFoundFile& file, ETask task, size_t index,
     if (!UnderWay().Enter({file.path, task}, {results, index}))
         return;
     try {
-        std::thread thread([file, task] { Run(file, task); });
+        std::thread thread([file, task] {
+            UnderWay().BeginThread();
+            Run(file, task);
+            UnderWay().EndThread();
+        });
         pthread_setname_np(thread.native_handle(), "KxProducer");
         thread.detach();
     } catch (const std::exception&) { // no thread to have, or no memory for it
