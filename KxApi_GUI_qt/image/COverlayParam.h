@@ -25,6 +25,7 @@ public:
     {
         IKxWnd* pIKxWnd = nullptr;
         IKxImage* pIKxImage = nullptr;
+        IKxImage* pRegisteredIKxImage = nullptr;
         int nROIOffsetX = 0;
         int nROIOffsetY = 0;
         int nROIWidth = 0;
@@ -54,6 +55,7 @@ public:
     void DrawRectangle(double dX, double dY, double dWidth, double dHeight) override;
     void DrawEllipse(double dX, double dY, double dWidth, double dHeight) override;
     void DrawText(double dX, double dY, const GenICam::gcstring& strText, uint32_t nHeight) override;
+    IKxImage* GetRegisteredIKxImage() const override { return m_values.pRegisteredIKxImage; }
 
 private:
     /// Runs a function with the pen set, and leaves the painter as it was.

@@ -323,6 +323,7 @@ void CDisplayImageWidget::RunOverlays(QPainter& painter, const QRect& rcVisible,
     COverlayParam::CValues values;
     values.pIKxWnd = m_pWnd;
     values.pIKxImage = m_objShown->pImage;
+    values.pRegisteredIKxImage = m_pDlgParent->GetPreviewSource();
     values.nROIOffsetX = rcVisible.left();
     values.nROIOffsetY = rcVisible.top();
     values.nROIWidth = static_cast<int>(m_nImageWidth);

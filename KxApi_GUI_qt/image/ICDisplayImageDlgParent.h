@@ -11,6 +11,7 @@ namespace KxApi
 
 class COverlayParam;
 struct IKxDrawingToolInside;
+struct IKxImage;
 struct IKxImageBufferReleasable;
 
 /// The window with all of its settings.
@@ -39,6 +40,8 @@ struct ICDisplayImageDlgParent : virtual IDlgParent
     /// How often the widget's has been asked for: the image of the last call stays while this does. GUI
     /// thread.
     virtual uint64_t GetPreviewCount() const = 0;
+    /// The registered image that the widget's last one was made of; it stays as long as that. GUI thread.
+    virtual IKxImage* GetPreviewSource() const = 0;
 
     /// Scroll bars moved or have a new range.
     virtual void OnScrollPosOrRangeChanged() = 0;

@@ -141,7 +141,15 @@ IKxImageBufferReleasable* CImagePreview::Get(EKeeper eKeeper)
 {
     const GenApi::AutoLock lock(m_lockPreview);
     Make();
+    if (eKeeper == Widget)
+        m_objRing.Copy(RawPreviewSource, RawWidgetSource);
     return m_objRing.Buffer(m_objRing.Copy(ConvertedLatest, eKeeper));
+}
+
+IKxImage* CImagePreview::GetWidgetSource() const
+{
+    IKxImageBufferReleasable* const pBuffer = m_objRing.Buffer(m_objRing.Index(RawWidgetSource));
+    return pBuffer ? pBuffer->GetIKxImage() : nullptr;
 }
 
 void CImagePreview::Make()

@@ -31,8 +31,8 @@ public:
     /// Who keeps a preview until he asks for the next.
     enum EKeeper : size_t
     {
-        Api = 6,
-        Widget = 7,
+        Api = 7,
+        Widget = 8,
     };
 
     /// @param pAllocator source of the images' memory, not owned; may be null. @param onConverterChanged
@@ -56,6 +56,9 @@ public:
     IKxImage* GetConverted();
     /// The same for one of the keepers; null when there is no image. Raises what the converter raises.
     IKxImageBufferReleasable* Get(EKeeper eKeeper);
+    /// The registered image that the widget's preview was made of, and that stays as long as that; null
+    /// before the first one. In the thread that asks for the widget's.
+    IKxImage* GetWidgetSource() const;
 
     /// Calls a quick function with the newest image, or with its preview, as IKxImage*; what others were
     /// handed stays what it is. Raises as GetRegistered and Get, and what the function raises.
@@ -85,6 +88,7 @@ private:
         RawWrite,         // is being filled; stays there afterwards
         RawLatest,        // the newest image that was registered
         RawPreviewSource, // what the newest preview was made of
+        RawWidgetSource,  // what the widget's preview was made of
         RawHandedOut,     // the registered image that the application got last
         ConvertTarget,    // is being converted into
         ConvertedLatest,  // the newest preview
@@ -92,7 +96,7 @@ private:
         ConvertedWidget = Widget,
         Roles
     };
-    using CRing = CRoleRing<IKxImageBufferReleasable, 8, Roles>;
+    using CRing = CRoleRing<IKxImageBufferReleasable, Roles, Roles>;
 
     template <class Function>
     void Look(ERole eRole, Function function) const

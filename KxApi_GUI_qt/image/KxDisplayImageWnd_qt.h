@@ -114,6 +114,7 @@ public:
         return m_objPreview.Get(CImagePreview::Widget);
     }
     uint64_t GetPreviewCount() const override { return m_nPreviews; }
+    IKxImage* GetPreviewSource() const override { return m_objPreview.GetWidgetSource(); }
     void OnScrollPosOrRangeChanged() override;
     void OnScrollState(int nH, int nHMax, int nV, int nVMax) override;
     void SaveImage(bool bPreview) override;

@@ -159,6 +159,33 @@ TEST_F(ImageRefresh, OverlaysPaintOnTopAndLearnWhatIsShown)
     EXPECT_EQ(ShownAt(65, 35), Rgb(9, 9, 9));
 }
 
+TEST_F(ImageRefresh, OverlaysGetTheRegisteredImageThatIsPaintedWhileLaterOnesCome)
+{
+    int nTold = 0;
+    const auto firstByte = [](const IKxImage* pImage) {
+        return static_cast<int>(*static_cast<const unsigned char*>(pImage->GetImageBuffer()));
+    };
+    m_objLog.onEvent = [&](IKxCallbackParamBase& param) {
+        const auto* const pDrawing = dynamic_cast<IKxCallbackParamKxApiGUIEventDrawing*>(&param);
+        if (!pDrawing)
+            return;
+        ++nTold;
+        const IKxImage* const pCamera = dynamic_cast<IKxOverlayCanvas&>(param).GetRegisteredIKxImage();
+        EXPECT_EQ(firstByte(pCamera), firstByte(pDrawing->GetIKxImage()));
+        // The newest ones, which also have been converted for the application, aren't on the screen.
+        m_pWnd->RegisterIKxImage(Grey(static_cast<unsigned char>(nTold))->GetIKxImage());
+        EXPECT_EQ(firstByte(m_pWnd->GetConvertedIKxImage()), nTold);
+        EXPECT_EQ(firstByte(pCamera), firstByte(pDrawing->GetIKxImage()));
+    };
+    ShowWindow();
+    for (const auto ePixelFormat : {KxPixelFormat_Mono8, KxPixelFormat_RGB8}) {
+        const int nBefore = nTold;
+        ShowImage(MakeImage(40, 30, ePixelFormat, 200)->GetIKxImage());
+        Widget().repaint(); // the same picture once more
+        EXPECT_GE(nTold, nBefore + 2);
+    }
+}
+
 TEST_F(ImageRefresh, OverlaysMayChangeSettingsWithoutAPaintWithinThePaint)
 {
     static int s_nWarnings;

@@ -9,6 +9,8 @@
 namespace KxApi
 {
 
+struct IKxImage;
+
 /// A colour of the canvas, red | green << 8 | blue << 16; each 0 to 255.
 constexpr uint32_t KxOverlayColor(uint32_t nRed, uint32_t nGreen, uint32_t nBlue)
 {
@@ -37,6 +39,12 @@ struct IKxOverlayCanvas
     /// @param strText in UTF-8, one line.
     /// @param nHeight of the letters; 0 for the application's font as it is.
     virtual void DrawText(double dX, double dY, const GenICam::gcstring& strText, uint32_t nHeight = 0) = 0;
+
+    /// The image that was registered and is painted, as it came and with all of its bits: values of it belong
+    /// to what they are drawn over, while the window's GetRegisteredIKxImage may already be a later one. It
+    /// lives during the callback. IKxCallbackParamKxApiGUIEventDrawing::GetIKxImage is the same image in the
+    /// screen's format; both are one object where nothing had to be converted.
+    virtual IKxImage* GetRegisteredIKxImage() const = 0;
 
 protected:
     ~IKxOverlayCanvas() = default;
