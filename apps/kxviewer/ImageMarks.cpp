@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ImageMarks.h"
 
+#include <KxApi_GUI/IKxOverlayCanvas.h>
+#include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxPixelComponent.h>
 
@@ -134,7 +136,14 @@ QColor Contrast(const Paint& paint, Layout layout, int x, int y)
     return nLight > 127 ? Qt::black : Qt::white;
 }
 
-void WriteValues(const Paint& paint, IKxImage& camera)
+/// Whether the conversion for the screen turned the image over.
+bool IsUpsideDown(const IKxCallbackParamKxApiGUIEventDrawing& event, const IKxImage& camera)
+{
+    const auto& window = dynamic_cast<IKxImageDisplayWnd&>(*event.GetIKxWnd());
+    return event.GetIKxImage() != &camera && window.GetIKxPixelFormatConverter()->GetReverseY();
+}
+
+void WriteValues(const Paint& paint, IKxImage& camera, bool bUpsideDown)
 {
     constexpr double kTextHeight = 0.3; // of a pixel, for a value alone
     constexpr double kTextsHeight = 0.75;
@@ -149,11 +158,13 @@ void WriteValues(const Paint& paint, IKxImage& camera)
     QFont font = paint.painter.font();
     font.setPixelSize(std::max(6, static_cast<int>(paint.dZoom * dHeight)));
     paint.painter.setFont(font);
+    const int nLast = static_cast<int>(camera.GetImageHeight()) - 1;
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
             paint.painter.setPen(Contrast(paint, layout, x, y));
             paint.painter.drawText(QRectF(x * paint.dZoom, y * paint.dZoom, paint.dZoom, paint.dZoom),
-                                   Qt::AlignCenter | Qt::TextDontClip, ValuesAt(camera, x, y));
+                                   Qt::AlignCenter | Qt::TextDontClip,
+                                   ValuesAt(camera, x, bUpsideDown ? nLast - y : y));
         }
     }
 }
@@ -178,9 +189,10 @@ void ImageMarks::OnCallback(IKxCallbackParamBase* pParam)
     try {
         if (m_bExposure)
             MarkExposure(paint);
+        // Of the painted image: the newest one may not be on the screen yet.
+        IKxImage& camera = *dynamic_cast<const IKxOverlayCanvas&>(event).GetRegisteredIKxImage();
         if (bValues)
-            WriteValues(paint,
-                        *dynamic_cast<IKxImageDisplayWnd&>(*event.GetIKxWnd()).GetRegisteredIKxImage());
+            WriteValues(paint, camera, IsUpsideDown(event, camera));
     } catch (const GenICam::GenericException&) { // NOLINT(bugprone-empty-catch): the next paint tries again
     }
     paint.painter.restore();
