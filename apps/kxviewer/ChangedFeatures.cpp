@@ -23,6 +23,15 @@ QString SelectorsOf(GenApi::INode& node)
     }
 }
 
+bool IsWritableNow(GenApi::INode& node)
+{
+    try {
+        return GenApi::IsWritable(&node);
+    } catch (const GenICam::GenericException&) {
+        return false; // the camera doesn't answer
+    }
+}
+
 /// Features that a user sets: no commands, no categories, no mere registers.
 bool IsSetting(GenApi::INode& node)
 {
@@ -74,10 +83,11 @@ void ChangedFeatures::NoteNext()
         GenApi::INode* const pNode = m_vecToNote.back();
         m_vecToNote.pop_back();
         try {
-            if (pNode->GetAccessMode() == GenApi::NI)
+            const GenApi::EAccessMode eAccess = pNode->GetAccessMode();
+            if (eAccess == GenApi::NI)
                 continue;
             const QString strValue = ValueText(*pNode);
-            m_mapEntries[pNode] = {SelectorsOf(*pNode), strValue, strValue};
+            m_mapEntries[pNode] = {SelectorsOf(*pNode), strValue, strValue, GenApi::IsWritable(eAccess)};
             m_vecOrder.push_back(pNode);
             m_vecCallbacks.push_back(GenApi::Register(
                 pNode,
@@ -111,6 +121,7 @@ void ChangedFeatures::LookAtNotes()
 void ChangedFeatures::Look(GenApi::INode* pNode)
 {
     Entry& entry = m_mapEntries[pNode];
+    entry.bSettable = entry.bSettable || IsWritableNow(*pNode);
     const QString strNow = ValueText(*pNode);
     if (strNow.isEmpty() || SelectorsOf(*pNode) != entry.strSelectors)
         return; // not what was noted
@@ -124,7 +135,7 @@ std::vector<ChangedFeatures::Change> ChangedFeatures::GetChanges() const
     std::vector<Change> vecChanges;
     for (GenApi::INode* const pNode : m_vecOrder) {
         const Entry& entry = m_mapEntries.at(pNode);
-        if (entry.strNow != entry.strBefore)
+        if (entry.bSettable && entry.strNow != entry.strBefore)
             vecChanges.push_back({pNode, entry.strBefore, entry.strNow});
     }
     return vecChanges;

@@ -14,8 +14,8 @@
 #include <vector>
 
 /// Notes the values of all features that can be set, in slices of the event loop, and then looks at those
-/// again that tell of a change. A feature with selectors is compared while they select what was noted. GUI
-/// thread.
+/// again that tell of a change. What can never be written, such as a temperature, is left out. A feature with
+/// selectors is compared while they select what was noted. GUI thread.
 class ChangedFeatures : public QObject
 {
     Q_OBJECT
@@ -46,6 +46,7 @@ private:
         QString strSelectors;
         QString strBefore;
         QString strNow;
+        bool bSettable = false; // it could be written once, though it may be locked now
     };
     /// What callbacks leave a note in; they may run in any thread, and later than this lives.
     struct Notes;
