@@ -6,12 +6,17 @@
 #include "drawing/KxDrawLineConfigDlg_qt.h"
 
 #include <GenApi/GenApi.h>
+#include <KxApi_GUI/IKxDrawingMeasurements.h>
+#include <KxApi_GUI/IKxDrawingTool.h>
 #include <KxApi_GUI/KxApi_GUI.h>
 
 #include <QApplication>
+#include <QCursor>
 #include <QMouseEvent>
 #include <QWidget>
 #include <cmath>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 using namespace KxApi;
@@ -104,6 +109,7 @@ void SelectAll(QWidget& dialog, double dZoom)
         if (!QString(pWidget->metaObject()->className()).endsWith("CDisplayImageWidget"))
             continue;
         const auto send = [pWidget](QEvent::Type eType, QPointF pt, Qt::MouseButtons eButtons) {
+            QCursor::setPos(pWidget->mapToGlobal(pt.toPoint())); // where the window looks for the mouse
             QMouseEvent event(eType, pt, Qt::LeftButton, eButtons, Qt::NoModifier);
             QCoreApplication::sendEvent(pWidget, &event);
         };
@@ -111,6 +117,16 @@ void SelectAll(QWidget& dialog, double dZoom)
         send(QEvent::MouseButtonPress, QPointF(1, 1), Qt::LeftButton);
         send(QEvent::MouseMove, ptEnd, Qt::LeftButton);
         send(QEvent::MouseButtonRelease, ptEnd, Qt::NoButton);
+    }
+}
+
+/// Pictures of what isn't selected would show no handles.
+void CheckAllSelected(IKxImageDisplayWnd& window)
+{
+    const auto* const pDrawing = dynamic_cast<const IKxDrawingMeasurements*>(window.GetIKxDrawingTool());
+    for (const CKxDrawingMeasurement& object : pDrawing->GetMeasurements()) {
+        if (!object.bSelected)
+            throw std::runtime_error("the rubber band left out " + std::string(object.strName.c_str()));
     }
 }
 
@@ -154,8 +170,10 @@ void WriteDrawingPictures(IKxImageDisplayWnd& window, QWidget& dialog,
             dialog.resize(static_cast<int>(kWidth * dZoom) + 40, static_cast<int>(kHeight * dZoom) + 160);
             processEventGUI(false, 100);
             drawing.Set("DrawingItemType", bAll ? "Select" : "None");
-            if (bAll)
+            if (bAll) {
                 SelectAll(dialog, dZoom);
+                CheckAllSelected(window);
+            }
             save(QString("drawing-") + (bAll ? "selected-" : "plain-") + QString::number(dZoom));
         }
     }
