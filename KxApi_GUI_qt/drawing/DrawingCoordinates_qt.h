@@ -43,6 +43,7 @@ struct _KxOnDrawParamForDrawing_t
     uint64_t nDisplayHeight = 1;
     double dScaleX = 1.0; ///< nDisplayWidth / nROIWidth
     double dScaleY = 1.0;
+    bool bOpaqueTarget = false; ///< each pixel that is painted on has its whole alpha
     /// printf formats of values with their units.
     char szLengthFormat[128] = "%.1f";
     char szAreaFormat[128] = "%.1f";

@@ -22,6 +22,14 @@ constexpr int kSnapRatio = 4;     // of the sides, up to which a line under Shif
 /// The box of a handle.
 QRect SignBox(const CKxPointEx& pt) { return {pt.x - 5, pt.y - 5, 10, 10}; }
 
+/// Whether a figure may be painted atop of what is there. On opaque pixels this looks the same as painting
+/// over them, and keeps Qt from its filler of wide vectors: after each of an outline's many short spans that
+/// one makes the processor change between instruction sets, which takes longer than all the rest.
+bool MayPaintAtop(const QPainter& painter, const _KxOnDrawParamForDrawing_t& param, size_t nPoints)
+{
+    return param.bOpaqueTarget && nPoints < kWorthAMask && painter.brush().style() == Qt::NoBrush;
+}
+
 /// The handles between the first and the last point, of which a stroke has very many.
 void PaintCircles(QPainter& painter, const QPolygon& places)
 {
@@ -60,7 +68,10 @@ void CKxDrawingItemBase::OnDraw(QPainter* pPainter, const _KxOnDrawParamForDrawi
         return;
     const CPaint paint{{*pParam, *pTool}, *pPainter};
     m_pParent->SetQPainterForFigure(pPainter);
+    if (MayPaintAtop(*pPainter, *pParam, m_pPointList->size()))
+        pPainter->setCompositionMode(QPainter::CompositionMode_SourceAtop);
     PaintFigure(paint);
+    pPainter->setCompositionMode(QPainter::CompositionMode_SourceOver);
     if (m_pParent->GetSel() && pTool->IsSelectionVisible()) {
         pTool->SetQPainterForCtrlLine(pPainter);
         PaintControlOutline(paint);

@@ -10,6 +10,8 @@
 #include <KxApi_GUI/IKxWndCallback.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxImageBuffer.h>
+#include <KxApi_TL/IKxPixelFormatInfo.h>
+#include <KxApi_TL/KxApi_TL.h>
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -33,6 +35,14 @@ _KxOnDrawParamForDrawing_t ParamOf(const IKxImage& image)
     param.nImageWidth = param.nROIWidth = param.nDisplayWidth = image.GetImageWidth();
     param.nImageHeight = param.nROIHeight = param.nDisplayHeight = image.GetImageHeight();
     return param;
+}
+
+/// Whether pixels bring an alpha of their own along.
+bool HasAlpha(EKxPixelFormatNamingConvention_t ePixelFormat)
+{
+    constexpr size_t kAlpha = 3; // after the colours
+    const auto& info = dynamic_cast<const IKxPixelFormatInfoInside&>(*GetIKxPixelFormatInfo(ePixelFormat));
+    return info.GetComponentCount() > kAlpha;
 }
 
 } // namespace
@@ -160,6 +170,7 @@ void CKxDrawingTool::OnKxImageBufferDraw(QPainter* pPainter, IKxImageBuffer* pBu
     // same.
     m_model.Looked([&] {
         _KxOnDrawParamForDrawing_t param = ParamOf(*pBuffer->GetIKxImage());
+        param.bOpaqueTarget = !HasAlpha(pBuffer->GetIKxImage()->GetImagePixelFormat());
         BuildFormats(param);
         DrawGrid(*pPainter, param);
         DrawItems(*pPainter, param);

@@ -101,6 +101,31 @@ TEST_F(DrawingPaint, DrawsIntoBuffersOfAnyFormat)
     EXPECT_NE(ErrorOf([this] { m_pTool->DrawOnIKxImageBuffer(nullptr); }), "");
 }
 
+// Buffers are painted on in a faster way.
+TEST_F(DrawingPaint, BuffersLookLikeTheWindow)
+{
+    for (int i = 0; i < 28; ++i) {
+        const double x = 60.0 + i % 7 * 130, y = 50.0 + i / 7 * 110;
+        if (i % 2 != 0)
+            Add("Polygon", {{x, y}, {x + 80, y + 60}, {x + 90, y - 20}}, 0x7F);
+        else
+            Add(i % 4 != 0 ? "Rectangle" : "Ellipse", {{x, y}, {x + 80, y + 60}}, 0x7F);
+        Set("DrawingLineWidth", std::to_string(1 + i / 7));
+        Set("DrawingLineStyle", i % 3 != 0 ? "Solid" : "Dash");
+        Set("DrawingBrushStyle", i % 5 != 0 ? "Null" : "Hatch_Cross");
+    }
+    const ImageBufferPtr pBuffer = MakeImage(kImageWidth, kImageHeight, KxPixelFormat_Mono8, 0x40);
+    m_pTool->DrawOnIKxImageBuffer(&*pBuffer);
+    const IKxImage& image = *pBuffer->GetIKxImage();
+    const QImage drawn(static_cast<const uchar*>(image.GetImageBuffer()), kImageWidth, kImageHeight,
+                       static_cast<int>(image.GetImageLinePitch()), QImage::Format_RGB888);
+    QImage window(kImageWidth, kImageHeight, QImage::Format_RGB32);
+    window.fill(QColor(0x40, 0x40, 0x40));
+    QPainter painter(&window);
+    Paint(painter);
+    EXPECT_EQ(GreatestDifference(drawn, window), 0);
+}
+
 /// A picture that is painted on at a scale.
 QImage PaintedAt(double dScale, const std::function<void(QPainter&)>& paint)
 {
