@@ -310,6 +310,9 @@ TEST_F(GigeCamera, StreamsAgainAfterWrongPacketsHaveReachedItsSockets)
     Open();
     Stream(640, 100);
     const Socket noise;
+    // A trailer of an image to come that would have 4 billion packets, with long IDs and with short ones.
+    const Bytes absurd[] = {{0, 0, 0, 0, 0x82, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 239, 255, 255, 255},
+                            {0, 0, 127, 0, 0x02, 255, 255, 255}};
     std::mt19937 random(11); // NOLINT(cert-msc51-cpp): the same bytes each time
     for (int i = 0; i < 100; ++i) {
         // All ports of the namespace but the camera's are ours.
@@ -325,8 +328,11 @@ TEST_F(GigeCamera, StreamsAgainAfterWrongPacketsHaveReachedItsSockets)
             Bytes bytes(random() % 1500);
             for (uint8_t& byte : bytes)
                 byte = static_cast<uint8_t>(random() % 3 == 0 ? random() : 0);
-            if (port != kControlPort)
+            if (port != kControlPort) {
+                for (const Bytes& packet : absurd)
+                    noise.Send(packet, port);
                 noise.Send(bytes, port);
+            }
         }
         try {
             ImagePtr(m_stream->FetchImage(20));

@@ -3,6 +3,7 @@
 
 #include "modules/ArvFrame.h"
 #include "modules/Device.h"
+#include "net/StreamFilter.h"
 
 namespace KxAravis
 {
@@ -49,6 +50,7 @@ void CStream::OnStart()
         m_pFilling = m_stream.get();
         if (!m_stream)
             KxProducer::Fail(GenTL::GC_ERR_IO, "Camera '%s' can't stream", m_device->Facts().id.c_str());
+        FilterPackets();
     }
     PushAll();
 }
@@ -70,6 +72,13 @@ void CStream::Recall()
     arv_stream_stop_thread(m_stream.get(), TRUE);
     TakeBackAll();
     arv_stream_start_thread(m_stream.get());
+    FilterPackets();
+}
+
+void CStream::FilterPackets()
+{
+    if (ARV_IS_GV_STREAM(m_stream.get()))
+        DropAbsurdPackets(arv_gv_stream_get_port(ARV_GV_STREAM(m_stream.get())));
 }
 
 void CStream::OnInput() { PushAll(); }

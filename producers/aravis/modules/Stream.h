@@ -46,6 +46,7 @@ private:
     void OnFilled();
     void PushAll();
     /// The buffers that were pushed and haven't come back wait again.
+    void FilterPackets(); // with m_driverMutex held
     void TakeBackAll();
     void CountUnderruns();
     static ArvBuffer& ArvBufferOf(const BufferPtr& buffer);
