@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Events.
 
-#define GCTLIDLL
-
 #include "Call.h"
 #include "Info.h"
 #include "common/modules/EventQueue.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Start, stop and errors of the producer.
 
-#define GCTLIDLL
-
 #include "Call.h"
 #include "Immortal.h"
 #include "Info.h"

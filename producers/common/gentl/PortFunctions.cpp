@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Registers and descriptions.
 
-#define GCTLIDLL
-
 #include "Call.h"
 #include "common/modules/Module.h"
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Streams and buffers. What is called for each image does without the producer's lock.
 
-#define GCTLIDLL
-
 #include "Call.h"
 #include "Info.h"
 #include "common/modules/Stream.h"
