@@ -74,14 +74,15 @@ public:
     {
         if (!m_shown.insert(category.GetNode()).second)
             return;
-        for (GenApi::INode* const child : Children(category))
-            if (const auto inner = dynamic_cast<GenApi::ICategory*>(child)) {
-                List(*inner, list);
+        for (GenApi::INode* const child : Children(category)) {
+            if (child->GetPrincipalInterfaceType() == GenApi::intfICategory) {
+                List(dynamic_cast<GenApi::ICategory&>(*child), list);
             } else if (IsChosen(*child)) {
                 list.push_back(DetailsOf(*child));
                 list.back()["category"] = category.GetNode()->GetName().c_str();
                 list.back()["visibility"] = NameOf(child->GetVisibility());
             }
+        }
     }
 
 private:
