@@ -2,6 +2,8 @@
 #include "DeviceDialog.h"
 
 #include <KxApi_GUI/IKxWndCallback.h>
+#include <KxApi_TL/IKxInterface.h>
+#include <KxApi_TL/IKxSystem.h>
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -10,7 +12,6 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
-#include <algorithm>
 
 using namespace KxApi;
 
@@ -19,6 +20,24 @@ namespace
 
 constexpr int kLookMs = 200;
 constexpr int kNoAccess = 3; // DEVICE_ACCESS_STATUS_NOACCESS
+
+/// Of those that the searches have found by now.
+int CountWithoutAccess(const CIKxSystemPtrArray& systems)
+{
+    int nCameras = 0;
+    try {
+        for (size_t i = 0; i < systems.GetSize(); ++i) {
+            for (uint32_t j = 0; j < systems[i]->GetInterfaceCount(); ++j) {
+                const IKxInterface& interface = *systems[i]->GetIKxInterface(j);
+                for (uint32_t k = 0; k < interface.GetDeviceCount(); ++k)
+                    nCameras += interface.GetIKxDeviceInfo(k)->GetAccessStatus() == kNoAccess ? 1 : 0;
+            }
+        }
+    } catch (const GenICam::OutOfRangeException&)
+    { // NOLINT(bugprone-empty-catch): a list became shorter; the next count will be whole
+    }
+    return nCameras;
+}
 
 } // namespace
 
@@ -47,7 +66,10 @@ DeviceDialog::DeviceDialog(KxApps::Cameras& cameras, const QString& strLast, QWi
     pLayout->addWidget(m_pPlace, 1);
     pLayout->addLayout(pLine);
     connect(m_pAgain, &QPushButton::clicked, this, &DeviceDialog::Search);
-    connect(&m_timer, &QTimer::timeout, this, &DeviceDialog::SelectLast);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        SelectLast();
+        ShowState(); // the search that counts cameras may still be under way
+    });
     m_selection->RegisterTargetIKxSystemList(m_cameras.SystemArray());
     m_hCallback = m_selection->RegisterCallback(this);
     Search();
@@ -77,7 +99,8 @@ void DeviceDialog::Search()
         pTree->installEventFilter(this);
         pTree->setFocus();
     }
-    ShowState({});
+    m_strFailure.clear();
+    ShowState();
     SelectLast();
     m_timer.start(kLookMs);
 }
@@ -85,8 +108,10 @@ void DeviceDialog::Search()
 void DeviceDialog::SelectLast()
 {
     QTreeWidget* const pTree = Tree();
-    if (m_strLast.isEmpty() || !pTree || !pTree->selectedItems().isEmpty())
-        return m_timer.stop();
+    if (pTree && !pTree->selectedItems().isEmpty())
+        m_strLast.clear(); // the user's own choice stays
+    if (m_strLast.isEmpty() || !pTree)
+        return;
     for (const KxApps::Camera& camera : m_cameras.All()) {
         if (m_strLast != QString::fromUtf8(camera.pInfo->GetID().c_str()))
             continue;
@@ -97,23 +122,19 @@ void DeviceDialog::SelectLast()
     }
 }
 
-void DeviceDialog::ShowState(const QString& strFailure)
+void DeviceDialog::ShowState()
 {
     QStringList lines;
-    lines += strFailure.isEmpty() ? tr("Looking for cameras every five seconds.")
-                                  : tr("The search has ended: %1").arg(strFailure);
-    const auto cameras = m_cameras.All();
-    const auto nHidden = std::count_if(cameras.begin(), cameras.end(), [](const KxApps::Camera& camera) {
-        return camera.pInfo->GetAccessStatus() == kNoAccess;
-    });
+    lines += m_strFailure.isEmpty() ? tr("Looking for cameras every five seconds.")
+                                    : tr("The search has ended: %1").arg(m_strFailure);
+    const int nHidden = CountWithoutAccess(m_cameras.SystemArray());
     if (nHidden > 0)
-        lines += tr("%n camera(s) that can't be opened are hidden; the check box shows them.", "",
-                    static_cast<int>(nHidden));
+        lines += tr("%n camera(s) that can't be opened are hidden; the check box shows them.", "", nHidden);
     const QString strUnusable = QString::fromUtf8(GetKxProducersText().c_str());
     if (!strUnusable.isEmpty())
         lines += strUnusable;
     m_pState->setText(lines.join('\n'));
-    m_pAgain->setVisible(!strFailure.isEmpty());
+    m_pAgain->setVisible(!m_strFailure.isEmpty());
 }
 
 bool DeviceDialog::eventFilter(QObject* pWatched, QEvent* pEvent)
@@ -142,7 +163,8 @@ void DeviceDialog::OnCallback(IKxCallbackParamBase* pParam)
         QMetaObject::invokeMethod(
             this,
             [this, strText = QString::fromUtf8(event.GetException().GetDescription())] {
-                ShowState(strText);
+                m_strFailure = strText;
+                ShowState();
             },
             Qt::QueuedConnection);
         break;

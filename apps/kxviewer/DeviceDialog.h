@@ -35,11 +35,12 @@ private:
     void Release() override {} // the dialog outlives its window
     void Search();
     void SelectLast();
-    void ShowState(const QString& strFailure);
+    void ShowState();
     QTreeWidget* Tree() const;
 
     KxApps::Cameras& m_cameras;
-    QString m_strLast; // still to be selected
+    QString m_strLast;    // still to be selected
+    QString m_strFailure; // that ended the search; empty while it runs
     bool m_bSearching = false;
     QWidget* m_pPlace;
     QLabel* m_pState;
