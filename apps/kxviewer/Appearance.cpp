@@ -66,6 +66,7 @@ void SetLanguage(const QString& strLanguage)
 {
     InitResources();
     const QLocale locale = strLanguage.isEmpty() ? QLocale() : QLocale(strLanguage);
+    QLocale::setDefault(locale); // numbers are written as the words beside them
     const auto install = [&](const QString& strName, const QString& strFolder) {
         auto* const pTranslator = new QTranslator(qApp);
         if (pTranslator->load(locale, strName, "_", strFolder))

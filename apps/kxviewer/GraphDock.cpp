@@ -11,6 +11,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -90,7 +91,7 @@ QTableWidget* MakeTable(QWidget* pParent)
 
 QStringList TextsOf(const KxApps::GraphStatistics& s)
 {
-    const auto number = [](double d, int nDecimals) { return QString::number(d, 'f', nDecimals); };
+    const auto number = [](double d, int nDecimals) { return QLocale().toString(d, 'f', nDecimals); };
     return {QString::fromStdString(s.component),
             number(s.mean, 1),
             number(s.deviation, 1),

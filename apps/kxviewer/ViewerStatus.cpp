@@ -4,6 +4,7 @@
 #include "CameraView.h"
 
 #include <QLabel>
+#include <QLocale>
 #include <QStatusBar>
 
 using namespace KxApi;
@@ -12,6 +13,8 @@ namespace
 {
 
 constexpr double kMegabyte = 1e6;
+
+QString Rate(double dRate) { return QLocale().toString(dRate, 'f', 1); }
 
 } // namespace
 
@@ -56,11 +59,11 @@ void ViewerStatus::Show(CameraView& view, const QString& strWithoutCamera)
     const CKxStreamStatistics statistics = pSession->GetStatistics();
     const RateMeter::Rates rates = pSession->GetRates();
     const QString texts[] = {
-        tr("%1 images/s").arg(rates.perSecond, 0, 'f', 1),
-        tr("%1 shown/s").arg(view.Marks().ShownRate(), 0, 'f', 1),
+        tr("%1 images/s").arg(Rate(rates.perSecond)),
+        tr("%1 shown/s").arg(Rate(view.Marks().ShownRate())),
         tr("%1 lost").arg(LostImages(statistics)),
         tr("%1 incomplete").arg(statistics.nIncomplete),
-        tr("%1 MB/s").arg(rates.bytesPerSecond / kMegabyte, 0, 'f', 1),
+        tr("%1 MB/s").arg(Rate(rates.bytesPerSecond / kMegabyte)),
     };
     for (int i = 0; i < m_figures.size(); ++i)
         m_figures[i]->setText(texts[i]);
