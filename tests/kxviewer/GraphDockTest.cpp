@@ -9,6 +9,7 @@
 #include <KxApi_GUI/IKxDrawingTool.h>
 
 #include <QLabel>
+#include <QLocale>
 #include <QTableWidget>
 #include <memory>
 
@@ -24,7 +25,8 @@ class GraphDocks : public GuiTest
 protected:
     GraphDocks()
     {
-        processEventGUI(false, 0); // makes the application object
+        QLocale::setDefault(QLocale::c()); // whatever the tester's language
+        processEventGUI(false, 0);         // makes the application object
         m_pView = std::make_unique<CameraView>(m_report, nullptr);
         m_pView->resize(400, 300);
         m_pView->show();
