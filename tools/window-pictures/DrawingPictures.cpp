@@ -81,11 +81,13 @@ public:
         Set("DrawingObjectName", shape.szType);
         Set("DrawingFontHeight", 13);
         Set("DrawingObjectPointCount", static_cast<int64_t>(shape.points.size()));
+        const int nLeft = nObject % 4 * kCell;
+        const int nTop = nObject / 4 * kCell;
         int64_t nPoint = 0;
         for (const QPointF& pt : shape.points) {
             Set("DrawingObjectPointSelector", nPoint++);
-            SetFloat("DrawingObjectPointX", (pt.x() + nObject % 4 * kCell) / kWidth);
-            SetFloat("DrawingObjectPointY", (pt.y() + nObject / 4 * kCell) / kHeight);
+            SetFloat("DrawingObjectPointX", (pt.x() + nLeft) / kWidth);
+            SetFloat("DrawingObjectPointY", (pt.y() + nTop) / kHeight);
         }
     }
     void EnableAllTexts(int nObject)
