@@ -37,6 +37,7 @@ struct CShape
 std::vector<CShape> Shapes()
 {
     std::vector<QPointF> stroke;
+    stroke.reserve(80);
     for (int i = 0; i < 80; ++i)
         stroke.emplace_back(40 + i, 80 + 35 * std::sin(i * 0.16));
     return {
