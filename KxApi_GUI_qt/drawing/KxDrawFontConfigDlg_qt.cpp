@@ -12,7 +12,7 @@ namespace KxApi
 namespace
 {
 
-constexpr int kMargin = 4;
+constexpr int kFontDlgMargin = 4;
 const char* const kSample = "Sample";
 
 } // namespace
@@ -25,7 +25,7 @@ KxDrawFontConfigDlg::KxDrawFontConfigDlg(QWidget* pParent)
     for (QComboBox* const pBox : {m_pUi->comboBoxWeight, m_pUi->comboBoxStyle, m_pUi->comboBoxDecoration,
                                   m_pUi->comboBoxBackgroundMode})
         NumberEntries(*pBox);
-    SetView(m_pUi->graphicsView, kMargin);
+    SetView(m_pUi->graphicsView, kFontDlgMargin);
 }
 
 KxDrawFontConfigDlg::~KxDrawFontConfigDlg() = default;

@@ -10,7 +10,7 @@ namespace KxApi
 namespace
 {
 
-constexpr int kMargin = 19;
+constexpr int kLineDlgMargin = 19;
 constexpr int kInset = 20;
 
 } // namespace
@@ -22,7 +22,7 @@ KxDrawLineConfigDlg::KxDrawLineConfigDlg(QWidget* pParent)
     m_pUi->setupUi(this);
     for (QComboBox* const pBox : {m_pUi->comboBoxStyle, m_pUi->comboBoxEndcap, m_pUi->comboBoxJoin})
         NumberEntries(*pBox);
-    SetView(m_pUi->graphicsView, kMargin);
+    SetView(m_pUi->graphicsView, kLineDlgMargin);
 }
 
 KxDrawLineConfigDlg::~KxDrawLineConfigDlg() = default;

@@ -14,9 +14,9 @@ namespace
 {
 
 /// Conversions of the preview may use that many threads.
-constexpr int kConversionThreads = 4;
+constexpr int kPreviewThreads = 4;
 /// What QImage wants of the beginnings of lines.
-constexpr size_t kLineAlignment = 4;
+constexpr size_t kPreviewLineAlignment = 4;
 
 // Whatever changes one of them, the present image has to be converted again.
 constexpr const char* kConverterNodes[] = {
@@ -70,7 +70,7 @@ CImagePreview::CImagePreview(IKxAllocator* pAllocator,
 
 void CImagePreview::WatchConverter()
 {
-    m_pConverter->SetConversionOption(kConversionThreads);
+    m_pConverter->SetConversionOption(kPreviewThreads);
     m_pConverter->SetAutoDestination(true);
     m_pConverter->SetDestinationPixelFormat(kColorDestination);
     GenApi::INodeMap* const pNodeMap = m_pConverter->GetINodeMap();
@@ -186,7 +186,7 @@ bool CImagePreview::CanBeShownAsItIs(const IKxImage& image) const
         return ePixelFormat == m_pConverter->GetDestinationPixelFormat();
     return (ePixelFormat == KxPixelFormat_Mono8 || ePixelFormat == KxPixelFormat_BGR8 ||
             ePixelFormat == KxPixelFormat_BGRa8) &&
-           image.GetImageLinePitch() % kLineAlignment == 0;
+           image.GetImageLinePitch() % kPreviewLineAlignment == 0;
 }
 
 EKxPixelFormatNamingConvention_t

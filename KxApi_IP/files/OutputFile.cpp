@@ -21,7 +21,7 @@ namespace Detail
 namespace
 {
 
-constexpr size_t kBufferSize = size_t{256} * 1024;
+constexpr size_t kOutputBufferSize = size_t{256} * 1024;
 
 /// With the closing slash; empty for a name alone.
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
@@ -85,7 +85,7 @@ std::string ResolveLink(const std::string& path)
 COutputFile::COutputFile(const GenICam::gcstring& strPath)
     : m_strShown(ShownPath({strPath.c_str(), strPath.size()}))
     , m_strTarget(ResolveLink(strPath.c_str()))
-    , m_pBuffer(std::make_unique<uint8_t[]>(kBufferSize))
+    , m_pBuffer(std::make_unique<uint8_t[]>(kOutputBufferSize))
 {
     if (m_strTarget.empty())
         Raise(strPath.empty() ? ENOENT : errno, "realpath");
@@ -178,10 +178,10 @@ bool COutputFile::Write(const void* pData, size_t nSize) noexcept
 {
     if (m_error != 0)
         return false;
-    if (nSize > kBufferSize - m_buffered && !Flush())
+    if (nSize > kOutputBufferSize - m_buffered && !Flush())
         return false;
     m_position += nSize;
-    if (nSize > kBufferSize)
+    if (nSize > kOutputBufferSize)
         return WriteThrough(static_cast<const uint8_t*>(pData), nSize);
     std::memcpy(m_pBuffer.get() + m_buffered, pData, nSize);
     m_buffered += nSize;

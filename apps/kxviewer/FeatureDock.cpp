@@ -3,6 +3,7 @@
 
 #include "CameraView.h"
 #include "FeaturePanel.h"
+#include "FeatureText.h"
 
 #include <KxApi_TL/IKxInterface.h>
 #include <KxApi_TL/IKxPort.h>
@@ -15,8 +16,6 @@ using namespace KxApi;
 
 namespace
 {
-
-QString TextOf(const GenICam::gcstring& strText) { return QString::fromUtf8(strText.c_str()); }
 
 QVector<FeatureMapEntry> MapsOfCamera(CameraSession& session)
 {

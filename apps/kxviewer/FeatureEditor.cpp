@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FeatureEditor.h"
 
+#include "FeatureText.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -18,8 +20,6 @@ namespace
 constexpr int kSliderSteps = 1000;
 constexpr double kLogarithmicFrom = 1000; // ratio of the limits
 constexpr int kMostDecimals = 6;
-
-QString TextOf(const GenICam::gcstring& strText) { return QString::fromUtf8(strText.c_str()); }
 
 QHBoxLayout* NewLayout(QWidget* pWidget)
 {

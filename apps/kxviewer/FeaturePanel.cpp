@@ -33,8 +33,6 @@ namespace
 constexpr int kMostFound = 200;
 const char* const kLevels[] = {"Beginner", "Expert", "Guru", "Invisible"};
 
-QString TextOf(const GenICam::gcstring& strText) { return QString::fromUtf8(strText.c_str()); }
-
 GenApi::INode* FindNode(GenApi::INodeMap& map, const QString& strName)
 {
     return map.GetNode(strName.toUtf8().constData());

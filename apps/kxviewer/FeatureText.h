@@ -6,6 +6,9 @@
 
 #include <QString>
 
+/// UTF-8 of a node map as Qt has it.
+inline QString TextOf(const GenICam::gcstring& strText) { return QString::fromUtf8(strText.c_str()); }
+
 /// The value as kx and feature files have it; empty when it can't be read. Raises nothing.
 QString ValueText(GenApi::INode& node);
 

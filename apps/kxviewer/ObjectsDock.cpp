@@ -23,7 +23,7 @@ using namespace KxApi;
 namespace
 {
 
-constexpr int kRefreshMs = 200;
+constexpr int kObjectsRefreshMs = 200;
 
 QString Number(double dValue, int nDigits, const QString& strUnit)
 {
@@ -97,7 +97,7 @@ ObjectsDock::ObjectsDock(QWidget* pParent)
     connect(m_pCopy, &QPushButton::clicked, this, &ObjectsDock::Copy);
     connect(m_pSave, &QPushButton::clicked, this, &ObjectsDock::Save);
     connect(&m_timer, &QTimer::timeout, this, &ObjectsDock::Refresh);
-    m_timer.setInterval(kRefreshMs);
+    m_timer.setInterval(kObjectsRefreshMs);
 }
 
 void ObjectsDock::Follow(CameraView& view)

@@ -22,7 +22,7 @@
 namespace
 {
 
-constexpr int kRefreshMs = 200;
+constexpr int kRecordingRefreshMs = 200;
 constexpr int kPercent = 100;
 constexpr double kMegabyte = 1e6;
 
@@ -101,7 +101,7 @@ RecordingDock::RecordingDock(QWidget* pParent)
     connect(m_pRecord, &QAction::triggered, this, &RecordingDock::Toggle);
     connect(m_pRing, &RingPanel::SaveWanted, this, &RecordingDock::SaveRing);
     connect(&m_timer, &QTimer::timeout, this, &RecordingDock::Refresh);
-    m_timer.start(kRefreshMs); // the action has to be right while the dock is hidden
+    m_timer.start(kRecordingRefreshMs); // the action has to be right while the dock is hidden
 }
 
 void RecordingDock::Follow(CameraView& view)

@@ -10,18 +10,18 @@ namespace
 {
 using Bytes = KxGenApi::LittleEndianBytes;
 
-constexpr int64_t kTrailer = sizeof(DCAM_CHUNK_TRAILER);
+constexpr int64_t kDcamTrailer = sizeof(DCAM_CHUNK_TRAILER);
 constexpr int64_t kChecksum = sizeof(DCAM_CHECKSUM);
-static_assert(kTrailer == 24);
+static_assert(kDcamTrailer == 24);
 
 /// Length of the last chunk before `end` with its trailer; 0 if there is none.
 int64_t LastChunk(const uint8_t* buffer, int64_t end)
 {
-    if (end < kTrailer)
+    if (end < kDcamTrailer)
         return 0;
     const uint32_t length = Bytes::Get<uint32_t>(buffer + end - 8);
     const uint32_t inverse = Bytes::Get<uint32_t>(buffer + end - 4);
-    return length == static_cast<uint32_t>(~inverse) && length >= kTrailer && length <= end ? length : 0;
+    return length == static_cast<uint32_t>(~inverse) && length >= kDcamTrailer && length <= end ? length : 0;
 }
 
 bool IsChunks(const uint8_t* buffer, int64_t length)
@@ -61,9 +61,9 @@ void CChunkAdapterDcam::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
             bool attached = false;
             for (CChunkPort* const port : *m_ppChunkPorts) {
                 if (port->GetAccessMode() != NA ||
-                    !port->CheckChunkID(pBuffer + end - kTrailer, sizeof(GUID)))
+                    !port->CheckChunkID(pBuffer + end - kDcamTrailer, sizeof(GUID)))
                     continue; // of several chunks with one ID the last one counts
-                AttachChunk(*port, pBuffer, {0, end - length, length - kTrailer});
+                AttachChunk(*port, pBuffer, {0, end - length, length - kDcamTrailer});
                 attached = true;
             }
             statistics.NumAttachedChunks += attached ? 1 : 0;

@@ -8,7 +8,7 @@ namespace GenApi
 {
 namespace
 {
-using Bytes = KxGenApi::BigEndianBytes;
+using CLBytes = KxGenApi::BigEndianBytes;
 
 static_assert(sizeof(CL_COMMAND_HEADER) == CL_COMMAND_HEADER_SIZE && sizeof(CL_EVENT_DATA) == 12);
 static_assert(sizeof(CL_EVENT_MESSAGE) == CL_EVENT_BASIC_SIZE);
@@ -23,9 +23,9 @@ void CEventAdapterCL::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
     if (!msg || numBytes < CL_COMMAND_HEADER_SIZE)
         throw RUNTIME_EXCEPTION("Event message: %u bytes are fewer than the %u of its head", numBytes,
                                 CL_COMMAND_HEADER_SIZE);
-    const uint16_t preamble = Bytes::Get<uint16_t>(msg);
-    const uint16_t command = Bytes::Get<uint16_t>(msg + 10);
-    const uint16_t length = Bytes::Get<uint16_t>(msg + 12);
+    const uint16_t preamble = CLBytes::Get<uint16_t>(msg);
+    const uint16_t command = CLBytes::Get<uint16_t>(msg + 10);
+    const uint16_t length = CLBytes::Get<uint16_t>(msg + 12);
     if (preamble != CL_EVENT_PREAMBLE)
         throw RUNTIME_EXCEPTION("Event message: begins with 0x%04x instead of 0x%04x", preamble,
                                 CL_EVENT_PREAMBLE);
@@ -41,10 +41,10 @@ void CEventAdapterCL::DeliverEventData(const CL_EVENT_DATA* pEventData, uint16_t
 {
     if (!pEventData)
         throw RUNTIME_EXCEPTION("Event message: there are no data");
-    KxGenApi::ForEachSizedEvent<Bytes>(reinterpret_cast<const uint8_t*>(pEventData), length,
-                                       sizeof(CL_EVENT_DATA), [this](const KxGenApi::EventItem& item) {
-                                           DeliverEvent(uint64_t(item.id), item.begin, item.length);
-                                       });
+    KxGenApi::ForEachSizedEvent<CLBytes>(reinterpret_cast<const uint8_t*>(pEventData), length,
+                                         sizeof(CL_EVENT_DATA), [this](const KxGenApi::EventItem& item) {
+                                             DeliverEvent(uint64_t(item.id), item.begin, item.length);
+                                         });
 }
 
 CEventAdapter1394::CEventAdapter1394(INodeMap* pNodeMap)

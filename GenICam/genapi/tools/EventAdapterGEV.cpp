@@ -7,7 +7,7 @@ namespace GenApi
 {
 namespace
 {
-using Bytes = KxGenApi::BigEndianBytes;
+using GEVBytes = KxGenApi::BigEndianBytes;
 
 constexpr uint8_t kExtendedIds = 0x10;
 
@@ -17,7 +17,7 @@ static_assert(sizeof(GVCP_EVENT_ITEM_EXTENDED_ID) == 24 && sizeof(GVCP_EVENTDATA
 uint32_t LengthOf(const GVCP_REQUEST_HEADER& header)
 {
     const auto bytes = reinterpret_cast<const uint8_t*>(&header.Length);
-    return static_cast<uint32_t>(sizeof header) + Bytes::Get<uint16_t>(bytes);
+    return static_cast<uint32_t>(sizeof header) + GEVBytes::Get<uint16_t>(bytes);
 }
 } // namespace
 
@@ -31,8 +31,8 @@ void CEventAdapterGEV::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
     if (!msg || numBytes < kHead)
         throw RUNTIME_EXCEPTION("Event message: %u bytes are fewer than the %zu of its head", numBytes,
                                 kHead);
-    const uint16_t command = Bytes::Get<uint16_t>(msg + 2);
-    const size_t length = Bytes::Get<uint16_t>(msg + 4);
+    const uint16_t command = GEVBytes::Get<uint16_t>(msg + 2);
+    const size_t length = GEVBytes::Get<uint16_t>(msg + 4);
     if (msg[0] != COMMAND_MAGIC)
         throw RUNTIME_EXCEPTION("Event message: begins with 0x%02x instead of 0x%02x", msg[0], COMMAND_MAGIC);
     if (length > numBytes - kHead)
@@ -43,10 +43,10 @@ void CEventAdapterGEV::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
     const uint8_t* const payload = msg + kHead;
 
     if (command == GVCP_EVENTDATA_CMD) {
-        KxGenApi::ForEachSizedEvent<Bytes>(payload, length, itemSize,
-                                           [this](const KxGenApi::EventItem& item) {
-                                               DeliverEvent(uint64_t(item.id), item.begin, item.length);
-                                           });
+        KxGenApi::ForEachSizedEvent<GEVBytes>(payload, length, itemSize,
+                                              [this](const KxGenApi::EventItem& item) {
+                                                  DeliverEvent(uint64_t(item.id), item.begin, item.length);
+                                              });
         return;
     }
     if (command != GVCP_EVENT_CMD)
@@ -55,7 +55,7 @@ void CEventAdapterGEV::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
         throw RUNTIME_EXCEPTION("Event message: length %zu must be a multiple of an event's %zu bytes",
                                 length, itemSize);
     for (size_t pos = 0; pos < length; pos += itemSize)
-        DeliverEvent(uint64_t(Bytes::Get<uint16_t>(payload + pos + 2)), payload + pos, itemSize);
+        DeliverEvent(uint64_t(GEVBytes::Get<uint16_t>(payload + pos + 2)), payload + pos, itemSize);
 }
 
 void CEventAdapterGEV::DeliverEventMessage(const GVCP_EVENT_REQUEST* pMessage)

@@ -7,7 +7,7 @@ namespace GenApi
 {
 namespace
 {
-using Bytes = KxGenApi::LittleEndianBytes;
+using U3VBytes = KxGenApi::LittleEndianBytes;
 
 static_assert(sizeof(U3V_COMMAND_HEADER) == 12 && sizeof(U3V_EVENT_DATA) == 12);
 } // namespace
@@ -22,9 +22,9 @@ void CEventAdapterU3V::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
     if (!msg || numBytes < kHead)
         throw RUNTIME_EXCEPTION("Event message: %u bytes are fewer than the %zu of its head", numBytes,
                                 kHead);
-    const uint32_t prefix = Bytes::Get<uint32_t>(msg);
-    const uint16_t command = Bytes::Get<uint16_t>(msg + 6);
-    const size_t length = Bytes::Get<uint16_t>(msg + 8);
+    const uint32_t prefix = U3VBytes::Get<uint32_t>(msg);
+    const uint16_t command = U3VBytes::Get<uint16_t>(msg + 6);
+    const size_t length = U3VBytes::Get<uint16_t>(msg + 8);
     if (prefix != U3V_EVENT_PREFIX)
         throw RUNTIME_EXCEPTION("Event message: begins with 0x%08x instead of 0x%08x", prefix,
                                 U3V_EVENT_PREFIX);
@@ -33,16 +33,17 @@ void CEventAdapterU3V::DeliverMessage(const uint8_t msg[], uint32_t numBytes)
     if (length > numBytes - kHead)
         throw RUNTIME_EXCEPTION("Event message: length %zu exceeds the %zu bytes behind the head", length,
                                 numBytes - kHead);
-    KxGenApi::ForEachSizedEvent<Bytes>(msg + kHead, length, sizeof(U3V_EVENT_DATA),
-                                       [this](const KxGenApi::EventItem& item) {
-                                           DeliverEvent(uint64_t(item.id), item.begin, item.length);
-                                       });
+    KxGenApi::ForEachSizedEvent<U3VBytes>(msg + kHead, length, sizeof(U3V_EVENT_DATA),
+                                          [this](const KxGenApi::EventItem& item) {
+                                              DeliverEvent(uint64_t(item.id), item.begin, item.length);
+                                          });
 }
 
 void CEventAdapterU3V::DeliverEventMessage(const U3V_EVENT_MESSAGE* pEvent)
 {
     const auto bytes = reinterpret_cast<const uint8_t*>(pEvent);
-    DeliverMessage(bytes, bytes ? uint32_t(sizeof(U3V_COMMAND_HEADER)) + Bytes::Get<uint16_t>(bytes + 8) : 0);
+    DeliverMessage(bytes,
+                   bytes ? uint32_t(sizeof(U3V_COMMAND_HEADER)) + U3VBytes::Get<uint16_t>(bytes + 8) : 0);
 }
 
 } // namespace GenApi

@@ -76,7 +76,7 @@ bool IsSkipped(const std::string& line)
     return line.find_first_not_of(" \t") == line.npos || line.front() == '#';
 }
 
-std::string_view Trimmed(std::string_view text)
+std::string_view TrimmedText(std::string_view text)
 {
     const size_t first = text.find_first_not_of(" \t");
     return first == text.npos ? std::string_view()
@@ -86,7 +86,7 @@ std::string_view Trimmed(std::string_view text)
 CFeatureBag::CEntry ParseLine(std::string_view line, size_t number)
 {
     const size_t tab = line.find('\t', std::min(line.find_first_not_of(" \t"), line.size()));
-    const std::string_view name = Trimmed(line.substr(0, tab));
+    const std::string_view name = TrimmedText(line.substr(0, tab));
     if (tab == line.npos || name.empty() || line.front() == '\t')
         throw RUNTIME_EXCEPTION("Line %zu of the feature file: name or value is missing in '%.*s'", number,
                                 static_cast<int>(std::min<size_t>(line.size(), 80)), line.data());

@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kAngleTraits = {
     KxDrawingItemType_Angle,
     3,
     EPointCount::Exactly,
@@ -30,7 +30,7 @@ constexpr int kAlignments[16] = {
 } // namespace
 
 CKxDrawingItemAngle::CKxDrawingItemAngle(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemBase(pParent, kTraits)
+    : CKxDrawingItemBase(pParent, kAngleTraits)
 {
     if (pParent->GetIKxBrush().GetStyle() != KxBrushStyle_Null)
         pParent->GetIKxBrush().SetStyle(KxBrushStyle_Null); // open figures have no inside

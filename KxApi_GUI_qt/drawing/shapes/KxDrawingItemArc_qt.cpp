@@ -11,7 +11,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kArcTraits = {
     KxDrawingItemType_Arc,
     4,
     EPointCount::Exactly,
@@ -23,7 +23,7 @@ constexpr CShapeTraits kTraits = {
     4,
 };
 
-constexpr double kPi = 3.14159265358979323846;
+constexpr double kArcPi = 3.14159265358979323846;
 constexpr int kFullCircle = 360;
 constexpr int kSixteenths = 16; // of a degree, QPainter's unit
 
@@ -34,7 +34,7 @@ constexpr unsigned int kWithBoxLabels =
 /// Whole degrees, cut off; a box without width or height has none.
 int WholeDegrees(double dRadians)
 {
-    return std::isfinite(dRadians) ? static_cast<int>(dRadians * 180.0 / kPi) : 0;
+    return std::isfinite(dRadians) ? static_cast<int>(dRadians * 180.0 / kArcPi) : 0;
 }
 
 /// Fractions of the image don't keep a square to the last bit.
@@ -46,13 +46,13 @@ bool IsSquare(const CDoublePoint& size)
 } // namespace
 
 CKxDrawingItemArc::CKxDrawingItemArc(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemBoxBase(pParent, kTraits)
+    : CKxDrawingItemBoxBase(pParent, kArcTraits)
 {}
 
 uint32_t CKxDrawingItemArc::BeginBuildStep(const CStep& step)
 {
     if (step.nClickIndex == 0)
-        Points().assign(kTraits.nPoints, step.ptMouse);
+        Points().assign(kArcTraits.nPoints, step.ptMouse);
     else if (step.nClickIndex + 1 < Points().size())
         Points()[step.nClickIndex + 1] = step.ptMouse;
     return PointsChanged_Coordinates;
@@ -82,7 +82,7 @@ double CKxDrawingItemArc::Length(const CRuler& ruler) const
     double dSweep = Direction(2, ruler) - Direction(3, ruler);
     if (dSweep < 0)
         dSweep += kFullCircle;
-    return SizeInUnits(ruler).x * kPi * dSweep / kFullCircle;
+    return SizeInUnits(ruler).x * kArcPi * dSweep / kFullCircle;
 }
 
 void CKxDrawingItemArc::PaintFigure(const CPaint& paint)

@@ -11,7 +11,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kBezierTraits = {
     KxDrawingItemType_Bezier,
     2,
     EPointCount::AtLeast,
@@ -47,7 +47,7 @@ double AdaptiveLength(const CDoublePoint& a, const CDoublePoint& b, const CDoubl
 } // namespace
 
 CKxDrawingItemBezier::CKxDrawingItemBezier(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemBase(pParent, kTraits)
+    : CKxDrawingItemBase(pParent, kBezierTraits)
 {
     if (pParent->GetIKxBrush().GetStyle() != KxBrushStyle_Null)
         pParent->GetIKxBrush().SetStyle(KxBrushStyle_Null); // open figures have no inside

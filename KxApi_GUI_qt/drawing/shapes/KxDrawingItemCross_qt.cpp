@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kCrossTraits = {
     KxDrawingItemType_Cross,
     2,
     EPointCount::Exactly,
@@ -23,7 +23,7 @@ constexpr CShapeTraits kTraits = {
 } // namespace
 
 CKxDrawingItemCross::CKxDrawingItemCross(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemTwoPointObjectBase(pParent, kTraits)
+    : CKxDrawingItemTwoPointObjectBase(pParent, kCrossTraits)
 {}
 
 void CKxDrawingItemCross::PaintFigure(const CPaint& paint)

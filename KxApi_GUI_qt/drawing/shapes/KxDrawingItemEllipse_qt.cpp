@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kEllipseTraits = {
     KxDrawingItemType_Ellipse,
     2,
     EPointCount::Exactly,
@@ -39,7 +39,7 @@ double Area(const CDoublePoint& axes) { return kPi * axes.x * axes.y / 4; }
 } // namespace
 
 CKxDrawingItemEllipse::CKxDrawingItemEllipse(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemTwoPointObjectBase(pParent, kTraits)
+    : CKxDrawingItemTwoPointObjectBase(pParent, kEllipseTraits)
 {}
 
 void CKxDrawingItemEllipse::PaintFigure(const CPaint& paint)

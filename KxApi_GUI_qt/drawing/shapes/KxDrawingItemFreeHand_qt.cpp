@@ -8,7 +8,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kFreeHandTraits = {
     KxDrawingItemType_FreeHand,
     0,
     EPointCount::Exactly,
@@ -24,7 +24,7 @@ constexpr double kLeastStep = 0.001; // in fractions of the image; shorter ones 
 } // namespace
 
 CKxDrawingItemFreeHand::CKxDrawingItemFreeHand(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemPathBase(pParent, kTraits)
+    : CKxDrawingItemPathBase(pParent, kFreeHandTraits)
 {
     if (pParent->GetIKxBrush().GetStyle() != KxBrushStyle_Null)
         pParent->GetIKxBrush().SetStyle(KxBrushStyle_Null); // open figures have no inside

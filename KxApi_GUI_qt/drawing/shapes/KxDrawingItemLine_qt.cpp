@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kLineTraits = {
     KxDrawingItemType_Line,
     2,
     EPointCount::Exactly,
@@ -23,7 +23,7 @@ constexpr CShapeTraits kTraits = {
 } // namespace
 
 CKxDrawingItemLine::CKxDrawingItemLine(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemTwoPointObjectBase(pParent, kTraits)
+    : CKxDrawingItemTwoPointObjectBase(pParent, kLineTraits)
 {}
 
 double CKxDrawingItemLine::Length(const CRuler& ruler) const { return SizeInUnits(ruler).Length(); }

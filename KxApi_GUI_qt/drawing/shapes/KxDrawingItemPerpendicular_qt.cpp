@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kPerpendicularTraits = {
     KxDrawingItemType_Perpendicular,
     2,
     EPointCount::AtLeast,
@@ -23,7 +23,7 @@ constexpr CShapeTraits kTraits = {
 } // namespace
 
 CKxDrawingItemPerpendicular::CKxDrawingItemPerpendicular(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemPathBase(pParent, kTraits)
+    : CKxDrawingItemPathBase(pParent, kPerpendicularTraits)
 {}
 
 uint32_t CKxDrawingItemPerpendicular::BeginBuildStep(const CStep& step)

@@ -9,7 +9,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kPolygonTraits = {
     KxDrawingItemType_Polygon,
     3,
     EPointCount::AtLeast,
@@ -24,7 +24,7 @@ constexpr CShapeTraits kTraits = {
 } // namespace
 
 CKxDrawingItemPolygon::CKxDrawingItemPolygon(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemPathBase(pParent, kTraits)
+    : CKxDrawingItemPathBase(pParent, kPolygonTraits)
 {}
 
 uint32_t CKxDrawingItemPolygon::BeginBuildStep(const CStep& step)

@@ -8,7 +8,7 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kRectangleTraits = {
     KxDrawingItemType_Rectangle,
     2,
     EPointCount::Exactly,
@@ -26,7 +26,7 @@ double Area(const CDoublePoint& size) { return size.x * size.y; }
 } // namespace
 
 CKxDrawingItemRectangle::CKxDrawingItemRectangle(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemTwoPointObjectBase(pParent, kTraits)
+    : CKxDrawingItemTwoPointObjectBase(pParent, kRectangleTraits)
 {}
 
 void CKxDrawingItemRectangle::PaintFigure(const CPaint& paint)

@@ -10,14 +10,14 @@ namespace KxApi
 namespace
 {
 
-constexpr CShapeTraits kTraits = {
+constexpr CShapeTraits kTextTraits = {
     KxDrawingItemType_Text, 1, EPointCount::Exactly, KxDisplayText_Name, KxDisplayText_Name, 0, false, 1,
 };
 
 } // namespace
 
 CKxDrawingItemText::CKxDrawingItemText(IKxDrawingItemParent* pParent)
-    : CKxDrawingItemBase(pParent, kTraits)
+    : CKxDrawingItemBase(pParent, kTextTraits)
 {
     if (pParent->GetName().empty())
         pParent->SetName("Text");
