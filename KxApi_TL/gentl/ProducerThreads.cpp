@@ -41,7 +41,7 @@ CProducerResult Use(const CFoundFile& file, ETask task)
         return result;
     try {
         const std::shared_ptr<CKxGenTLLib> lib = CKxGenTLLib::Load(result.info.strPath);
-        // Comes before the destructors of the library's static objects, which its code mustn't lose while it runs.
+        // Comes before destructors of the library's static objects, which its code mustn't lose.
         std::atexit(&AwaitThreads);
         result.info.strVersion = GetInfoText(
             [&](auto... arguments) { return lib->GCGetInfo(GenTL::TL_INFO_VERSION, arguments...); });
