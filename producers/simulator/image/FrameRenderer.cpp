@@ -42,8 +42,12 @@ auto TieSignal(const CFrameSettings& s)
                            s.pattern == ETestPattern::Off ? 0 : s.format->bits);
 }
 
-/// What std::lround says of values that aren't negative, without a call for each of millions.
-uint16_t ToNearest(float value) { return static_cast<uint16_t>(static_cast<double>(value) + 0.5); }
+/// What std::lround says of values that aren't negative, without a call for each of millions. Half more than
+/// a float is exact as a double.
+uint16_t ToNearest(float value)
+{
+    return static_cast<uint16_t>(static_cast<double>(value) + 0.5); // NOLINT(bugprone-incorrect-roundings)
+}
 
 } // namespace
 
