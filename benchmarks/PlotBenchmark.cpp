@@ -12,6 +12,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPolygonF>
+#include <QtGlobal>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -22,6 +23,9 @@ namespace
 {
 
 using namespace KxApi;
+
+[[maybe_unused]] const bool kHasPlatform =
+    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
 
 constexpr int kPlotWidth = 800;
 constexpr int kPlotHeight = 400;
