@@ -3,6 +3,7 @@
 // that find nothing new, how long a search holds the window's lock, and how long a close waits for it.
 
 #include "FakeTransport.h"
+#include "Platform.h"
 #include "device/WorkerDeviceDetection_qt.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
@@ -81,7 +82,6 @@ public:
 
 CKxApiAutoInitTerm& Sdk()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     static CKxApiAutoInitTerm sdk;
     return sdk;
 }

@@ -2,6 +2,7 @@
 // The drawing tool over an image of 5 megapixels: painting beside bare QPainter calls, the mouse, the
 // features and drawing into buffers. On Qt's offscreen platform, unless QT_QPA_PLATFORM names another one.
 
+#include "Platform.h"
 #include "drawing/KxDrawingTool_qt.h"
 #include "image/COverlayParam.h"
 
@@ -30,9 +31,6 @@ namespace
 {
 
 using namespace KxApi;
-
-[[maybe_unused]] const bool kHasPlatform =
-    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
 
 constexpr int kWidth = 2592;
 constexpr int kHeight = 1944;

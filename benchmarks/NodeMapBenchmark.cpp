@@ -4,6 +4,7 @@
 
 #include "FakePort.h"
 #include "Outline.h"
+#include "Platform.h"
 #include "nodemap/NodeMapPropertyGridCtrl_qt.h"
 
 #include <GenApi/GenApi.h>
@@ -91,7 +92,6 @@ std::string Description()
 
 CKxApiAutoInitTerm& Sdk()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     static CKxApiAutoInitTerm sdk;
     return sdk;
 }

@@ -2,6 +2,7 @@
 // From a new image to the painted widget, beside a widget that does nothing but QPainter::drawImage. On Qt's
 // offscreen platform, unless QT_QPA_PLATFORM names another one.
 
+#include "Platform.h"
 #include "image/DisplayImagePartDlg_qt.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
@@ -22,9 +23,6 @@ namespace
 {
 
 using namespace KxApi;
-
-[[maybe_unused]] const bool kHasPlatform =
-    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
 
 /// This thread's CPU time in seconds: what else the machine does is no cost of ours.
 double CpuTime()

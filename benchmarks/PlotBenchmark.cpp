@@ -2,6 +2,8 @@
 // Plots of 800 by 400 beside a bare polyline of the same points, and lists taken over beside a copy of their
 // values.
 
+#include "Platform.h"
+
 #include <KxApi_GUI/KxApi_GUI.h>
 #include <KxApi_IP/IKxGraphDataBufferList.h>
 #include <KxApi_TL/CKxAutoPtr.h>
@@ -12,7 +14,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QPolygonF>
-#include <QtGlobal>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -23,9 +24,6 @@ namespace
 {
 
 using namespace KxApi;
-
-[[maybe_unused]] const bool kHasPlatform =
-    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
 
 constexpr int kPlotWidth = 800;
 constexpr int kPlotHeight = 400;

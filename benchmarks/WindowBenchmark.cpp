@@ -2,6 +2,7 @@
 // What the image window costs the camera's thread, beside memcpy of the same bytes, and what its status bar
 // costs.
 
+#include "Platform.h"
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
@@ -30,9 +31,6 @@ namespace
 
 using namespace KxApi;
 using Clock = std::chrono::steady_clock;
-
-[[maybe_unused]] const bool kHasPlatform =
-    !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qputenv("QT_QPA_PLATFORM", "offscreen");
 
 /// An image, and targets for the copy alone.
 struct CImages

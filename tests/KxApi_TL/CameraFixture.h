@@ -164,4 +164,35 @@ protected:
     FakeCamera* camera = nullptr;
 };
 
+/// With the camera open, and its stream.
+class StreamFixture : public CameraFixture
+{
+protected:
+    void SetUp() override
+    {
+        CameraFixture::SetUp();
+        m_device = Open();
+        m_stream = OpenStream(m_device);
+    }
+    void TearDown() override
+    {
+        m_stream.Reset();
+        m_device.Reset();
+        CameraFixture::TearDown();
+    }
+    ImagePtr Fetch() const { return ImagePtr(m_stream->FetchImage(kLongMs)); }
+    /// What the fetch of an image raises; empty when it gives one.
+    std::string FetchError() const
+    {
+        try {
+            return Fetch() ? "" : "nothing fetched";
+        } catch (const GenICam::GenericException& e) {
+            return e.GetDescription();
+        }
+    }
+
+    DevicePtr m_device;
+    StreamPtr m_stream;
+};
+
 } // namespace KxTest

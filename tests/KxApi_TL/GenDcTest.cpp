@@ -53,30 +53,9 @@ Bytes Container()
     return bytes;
 }
 
-class GenDc : public CameraFixture
+class GenDc : public StreamFixture
 {
 protected:
-    void SetUp() override
-    {
-        CameraFixture::SetUp();
-        m_device = Open();
-        m_stream = OpenStream(m_device);
-    }
-    void TearDown() override
-    {
-        m_stream.Reset();
-        m_device.Reset();
-        CameraFixture::TearDown();
-    }
-    ImagePtr Fetch() const { return ImagePtr(m_stream->FetchImage(kLongMs)); }
-    std::string FetchError() const
-    {
-        try {
-            return Fetch() ? "" : "nothing fetched";
-        } catch (const GenICam::GenericException& e) {
-            return e.GetDescription();
-        }
-    }
     void Deliver(const Bytes& bytes)
     {
         {
@@ -86,9 +65,6 @@ protected:
         ASSERT_TRUE(camera->Deliver({{GenTL::BUFFER_INFO_PAYLOADTYPE, ToldSize(GenTL::PAYLOAD_TYPE_GENDC)},
                                      {GenTL::BUFFER_INFO_SIZE_FILLED, ToldSize(bytes.size())}}));
     }
-
-    DevicePtr m_device;
-    StreamPtr m_stream;
 };
 
 TEST_F(GenDc, GivesTheImagesOfAContainerAndRefusesBrokenOnes)

@@ -15,31 +15,13 @@ using namespace KxTest;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class StreamFault : public CameraFixture
+class StreamFault : public StreamFixture
 {
 protected:
-    void SetUp() override
-    {
-        CameraFixture::SetUp();
-        m_device = Open();
-        m_stream = OpenStream(m_device);
-    }
     void TearDown() override
     {
         camera->LetGo();
-        m_stream.Reset();
-        m_device.Reset();
-        CameraFixture::TearDown();
-    }
-    ImagePtr Fetch() const { return ImagePtr(m_stream->FetchImage(kLongMs)); }
-    /// What the fetch of an image raises; empty when it gives one.
-    std::string FetchError() const
-    {
-        try {
-            return Fetch() ? "" : "nothing fetched";
-        } catch (const GenICam::GenericException& e) {
-            return e.GetDescription();
-        }
+        StreamFixture::TearDown();
     }
     /// Whether a start fails, and leaves nothing behind.
     std::string StartError() const
@@ -55,9 +37,6 @@ protected:
         }
         return "";
     }
-
-    DevicePtr m_device;
-    StreamPtr m_stream;
 };
 
 TEST_F(StreamFault, AStartThatFailsLeavesEverythingAsItWas)

@@ -18,21 +18,9 @@ using namespace KxApi;
 using namespace KxTest;
 using testing::ElementsAre;
 
-class Stream : public CameraFixture
+class Stream : public StreamFixture
 {
 protected:
-    void SetUp() override
-    {
-        CameraFixture::SetUp();
-        m_device = Open();
-        m_stream = OpenStream(m_device);
-    }
-    void TearDown() override
-    {
-        m_stream.Reset();
-        m_device.Reset();
-        CameraFixture::TearDown();
-    }
     bool Deliver(int nImages) const
     {
         bool isDelivered = true;
@@ -40,10 +28,6 @@ protected:
             isDelivered = camera->Deliver() && isDelivered;
         return isDelivered;
     }
-    ImagePtr Fetch() const { return ImagePtr(m_stream->FetchImage(kLongMs)); }
-
-    DevicePtr m_device;
-    StreamPtr m_stream;
 };
 
 TEST_F(Stream, StartsBeforeTheCameraAndStopsAfterItWithTheFeaturesLocked)
