@@ -27,78 +27,78 @@ constexpr size_t kBandsPerThread = 4;
 CPolarizationOptions PolarizationOptions(const CSettingValues& values)
 {
     CPolarizationOptions options;
-    options.eMethod = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
+    options.method = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
         ESetting::PolarizationImageTransformationMethod);
-    options.dAngle = values.Get<double>(ESetting::PolarizationSpecifiedAngle);
-    options.bBilinear = values.GetEnum<EKxPolarizationInterpolationMethod_t>(
-                            ESetting::PolarizationSpecifiedAngleInterpolationMethod) ==
-                        KxPolarizationInterpolationMethod_Bilinear;
-    options.bDark = values.Get<int>(ESetting::ADOLPDarkMode) != 0;
-    options.vecCircle.resize(256);
-    SetColorMap(options.vecCircle.data(), KxColorMapType_PseudoColorBGRB,
+    options.angle = values.Get<double>(ESetting::PolarizationSpecifiedAngle);
+    options.isBilinear = values.GetEnum<EKxPolarizationInterpolationMethod_t>(
+                             ESetting::PolarizationSpecifiedAngleInterpolationMethod) ==
+                         KxPolarizationInterpolationMethod_Bilinear;
+    options.isDark = values.Get<int>(ESetting::ADOLPDarkMode) != 0;
+    options.circle.resize(256);
+    SetColorMap(options.circle.data(), KxColorMapType_PseudoColorBGRB,
                 values.Get<int>(ESetting::ADOLPColorInversion) != 0,
                 values.Get<int>(ESetting::ADOLPColorPhase));
     return options;
 }
 
-bool IsGreyMethod(EKxBayerInterpolationMethod_t eMethod)
+bool IsGreyMethod(EKxBayerInterpolationMethod_t method)
 {
-    return eMethod == KxBayerInterpolationMethod_Off || eMethod == KxBayerInterpolationMethod_Mono;
+    return method == KxBayerInterpolationMethod_Off || method == KxBayerInterpolationMethod_Mono;
 }
 
 /// Whether the source stage makes one channel.
-bool IsGreySource(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBayer,
-                  EKxPolarizationImageTransformationMethod_t ePolarization)
+bool IsGreySource(const CSourceFormat& source, EKxBayerInterpolationMethod_t bayer,
+                  EKxPolarizationImageTransformationMethod_t polarization)
 {
-    if (source.bPolarized && ePolarization == KxPolarizationImageTransformationMethod_ADOLP)
+    if (source.isPolarized && polarization == KxPolarizationImageTransformationMethod_ADOLP)
         return false;
-    if (source.bPolarized && !KeepsColor(ePolarization))
+    if (source.isPolarized && !KeepsColor(polarization))
         return true;
-    return source.eFamily == EFamily::Mono || (source.eFamily == EFamily::Bayer && IsGreyMethod(eBayer));
+    return source.family == EFamily::Mono || (source.family == EFamily::Bayer && IsGreyMethod(bayer));
 }
 
 /// Whether what is cut off a value would show in the upper eight bits of the result: where it is multiplied
 /// by more than 1, or decides between directions.
-bool NeedsLowBits(const CSourceFormat& source, EKxBayerInterpolationMethod_t eBayer)
+bool NeedsLowBits(const CSourceFormat& source, EKxBayerInterpolationMethod_t bayer)
 {
-    if (source.bReal)
+    if (source.isReal)
         return true; // made in 16 bits
-    const bool bIsWeighing = eBayer == KxBayerInterpolationMethod_Bilinear2 ||
-                             eBayer == KxBayerInterpolationMethod_Bilinear3 ||
-                             eBayer == KxBayerInterpolationMethod_Bicubic;
-    return source.eFamily == EFamily::Ycc || (source.eFamily == EFamily::Bayer && bIsWeighing);
+    const bool isWeighing = bayer == KxBayerInterpolationMethod_Bilinear2 ||
+                            bayer == KxBayerInterpolationMethod_Bilinear3 ||
+                            bayer == KxBayerInterpolationMethod_Bicubic;
+    return source.family == EFamily::Ycc || (source.family == EFamily::Bayer && isWeighing);
 }
 
 struct CLumaWeights
 {
-    double dRed;
-    double dBlue;
+    double red;
+    double blue;
 };
 
-CYccMatrix MakeYccMatrix(EYccKind eKind, unsigned nBits)
+CYccMatrix MakeYccMatrix(EYccKind kind, unsigned nBits)
 {
     constexpr CLumaWeights kWeights601{0.299, 0.114}, kWeights709{0.2126, 0.0722},
         kWeights2020{0.2627, 0.0593};
-    const CLumaWeights weights = eKind == EYccKind::Limited709    ? kWeights709
-                                 : eKind == EYccKind::Limited2020 ? kWeights2020
-                                                                  : kWeights601;
-    const bool bIsFull = eKind == EYccKind::Full601;
+    const CLumaWeights weights = kind == EYccKind::Limited709    ? kWeights709
+                                 : kind == EYccKind::Limited2020 ? kWeights2020
+                                                                 : kWeights601;
+    const bool isFull = kind == EYccKind::Full601;
     const int32_t nMax = (1 << nBits) - 1;
     const int nShift = static_cast<int>(nBits) - 8;
-    const double dYScale = bIsFull ? 1 : double{1} * nMax / (219 << nShift);
+    const double yScale = isFull ? 1 : double{1} * nMax / (219 << nShift);
     // The chroma of the full range has the same steps as luma.
-    const double dChromaScale = bIsFull ? 2 : double{2} * nMax / (224 << nShift);
-    const double dGreen = 1 - weights.dRed - weights.dBlue;
-    const auto fixed = [](double dFactor) { return static_cast<int32_t>(std::lround(dFactor * 65536)); };
+    const double chromaScale = isFull ? 2 : double{2} * nMax / (224 << nShift);
+    const double green = 1 - weights.red - weights.blue;
+    const auto fixed = [](double factor) { return static_cast<int32_t>(std::lround(factor * 65536)); };
     CYccMatrix matrix{};
-    matrix.nYOffset = bIsFull ? 0 : 16 << nShift;
+    matrix.nYOffset = isFull ? 0 : 16 << nShift;
     matrix.nChromaOffset = 128 << nShift;
     matrix.nMax = nMax;
-    matrix.nY = fixed(dYScale);
-    matrix.nCrToR = fixed((1 - weights.dRed) * dChromaScale);
-    matrix.nCbToB = fixed((1 - weights.dBlue) * dChromaScale);
-    matrix.nCrToG = fixed(-(1 - weights.dRed) * weights.dRed / dGreen * dChromaScale);
-    matrix.nCbToG = fixed(-(1 - weights.dBlue) * weights.dBlue / dGreen * dChromaScale);
+    matrix.nY = fixed(yScale);
+    matrix.nCrToR = fixed((1 - weights.red) * chromaScale);
+    matrix.nCbToB = fixed((1 - weights.blue) * chromaScale);
+    matrix.nCrToG = fixed(-(1 - weights.red) * weights.red / green * chromaScale);
+    matrix.nCbToG = fixed(-(1 - weights.blue) * weights.blue / green * chromaScale);
     return matrix;
 }
 
@@ -106,18 +106,18 @@ CYccMatrix MakeYccMatrix(EYccKind eKind, unsigned nBits)
 CConversionTask AsValues(const CConversionTask& task)
 {
     const CSourceFormat& source = task.source;
-    const EDestinationLayout eLayout = task.pDestination->eLayout;
-    const bool bIsRgb =
-        eLayout == EDestinationLayout::Rgb && source.anChannel[0] == 0 && source.anChannel[1] == 1;
-    const bool bIsBgr =
-        eLayout == EDestinationLayout::Bgr && source.anChannel[0] == 2 && source.anChannel[1] == 1;
-    if (source.eFamily != EFamily::Rgb || source.eOrder != EOrder::Three ||
-        source.ePacking == EPacking::Table || !(bIsRgb || bIsBgr) || !HasUnpackKernels())
+    const EDestinationLayout layout = task.pDestination->layout;
+    const bool isRgb =
+        layout == EDestinationLayout::Rgb && source.anChannel[0] == 0 && source.anChannel[1] == 1;
+    const bool isBgr =
+        layout == EDestinationLayout::Bgr && source.anChannel[0] == 2 && source.anChannel[1] == 1;
+    if (source.family != EFamily::Rgb || source.order != EOrder::Three || source.packing == EPacking::Table ||
+        !(isRgb || isBgr) || !HasUnpackKernels())
         return task;
     const auto* const pGrey = FindGreyDestination(task.pDestination->nBits);
     CConversionTask work{source, pGrey, 3 * task.nWidth, task.values};
-    work.source.eFamily = EFamily::Mono;
-    work.source.eOrder = EOrder::Single;
+    work.source.family = EFamily::Mono;
+    work.source.order = EOrder::Single;
     work.source.nChannels = 1;
     work.source.nColumnsPerPixel = 3;
     return work;
@@ -127,49 +127,49 @@ CConversionTask AsValues(const CConversionTask& task)
 
 bool HasColorResult(const CSourceFormat& source, const CSettingValues& values)
 {
-    if (!source.bPolarized)
+    if (!source.isPolarized)
         return source.HasColor();
-    const auto eMethod = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
+    const auto method = values.GetEnum<EKxPolarizationImageTransformationMethod_t>(
         ESetting::PolarizationImageTransformationMethod);
-    return eMethod == KxPolarizationImageTransformationMethod_ADOLP ||
-           (source.HasColor() && KeepsColor(eMethod));
+    return method == KxPolarizationImageTransformationMethod_ADOLP ||
+           (source.HasColor() && KeepsColor(method));
 }
 
 CConversionPlan::CConversionPlan(const CConversionTask& task)
     : m_task(task)
     , m_work(AsValues(task))
-    , m_dGamma(task.values.Get<double>(ESetting::Gamma))
-    , m_eBayer(task.values.GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod))
+    , m_gamma(task.values.Get<double>(ESetting::Gamma))
+    , m_bayer(task.values.GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod))
     , m_polarization(PolarizationOptions(task.values))
-    , m_bIsCopy(task.source.pInfo->GetPixelFormat() == task.pDestination->eFormat && m_dGamma == 1.0)
-    , m_bIsPolarized(m_work.source.bPolarized &&
-                     m_polarization.eMethod != KxPolarizationImageTransformationMethod_Off)
-    , m_bIsNarrow(m_bIsPolarized
-                      ? m_polarization.eMethod == KxPolarizationImageTransformationMethod_ADOLP
-                      : m_work.source.nBits <= 8 || (m_work.pDestination->nBits == 8 && m_dGamma == 1.0 &&
-                                                     !NeedsLowBits(m_work.source, m_eBayer)))
-    , m_bIsGrey(IsGreySource(m_work.source, m_eBayer, m_polarization.eMethod))
+    , m_isCopy(task.source.pInfo->GetPixelFormat() == task.pDestination->pixelFormat && m_gamma == 1.0)
+    , m_isPolarized(m_work.source.isPolarized &&
+                    m_polarization.method != KxPolarizationImageTransformationMethod_Off)
+    , m_isNarrow(m_isPolarized
+                     ? m_polarization.method == KxPolarizationImageTransformationMethod_ADOLP
+                     : m_work.source.nBits <= 8 || (m_work.pDestination->nBits == 8 && m_gamma == 1.0 &&
+                                                    !NeedsLowBits(m_work.source, m_bayer)))
+    , m_isGrey(IsGreySource(m_work.source, m_bayer, m_polarization.method))
 {
-    if (m_bIsCopy) {
+    if (m_isCopy) {
         // nothing happens to the values
     } else if (task.pDestination->nBits == 8) {
         MakeFinish(m_pFinish8);
     } else {
         MakeFinish(m_pFinish16);
     }
-    m_vecEngines.push_back(MakeEngine());
+    m_engines.push_back(MakeEngine());
 }
 
-bool CConversionPlan::MakesGreyOfColor() const { return !m_bIsGrey && !m_work.pDestination->HasColor(); }
+bool CConversionPlan::MakesGreyOfColor() const { return !m_isGrey && !m_work.pDestination->HasColor(); }
 
 template <class U>
 void CConversionPlan::MakeFinish(std::shared_ptr<const CFinish<U>>& pFinish) const
 {
     auto pNew = std::make_shared<CFinish<U>>();
     pNew->pDestination = m_work.pDestination;
-    pNew->bIsGrey = m_bIsGrey || MakesGreyOfColor();
-    pNew->bHasAlpha = m_work.source.HasAlpha();
-    if (m_bIsNarrow)
+    pNew->isGrey = m_isGrey || MakesGreyOfColor();
+    pNew->hasAlpha = m_work.source.HasAlpha();
+    if (m_isNarrow)
         MakeTables<uint8_t>(*pNew);
     else
         MakeTables<uint16_t>(*pNew);
@@ -180,31 +180,31 @@ template <class T, class U>
 void CConversionPlan::MakeTables(CFinish<U>& finish) const
 {
     const CSettingValues& values = m_work.values;
-    const unsigned nSourceBits = m_bIsPolarized
-                                     ? PolarizationResultBits(m_polarization.eMethod, m_work.source.nBits)
+    const unsigned nSourceBits = m_isPolarized
+                                     ? PolarizationResultBits(m_polarization.method, m_work.source.nBits)
                                      : m_work.source.nBits;
     const unsigned nFrom = sizeof(T) == 1 ? std::min(nSourceBits, 8U) : nSourceBits;
     const CValueOptions options{nFrom, m_work.pDestination->nBits,
-                                values.GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode), m_dGamma};
+                                values.GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode), m_gamma};
     const CColorMapOptions map{values.GetEnum<EKxColorMapType_t>(ESetting::ColorMapType),
                                values.Get<int>(ESetting::ColorMapInversion) != 0,
                                values.Get<int32_t>(ESetting::ColorMapPhase)};
-    if (m_bIsGrey && m_work.pDestination->HasColor() && !map.IsIdentity()) {
-        for (std::vector<U>& vecTable : MakeColorTables<U>(options, map))
-            finish.vecTables.push_back(std::move(vecTable));
+    if (m_isGrey && m_work.pDestination->HasColor() && !map.IsIdentity()) {
+        for (std::vector<U>& table : MakeColorTables<U>(options, map))
+            finish.tables.push_back(std::move(table));
         return;
     }
     CValueOptions alpha = options;
-    alpha.dGamma = 1.0;
-    const bool bIsWide = sizeof(T) + sizeof(U) > 2;
-    if (bIsWide)
+    alpha.gamma = 1.0;
+    const bool isWide = sizeof(T) + sizeof(U) > 2;
+    if (isWide)
         finish.change = FindDepthChange(options);
-    if (finish.change || (!bIsWide && options.IsIdentity() && alpha.IsIdentity()))
+    if (finish.change || (!isWide && options.IsIdentity() && alpha.IsIdentity()))
         return;
-    if (bIsWide || !options.IsIdentity())
-        finish.vecTables.push_back(MakeValueTable<U>(options));
-    if (finish.bHasAlpha && (bIsWide || !alpha.IsIdentity()))
-        finish.vecAlphaTable = MakeValueTable<U>(alpha);
+    if (isWide || !options.IsIdentity())
+        finish.tables.push_back(MakeValueTable<U>(options));
+    if (finish.hasAlpha && (isWide || !alpha.IsIdentity()))
+        finish.alphaTable = MakeValueTable<U>(alpha);
 }
 
 template <class T>
@@ -212,7 +212,7 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeBayerSource() const
 {
     const CSourceFormat& source = m_work.source;
     return std::make_unique<CBayerRows<T, CMosaicLines<T>>>(
-        CMosaicLines<T>(source, m_work.nWidth), CBayerPattern{source.nRedX, source.nRedY}, m_eBayer);
+        CMosaicLines<T>(source, m_work.nWidth), CBayerPattern{source.nRedX, source.nRedY}, m_bayer);
 }
 
 template <class T>
@@ -220,27 +220,27 @@ std::unique_ptr<IRowSource<T>> CConversionPlan::MakeSource() const
 {
     const CSourceFormat& source = m_work.source;
     const size_t nWidth = m_work.nWidth;
-    if (m_bIsPolarized) {
+    if (m_isPolarized) {
         if constexpr (sizeof(T) == 1)
             return MakePolarizationColorRows(source, nWidth, m_polarization);
         else
-            return MakePolarizedRows(source, nWidth, m_polarization, m_eBayer);
+            return MakePolarizedRows(source, nWidth, m_polarization, m_bayer);
     }
-    if (source.eFamily == EFamily::Bayer && !source.bPolarized && m_eBayer != KxBayerInterpolationMethod_Off)
+    if (source.family == EFamily::Bayer && !source.isPolarized && m_bayer != KxBayerInterpolationMethod_Off)
         return MakeBayerSource<T>();
     if constexpr (sizeof(T) == 2) {
-        if (source.bReal)
+        if (source.isReal)
             return std::make_unique<CRealRows>(source, nWidth);
     }
     if constexpr (sizeof(T) == 1) {
         // Values of a byte go straight into a mono image; all other work wants rows with padding.
-        if (source.eOrder == EOrder::Single && source.ePacking == EPacking::Bytes &&
+        if (source.order == EOrder::Single && source.packing == EPacking::Bytes &&
             !m_work.pDestination->HasColor())
             return std::make_unique<CByteLines>();
     }
-    if (source.eFamily == EFamily::Ycc) {
+    if (source.family == EFamily::Ycc) {
         const unsigned nBits = sizeof(T) == 1 ? std::min<unsigned>(source.nBits, 8) : source.nBits;
-        return std::make_unique<CYccRows<T>>(source, MakeYccMatrix(source.eYcc, nBits), MakesGreyOfColor(),
+        return std::make_unique<CYccRows<T>>(source, MakeYccMatrix(source.ycc, nBits), MakesGreyOfColor(),
                                              nWidth);
     }
     return std::make_unique<CPlainRows<T>>(source, nWidth);
@@ -250,11 +250,11 @@ template <class T>
 std::unique_ptr<IRowSource<T>> CConversionPlan::MakeGreySource() const
 {
     const CSourceFormat& source = m_work.source;
-    if (source.eFamily == EFamily::Ycc) // which is grey by itself
+    if (source.family == EFamily::Ycc) // which is grey by itself
         return MakeSource<T>();
     if constexpr (sizeof(T) == 1) {
-        if (source.eFamily == EFamily::Rgb && source.eOrder == EOrder::Three && HasUnpackKernels() &&
-            source.ePacking == EPacking::Bytes && source.anChannel[1] == 1)
+        if (source.family == EFamily::Rgb && source.order == EOrder::Three && HasUnpackKernels() &&
+            source.packing == EPacking::Bytes && source.anChannel[1] == 1)
             return std::make_unique<CGreyPixels>(source.anChannel[0] == 0);
     }
     return std::make_unique<CGreyRows<T>>(MakeSource<T>());
@@ -271,9 +271,9 @@ std::unique_ptr<IRowEngine> CConversionPlan::MakeEngineOf() const
 
 std::unique_ptr<IRowEngine> CConversionPlan::MakeEngine() const
 {
-    if (m_bIsCopy)
+    if (m_isCopy)
         return std::make_unique<CCopyEngine>(m_task.source.pInfo->GetLinePitch(m_task.nWidth, 1));
-    return m_bIsNarrow ? MakeEngineOf<uint8_t>() : MakeEngineOf<uint16_t>();
+    return m_isNarrow ? MakeEngineOf<uint8_t>() : MakeEngineOf<uint16_t>();
 }
 
 namespace
@@ -282,7 +282,7 @@ namespace
 /// What the threads of a conversion share.
 struct CRun
 {
-    std::vector<std::unique_ptr<IRowEngine>>& vecEngines;
+    std::vector<std::unique_ptr<IRowEngine>>& engines;
     size_t nHeight;
     size_t nBandHeight;
     std::atomic<size_t> nNextLine;
@@ -297,7 +297,7 @@ void CConversionPlan::RunPart(void* pContext, size_t nPart)
         const size_t nFirst = run.nNextLine.fetch_add(run.nBandHeight);
         if (nFirst >= run.nHeight)
             return;
-        run.vecEngines[nPart]->Run(nFirst, std::min(nFirst + run.nBandHeight, run.nHeight));
+        run.engines[nPart]->Run(nFirst, std::min(nFirst + run.nBandHeight, run.nHeight));
     }
 }
 
@@ -308,16 +308,16 @@ void CConversionPlan::Run(const CSourceView& source, const CTargetView& target, 
     if (nWanted > 1 && workers.GetHelpers() + 1 != nThreads)
         workers.SetHelpers(nThreads - 1);
     const size_t nParts = std::min(nWanted, workers.GetHelpers() + 1);
-    while (m_vecEngines.size() < nParts)
-        m_vecEngines.push_back(MakeEngine());
+    while (m_engines.size() < nParts)
+        m_engines.push_back(MakeEngine());
     CSourceView work = source;
     work.nWidth = m_work.nWidth;
-    if (m_work.source.bReal)
+    if (m_work.source.isReal)
         work.scale = FindRealScale(m_work.source, source);
-    for (const std::unique_ptr<IRowEngine>& pEngine : m_vecEngines)
+    for (const std::unique_ptr<IRowEngine>& pEngine : m_engines)
         pEngine->Begin(work, target);
     const size_t nBands = nParts == 1 ? 1 : nParts * kBandsPerThread;
-    CRun run{m_vecEngines, source.nHeight, (source.nHeight + nBands - 1) / nBands, {0}};
+    CRun run{m_engines, source.nHeight, (source.nHeight + nBands - 1) / nBands, {0}};
     workers.Run(nParts - 1, RunPart, &run);
 }
 

@@ -68,16 +68,16 @@ private:
 
     const CConversionTask m_task;
     const CConversionTask m_work; ///< the same as it is done
-    const double m_dGamma;
-    const EKxBayerInterpolationMethod_t m_eBayer;
+    const double m_gamma;
+    const EKxBayerInterpolationMethod_t m_bayer;
     const CPolarizationOptions m_polarization;
-    const bool m_bIsCopy;                               ///< formats and values stay the same
-    const bool m_bIsPolarized;                          ///< the polarisers matter
-    const bool m_bIsNarrow;                             ///< work is done in bytes
-    const bool m_bIsGrey;                               ///< the source stage makes one channel
+    const bool m_isCopy;                                ///< formats and values stay the same
+    const bool m_isPolarized;                           ///< the polarisers matter
+    const bool m_isNarrow;                              ///< work is done in bytes
+    const bool m_isGrey;                                ///< the source stage makes one channel
     std::shared_ptr<const CFinish<uint8_t>> m_pFinish8; ///< the one of the destination's depth
     std::shared_ptr<const CFinish<uint16_t>> m_pFinish16;
-    std::vector<std::unique_ptr<IRowEngine>> m_vecEngines; ///< by thread
+    std::vector<std::unique_ptr<IRowEngine>> m_engines; ///< by thread
 };
 
 } // namespace Detail

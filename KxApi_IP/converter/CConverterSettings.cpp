@@ -32,11 +32,11 @@ enum class EKind : uint8_t
 struct CSettingRow
 {
     int64_t nAddress;
-    EKind eKind;
-    const char* szName; ///< of the feature; its register has "Reg" behind it
-    double dMin;
-    double dMax;
-    double dInitial;
+    EKind kind;
+    const char* name; ///< of the feature; its register has "Reg" behind it
+    double min;
+    double max;
+    double initial;
 };
 
 // clang-format off
@@ -60,9 +60,9 @@ constexpr CSettingRow kRows[] = {
 // clang-format on
 static_assert(std::size(kRows) == static_cast<size_t>(ESetting::Count));
 
-const CSettingRow& Row(ESetting eSetting) { return kRows[static_cast<size_t>(eSetting)]; }
+const CSettingRow& Row(ESetting setting) { return kRows[static_cast<size_t>(setting)]; }
 
-int64_t RegisterLength(const CSettingRow& row) { return row.eKind == EKind::Real ? 8 : 4; }
+int64_t RegisterLength(const CSettingRow& row) { return row.kind == EKind::Real ? 8 : 4; }
 
 ESetting SettingAt(int64_t nAddress, int64_t nLength)
 {
@@ -74,29 +74,29 @@ ESetting SettingAt(int64_t nAddress, int64_t nLength)
                                      static_cast<long long>(nLength), static_cast<long long>(nAddress));
 }
 
-void CheckRange(const CSettingRow& row, double dValue)
+void CheckRange(const CSettingRow& row, double value)
 {
-    const bool bIsReal = row.eKind == EKind::Real;
+    const bool isReal = row.kind == EKind::Real;
     // Negated, so that what is no number fails too.
-    if (!(dValue >= row.dMin)) {
-        if (bIsReal)
-            throw OUT_OF_RANGE_EXCEPTION("%s = %f must be greater than or equal %f", row.szName, dValue,
-                                         row.dMin);
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", row.szName,
-                                     static_cast<long long>(dValue), static_cast<long long>(row.dMin));
+    if (!(value >= row.min)) {
+        if (isReal)
+            throw OUT_OF_RANGE_EXCEPTION("%s = %f must be greater than or equal %f", row.name, value,
+                                         row.min);
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or greater than Min = %lld", row.name,
+                                     static_cast<long long>(value), static_cast<long long>(row.min));
     }
-    if (!(dValue <= row.dMax)) {
-        if (bIsReal)
-            throw OUT_OF_RANGE_EXCEPTION("%s = %f must be smaller than or equal %f", row.szName, dValue,
-                                         row.dMax);
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", row.szName,
-                                     static_cast<long long>(dValue), static_cast<long long>(row.dMax));
+    if (!(value <= row.max)) {
+        if (isReal)
+            throw OUT_OF_RANGE_EXCEPTION("%s = %f must be smaller than or equal %f", row.name, value,
+                                         row.max);
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be equal or smaller than Max = %lld", row.name,
+                                     static_cast<long long>(value), static_cast<long long>(row.max));
     }
 }
 
-void CheckDestination(double dValue)
+void CheckDestination(double value)
 {
-    const auto nCode = static_cast<uint32_t>(dValue);
+    const auto nCode = static_cast<uint32_t>(value);
     if (!FindDestinationFormat(static_cast<EKxPixelFormatNamingConvention_t>(nCode)))
         throw INVALID_ARGUMENT_EXCEPTION(
             "DestinationPixelFormat = 0x%08X is no format that can be converted to", nCode);
@@ -107,34 +107,34 @@ void CheckDestination(double dValue)
 CConverterSettings::CConverterSettings()
 {
     for (size_t i = 0; i < std::size(kRows); ++i)
-        m_objValues[static_cast<ESetting>(i)] = kRows[i].dInitial;
+        m_values[static_cast<ESetting>(i)] = kRows[i].initial;
 }
 
 CSettingValues CConverterSettings::GetAll() const
 {
     const GenICam::AutoLock lock(m_lock);
-    return m_objValues;
+    return m_values;
 }
 
-bool CConverterSettings::Store(ESetting eSetting, double dValue)
+bool CConverterSettings::Store(ESetting setting, double value)
 {
-    CheckRange(Row(eSetting), dValue);
-    if (eSetting == ESetting::DestinationPixelFormat)
-        CheckDestination(dValue);
+    CheckRange(Row(setting), value);
+    if (setting == ESetting::DestinationPixelFormat)
+        CheckDestination(value);
     const GenICam::AutoLock lock(m_lock);
-    double& dStored = m_objValues[eSetting];
-    const bool bIsNew = dStored != dValue;
-    dStored = dValue;
-    return bIsNew;
+    double& stored = m_values[setting];
+    const bool isNew = stored != value;
+    stored = value;
+    return isNew;
 }
 
-void CConverterSettings::Set(ESetting eSetting, double dValue)
+void CConverterSettings::Set(ESetting setting, double value)
 {
-    if (!Store(eSetting, dValue))
+    if (!Store(setting, value))
         return;
     if (GenApi::INodeMap* const pNodeMap = m_pNodeMap) {
-        const GenICam::gcstring strRegister = GenICam::gcstring(Row(eSetting).szName) + "Reg";
-        if (GenApi::INode* const pNode = pNodeMap->GetNode(strRegister))
+        const GenICam::gcstring registerName = GenICam::gcstring(Row(setting).name) + "Reg";
+        if (GenApi::INode* const pNode = pNodeMap->GetNode(registerName))
             pNode->InvalidateNode();
     }
 }
@@ -147,11 +147,11 @@ GenApi::INodeMap* CConverterSettings::GetINodeMap()
     return GenICam::GuardBadAlloc([this]() -> GenApi::INodeMap* {
         const CKxMutexLock lock(m_mutexNodeMap);
         if (!m_pNodeMap) {
-            GenApi::CNodeMapRef objNodeMap("Converter");
-            objNodeMap._LoadXMLFromString(kConverterXml);
-            objNodeMap._Connect(this, "ConverterPort");
-            m_objNodeMap = objNodeMap;
-            m_pNodeMap = m_objNodeMap._Ptr;
+            GenApi::CNodeMapRef nodeMap("Converter");
+            nodeMap._LoadXMLFromString(kConverterXml);
+            nodeMap._Connect(this, "ConverterPort");
+            m_nodeMap = nodeMap;
+            m_pNodeMap = m_nodeMap._Ptr;
         }
         return m_pNodeMap;
     });
@@ -159,29 +159,29 @@ GenApi::INodeMap* CConverterSettings::GetINodeMap()
 
 void CConverterSettings::Read(void* pBuffer, int64_t Address, int64_t Length)
 {
-    const ESetting eSetting = SettingAt(Address, Length);
-    const CSettingValues objValues = GetAll();
-    if (Row(eSetting).eKind == EKind::Real) {
-        const auto dValue = objValues.Get<double>(eSetting);
-        std::memcpy(pBuffer, &dValue, sizeof(dValue));
+    const ESetting setting = SettingAt(Address, Length);
+    const CSettingValues values = GetAll();
+    if (Row(setting).kind == EKind::Real) {
+        const auto value = values.Get<double>(setting);
+        std::memcpy(pBuffer, &value, sizeof(value));
     } else {
-        const auto nValue = objValues.Get<uint32_t>(eSetting);
+        const auto nValue = values.Get<uint32_t>(setting);
         std::memcpy(pBuffer, &nValue, sizeof(nValue));
     }
 }
 
 void CConverterSettings::Write(const void* pBuffer, int64_t Address, int64_t Length)
 {
-    const ESetting eSetting = SettingAt(Address, Length);
-    if (Row(eSetting).eKind == EKind::Real) {
-        double dValue = 0;
-        std::memcpy(&dValue, pBuffer, sizeof(dValue));
-        Store(eSetting, dValue);
+    const ESetting setting = SettingAt(Address, Length);
+    if (Row(setting).kind == EKind::Real) {
+        double value = 0;
+        std::memcpy(&value, pBuffer, sizeof(value));
+        Store(setting, value);
         return;
     }
     uint32_t nValue = 0;
     std::memcpy(&nValue, pBuffer, sizeof(nValue));
-    Store(eSetting, Row(eSetting).eKind == EKind::Flag ? nValue != 0 : nValue);
+    Store(setting, Row(setting).kind == EKind::Flag ? nValue != 0 : nValue);
 }
 
 } // namespace Detail

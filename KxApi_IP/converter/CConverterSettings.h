@@ -43,24 +43,24 @@ enum class ESetting : size_t
 class CSettingValues
 {
 public:
-    double& operator[](ESetting eSetting) { return m_adValues[static_cast<size_t>(eSetting)]; }
+    double& operator[](ESetting setting) { return m_values[static_cast<size_t>(setting)]; }
 
     template <class T>
-    T Get(ESetting eSetting) const
+    T Get(ESetting setting) const
     {
-        return static_cast<T>(m_adValues[static_cast<size_t>(eSetting)]);
+        return static_cast<T>(m_values[static_cast<size_t>(setting)]);
     }
     /// Codes use all 32 bits, which enumerations are not cast to from double.
     template <class T>
-    T GetEnum(ESetting eSetting) const
+    T GetEnum(ESetting setting) const
     {
-        return static_cast<T>(static_cast<int64_t>(m_adValues[static_cast<size_t>(eSetting)]));
+        return static_cast<T>(static_cast<int64_t>(m_values[static_cast<size_t>(setting)]));
     }
 
-    bool operator==(const CSettingValues& other) const { return m_adValues == other.m_adValues; }
+    bool operator==(const CSettingValues& other) const { return m_values == other.m_values; }
 
 private:
-    std::array<double, static_cast<size_t>(ESetting::Count)> m_adValues{};
+    std::array<double, static_cast<size_t>(ESetting::Count)> m_values{};
 };
 
 /// The settings, and the port that serves them as registers of a node map. Any thread.
@@ -76,7 +76,7 @@ public:
 
     /// Stores the value, unless it is there already, and lets the node map know. Raises OutOfRangeException,
     /// or InvalidArgumentException for a destination format that isn't written.
-    void Set(ESetting eSetting, double dValue);
+    void Set(ESetting setting, double value);
 
     GenApi::INodeMap* GetINodeMap();
 
@@ -87,14 +87,14 @@ public:
 
 private:
     /// Tells whether the value is another than before.
-    bool Store(ESetting eSetting, double dValue);
+    bool Store(ESetting setting, double value);
 
     // Guards the values for the moment of a copy; nothing else is taken while it is held.
     mutable GenICam::CLock m_lock;
-    CSettingValues m_objValues KXGC_GUARDED_BY(m_lock);
+    CSettingValues m_values KXGC_GUARDED_BY(m_lock);
 
     CKxMutex m_mutexNodeMap; // held while the map is made
-    GenApi::CNodeMapRef m_objNodeMap KXGC_GUARDED_BY(m_mutexNodeMap){"Converter"};
+    GenApi::CNodeMapRef m_nodeMap KXGC_GUARDED_BY(m_mutexNodeMap){"Converter"};
     std::atomic<GenApi::INodeMap*> m_pNodeMap{nullptr}; // set once the map is complete
 };
 

@@ -33,22 +33,22 @@ constexpr size_t kMaxWidth = size_t{1} << 24;
 
 long long Signed(size_t nValue) { return static_cast<long long>(nValue); }
 
-CSourceFormat CheckedFormat(EKxPixelFormatNamingConvention_t eFormat)
+CSourceFormat CheckedFormat(EKxPixelFormatNamingConvention_t pixelFormat)
 {
-    const IKxPixelFormatInfo* const pInfo = GetIKxPixelFormatInfo(eFormat);
+    const IKxPixelFormatInfo* const pInfo = GetIKxPixelFormatInfo(pixelFormat);
     if (!pInfo)
-        throw INVALID_ARGUMENT_EXCEPTION("PixelFormat = 0x%08X is no known pixel format", eFormat);
-    const std::optional<CSourceFormat> source = Detail::DescribeSourceFormat(eFormat);
+        throw INVALID_ARGUMENT_EXCEPTION("PixelFormat = 0x%08X is no known pixel format", pixelFormat);
+    const std::optional<CSourceFormat> source = Detail::DescribeSourceFormat(pixelFormat);
     if (!source)
         throw INVALID_ARGUMENT_EXCEPTION("%s can't be converted", pInfo->GetName().c_str());
     return *source;
 }
 
-void CheckLength(const char* szName, size_t nValue, size_t nMin, size_t nStep, const CSourceFormat& source)
+void CheckLength(const char* name, size_t nValue, size_t nMin, size_t nStep, const CSourceFormat& source)
 {
-    KXGC_CHECK_RANGE(rlFromMin, szName, nValue, nMin);
+    KXGC_CHECK_RANGE(rlFromMin, name, nValue, nMin);
     if (nValue % nStep != 0)
-        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be a multiple of %lld for %s", szName, Signed(nValue),
+        throw OUT_OF_RANGE_EXCEPTION("%s = %lld must be a multiple of %lld for %s", name, Signed(nValue),
                                      Signed(nStep), source.pInfo->GetName().c_str());
 }
 
@@ -56,7 +56,7 @@ CSourceView CheckedView(const IKxImage& image, const CSourceFormat& source)
 {
     const CSourceView view{static_cast<const uint8_t*>(image.GetImageBuffer()), image.GetImageWidth(),
                            image.GetImageHeight(), image.GetImageLinePitch(), image.GetImagePlanePitch()};
-    const size_t nMin = source.bPolarized ? 2 : 1; // a square of polarisers
+    const size_t nMin = source.isPolarized ? 2 : 1; // a square of polarisers
     CheckLength("Width", view.nWidth, nMin, source.nStepX, source);
     CheckLength("Height", view.nHeight, nMin, source.nStepY, source);
     KXGC_CHECK_RANGE(rlUpToMax, "Width", view.nWidth, kMaxWidth);
@@ -97,7 +97,7 @@ const CDestinationFormat& CKxPixelFormatConverter::DestinationFor(const CSourceF
 {
     const CDestinationFormat& set = *Detail::FindDestinationFormat(
         values.GetEnum<EKxPixelFormatNamingConvention_t>(ESetting::DestinationPixelFormat));
-    if (!m_bAutoDestination)
+    if (!m_autoDestination)
         return set;
     if (!Detail::HasColorResult(source, values))
         return *Detail::FindDestinationFormat(KxPixelFormat_Mono8);
@@ -110,7 +110,7 @@ void CKxPixelFormatConverter::Convert(IKxImage* pSource, IKxImageBuffer* pTarget
         throw INVALID_ARGUMENT_EXCEPTION("%s pointer is NULL", pSource ? "IKxImageBuffer" : "IKxImage");
     GenICam::GuardBadAlloc([&] {
         const CKxMutexLock lock(m_mutexConversion);
-        const CSettingValues values = m_objSettings.GetAll();
+        const CSettingValues values = m_settings.GetAll();
         const CSourceFormat source = CheckedFormat(pSource->GetImagePixelFormat());
         const CSourceView view = CheckedView(*pSource, source);
         CheckApart(view, source, *pTarget);
@@ -118,13 +118,13 @@ void CKxPixelFormatConverter::Convert(IKxImage* pSource, IKxImageBuffer* pTarget
         if (!m_pPlan || !(m_pPlan->GetTask() == task))
             m_pPlan = std::make_unique<Detail::CConversionPlan>(task);
 
-        pTarget->SetSize(view.nWidth, view.nHeight, task.pDestination->eFormat, 0);
+        pTarget->SetSize(view.nWidth, view.nHeight, task.pDestination->pixelFormat, 0);
         CheckApart(view, source, *pTarget); // the memory may be another now
         const IKxImage& image = *pTarget->GetIKxImage();
         const Detail::CTargetView target{static_cast<uint8_t*>(image.GetImageBuffer()),
                                          image.GetImageLinePitch(), view.nHeight,
                                          values.Get<int>(ESetting::ReverseY) != 0};
-        m_pPlan->Run(view, target, static_cast<size_t>(m_nThreads), m_objWorkers);
+        m_pPlan->Run(view, target, static_cast<size_t>(m_nThreads), m_workers);
     });
 }
 
@@ -143,145 +143,139 @@ void CKxPixelFormatConverter::SetConversionOption(int nThreads)
 
 EKxPixelFormatNamingConvention_t CKxPixelFormatConverter::GetDestinationPixelFormat() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxPixelFormatNamingConvention_t>(ESetting::DestinationPixelFormat);
+    return m_settings.GetAll().GetEnum<EKxPixelFormatNamingConvention_t>(ESetting::DestinationPixelFormat);
 }
 
 void CKxPixelFormatConverter::SetDestinationPixelFormat(EKxPixelFormatNamingConvention_t ePixelFormat)
 {
-    m_objSettings.Set(ESetting::DestinationPixelFormat, ePixelFormat);
+    m_settings.Set(ESetting::DestinationPixelFormat, ePixelFormat);
 }
 
 bool CKxPixelFormatConverter::GetReverseY() const
 {
-    return m_objSettings.GetAll().Get<int>(ESetting::ReverseY) != 0;
+    return m_settings.GetAll().Get<int>(ESetting::ReverseY) != 0;
 }
 
-void CKxPixelFormatConverter::SetReverseY(bool bReverseY)
-{
-    m_objSettings.Set(ESetting::ReverseY, bReverseY);
-}
+void CKxPixelFormatConverter::SetReverseY(bool bReverseY) { m_settings.Set(ESetting::ReverseY, bReverseY); }
 
 EKxBayerInterpolationMethod_t CKxPixelFormatConverter::GetBayerInterpolationMethod() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod);
+    return m_settings.GetAll().GetEnum<EKxBayerInterpolationMethod_t>(ESetting::BayerInterpolationMethod);
 }
 
 void CKxPixelFormatConverter::SetBayerInterpolationMethod(EKxBayerInterpolationMethod_t eMethod)
 {
-    m_objSettings.Set(ESetting::BayerInterpolationMethod, eMethod);
+    m_settings.Set(ESetting::BayerInterpolationMethod, eMethod);
 }
 
-double CKxPixelFormatConverter::GetGamma() const
-{
-    return m_objSettings.GetAll().Get<double>(ESetting::Gamma);
-}
+double CKxPixelFormatConverter::GetGamma() const { return m_settings.GetAll().Get<double>(ESetting::Gamma); }
 
-void CKxPixelFormatConverter::SetGamma(double dGamma) { m_objSettings.Set(ESetting::Gamma, dGamma); }
+void CKxPixelFormatConverter::SetGamma(double dGamma) { m_settings.Set(ESetting::Gamma, dGamma); }
 
 EKxBitExpansionMode_t CKxPixelFormatConverter::GetBitExpansionMode() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode);
+    return m_settings.GetAll().GetEnum<EKxBitExpansionMode_t>(ESetting::BitExpansionMode);
 }
 
 void CKxPixelFormatConverter::SetBitExpansionMode(EKxBitExpansionMode_t eMode)
 {
-    m_objSettings.Set(ESetting::BitExpansionMode, eMode);
+    m_settings.Set(ESetting::BitExpansionMode, eMode);
 }
 
 EKxPolarizationImageTransformationMethod_t
 CKxPixelFormatConverter::GetPolarizationImageTransformationMethod() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxPolarizationImageTransformationMethod_t>(
+    return m_settings.GetAll().GetEnum<EKxPolarizationImageTransformationMethod_t>(
         ESetting::PolarizationImageTransformationMethod);
 }
 
 void CKxPixelFormatConverter::SetPolarizationImageTransformationMethod(
     EKxPolarizationImageTransformationMethod_t eMethod)
 {
-    m_objSettings.Set(ESetting::PolarizationImageTransformationMethod, eMethod);
+    m_settings.Set(ESetting::PolarizationImageTransformationMethod, eMethod);
 }
 
 double CKxPixelFormatConverter::GetPolarizationSpecifiedAngle() const
 {
-    return m_objSettings.GetAll().Get<double>(ESetting::PolarizationSpecifiedAngle);
+    return m_settings.GetAll().Get<double>(ESetting::PolarizationSpecifiedAngle);
 }
 
 void CKxPixelFormatConverter::SetPolarizationSpecifiedAngle(double dAngle)
 {
-    m_objSettings.Set(ESetting::PolarizationSpecifiedAngle, dAngle);
+    m_settings.Set(ESetting::PolarizationSpecifiedAngle, dAngle);
 }
 
 EKxColorMapType_t CKxPixelFormatConverter::GetColorMapType() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxColorMapType_t>(ESetting::ColorMapType);
+    return m_settings.GetAll().GetEnum<EKxColorMapType_t>(ESetting::ColorMapType);
 }
 
 void CKxPixelFormatConverter::SetColorMapType(EKxColorMapType_t eType)
 {
-    m_objSettings.Set(ESetting::ColorMapType, eType);
+    m_settings.Set(ESetting::ColorMapType, eType);
 }
 
 bool CKxPixelFormatConverter::GetColorMapInversion() const
 {
-    return m_objSettings.GetAll().Get<int>(ESetting::ColorMapInversion) != 0;
+    return m_settings.GetAll().Get<int>(ESetting::ColorMapInversion) != 0;
 }
 
 void CKxPixelFormatConverter::SetColorMapInversion(bool bInversion)
 {
-    m_objSettings.Set(ESetting::ColorMapInversion, bInversion);
+    m_settings.Set(ESetting::ColorMapInversion, bInversion);
 }
 
 int32_t CKxPixelFormatConverter::GetColorMapPhase() const
 {
-    return m_objSettings.GetAll().Get<int32_t>(ESetting::ColorMapPhase);
+    return m_settings.GetAll().Get<int32_t>(ESetting::ColorMapPhase);
 }
 
 void CKxPixelFormatConverter::SetColorMapPhase(int32_t nPhase)
 {
-    m_objSettings.Set(ESetting::ColorMapPhase, nPhase);
+    m_settings.Set(ESetting::ColorMapPhase, nPhase);
 }
 
 EKxPolarizationInterpolationMethod_t
 CKxPixelFormatConverter::GetPolarizationSpecifiedAngleInterpolationMethod() const
 {
-    return m_objSettings.GetAll().GetEnum<EKxPolarizationInterpolationMethod_t>(
+    return m_settings.GetAll().GetEnum<EKxPolarizationInterpolationMethod_t>(
         ESetting::PolarizationSpecifiedAngleInterpolationMethod);
 }
 
 void CKxPixelFormatConverter::SetPolarizationSpecifiedAngleInterpolationMethod(
     EKxPolarizationInterpolationMethod_t eMethod)
 {
-    m_objSettings.Set(ESetting::PolarizationSpecifiedAngleInterpolationMethod, eMethod);
+    m_settings.Set(ESetting::PolarizationSpecifiedAngleInterpolationMethod, eMethod);
 }
 
 bool CKxPixelFormatConverter::GetADOLPDarkMode() const
 {
-    return m_objSettings.GetAll().Get<int>(ESetting::ADOLPDarkMode) != 0;
+    return m_settings.GetAll().Get<int>(ESetting::ADOLPDarkMode) != 0;
 }
 
 void CKxPixelFormatConverter::SetADOLPDarkMode(bool bDarkMode)
 {
-    m_objSettings.Set(ESetting::ADOLPDarkMode, bDarkMode);
+    m_settings.Set(ESetting::ADOLPDarkMode, bDarkMode);
 }
 
 bool CKxPixelFormatConverter::GetADOLPColorInversion() const
 {
-    return m_objSettings.GetAll().Get<int>(ESetting::ADOLPColorInversion) != 0;
+    return m_settings.GetAll().Get<int>(ESetting::ADOLPColorInversion) != 0;
 }
 
 void CKxPixelFormatConverter::SetADOLPColorInversion(bool bInversion)
 {
-    m_objSettings.Set(ESetting::ADOLPColorInversion, bInversion);
+    m_settings.Set(ESetting::ADOLPColorInversion, bInversion);
 }
 
 int32_t CKxPixelFormatConverter::GetADOLPColorPhase() const
 {
-    return m_objSettings.GetAll().Get<int32_t>(ESetting::ADOLPColorPhase);
+    return m_settings.GetAll().Get<int32_t>(ESetting::ADOLPColorPhase);
 }
 
 void CKxPixelFormatConverter::SetADOLPColorPhase(int32_t nPhase)
 {
-    m_objSettings.Set(ESetting::ADOLPColorPhase, nPhase);
+    m_settings.Set(ESetting::ADOLPColorPhase, nPhase);
 }
 
 IKxConverterReleasable* CreateIKxConverter(EKxConverterType_t eType)

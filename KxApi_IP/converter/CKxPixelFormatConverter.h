@@ -24,7 +24,7 @@ public:
     virtual ~CKxPixelFormatConverter() = default;
 
     void Convert(IKxImage* pSource, IKxImageBuffer* pTarget) override;
-    GenApi::INodeMap* GetINodeMap() override { return m_objSettings.GetINodeMap(); }
+    GenApi::INodeMap* GetINodeMap() override { return m_settings.GetINodeMap(); }
     void SetConversionOption(int nThreads) override;
     EKxPixelFormatNamingConvention_t GetDestinationPixelFormat() const override;
     void SetDestinationPixelFormat(EKxPixelFormatNamingConvention_t ePixelFormat) override;
@@ -34,8 +34,8 @@ public:
     void SetBayerInterpolationMethod(EKxBayerInterpolationMethod_t eMethod) override;
     double GetGamma() const override;
     void SetGamma(double dGamma) override;
-    void SetAutoDestination(bool bAuto) override { m_bAutoDestination = bAuto; }
-    bool GetAutoDestination() const override { return m_bAutoDestination; }
+    void SetAutoDestination(bool bAuto) override { m_autoDestination = bAuto; }
+    bool GetAutoDestination() const override { return m_autoDestination; }
     int GetConversionOption() const override { return m_nThreads; }
     EKxBitExpansionMode_t GetBitExpansionMode() const override;
     void SetBitExpansionMode(EKxBitExpansionMode_t eMode) override;
@@ -69,13 +69,13 @@ private:
     const Detail::CDestinationFormat& DestinationFor(const Detail::CSourceFormat& source,
                                                      const Detail::CSettingValues& values) const;
 
-    Detail::CConverterSettings m_objSettings;
-    std::atomic<bool> m_bAutoDestination{false};
+    Detail::CConverterSettings m_settings;
+    std::atomic<bool> m_autoDestination{false};
     std::atomic<int> m_nThreads{1};
 
     CKxMutex m_mutexConversion; // held for a whole conversion
     std::unique_ptr<Detail::CConversionPlan> m_pPlan KXGC_GUARDED_BY(m_mutexConversion);
-    Detail::CWorkers m_objWorkers KXGC_GUARDED_BY(m_mutexConversion);
+    Detail::CWorkers m_workers KXGC_GUARDED_BY(m_mutexConversion);
 };
 
 } // namespace KxApi

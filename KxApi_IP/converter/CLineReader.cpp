@@ -32,9 +32,9 @@ uint32_t ReadBitsOfLine(const uint8_t* pLine, size_t nBytes, size_t nBit, unsign
 
 CLineReader::CLineReader(const CSourceFormat& format, size_t nWidth)
     : m_format(format)
-    , m_ePacking(HasUnpackKernels() ? format.ePacking : EPacking::Table)
+    , m_packing(HasUnpackKernels() ? format.packing : EPacking::Table)
     , m_nLineBytes(format.pInfo->GetLinePitch(nWidth / format.nColumnsPerPixel, 1))
-    , m_values(1, m_ePacking == EPacking::Table || format.eOrder == EOrder::Single
+    , m_values(1, m_packing == EPacking::Table || format.order == EOrder::Single
                       ? 0
                       : std::max<size_t>((nWidth >> format.nGroupShift) * format.nGroupValues, nWidth))
 {}
@@ -61,7 +61,7 @@ void CLineReader::ReadByTable(const CSourceView& source, size_t nLine, size_t nC
     const unsigned nBits = m_format.pRow->components[nComponent].bits;
     const CLine line = LineOf(source, place, nLine);
     const unsigned nCut = nFullBits - GetBits<T>();
-    const uint32_t nFlip = m_format.bSigned ? 1U << (nBits - 1) : 0;
+    const uint32_t nFlip = m_format.isSigned ? 1U << (nBits - 1) : 0;
     const size_t nGroupMask = (size_t{1} << place.groupShift) - 1;
     const size_t nWidth = source.nWidth;
     for (size_t x = 0; x < nWidth; ++x) {
@@ -83,10 +83,10 @@ template <class T>
 CPackedRow CLineReader::ValuesOf(const CLine& line, size_t nValues)
 {
     const CPackedRow packed{line.pBytes, line.nBytes, nValues, m_format.nBits};
-    if (m_ePacking == EPacking::Bytes && sizeof(T) == 1)
+    if (m_packing == EPacking::Bytes && sizeof(T) == 1)
         return packed;
     T* const pValues = reinterpret_cast<T*>(m_values.Row(0));
-    UnpackRow(m_ePacking, packed, pValues);
+    UnpackRow(m_packing, packed, pValues);
     return {reinterpret_cast<const uint8_t*>(pValues), (nValues + kRowPadding) * sizeof(T), nValues,
             GetBits<T>()};
 }
@@ -99,11 +99,10 @@ void CLineReader::ReadPlanes(const CSourceView& source, size_t nLine, T* const* 
     for (size_t nChannel = 0; nChannel < m_format.nChannels; ++nChannel) {
         const CComponentPlace& place = layout.places[m_format.anComponent[nChannel]];
         const CLine line = LineOf(source, place, nLine);
-        const bool bIsPair = place.groupBits == 16 && m_ePacking == EPacking::Bytes;
+        const bool isPair = place.groupBits == 16 && m_packing == EPacking::Bytes;
         if (place.groupShift == 0) {
-            UnpackRow(m_ePacking, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits},
-                      apRows[nChannel]);
-        } else if (!bIsPair) {
+            UnpackRow(m_packing, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits}, apRows[nChannel]);
+        } else if (!isPair) {
             SplitRow(EOrder::Shared, ValuesOf<T>(line, source.nWidth / 2), &apRows[nChannel]);
         } else if (place.high[0] == 0) { // the other chroma channel comes with it
             T* const apPair[] = {apRows[nChannel], apRows[3 - nChannel]};
@@ -115,24 +114,24 @@ void CLineReader::ReadPlanes(const CSourceView& source, size_t nLine, T* const* 
 template <class T>
 void CLineReader::ReadLine(const CSourceView& source, size_t nLine, T* const* apRows)
 {
-    if (m_ePacking == EPacking::Table) {
+    if (m_packing == EPacking::Table) {
         for (size_t nChannel = 0; nChannel < m_format.nChannels; ++nChannel)
             ReadByTable(source, nLine, nChannel, apRows[nChannel]);
         return;
     }
-    if (m_format.eOrder == EOrder::Planes)
+    if (m_format.order == EOrder::Planes)
         return ReadPlanes(source, nLine, apRows);
     const CLine line{source.pBytes + nLine * source.nLinePitch, m_nLineBytes};
-    if (m_format.eOrder == EOrder::Single) {
-        UnpackRow(m_ePacking, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits}, apRows[0]);
+    if (m_format.order == EOrder::Single) {
+        UnpackRow(m_packing, {line.pBytes, line.nBytes, source.nWidth, m_format.nBits}, apRows[0]);
         return;
     }
     T* apInMemory[kMaxChannels] = {apRows[0], apRows[1], apRows[2], nullptr};
-    const bool bIsPixel = m_format.eOrder == EOrder::Three || m_format.eOrder == EOrder::Four;
-    for (size_t k = 0; bIsPixel && k < m_format.nGroupValues; ++k)
+    const bool isPixel = m_format.order == EOrder::Three || m_format.order == EOrder::Four;
+    for (size_t k = 0; isPixel && k < m_format.nGroupValues; ++k)
         apInMemory[k] = apRows[m_format.anChannel[k]];
     const size_t nValues = (source.nWidth >> m_format.nGroupShift) * m_format.nGroupValues;
-    SplitRow(m_format.eOrder, ValuesOf<T>(line, nValues), apInMemory);
+    SplitRow(m_format.order, ValuesOf<T>(line, nValues), apInMemory);
 }
 
 void CLineReader::Read(const CSourceView& source, size_t nLine, uint8_t* const* apRows)

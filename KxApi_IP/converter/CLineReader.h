@@ -15,11 +15,11 @@ namespace Detail
 
 struct CComponentPlace;
 
-/// How real numbers become values: (v - dLeast) * dFactor.
+/// How real numbers become values: (v - least) * factor.
 struct CRealScale
 {
-    double dLeast;
-    double dFactor;
+    double least;
+    double factor;
 };
 
 /// The image that is converted.
@@ -71,7 +71,7 @@ private:
     void ReadByTable(const CSourceView& source, size_t nLine, size_t nChannel, T* pRow) const;
 
     CSourceFormat m_format;
-    EPacking m_ePacking;
+    EPacking m_packing;
     size_t m_nLineBytes;
     CRowBuffer<uint16_t> m_values; ///< of a line, one behind the other
 };

@@ -32,14 +32,14 @@ public:
     CRowBuffer() = default;
     CRowBuffer(size_t nRows, size_t nWidth)
         : m_nStride(nWidth + 2 * kRowPadding)
-        , m_vecValues(nRows * m_nStride)
+        , m_values(nRows * m_nStride)
     {}
 
-    T* Row(size_t nRow) { return m_vecValues.data() + nRow * m_nStride + kRowPadding; }
+    T* Row(size_t nRow) { return m_values.data() + nRow * m_nStride + kRowPadding; }
 
 private:
     size_t m_nStride = 0;
-    std::vector<T> m_vecValues;
+    std::vector<T> m_values;
 };
 
 /// The lines of an image around the present one, each made once, mirrored at the borders.

@@ -22,11 +22,11 @@ struct CTargetView
     uint8_t* pBytes;
     size_t nLinePitch;
     size_t nHeight;
-    bool bReverseY;
+    bool reverseY;
 
     uint8_t* Line(size_t nLine) const
     {
-        return pBytes + (bReverseY ? nHeight - 1 - nLine : nLine) * nLinePitch;
+        return pBytes + (reverseY ? nHeight - 1 - nLine : nLine) * nLinePitch;
     }
 };
 
@@ -49,11 +49,11 @@ template <class U>
 struct CFinish
 {
     const CDestinationFormat* pDestination;
-    bool bIsGrey;                          ///< the row has one channel
-    bool bHasAlpha;                        ///< it has a fourth
-    std::optional<CDepthChange> change;    ///< of all channels, in place of tables
-    std::vector<std::vector<U>> vecTables; ///< none: values stay; one for all channels, or one for each
-    std::vector<U> vecAlphaTable;          ///< empty: values stay
+    bool isGrey;                        ///< the row has one channel
+    bool hasAlpha;                      ///< it has a fourth
+    std::optional<CDepthChange> change; ///< of all channels, in place of tables
+    std::vector<std::vector<U>> tables; ///< none: values stay; one for all channels, or one for each
+    std::vector<U> alphaTable;          ///< empty: values stay
 };
 
 /// T: values of the source stage, U: of the target.
@@ -109,8 +109,8 @@ private:
     void WriteMono(const T* pRow, size_t nCount, uint8_t* pPixels)
     {
         auto* const pValues = reinterpret_cast<U*>(pPixels);
-        const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
-        if (!Map(pRow, nCount, vecTables.empty() ? nullptr : vecTables.data(), pValues))
+        const std::vector<std::vector<U>>& tables = m_pFinish->tables;
+        if (!Map(pRow, nCount, tables.empty() ? nullptr : tables.data(), pValues))
             std::memcpy(pValues, pRow, nCount * sizeof(U));
     }
 
@@ -143,21 +143,21 @@ private:
     {
         if (PackChanged(row, nCount, pPixels))
             return;
-        const std::vector<std::vector<U>>& vecTables = m_pFinish->vecTables;
+        const std::vector<std::vector<U>>& tables = m_pFinish->tables;
         const U* apRows[kMaxChannels] = {};
         for (size_t k = 0; k < 3; ++k) {
-            if (k > 0 && m_pFinish->bIsGrey && vecTables.size() < 3) {
+            if (k > 0 && m_pFinish->isGrey && tables.size() < 3) {
                 apRows[k] = apRows[0];
                 continue;
             }
             const std::vector<U>* const pTable =
-                vecTables.empty() ? nullptr : &vecTables[std::min(k, vecTables.size() - 1)];
-            apRows[k] = Mapped(row[m_pFinish->bIsGrey ? 0 : k], nCount, pTable, k);
+                tables.empty() ? nullptr : &tables[std::min(k, tables.size() - 1)];
+            apRows[k] = Mapped(row[m_pFinish->isGrey ? 0 : k], nCount, pTable, k);
         }
         apRows[3] = m_opaque.Row(0);
-        if (m_pFinish->bHasAlpha && m_pFinish->pDestination->HasAlpha()) {
-            const std::vector<U>& vecAlpha = m_pFinish->vecAlphaTable;
-            apRows[3] = Mapped(row[3], nCount, vecAlpha.empty() ? nullptr : &vecAlpha, 3);
+        if (m_pFinish->hasAlpha && m_pFinish->pDestination->HasAlpha()) {
+            const std::vector<U>& alphas = m_pFinish->alphaTable;
+            apRows[3] = Mapped(row[3], nCount, alphas.empty() ? nullptr : &alphas, 3);
         }
         Pack(apRows, nCount, pPixels);
     }
@@ -167,8 +167,8 @@ private:
     {
         if constexpr (sizeof(T) == 2 && sizeof(U) == 2) {
             if (m_pFinish->change && !IsWord() && !m_pFinish->pDestination->HasAlpha()) {
-                const bool bIsGrey = m_pFinish->bIsGrey;
-                const T* apRows[] = {row[0], row[bIsGrey ? 0 : 1], row[bIsGrey ? 0 : 2]};
+                const bool isGrey = m_pFinish->isGrey;
+                const T* apRows[] = {row[0], row[isGrey ? 0 : 1], row[isGrey ? 0 : 2]};
                 if (IsBlueFirst())
                     std::swap(apRows[0], apRows[2]);
                 PackRow(apRows, nCount, *m_pFinish->change, reinterpret_cast<U*>(pPixels));
@@ -180,14 +180,14 @@ private:
 
     bool IsWord() const
     {
-        const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
-        return eLayout == EDestinationLayout::RgbWord || eLayout == EDestinationLayout::BgrWord;
+        const EDestinationLayout layout = m_pFinish->pDestination->layout;
+        return layout == EDestinationLayout::RgbWord || layout == EDestinationLayout::BgrWord;
     }
     bool IsBlueFirst() const
     {
-        const EDestinationLayout eLayout = m_pFinish->pDestination->eLayout;
-        return eLayout == EDestinationLayout::Bgr || eLayout == EDestinationLayout::Bgra ||
-               eLayout == EDestinationLayout::BgrWord;
+        const EDestinationLayout layout = m_pFinish->pDestination->layout;
+        return layout == EDestinationLayout::Bgr || layout == EDestinationLayout::Bgra ||
+               layout == EDestinationLayout::BgrWord;
     }
 
     void Pack(const U** apRows, size_t nCount, uint8_t* pPixels)
@@ -229,7 +229,7 @@ public:
     void Run(size_t nFirst, size_t nEnd) noexcept override
     {
         const uint8_t* pLine = m_source.pBytes + nFirst * m_source.nLinePitch;
-        if (m_source.nLinePitch == m_target.nLinePitch && !m_target.bReverseY) {
+        if (m_source.nLinePitch == m_target.nLinePitch && !m_target.reverseY) {
             std::memcpy(m_target.Line(nFirst), pLine,
                         (nEnd - nFirst - 1) * m_source.nLinePitch + m_nLineBytes);
             return;

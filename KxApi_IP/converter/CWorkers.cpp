@@ -38,32 +38,32 @@ void CWorkers::EndHelpers()
 {
     {
         const CKxMutexLock lock(m_mutex);
-        m_bEnds = true;
+        m_ends = true;
     }
-    m_objBegin.notify_all();
-    for (std::thread& thread : m_vecThreads)
+    m_begin.notify_all();
+    for (std::thread& thread : m_threads)
         thread.join();
-    m_vecThreads.clear();
+    m_threads.clear();
     const CKxMutexLock lock(m_mutex);
-    m_bEnds = false;
+    m_ends = false;
 }
 
 void CWorkers::SetHelpers(size_t nHelpers)
 {
-    if (m_vecThreads.size() > nHelpers)
+    if (m_threads.size() > nHelpers)
         EndHelpers();
-    if (m_vecThreads.size() == nHelpers)
+    if (m_threads.size() == nHelpers)
         return;
-    m_vecThreads.reserve(nHelpers);
+    m_threads.reserve(nHelpers);
     const size_t nRound = [this] {
         const CKxMutexLock lock(m_mutex);
         return m_nRound;
     }();
     const CSignalsBlocked signals;
     try {
-        while (m_vecThreads.size() < nHelpers) {
-            const size_t nPart = m_vecThreads.size() + 1;
-            m_vecThreads.emplace_back([this, nPart, nRound] { HelperBody(nPart, nRound); });
+        while (m_threads.size() < nHelpers) {
+            const size_t nPart = m_threads.size() + 1;
+            m_threads.emplace_back([this, nPart, nRound] { HelperBody(nPart, nRound); });
         }
     } catch (const std::system_error&) {
         return; // those that there are do the work
@@ -83,20 +83,20 @@ void CWorkers::Run(size_t nHelpers, void (*pTask)(void* pContext, size_t nPart),
         m_nHelpers = m_nBusy = nHelpers;
         ++m_nRound;
     }
-    m_objBegin.notify_all();
+    m_begin.notify_all();
     pTask(pContext, 0);
     CKxMutexLock lock(m_mutex);
     while (m_nBusy != 0)
-        lock.Wait(m_objEnd);
+        lock.Wait(m_end);
 }
 
 void CWorkers::HelperBody(size_t nPart, size_t nRound)
 {
     CKxMutexLock lock(m_mutex);
     for (;;) {
-        while (!m_bEnds && m_nRound == nRound)
-            lock.Wait(m_objBegin);
-        if (m_bEnds)
+        while (!m_ends && m_nRound == nRound)
+            lock.Wait(m_begin);
+        if (m_ends)
             return;
         nRound = m_nRound;
         if (nPart > m_nHelpers)
@@ -107,7 +107,7 @@ void CWorkers::HelperBody(size_t nPart, size_t nRound)
         pTask(pContext, nPart);
         lock.Lock();
         if (--m_nBusy == 0)
-            m_objEnd.notify_one();
+            m_end.notify_one();
     }
 }
 

@@ -37,10 +37,11 @@ constexpr CDestinationFormat kDestinationFormats[] = {
 
 } // namespace
 
-const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t eFormat)
+const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t pixelFormat)
 {
-    const auto found = std::find_if(std::begin(kDestinationFormats), std::end(kDestinationFormats),
-                                    [eFormat](const auto& row) { return row.eFormat == eFormat; });
+    const auto found =
+        std::find_if(std::begin(kDestinationFormats), std::end(kDestinationFormats),
+                     [pixelFormat](const auto& row) { return row.pixelFormat == pixelFormat; });
     return found == std::end(kDestinationFormats) ? nullptr : found;
 }
 

@@ -26,20 +26,18 @@ enum class EDestinationLayout : uint8_t
 
 struct CDestinationFormat
 {
-    EKxPixelFormatNamingConvention_t eFormat;
-    EDestinationLayout eLayout;
+    EKxPixelFormatNamingConvention_t pixelFormat;
+    EDestinationLayout layout;
     uint8_t nBits; ///< of a value
 
-    size_t GetPixelBytes() const { return eFormat >> 19 & 0x1F; } ///< the code tells the bits from bit 16 on
-    bool HasColor() const { return eLayout != EDestinationLayout::Mono; }
-    bool HasAlpha() const
-    {
-        return eLayout == EDestinationLayout::Rgba || eLayout == EDestinationLayout::Bgra;
-    }
+    /// The code tells the bits from bit 16 on.
+    size_t GetPixelBytes() const { return pixelFormat >> 19 & 0x1F; }
+    bool HasColor() const { return layout != EDestinationLayout::Mono; }
+    bool HasAlpha() const { return layout == EDestinationLayout::Rgba || layout == EDestinationLayout::Bgra; }
 };
 
 /// The row of a format, null when it isn't written.
-const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t eFormat);
+const CDestinationFormat* FindDestinationFormat(EKxPixelFormatNamingConvention_t pixelFormat);
 /// The mono one with as many bits, which there is for all.
 const CDestinationFormat* FindGreyDestination(unsigned nBits);
 

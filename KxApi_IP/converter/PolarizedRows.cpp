@@ -139,12 +139,12 @@ class CPolarizationColorRows final : public IRowSource<uint8_t>
 {
 public:
     CPolarizationColorRows(const CSourceFormat& format, size_t nWidth, const CPolarizationOptions& options,
-                           bool bOfCells)
+                           bool isOfCells)
         : m_lines(format, nWidth)
-        , m_nWidth(bOfCells ? m_lines.GetCellWidth() : nWidth)
-        , m_bOfCells(bOfCells)
-        , m_bDark(options.bDark)
-        , m_vecCircle(options.vecCircle)
+        , m_nWidth(isOfCells ? m_lines.GetCellWidth() : nWidth)
+        , m_isOfCells(isOfCells)
+        , m_isDark(options.isDark)
+        , m_circle(options.circle)
         , m_values(2, m_nWidth)
         , m_colors(3, m_nWidth)
     {}
@@ -153,12 +153,12 @@ public:
 
     void BeginLine(size_t nLine) override
     {
-        const uint16_t* const* const apRows = m_bOfCells ? m_lines.OfCells(nLine) : m_lines.Bilinear(nLine);
+        const uint16_t* const* const apRows = m_isOfCells ? m_lines.OfCells(nLine) : m_lines.Bilinear(nLine);
         const CPolarizationRows rows{{apRows[0], apRows[1], apRows[2], apRows[3]}, m_nWidth, 0};
         PolarizationDegree(rows, m_values.Row(0));
         PolarizationAngle(rows, m_values.Row(1));
         uint8_t* const apColors[] = {m_colors.Row(0), m_colors.Row(1), m_colors.Row(2)};
-        PolarizationColor(m_values.Row(0), m_values.Row(1), m_nWidth, m_vecCircle.data(), m_bDark, apColors);
+        PolarizationColor(m_values.Row(0), m_values.Row(1), m_nWidth, m_circle.data(), m_isDark, apColors);
     }
     CRow<uint8_t> Get(size_t nFirst, size_t) override
     {
@@ -168,18 +168,18 @@ public:
 private:
     CPolarizedLines m_lines;
     size_t m_nWidth;
-    bool m_bOfCells;
-    bool m_bDark;
-    std::vector<uint32_t> m_vecCircle;
+    bool m_isOfCells;
+    bool m_isDark;
+    std::vector<uint32_t> m_circle;
     CRowBuffer<uint16_t> m_values;
     CRowBuffer<uint8_t> m_colors;
 };
 
 } // namespace
 
-unsigned PolarizationResultBits(EKxPolarizationImageTransformationMethod_t eMethod, unsigned nBits)
+unsigned PolarizationResultBits(EKxPolarizationImageTransformationMethod_t method, unsigned nBits)
 {
-    switch (eMethod) {
+    switch (method) {
     case KxPolarizationImageTransformationMethod_DoLP:
     case KxPolarizationImageTransformationMethod_AoLP:
         return 16;
@@ -190,9 +190,9 @@ unsigned PolarizationResultBits(EKxPolarizationImageTransformationMethod_t eMeth
     }
 }
 
-bool KeepsColor(EKxPolarizationImageTransformationMethod_t eMethod)
+bool KeepsColor(EKxPolarizationImageTransformationMethod_t method)
 {
-    switch (eMethod) {
+    switch (method) {
     case KxPolarizationImageTransformationMethod_Intensity:
     case KxPolarizationImageTransformationMethod_SpecifiedAngle:
     case KxPolarizationImageTransformationMethod_Angle0:
@@ -206,9 +206,9 @@ bool KeepsColor(EKxPolarizationImageTransformationMethod_t eMethod)
 }
 
 CPolarizationValue::CPolarizationValue(const CPolarizationOptions& options, unsigned nBits)
-    : m_eMethod(options.eMethod)
-    , m_fCos(static_cast<float>(std::cos(2 * options.dAngle * kRadians)))
-    , m_fSin(static_cast<float>(std::sin(2 * options.dAngle * kRadians)))
+    : m_method(options.method)
+    , m_cos(static_cast<float>(std::cos(2 * options.angle * kRadians)))
+    , m_sin(static_cast<float>(std::sin(2 * options.angle * kRadians)))
     , m_nMax((1U << nBits) - 1)
 {}
 
@@ -216,9 +216,9 @@ void CPolarizationValue::Make(const uint16_t* const* apPolarizers, size_t nWidth
 {
     const CPolarizationRows rows{
         {apPolarizers[0], apPolarizers[1], apPolarizers[2], apPolarizers[3]}, nWidth, m_nMax};
-    switch (m_eMethod) {
+    switch (m_method) {
     case KxPolarizationImageTransformationMethod_SpecifiedAngle:
-        PolarizationAtAngle(rows, m_fCos, m_fSin, pResult);
+        PolarizationAtAngle(rows, m_cos, m_sin, pResult);
         break;
     case KxPolarizationImageTransformationMethod_Angle0:
         PolarizationView(rows, 0, pResult);
@@ -282,28 +282,28 @@ const uint16_t* const* CPolarizedLines::OfCells(size_t nLine)
 CCellLines::CCellLines(const CSourceFormat& format, size_t nWidth, const CPolarizationOptions& options)
     : m_pLines(std::make_unique<CPolarizedLines>(format, nWidth))
     , m_value(options, format.nBits)
-    , m_nBits(PolarizationResultBits(options.eMethod, format.nBits))
+    , m_nBits(PolarizationResultBits(options.method, format.nBits))
 {}
 
 std::unique_ptr<IRowSource<uint16_t>> MakePolarizedRows(const CSourceFormat& format, size_t nWidth,
                                                         const CPolarizationOptions& options,
-                                                        EKxBayerInterpolationMethod_t eBayer)
+                                                        EKxBayerInterpolationMethod_t bayer)
 {
-    if (options.eMethod == KxPolarizationImageTransformationMethod_Off)
+    if (options.method == KxPolarizationImageTransformationMethod_Off)
         return std::make_unique<CPlainRows<uint16_t>>(format, nWidth);
-    if (options.eMethod == KxPolarizationImageTransformationMethod_FourViews)
+    if (options.method == KxPolarizationImageTransformationMethod_FourViews)
         return std::make_unique<CFourViewsRows>(format, nWidth);
-    if (format.eFamily == EFamily::Bayer && KeepsColor(options.eMethod)) {
+    if (format.family == EFamily::Bayer && KeepsColor(options.method)) {
         auto pColors = std::make_unique<CBayerRows<uint16_t, CCellLines>>(
-            CCellLines(format, nWidth, options), CBayerPattern{format.nRedX, format.nRedY}, eBayer);
-        const bool bIsGrey =
-            eBayer == KxBayerInterpolationMethod_Off || eBayer == KxBayerInterpolationMethod_Mono;
-        return std::make_unique<CDoubledRows<uint16_t>>(std::move(pColors), bIsGrey ? 1 : 3, nWidth);
+            CCellLines(format, nWidth, options), CBayerPattern{format.nRedX, format.nRedY}, bayer);
+        const bool isGrey =
+            bayer == KxBayerInterpolationMethod_Off || bayer == KxBayerInterpolationMethod_Mono;
+        return std::make_unique<CDoubledRows<uint16_t>>(std::move(pColors), isGrey ? 1 : 3, nWidth);
     }
-    const bool bOfCells =
-        format.eFamily == EFamily::Bayer ||
-        (options.eMethod == KxPolarizationImageTransformationMethod_SpecifiedAngle && !options.bBilinear);
-    if (!bOfCells)
+    const bool isOfCells =
+        format.family == EFamily::Bayer ||
+        (options.method == KxPolarizationImageTransformationMethod_SpecifiedAngle && !options.isBilinear);
+    if (!isOfCells)
         return std::make_unique<CBilinearValueRows>(format, nWidth, options);
     return std::make_unique<CDoubledRows<uint16_t>>(std::make_unique<CCellValueRows>(format, nWidth, options),
                                                     1, nWidth);
@@ -312,9 +312,9 @@ std::unique_ptr<IRowSource<uint16_t>> MakePolarizedRows(const CSourceFormat& for
 std::unique_ptr<IRowSource<uint8_t>> MakePolarizationColorRows(const CSourceFormat& format, size_t nWidth,
                                                                const CPolarizationOptions& options)
 {
-    const bool bOfCells = format.eFamily == EFamily::Bayer;
-    auto pColors = std::make_unique<CPolarizationColorRows>(format, nWidth, options, bOfCells);
-    if (!bOfCells)
+    const bool isOfCells = format.family == EFamily::Bayer;
+    auto pColors = std::make_unique<CPolarizationColorRows>(format, nWidth, options, isOfCells);
+    if (!isOfCells)
         return pColors;
     return std::make_unique<CDoubledRows<uint8_t>>(std::move(pColors), 3, nWidth);
 }

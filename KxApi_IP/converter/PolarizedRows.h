@@ -15,18 +15,18 @@ namespace Detail
 /// What is wanted of polarised light.
 struct CPolarizationOptions
 {
-    EKxPolarizationImageTransformationMethod_t eMethod;
-    double dAngle;  ///< degrees
-    bool bBilinear; ///< for the specified angle
-    bool bDark;
-    std::vector<uint32_t> vecCircle; ///< 256 colours, for ADOLP
+    EKxPolarizationImageTransformationMethod_t method;
+    double angle;    ///< degrees
+    bool isBilinear; ///< for the specified angle
+    bool isDark;
+    std::vector<uint32_t> circle; ///< 256 colours, for ADOLP
 };
 
 /// Bits of the values that a method makes of values of nBits.
-unsigned PolarizationResultBits(EKxPolarizationImageTransformationMethod_t eMethod, unsigned nBits);
+unsigned PolarizationResultBits(EKxPolarizationImageTransformationMethod_t method, unsigned nBits);
 
 /// Whether the colours of a Bayer mosaic are kept by the method.
-bool KeepsColor(EKxPolarizationImageTransformationMethod_t eMethod);
+bool KeepsColor(EKxPolarizationImageTransformationMethod_t method);
 
 /// The value that a method makes of the four values of each pixel.
 class CPolarizationValue
@@ -37,9 +37,9 @@ public:
     void Make(const uint16_t* const* apPolarizers, size_t nWidth, uint16_t* pResult) const;
 
 private:
-    EKxPolarizationImageTransformationMethod_t m_eMethod;
-    float m_fCos;
-    float m_fSin;
+    EKxPolarizationImageTransformationMethod_t m_method;
+    float m_cos;
+    float m_sin;
     unsigned m_nMax;
 };
 
@@ -97,7 +97,7 @@ private:
 /// The rows of a polarised image; ADOLP aside. nWidth is that of the image.
 std::unique_ptr<IRowSource<uint16_t>> MakePolarizedRows(const CSourceFormat& format, size_t nWidth,
                                                         const CPolarizationOptions& options,
-                                                        EKxBayerInterpolationMethod_t eBayer);
+                                                        EKxBayerInterpolationMethod_t bayer);
 /// The colours of ADOLP, eight bits each.
 std::unique_ptr<IRowSource<uint8_t>> MakePolarizationColorRows(const CSourceFormat& format, size_t nWidth,
                                                                const CPolarizationOptions& options);

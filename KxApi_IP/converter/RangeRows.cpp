@@ -46,29 +46,29 @@ void ForReals(const CSourceFormat& format, const CSourceView& source, size_t nLi
 
 CRealScale FindRealScale(const CSourceFormat& format, const CSourceView& source)
 {
-    double dLeast = std::numeric_limits<double>::infinity(), dGreatest = -dLeast;
+    double least = std::numeric_limits<double>::infinity(), greatest = -least;
     for (size_t nLine = 0; nLine < source.nHeight; ++nLine) {
-        ForReals(format, source, nLine, [&](size_t, double dValue) {
-            if (!std::isfinite(dValue))
+        ForReals(format, source, nLine, [&](size_t, double value) {
+            if (!std::isfinite(value))
                 return;
-            dLeast = std::min(dLeast, dValue);
-            dGreatest = std::max(dGreatest, dValue);
+            least = std::min(least, value);
+            greatest = std::max(greatest, value);
         });
     }
-    if (dLeast >= dGreatest)
-        return {dLeast, 0};
+    if (least >= greatest)
+        return {least, 0};
     // The distance of the greatest numbers isn't one itself.
-    return {dLeast, (kMaxValue - 1) / std::min(dGreatest - dLeast, std::numeric_limits<double>::max())};
+    return {least, (kMaxValue - 1) / std::min(greatest - least, std::numeric_limits<double>::max())};
 }
 
 void CRealRows::BeginLine(size_t nLine)
 {
     uint16_t* const pRow = m_row.Row(0);
     const CRealScale scale = m_source.scale;
-    ForReals(m_format, m_source, nLine, [&](size_t x, double dValue) {
-        const double dScaled = 1.5 + (dValue - scale.dLeast) * scale.dFactor;
+    ForReals(m_format, m_source, nLine, [&](size_t x, double value) {
+        const double scaled = 1.5 + (value - scale.least) * scale.factor;
         pRow[x] =
-            std::isfinite(dValue) ? static_cast<uint16_t>(std::clamp(dScaled, 1.0, kMaxValue)) : uint16_t{0};
+            std::isfinite(value) ? static_cast<uint16_t>(std::clamp(scaled, 1.0, kMaxValue)) : uint16_t{0};
     });
 }
 

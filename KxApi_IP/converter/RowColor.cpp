@@ -212,7 +212,7 @@ HWY_INLINE void WeighBytes(const uint8_t* const* apRows, size_t nWidth, uint8_t*
 }
 
 /// The same for pixels of three bytes.
-HWY_INLINE void WeighPixels(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey,
+HWY_INLINE void WeighPixels(const CPackedRow& source, bool isRedFirst, uint8_t* pGrey,
                             const CGreyWeights& weights)
 {
     const CGreyOfBytes grey(weights);
@@ -221,7 +221,7 @@ HWY_INLINE void WeighPixels(const CPackedRow& source, bool bIsRedFirst, uint8_t*
     ForSteps(source, nStep, nStep, nStep, [&](const uint8_t* pBytes, size_t nAt) HWY_ATTR {
         hn::Vec<CGreyOfBytes::D8> v0, v1, v2;
         hn::LoadInterleaved3(d, pBytes, v0, v1, v2);
-        hn::StoreU(bIsRedFirst ? grey(v0, v1, v2) : grey(v2, v1, v0), d, pGrey + nAt / 3);
+        hn::StoreU(isRedFirst ? grey(v0, v1, v2) : grey(v2, v1, v0), d, pGrey + nAt / 3);
     });
 }
 
@@ -241,7 +241,7 @@ template <class D16, class V16>
 HWY_INLINE V16 Changed(D16, V16 v, const CDepthChange& change)
 {
     const V16 low = hn::ShiftRightSame(v, static_cast<int>(change.nDown));
-    return change.bIsCut ? low : hn::Or(hn::ShiftLeftSame(v, static_cast<int>(change.nUp)), low);
+    return change.isCut ? low : hn::Or(hn::ShiftLeftSame(v, static_cast<int>(change.nUp)), low);
 }
 
 template <class T, class U>
@@ -267,11 +267,11 @@ HWY_INLINE void Change(const T* HWY_RESTRICT pRow, size_t nWidth, const CDepthCh
     for (; x + hn::Lanes(d) <= nWidth; x += hn::Lanes(d))
         convert(pRow + x, pResult + x);
     if (x < nWidth) { // rows may be those of images, which have no room behind them
-        T aFrom[hn::MaxLanes(d)] = {};
-        U aTo[hn::MaxLanes(d)];
-        std::memcpy(aFrom, pRow + x, (nWidth - x) * sizeof(T));
-        convert(aFrom, aTo);
-        std::memcpy(pResult + x, aTo, (nWidth - x) * sizeof(U));
+        T from[hn::MaxLanes(d)] = {};
+        U to[hn::MaxLanes(d)];
+        std::memcpy(from, pRow + x, (nWidth - x) * sizeof(T));
+        convert(from, to);
+        std::memcpy(pResult + x, to, (nWidth - x) * sizeof(U));
     }
 }
 
@@ -311,9 +311,9 @@ HWY_INLINE void Pack(const T* const* apRows, size_t nWidth, T* HWY_RESTRICT pPix
     for (; x + nLanes <= nWidth; x += nLanes)
         store(x, pPixels + kChannels * x);
     if (x < nWidth) {
-        T aEnd[kChannels * hn::MaxLanes(d)];
-        store(x, aEnd);
-        std::memcpy(pPixels + kChannels * x, aEnd, (nWidth - x) * kChannels * sizeof(T));
+        T end[kChannels * hn::MaxLanes(d)];
+        store(x, end);
+        std::memcpy(pPixels + kChannels * x, end, (nWidth - x) * kChannels * sizeof(T));
     }
 }
 
@@ -362,9 +362,9 @@ void RgbToLuma8(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey, con
 {
     WeighBytes(apRows, nWidth, pGrey, weights);
 }
-void PixelsToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey, const CGreyWeights& weights)
+void PixelsToLuma(const CPackedRow& source, bool isRedFirst, uint8_t* pGrey, const CGreyWeights& weights)
 {
-    WeighPixels(source, bIsRedFirst, pGrey, weights);
+    WeighPixels(source, isRedFirst, pGrey, weights);
 }
 void RgbToLuma16(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey)
 {
@@ -444,9 +444,9 @@ static_assert(kWeights.IsSum(0, kRedWeight) && kWeights.IsSum(1, kGreenWeight) &
 
 } // namespace
 
-void RgbToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey)
+void RgbToLuma(const CPackedRow& source, bool isRedFirst, uint8_t* pGrey)
 {
-    HWY_DYNAMIC_DISPATCH(PixelsToLuma)(source, bIsRedFirst, pGrey, kWeights);
+    HWY_DYNAMIC_DISPATCH(PixelsToLuma)(source, isRedFirst, pGrey, kWeights);
 }
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey)
 {

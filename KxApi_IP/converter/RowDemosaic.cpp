@@ -18,12 +18,12 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 /// True in the lanes of red and blue; only where there is but one lane does that depend on the column.
 template <class D>
-HWY_INLINE hn::Mask<D> ChromaLanes(D d, bool bIsChromaEven, size_t x)
+HWY_INLINE hn::Mask<D> ChromaLanes(D d, bool isChromaEven, size_t x)
 {
     using T = hn::TFromD<D>;
     const size_t nFirst = hn::Lanes(d) == 1 ? x & 1 : 0;
     const auto odd = hn::And(hn::Iota(d, static_cast<T>(nFirst)), hn::Set(d, T{1}));
-    return hn::Eq(odd, hn::Set(d, static_cast<T>(bIsChromaEven ? 0 : 1)));
+    return hn::Eq(odd, hn::Set(d, static_cast<T>(isChromaEven ? 0 : 1)));
 }
 
 /// (a + b + c + d + 2) / 4 without more bits: the mean of rounded means is too great by 1 in the cases that
@@ -51,7 +51,7 @@ HWY_INLINE void Nearest(const CMosaicRows<T>& rows, const CColorRows<T>& result)
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
     for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(d)) {
-        const auto chroma = ChromaLanes(d, rows.bIsChromaEven, x);
+        const auto chroma = ChromaLanes(d, rows.isChromaEven, x);
         const auto here = hn::LoadU(d, pLine + x);
         const auto right = hn::LoadU(d, pLine + x + 1);
         hn::StoreU(hn::IfThenElse(chroma, here, right), d, result.pOwn + x);
@@ -69,7 +69,7 @@ HWY_INLINE void Bilinear(const CMosaicRows<T>& rows, const CColorRows<T>& result
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
     for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(d)) {
-        const auto chroma = ChromaLanes(d, rows.bIsChromaEven, x);
+        const auto chroma = ChromaLanes(d, rows.isChromaEven, x);
         const auto here = hn::LoadU(d, pLine + x);
         const auto left = hn::LoadU(d, pLine + x - 1);
         const auto right = hn::LoadU(d, pLine + x + 1);
@@ -103,7 +103,7 @@ HWY_INLINE void Green(const CMosaicRows<T>& rows, T* HWY_RESTRICT pGreen)
     const T* HWY_RESTRICT const pBelow = rows.apRows[3] - 1;
     for (size_t x = 0; x < rows.nWidth + 2; x += hn::Lanes(d)) {
         // Begins a pixel early, where the parity is the other one.
-        const auto chroma = ChromaLanes(d, !rows.bIsChromaEven, x);
+        const auto chroma = ChromaLanes(d, !rows.isChromaEven, x);
         const auto around = Mean4(d, hn::LoadU(d, pLine + x - 1), hn::LoadU(d, pLine + x + 1),
                                   hn::LoadU(d, pAbove + x), hn::LoadU(d, pBelow + x));
         hn::StoreU(hn::IfThenElse(chroma, around, hn::LoadU(d, pLine + x)), d, pGreen - 1 + x);
@@ -114,8 +114,8 @@ template <class T>
 HWY_INLINE void Cell(const CMosaicRows<T>& rows, const CColorRows<T>& result)
 {
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
-    const T* HWY_RESTRICT const pPair = rows.apRows[rows.bIsUpperOfCell ? 3 : 1];
-    const size_t nOwn = rows.bIsChromaEven ? 0 : 1;
+    const T* HWY_RESTRICT const pPair = rows.apRows[rows.isUpperOfCell ? 3 : 1];
+    const size_t nOwn = rows.isChromaEven ? 0 : 1;
     const size_t nGreen = 1 - nOwn;
     for (size_t x = 0; x < rows.nWidth; x += 2) {
         // Green and the other colour stand crosswise in the other line.
@@ -166,7 +166,7 @@ HWY_INLINE void Gradient(const CMosaicRows<T>& rows, const CColorRows<T>& result
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
     const T* HWY_RESTRICT const pBelow2 = rows.apRows[4];
     for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(w.d)) {
-        const auto chroma = ChromaLanes(w.d, rows.bIsChromaEven, x);
+        const auto chroma = ChromaLanes(w.d, rows.isChromaEven, x);
         const auto here = w.Load(pLine + x);
         const auto sides = w.Sides(pLine + x);
         const auto sides2 = hn::Add(w.Load(pLine + x - 2), w.Load(pLine + x + 2));
@@ -198,7 +198,7 @@ HWY_INLINE void Difference(const CMosaicRows<T>& rows, const T* const* apGreen, 
     const T* HWY_RESTRICT const pLine = rows.apRows[2];
     const T* HWY_RESTRICT const pBelow = rows.apRows[3];
     for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(w.d)) {
-        const auto chroma = ChromaLanes(w.d, rows.bIsChromaEven, x);
+        const auto chroma = ChromaLanes(w.d, rows.isChromaEven, x);
         const auto green = w.Load(apGreen[1] + x);
         const auto sides = hn::Sub(w.Sides(pLine + x), w.Sides(apGreen[1] + x));
         const auto column = hn::Sub(hn::Add(w.Load(pAbove + x), w.Load(pBelow + x)),

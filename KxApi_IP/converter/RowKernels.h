@@ -31,20 +31,20 @@ struct CPackedRow
 bool HasUnpackKernels();
 
 /// Puts the values of a line one behind the other. To bytes, only the high eight bits are kept.
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* pRow);
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* pRow);
+void UnpackRow(EPacking packing, const CPackedRow& source, uint8_t* pRow);
+void UnpackRow(EPacking packing, const CPackedRow& source, uint16_t* pRow);
 
 /// Takes values that lie one behind the other apart: apRows are the rows of the channels in the order of
 /// memory; Y, Cb, Cr for luma with chroma.
-void SplitRow(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows);
-void SplitRow(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows);
+void SplitRow(EOrder order, const CPackedRow& source, uint8_t* const* apRows);
+void SplitRow(EOrder order, const CPackedRow& source, uint16_t* const* apRows);
 
 /// How the depth of values changes.
 struct CDepthChange
 {
     unsigned nUp;
     unsigned nDown;
-    bool bIsCut; ///< v >> nDown, else v << nUp | v >> nDown
+    bool isCut; ///< v >> nDown, else v << nUp | v >> nDown
 };
 
 /// Three, four, or one rows become the pixels of a line.
@@ -61,9 +61,9 @@ struct CMosaicRows
 {
     const T* apRows[5]; ///< from two lines above to two below
     size_t nWidth;
-    unsigned nMax;       ///< greatest value
-    bool bIsChromaEven;  ///< whether red or blue stand in even columns of the line
-    bool bIsUpperOfCell; ///< whether the line is the first of its squares
+    unsigned nMax;      ///< greatest value
+    bool isChromaEven;  ///< whether red or blue stand in even columns of the line
+    bool isUpperOfCell; ///< whether the line is the first of its squares
 };
 
 /// Results for a line: the colour that the line has besides green, green, and the other colour.
@@ -113,7 +113,7 @@ void YccToLuma(const CYccMatrix& matrix, uint16_t* pRow, size_t nWidth);
 void RgbToLuma(const uint8_t* const* apRows, size_t nWidth, uint8_t* pGrey);
 void RgbToLuma(const uint16_t* const* apRows, size_t nWidth, uint16_t* pGrey);
 /// The same for pixels of three bytes, red or blue first; where HasUnpackKernels tells so.
-void RgbToLuma(const CPackedRow& source, bool bIsRedFirst, uint8_t* pGrey);
+void RgbToLuma(const CPackedRow& source, bool isRedFirst, uint8_t* pGrey);
 
 /// In image memory, nothing behind nWidth is written.
 void ChangeDepth(const uint8_t* pRow, size_t nWidth, const CDepthChange& change, uint16_t* pResult);
@@ -137,15 +137,15 @@ struct CPolarizationRows
 };
 
 /// The four values of each pixel of a line of a mosaic. Lines as CMosaicRows has them; anPlace as
-/// CSourceFormat's anPolarizer; bIsOdd: whether it is an odd line.
-void PolarizersBilinear(const uint16_t* const* apRows, bool bIsOdd, const uint8_t* anPlace, size_t nWidth,
+/// CSourceFormat's anPolarizer; isOdd: whether it is an odd line.
+void PolarizersBilinear(const uint16_t* const* apRows, bool isOdd, const uint8_t* anPlace, size_t nWidth,
                         uint16_t* const* apResult);
 /// The four values of each square of two lines; nCells squares.
 void PolarizersOfCells(const uint16_t* pUpper, const uint16_t* pLower, const uint8_t* anPlace, size_t nCells,
                        uint16_t* const* apResult);
 
-/// Light behind a polariser: (S0 + fCos * S1 + fSin * S2) / 2.
-void PolarizationAtAngle(const CPolarizationRows& rows, float fCos, float fSin, uint16_t* pResult);
+/// Light behind a polariser: (S0 + cosAngle * S1 + sinAngle * S2) / 2.
+void PolarizationAtAngle(const CPolarizationRows& rows, float cosAngle, float sinAngle, uint16_t* pResult);
 void PolarizationView(const CPolarizationRows& rows, size_t nPolarizer, uint16_t* pResult);
 void PolarizationIntensity(const CPolarizationRows& rows, uint16_t* pResult);
 /// 65535 stands for 1.
@@ -155,7 +155,7 @@ void PolarizationAngle(const CPolarizationRows& rows, uint16_t* pResult);
 /// R, G and B of eight bits: colours 0x00RRGGBB of a circle by the angle (those of PolarizationAngle), mixed
 /// with black or white by the degree.
 void PolarizationColor(const uint16_t* pDegree, const uint16_t* pAngle, size_t nWidth,
-                       const uint32_t* pCircle, bool bDark, uint8_t* const* apResult);
+                       const uint32_t* pCircle, bool isDark, uint8_t* const* apResult);
 
 } // namespace Detail
 } // namespace KxApi

@@ -39,18 +39,18 @@ HWY_INLINE CStokes<hn::Vec<DF>> Stokes(DF dF, const CPolarizationRows& rows, siz
 }
 
 template <class DF, class V>
-HWY_INLINE void StoreRounded(DF dF, V value, float fMax, uint16_t* pResult)
+HWY_INLINE void StoreRounded(DF dF, V value, float max, uint16_t* pResult)
 {
     const hn::Rebind<uint16_t, DF> d16;
-    const auto limited = hn::Min(hn::Max(value, hn::Zero(dF)), hn::Set(dF, fMax));
+    const auto limited = hn::Min(hn::Max(value, hn::Zero(dF)), hn::Set(dF, max));
     hn::StoreU(hn::DemoteTo(d16, hn::NearestInt(limited)), d16, pResult);
 }
 
-void AtAngle(const CPolarizationRows& rows, float fCos, float fSin, uint16_t* pResult)
+void AtAngle(const CPolarizationRows& rows, float cosAngle, float sinAngle, uint16_t* pResult)
 {
     const hn::ScalableTag<float> dF;
-    const auto cosine = hn::Set(dF, fCos);
-    const auto sine = hn::Set(dF, fSin);
+    const auto cosine = hn::Set(dF, cosAngle);
+    const auto sine = hn::Set(dF, sinAngle);
     const auto eighth = hn::Set(dF, 0.125F); // a half, and the values are times 4
     for (size_t x = 0; x < rows.nWidth; x += hn::Lanes(dF)) {
         const auto s = Stokes(dF, rows, x);
@@ -82,8 +82,8 @@ HWY_INLINE V Turns(DF dF, V y, V x)
     const auto square = hn::Mul(ratio, ratio);
     // A polynomial through the arc tangent between 0 and 1, off by a tenth of a unit at most.
     auto sum = hn::Set(dF, -0.01172120F);
-    for (const float fFactor : {0.05265332F, -0.11643287F, 0.19354346F, -0.33262347F, 0.99997726F})
-        sum = hn::Add(hn::Mul(sum, square), hn::Set(dF, fFactor));
+    for (const float factor : {0.05265332F, -0.11643287F, 0.19354346F, -0.33262347F, 0.99997726F})
+        sum = hn::Add(hn::Mul(sum, square), hn::Set(dF, factor));
     auto turns = hn::Mul(hn::Mul(sum, ratio), hn::Set(dF, 10430.3784F)); // 32768 / pi
     turns = hn::IfThenElse(isSteep, hn::Sub(hn::Set(dF, 16384.0F), turns), turns);
     turns = hn::IfThenElse(hn::Lt(x, hn::Zero(dF)), hn::Sub(hn::Set(dF, 32768.0F), turns), turns);
@@ -103,7 +103,7 @@ void Angle(const CPolarizationRows& rows, uint16_t* pResult)
     }
 }
 
-void BilinearPolarizers(const uint16_t* const* apRows, bool bIsOdd, const uint8_t* anPlace, size_t nWidth,
+void BilinearPolarizers(const uint16_t* const* apRows, bool isOdd, const uint8_t* anPlace, size_t nWidth,
                         uint16_t* const* apResult)
 {
     const hn::ScalableTag<uint16_t> d;
@@ -113,8 +113,8 @@ void BilinearPolarizers(const uint16_t* const* apRows, bool bIsOdd, const uint8_
     uint16_t* apByPlace[4];
     for (size_t k = 0; k < 4; ++k)
         apByPlace[anPlace[k]] = apResult[k];
-    uint16_t* const* const apOwn = apByPlace + (bIsOdd ? 2 : 0);   // polarisers that this line has
-    uint16_t* const* const apOther = apByPlace + (bIsOdd ? 0 : 2); // those of the lines around
+    uint16_t* const* const apOwn = apByPlace + (isOdd ? 2 : 0);   // polarisers that this line has
+    uint16_t* const* const apOther = apByPlace + (isOdd ? 0 : 2); // those of the lines around
     for (size_t x = 0; x < nWidth; x += hn::Lanes(d)) {
         const auto first = static_cast<uint16_t>(hn::Lanes(d) == 1 ? x & 1 : 0);
         const auto isEven = hn::Eq(hn::And(hn::Iota(d, first), hn::Set(d, uint16_t{1})), hn::Zero(d));
@@ -180,9 +180,9 @@ HWY_INLINE void MixColors(const uint16_t* HWY_RESTRICT pDegree, const uint16_t* 
 }
 
 void Color(const uint16_t* pDegree, const uint16_t* pAngle, size_t nWidth, const uint32_t* pCircle,
-           bool bDark, uint8_t* const* apResult)
+           bool isDark, uint8_t* const* apResult)
 {
-    if (bDark)
+    if (isDark)
         MixColors<true>(pDegree, pAngle, nWidth, pCircle, apResult);
     else
         MixColors<false>(pDegree, pAngle, nWidth, pCircle, apResult);
@@ -208,19 +208,19 @@ HWY_EXPORT(Intensity);
 HWY_EXPORT(View);
 HWY_EXPORT(Color);
 
-void PolarizersBilinear(const uint16_t* const* apRows, bool bIsOdd, const uint8_t* anPlace, size_t nWidth,
+void PolarizersBilinear(const uint16_t* const* apRows, bool isOdd, const uint8_t* anPlace, size_t nWidth,
                         uint16_t* const* apResult)
 {
-    HWY_DYNAMIC_DISPATCH(BilinearPolarizers)(apRows, bIsOdd, anPlace, nWidth, apResult);
+    HWY_DYNAMIC_DISPATCH(BilinearPolarizers)(apRows, isOdd, anPlace, nWidth, apResult);
 }
 void PolarizersOfCells(const uint16_t* pUpper, const uint16_t* pLower, const uint8_t* anPlace, size_t nCells,
                        uint16_t* const* apResult)
 {
     HWY_DYNAMIC_DISPATCH(CellPolarizers)(pUpper, pLower, anPlace, nCells, apResult);
 }
-void PolarizationAtAngle(const CPolarizationRows& rows, float fCos, float fSin, uint16_t* pResult)
+void PolarizationAtAngle(const CPolarizationRows& rows, float cosAngle, float sinAngle, uint16_t* pResult)
 {
-    HWY_DYNAMIC_DISPATCH(AtAngle)(rows, fCos, fSin, pResult);
+    HWY_DYNAMIC_DISPATCH(AtAngle)(rows, cosAngle, sinAngle, pResult);
 }
 void PolarizationView(const CPolarizationRows& rows, size_t nPolarizer, uint16_t* pResult)
 {
@@ -239,9 +239,9 @@ void PolarizationAngle(const CPolarizationRows& rows, uint16_t* pResult)
     HWY_DYNAMIC_DISPATCH(Angle)(rows, pResult);
 }
 void PolarizationColor(const uint16_t* pDegree, const uint16_t* pAngle, size_t nWidth,
-                       const uint32_t* pCircle, bool bDark, uint8_t* const* apResult)
+                       const uint32_t* pCircle, bool isDark, uint8_t* const* apResult)
 {
-    HWY_DYNAMIC_DISPATCH(Color)(pDegree, pAngle, nWidth, pCircle, bDark, apResult);
+    HWY_DYNAMIC_DISPATCH(Color)(pDegree, pAngle, nWidth, pCircle, isDark, apResult);
 }
 
 } // namespace Detail

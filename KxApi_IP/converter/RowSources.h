@@ -103,10 +103,10 @@ template <class T>
 class CYccRows final : public IRowSource<T>
 {
 public:
-    CYccRows(const CSourceFormat& format, const CYccMatrix& matrix, bool bLumaOnly, size_t nWidth)
+    CYccRows(const CSourceFormat& format, const CYccMatrix& matrix, bool lumaOnly, size_t nWidth)
         : m_reader(format, nWidth)
         , m_matrix(matrix)
-        , m_bLumaOnly(bLumaOnly)
+        , m_lumaOnly(lumaOnly)
         , m_rows(kMaxChannels, nWidth)
         , m_part(3, kPartWidth)
     {}
@@ -123,11 +123,11 @@ public:
         // A part is changed in place, up to a vector's length behind its end: into a copy, as that belongs to
         // the next part.
         T* apRows[3];
-        for (size_t k = 0; k < (m_bLumaOnly ? 1 : 3); ++k) {
+        for (size_t k = 0; k < (m_lumaOnly ? 1 : 3); ++k) {
             apRows[k] = m_part.Row(k);
             std::copy_n(m_rows.Row(k) + nFirst, nCount, apRows[k]);
         }
-        if (m_bLumaOnly) {
+        if (m_lumaOnly) {
             YccToLuma(m_matrix, apRows[0], nCount);
             return {apRows[0]};
         }
@@ -138,7 +138,7 @@ public:
 private:
     CLineReader m_reader;
     CYccMatrix m_matrix;
-    bool m_bLumaOnly;
+    bool m_lumaOnly;
     CSourceView m_source{};
     CRowBuffer<T> m_rows;
     CRowBuffer<T> m_part;
@@ -173,8 +173,8 @@ private:
 class CGreyPixels final : public IRowSource<uint8_t>
 {
 public:
-    explicit CGreyPixels(bool bIsRedFirst)
-        : m_bIsRedFirst(bIsRedFirst)
+    explicit CGreyPixels(bool isRedFirst)
+        : m_isRedFirst(isRedFirst)
         , m_row(1, kPartWidth)
     {}
 
@@ -182,12 +182,12 @@ public:
     void BeginLine(size_t nLine) override { m_pLine = m_source.pBytes + nLine * m_source.nLinePitch; }
     CRow<uint8_t> Get(size_t nFirst, size_t nCount) override
     {
-        RgbToLuma({m_pLine + 3 * nFirst, 3 * nCount, 3 * nCount, 8}, m_bIsRedFirst, m_row.Row(0));
+        RgbToLuma({m_pLine + 3 * nFirst, 3 * nCount, 3 * nCount, 8}, m_isRedFirst, m_row.Row(0));
         return {m_row.Row(0)};
     }
 
 private:
-    bool m_bIsRedFirst;
+    bool m_isRedFirst;
     CSourceView m_source{};
     const uint8_t* m_pLine = nullptr;
     CRowBuffer<uint8_t> m_row;
@@ -227,12 +227,12 @@ template <class T, class Lines>
 class CBayerRows final : public IRowSource<T>
 {
 public:
-    CBayerRows(Lines lines, CBayerPattern pattern, EKxBayerInterpolationMethod_t eMethod)
+    CBayerRows(Lines lines, CBayerPattern pattern, EKxBayerInterpolationMethod_t method)
         : m_lines(std::move(lines))
         , m_pattern(pattern)
-        , m_eMethod(eMethod)
+        , m_method(method)
         , m_ring(m_lines.GetWidth())
-        , m_ringGreen(eMethod == KxBayerInterpolationMethod_Bilinear2 ? m_lines.GetWidth() : 1)
+        , m_ringGreen(method == KxBayerInterpolationMethod_Bilinear2 ? m_lines.GetWidth() : 1)
         , m_rows(3, kPartWidth)
     {}
 
@@ -246,9 +246,9 @@ public:
     void BeginLine(size_t nLine) override
     {
         const auto nMiddle = static_cast<ptrdiff_t>(nLine);
-        m_bHasRed = (nLine & 1) == m_pattern.nRedY;
+        m_hasRed = (nLine & 1) == m_pattern.nRedY;
         m_lineRows = Around(nMiddle);
-        if (m_eMethod == KxBayerInterpolationMethod_Bilinear2) {
+        if (m_method == KxBayerInterpolationMethod_Bilinear2) {
             for (ptrdiff_t i = 0; i < 3; ++i)
                 m_apGreen[i] = GreenLine(nMiddle + i - 1);
         }
@@ -256,20 +256,20 @@ public:
 
     CRow<T> Get(size_t nFirst, size_t nCount) override
     {
-        if (m_eMethod == KxBayerInterpolationMethod_Off)
+        if (m_method == KxBayerInterpolationMethod_Off)
             return {m_lineRows.apRows[2] + nFirst};
         CMosaicRows<T> rows = m_lineRows;
         for (const T*& pRow : rows.apRows)
             pRow = pRow ? pRow + nFirst : nullptr;
         rows.nWidth = nCount;
         T* const pGreen = m_rows.Row(1);
-        if (m_eMethod == KxBayerInterpolationMethod_Mono) {
+        if (m_method == KxBayerInterpolationMethod_Mono) {
             DemosaicMono(rows, pGreen);
             return {pGreen};
         }
         T* const pRed = m_rows.Row(0);
         T* const pBlue = m_rows.Row(2);
-        Demosaic(rows, nFirst, {m_bHasRed ? pRed : pBlue, pGreen, m_bHasRed ? pBlue : pRed});
+        Demosaic(rows, nFirst, {m_hasRed ? pRed : pBlue, pGreen, m_hasRed ? pBlue : pRed});
         return {pRed, pGreen, pBlue};
     }
 
@@ -282,15 +282,15 @@ private:
 
     CMosaicRows<T> Around(ptrdiff_t nLine)
     {
-        const bool bHasRed = (nLine & 1) == m_pattern.nRedY;
+        const bool hasRed = (nLine & 1) == m_pattern.nRedY;
         CMosaicRows<T> rows{};
-        const bool bNeedsFar = m_eMethod == KxBayerInterpolationMethod_Bicubic;
-        for (ptrdiff_t i = bNeedsFar ? -2 : -1; i <= (bNeedsFar ? 2 : 1); ++i)
+        const bool needsFar = m_method == KxBayerInterpolationMethod_Bicubic;
+        for (ptrdiff_t i = needsFar ? -2 : -1; i <= (needsFar ? 2 : 1); ++i)
             rows.apRows[i + 2] = MosaicLine(nLine + i);
         rows.nWidth = m_lines.GetWidth();
         rows.nMax = (1U << m_lines.GetBits()) - 1;
-        rows.bIsChromaEven = m_pattern.nRedX == (bHasRed ? 0 : 1);
-        rows.bIsUpperOfCell = nLine % 2 == 0;
+        rows.isChromaEven = m_pattern.nRedX == (hasRed ? 0 : 1);
+        rows.isUpperOfCell = nLine % 2 == 0;
         return rows;
     }
 
@@ -304,7 +304,7 @@ private:
 
     void Demosaic(const CMosaicRows<T>& rows, size_t nFirst, const CColorRows<T>& result)
     {
-        switch (m_eMethod) {
+        switch (m_method) {
         case KxBayerInterpolationMethod_NearestNeighbor:
             DemosaicNearest(rows, result);
             break;
@@ -330,11 +330,11 @@ private:
 
     Lines m_lines;
     CBayerPattern m_pattern;
-    EKxBayerInterpolationMethod_t m_eMethod;
+    EKxBayerInterpolationMethod_t m_method;
     CRowRing<T> m_ring;
     CRowRing<T> m_ringGreen;
     CRowBuffer<T> m_rows; ///< of a part
-    bool m_bHasRed = false;
+    bool m_hasRed = false;
     CMosaicRows<T> m_lineRows{};
     const T* m_apGreen[3] = {};
 };

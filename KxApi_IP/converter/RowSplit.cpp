@@ -151,13 +151,13 @@ constexpr Kernel<T* const*> kSplit[] = {
 
 #endif
 
-void SplitBytes(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows)
+void SplitBytes(EOrder order, const CPackedRow& source, uint8_t* const* apRows)
 {
-    RunKernel(kSplit<uint8_t>, eOrder, source, apRows);
+    RunKernel(kSplit<uint8_t>, order, source, apRows);
 }
-void SplitWords(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows)
+void SplitWords(EOrder order, const CPackedRow& source, uint16_t* const* apRows)
 {
-    RunKernel(kSplit<uint16_t>, eOrder, source, apRows);
+    RunKernel(kSplit<uint16_t>, order, source, apRows);
 }
 
 } // namespace HWY_NAMESPACE
@@ -174,13 +174,13 @@ namespace Detail
 HWY_EXPORT(SplitBytes);
 HWY_EXPORT(SplitWords);
 
-void SplitRow(EOrder eOrder, const CPackedRow& source, uint8_t* const* apRows)
+void SplitRow(EOrder order, const CPackedRow& source, uint8_t* const* apRows)
 {
-    HWY_DYNAMIC_DISPATCH(SplitBytes)(eOrder, source, apRows);
+    HWY_DYNAMIC_DISPATCH(SplitBytes)(order, source, apRows);
 }
-void SplitRow(EOrder eOrder, const CPackedRow& source, uint16_t* const* apRows)
+void SplitRow(EOrder order, const CPackedRow& source, uint16_t* const* apRows)
 {
-    HWY_DYNAMIC_DISPATCH(SplitWords)(eOrder, source, apRows);
+    HWY_DYNAMIC_DISPATCH(SplitWords)(order, source, apRows);
 }
 
 } // namespace Detail

@@ -49,9 +49,9 @@ template <class Row>
 using Kernel = void (*)(const CPackedRow& source, Row row);
 
 template <class Kind, class Row, size_t nKinds>
-void RunKernel(const Kernel<Row> (&aKernels)[nKinds], Kind eKind, const CPackedRow& source, Row row)
+void RunKernel(const Kernel<Row> (&kernels)[nKinds], Kind kind, const CPackedRow& source, Row row)
 {
-    if (const Kernel<Row> kernel = aKernels[static_cast<size_t>(eKind)])
+    if (const Kernel<Row> kernel = kernels[static_cast<size_t>(kind)])
         kernel(source, row);
 }
 

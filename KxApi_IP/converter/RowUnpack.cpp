@@ -221,13 +221,13 @@ constexpr Kernel<T*> kUnpack[] = {
 
 #endif
 
-void UnpackToBytes(EPacking ePacking, const CPackedRow& source, uint8_t* pRow)
+void UnpackToBytes(EPacking packing, const CPackedRow& source, uint8_t* pRow)
 {
-    RunKernel(kUnpack<uint8_t>, ePacking, source, pRow);
+    RunKernel(kUnpack<uint8_t>, packing, source, pRow);
 }
-void UnpackToWords(EPacking ePacking, const CPackedRow& source, uint16_t* pRow)
+void UnpackToWords(EPacking packing, const CPackedRow& source, uint16_t* pRow)
 {
-    RunKernel(kUnpack<uint16_t>, ePacking, source, pRow);
+    RunKernel(kUnpack<uint16_t>, packing, source, pRow);
 }
 
 } // namespace HWY_NAMESPACE
@@ -247,14 +247,14 @@ HWY_EXPORT(UnpackToWords);
 
 bool HasUnpackKernels() { return HWY_DYNAMIC_DISPATCH(HasUnpack)(); }
 
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint8_t* pRow)
+void UnpackRow(EPacking packing, const CPackedRow& source, uint8_t* pRow)
 {
-    HWY_DYNAMIC_DISPATCH(UnpackToBytes)(ePacking, source, pRow);
+    HWY_DYNAMIC_DISPATCH(UnpackToBytes)(packing, source, pRow);
 }
 
-void UnpackRow(EPacking ePacking, const CPackedRow& source, uint16_t* pRow)
+void UnpackRow(EPacking packing, const CPackedRow& source, uint16_t* pRow)
 {
-    HWY_DYNAMIC_DISPATCH(UnpackToWords)(ePacking, source, pRow);
+    HWY_DYNAMIC_DISPATCH(UnpackToWords)(packing, source, pRow);
 }
 
 } // namespace Detail

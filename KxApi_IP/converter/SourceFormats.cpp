@@ -18,15 +18,15 @@ namespace
 
 constexpr unsigned kMaxBits = 16;
 
-EKxPixelComponent_t ComponentOf(EKxPixelComponentType_t eType)
+EKxPixelComponent_t ComponentOf(EKxPixelComponentType_t type)
 {
-    return static_cast<EKxPixelComponent_t>(eType >> 24);
+    return static_cast<EKxPixelComponent_t>(type >> 24);
 }
 
 /// The channel of a component, kMaxChannels for what is none.
-size_t ChannelOf(EKxPixelComponent_t eComponent)
+size_t ChannelOf(EKxPixelComponent_t component)
 {
-    switch (eComponent) {
+    switch (component) {
     case KxPixelComponent_R:
     case KxPixelComponent_Y:
         return 0;
@@ -51,7 +51,7 @@ EPacking PackingOf(unsigned nUnit, unsigned nBits)
     struct CRow
     {
         unsigned nUnit;
-        EPacking ePacking;
+        EPacking packing;
     };
     constexpr CRow kPackings[] = {
         {1, EPacking::Bits1},     {2, EPacking::Bits2},     {4, EPacking::Bits4},     {8, EPacking::Bytes},
@@ -60,7 +60,7 @@ EPacking PackingOf(unsigned nUnit, unsigned nBits)
         return EPacking::Words;
     const auto* const pFound = std::find_if(std::begin(kPackings), std::end(kPackings),
                                             [=](const CRow& row) { return row.nUnit == nUnit; });
-    return pFound != std::end(kPackings) && nUnit == nBits ? pFound->ePacking : EPacking::Table;
+    return pFound != std::end(kPackings) && nUnit == nBits ? pFound->packing : EPacking::Table;
 }
 
 /// Whether the two values of a group of three bytes have their low bits in the middle one.
@@ -76,8 +76,8 @@ EPacking SinglePacking(const CComponentPlace& place, unsigned nBits)
         return EPacking::Halves10;
     if (IsHalves(place, 4))
         return EPacking::Halves12;
-    const bool bIsPlain = place.groupShift == 0 && place.high[0] == 0 && place.lowBits == 0;
-    return bIsPlain ? PackingOf(place.groupBits, nBits) : EPacking::Table;
+    const bool isPlain = place.groupShift == 0 && place.high[0] == 0 && place.lowBits == 0;
+    return isPlain ? PackingOf(place.groupBits, nBits) : EPacking::Table;
 }
 
 /// The channels of the values that a group of pixels has, in the order of memory.
@@ -122,7 +122,7 @@ EOrder OrderOf(const CGroup& group, unsigned nGroupShift)
     struct CRow
     {
         CGroup group;
-        EOrder eOrder;
+        EOrder order;
     };
     constexpr CRow kOrders[] = {{{4, {0, 1, 0, 2}}, EOrder::Luma0Chroma1},
                                 {{4, {1, 0, 2, 0}}, EOrder::Chroma0Luma1},
@@ -132,7 +132,7 @@ EOrder OrderOf(const CGroup& group, unsigned nGroupShift)
         return group.nValues == 3 ? EOrder::Three : group.nValues == 4 ? EOrder::Four : EOrder::Single;
     const auto* const pFound = std::find_if(std::begin(kOrders), std::end(kOrders),
                                             [&](const CRow& row) { return row.group == group; });
-    return pFound != std::end(kOrders) ? pFound->eOrder : EOrder::Single;
+    return pFound != std::end(kOrders) ? pFound->order : EOrder::Single;
 }
 
 /// Whether the lines of all planes can be unpacked: one channel in a plane, or both of chroma in bytes.
@@ -141,9 +141,9 @@ bool ArePlanesKnown(const CPixelFormatRow& row, const CPixelLayout& layout, unsi
     for (size_t k = 0; k < row.componentCount; ++k) {
         const CComponentPlace& place = layout.places[k];
         const unsigned nUnit = nBits == 8 ? 8 : 16;
-        const bool bIsPair = place.groupBits == 2 * nUnit && place.groupShift == 1 && nUnit == 8;
-        const bool bIsOwn = place.groupBits == nUnit && place.groupShift <= 1 && place.high[0] == 0;
-        if (place.lowBits != 0 || row.components[k].bits != nBits || nBits < 8 || (!bIsPair && !bIsOwn))
+        const bool isPair = place.groupBits == 2 * nUnit && place.groupShift == 1 && nUnit == 8;
+        const bool isOwn = place.groupBits == nUnit && place.groupShift <= 1 && place.high[0] == 0;
+        if (place.lowBits != 0 || row.components[k].bits != nBits || nBits < 8 || (!isPair && !isOwn))
             return false;
     }
     return true;
@@ -160,10 +160,10 @@ bool IsTens(const CPixelFormatRow& row, const CPixelLayout& layout)
     return row.componentCount == 3;
 }
 
-void SetPacking(CSourceFormat& format, EPacking ePacking, EOrder eOrder, const CGroup& group)
+void SetPacking(CSourceFormat& format, EPacking packing, EOrder order, const CGroup& group)
 {
-    format.ePacking = ePacking;
-    format.eOrder = eOrder;
+    format.packing = packing;
+    format.order = order;
     format.nGroupValues = static_cast<uint8_t>(group.nValues);
     format.nGroupShift = format.pLayout->places[0].groupShift;
     if (format.nGroupShift == 0)
@@ -174,19 +174,19 @@ void DescribePacking(CSourceFormat& format)
 {
     const CPixelFormatRow& row = *format.pRow;
     const CPixelLayout& layout = *format.pLayout;
-    format.ePacking = EPacking::Table;
+    format.packing = EPacking::Table;
     if (layout.planes > 1) {
-        format.eOrder = EOrder::Planes;
+        format.order = EOrder::Planes;
         if (ArePlanesKnown(row, layout, format.nBits))
-            format.ePacking = format.nBits == 8 ? EPacking::Bytes : EPacking::Words;
+            format.packing = format.nBits == 8 ? EPacking::Bytes : EPacking::Words;
         return;
     }
     for (const unsigned nUnit : {8U, 10U, 12U, 14U, 16U}) {
-        const EPacking ePacking = PackingOf(nUnit, format.nBits);
+        const EPacking packing = PackingOf(nUnit, format.nBits);
         const CGroup group = GroupOf(format, nUnit);
-        const EOrder eOrder = OrderOf(group, layout.places[0].groupShift);
-        if (ePacking != EPacking::Table && eOrder != EOrder::Single)
-            return SetPacking(format, ePacking, eOrder, group);
+        const EOrder order = OrderOf(group, layout.places[0].groupShift);
+        if (packing != EPacking::Table && order != EOrder::Single)
+            return SetPacking(format, packing, order, group);
     }
     // The two bits above three of ten go into a row that nobody looks at.
     if (IsTens(row, layout))
@@ -194,19 +194,19 @@ void DescribePacking(CSourceFormat& format)
                    format.anComponent[0] == 0 ? CGroup{4, {0, 1, 2, 3}} : CGroup{4, {2, 1, 0, 3}});
 }
 
-EYccKind YccKind(std::string_view strName)
+EYccKind YccKind(std::string_view name)
 {
     struct CPrefix
     {
         std::string_view prefix;
-        EYccKind eKind;
+        EYccKind kind;
     };
     constexpr CPrefix kPrefixes[] = {{"YCbCr601", EYccKind::Limited601},
                                      {"YCbCr709", EYccKind::Limited709},
                                      {"YCbCr2020", EYccKind::Limited2020}};
     for (const CPrefix& entry : kPrefixes) {
-        if (strName.substr(0, entry.prefix.size()) == entry.prefix)
-            return entry.eKind;
+        if (name.substr(0, entry.prefix.size()) == entry.prefix)
+            return entry.kind;
     }
     return EYccKind::Full601;
 }
@@ -215,20 +215,20 @@ EYccKind YccKind(std::string_view strName)
 bool DescribeMosaic(CSourceFormat& format)
 {
     const IKxPixelFormatInfoInside& info = *format.pInfo;
-    const size_t nScale = format.bPolarized ? 2 : 1; // colours repeat over squares of polarisers
-    for (size_t i = 0; format.bPolarized && i < 4; ++i) {
+    const size_t nScale = format.isPolarized ? 2 : 1; // colours repeat over squares of polarisers
+    for (size_t i = 0; format.isPolarized && i < 4; ++i) {
         const size_t nPolarizer = info.GetComponentType(0, i % 2, i / 2) & 0xFF;
         if (nPolarizer < KxPolarization_0 || nPolarizer > KxPolarization_135)
             return false;
         format.anPolarizer[nPolarizer - KxPolarization_0] = static_cast<uint8_t>(i);
     }
     for (size_t i = 0; i < 4; ++i) {
-        const EKxPixelComponent_t eComponent =
+        const EKxPixelComponent_t component =
             ComponentOf(info.GetComponentType(0, i % 2 * nScale, i / 2 * nScale));
-        if (eComponent == KxPixelComponent_W)
+        if (component == KxPixelComponent_W)
             return false;
-        if (eComponent == KxPixelComponent_R) {
-            format.eFamily = EFamily::Bayer;
+        if (component == KxPixelComponent_R) {
+            format.family = EFamily::Bayer;
             format.nRedX = static_cast<uint8_t>(i % 2);
             format.nRedY = static_cast<uint8_t>(i / 2);
         }
@@ -239,18 +239,18 @@ bool DescribeMosaic(CSourceFormat& format)
 bool DescribeSingle(CSourceFormat& format)
 {
     format.nChannels = 1;
-    format.eFamily = EFamily::Mono;
-    format.eOrder = EOrder::Single;
+    format.family = EFamily::Mono;
+    format.order = EOrder::Single;
     format.nGroupValues = 1;
-    format.ePacking =
-        format.bSigned ? EPacking::Table : SinglePacking(format.pLayout->places[0], format.nBits);
+    format.packing =
+        format.isSigned ? EPacking::Table : SinglePacking(format.pLayout->places[0], format.nBits);
     return !format.pRow->components[0].isMosaic || DescribeMosaic(format);
 }
 
-bool IsCoordinate(EKxPixelComponent_t eComponent)
+bool IsCoordinate(EKxPixelComponent_t component)
 {
-    return eComponent == KxPixelComponent_CoordA || eComponent == KxPixelComponent_CoordB ||
-           eComponent == KxPixelComponent_CoordC;
+    return component == KxPixelComponent_CoordA || component == KxPixelComponent_CoordB ||
+           component == KxPixelComponent_CoordC;
 }
 
 /// Points in space: of their coordinates the last is shown, which is the range.
@@ -260,9 +260,9 @@ bool DescribePoints(CSourceFormat& format)
     const auto nLast = static_cast<uint8_t>(row.componentCount - 1);
     format.nChannels = 1;
     format.anComponent[0] = nLast;
-    format.eFamily = EFamily::Mono;
-    format.eOrder = EOrder::Single;
-    format.ePacking = EPacking::Table;
+    format.family = EFamily::Mono;
+    format.order = EOrder::Single;
+    format.packing = EPacking::Table;
     return std::all_of(row.components, row.components + row.componentCount,
                        [](const CComponentRow& component) { return IsCoordinate(component.component); });
 }
@@ -273,7 +273,7 @@ bool DescribeMulti(CSourceFormat& format)
         return DescribePoints(format);
     const CPixelFormatRow& row = *format.pRow;
     bool abFound[kMaxChannels] = {};
-    bool bHasLuma = false;
+    bool hasLuma = false;
     for (size_t k = 0; k < row.componentCount; ++k) {
         const CComponentRow& component = row.components[k];
         const size_t nChannel = ChannelOf(component.component);
@@ -284,11 +284,11 @@ bool DescribeMulti(CSourceFormat& format)
         // Values of unequal depth are read as 8 bits.
         if (component.bits != format.nBits)
             format.nBits = 8;
-        bHasLuma = bHasLuma || component.component == KxPixelComponent_Y;
+        hasLuma = hasLuma || component.component == KxPixelComponent_Y;
         format.anComponent[nChannel] = static_cast<uint8_t>(k);
         const CComponentPlace& place = format.pLayout->places[k];
         // Values of several pixels that lie in one group for packing alone are not shared.
-        if (bHasLuma && component.component != KxPixelComponent_Y && nChannel < 3) {
+        if (hasLuma && component.component != KxPixelComponent_Y && nChannel < 3) {
             format.nStepX = std::max(format.nStepX, size_t{1} << place.groupShift);
             format.nStepY = std::max(format.nStepY, size_t{1} << place.lineShift);
         }
@@ -296,18 +296,19 @@ bool DescribeMulti(CSourceFormat& format)
     if (!abFound[0] || !abFound[1] || !abFound[2])
         return false;
     format.nChannels = row.componentCount;
-    format.eFamily = bHasLuma ? EFamily::Ycc : EFamily::Rgb;
-    format.eYcc = YccKind(row.name);
+    format.family = hasLuma ? EFamily::Ycc : EFamily::Rgb;
+    format.ycc = YccKind(row.name);
     DescribePacking(format);
     return true;
 }
 
 } // namespace
 
-std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention_t eFormat)
+std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention_t pixelFormat)
 {
-    const CPixelFormatRow* const pRow = FindFormat(eFormat);
-    const auto* const pInfo = dynamic_cast<const IKxPixelFormatInfoInside*>(GetIKxPixelFormatInfo(eFormat));
+    const CPixelFormatRow* const pRow = FindFormat(pixelFormat);
+    const auto* const pInfo =
+        dynamic_cast<const IKxPixelFormatInfoInside*>(GetIKxPixelFormatInfo(pixelFormat));
     if (!pRow || !pInfo)
         return std::nullopt;
     CSourceFormat format{};
@@ -316,15 +317,15 @@ std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention
     format.pLayout = &kLayouts[pRow->layout];
     format.nBits = pRow->effectiveBits;
     format.nStepX = format.nStepY = format.nColumnsPerPixel = 1;
-    format.bPolarized = pInfo->IsPolarized();
-    format.bSigned = pRow->components[0].number == KxPixelNumber_Signed;
-    format.bReal = pRow->components[0].number == KxPixelNumber_Float;
-    if (format.bReal)
+    format.isPolarized = pInfo->IsPolarized();
+    format.isSigned = pRow->components[0].number == KxPixelNumber_Signed;
+    format.isReal = pRow->components[0].number == KxPixelNumber_Float;
+    if (format.isReal)
         format.nBits = kMaxBits;
     if (format.nBits > kMaxBits)
         return std::nullopt;
-    const bool bIsKnown = pRow->componentCount == 1 ? DescribeSingle(format) : DescribeMulti(format);
-    return bIsKnown ? std::optional<CSourceFormat>(format) : std::nullopt;
+    const bool isKnown = pRow->componentCount == 1 ? DescribeSingle(format) : DescribeMulti(format);
+    return isKnown ? std::optional<CSourceFormat>(format) : std::nullopt;
 }
 
 } // namespace Detail

@@ -77,15 +77,15 @@ struct CSourceFormat
     const IKxPixelFormatInfoInside* pInfo;
     const CPixelFormatRow* pRow;
     const CPixelLayout* pLayout;
-    EFamily eFamily;
-    EPacking ePacking;
-    EOrder eOrder;
-    EYccKind eYcc;
+    EFamily family;
+    EPacking packing;
+    EOrder order;
+    EYccKind ycc;
     uint8_t nBits;     ///< of a value
     uint8_t nChannels; ///< 1, 3, or 4 with alpha
-    bool bSigned;      ///< two's complement; the middle of the range is 0
-    bool bReal;        ///< floating point, of 32 or 64 bits
-    bool bPolarized;
+    bool isSigned;     ///< two's complement; the middle of the range is 0
+    bool isReal;       ///< floating point, of 32 or 64 bits
+    bool isPolarized;
     uint8_t nRedX; ///< column and line of the first red value, in the squares of four for polarised formats
     uint8_t nRedY;
     uint8_t anComponent[kMaxChannels]; ///< of the format, by channel
@@ -97,12 +97,12 @@ struct CSourceFormat
     size_t nStepX;           ///< pixels that share chroma
     size_t nStepY;
 
-    bool HasColor() const { return eFamily != EFamily::Mono; }
+    bool HasColor() const { return family != EFamily::Mono; }
     bool HasAlpha() const { return nChannels == 4; }
 };
 
 /// The description of a format, nothing when it is unknown or can't be converted.
-std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention_t eFormat);
+std::optional<CSourceFormat> DescribeSourceFormat(EKxPixelFormatNamingConvention_t pixelFormat);
 
 } // namespace Detail
 } // namespace KxApi

@@ -15,7 +15,7 @@ uint32_t WithDepth(const CValueOptions& options, uint32_t nValue)
 {
     if (options.nTo <= options.nFrom)
         return nValue >> (options.nFrom - options.nTo);
-    switch (options.eExpansion) {
+    switch (options.expansion) {
     case KxBitExpansionMode_FullRange:
         return RepeatedBits(nValue, options.nFrom, options.nTo);
     case KxBitExpansionMode_ZeroFill:
@@ -33,11 +33,11 @@ uint32_t GreatestValue(unsigned nBits) { return (1U << nBits) - 1; }
 std::optional<CDepthChange> FindDepthChange(const CValueOptions& options)
 {
     const unsigned nFrom = options.nFrom, nTo = options.nTo;
-    if (options.dGamma != 1.0)
+    if (options.gamma != 1.0)
         return std::nullopt;
     if (nTo <= nFrom)
         return CDepthChange{0, nFrom - nTo, true};
-    switch (options.eExpansion) {
+    switch (options.expansion) {
     case KxBitExpansionMode_Off:
         return CDepthChange{0, 0, true};
     case KxBitExpansionMode_ZeroFill:
@@ -53,11 +53,11 @@ std::optional<CDepthChange> FindDepthChange(const CValueOptions& options)
 uint32_t MappedValue(const CValueOptions& options, uint32_t nValue)
 {
     const uint32_t nMax = GreatestValue(options.nFrom);
-    if (options.dGamma == 1.0)
+    if (options.gamma == 1.0)
         return WithDepth(options, nValue);
     // The greatest value goes where it goes without gamma.
-    const double dScale = WithDepth(options, nMax);
-    return static_cast<uint32_t>(std::lround(dScale * std::pow(double{1} * nValue / nMax, options.dGamma)));
+    const double scale = WithDepth(options, nMax);
+    return static_cast<uint32_t>(std::lround(scale * std::pow(double{1} * nValue / nMax, options.gamma)));
 }
 
 template <class U>
@@ -65,28 +65,28 @@ std::vector<U> MakeValueTable(const CValueOptions& options)
 {
     // Small tables have the size of a vector register.
     const size_t nCount = size_t{GreatestValue(options.nFrom)} + 1;
-    std::vector<U> vecTable(std::max<size_t>(nCount, 16));
+    std::vector<U> table(std::max<size_t>(nCount, 16));
     for (size_t i = 0; i < nCount; ++i)
-        vecTable[i] = static_cast<U>(MappedValue(options, static_cast<uint32_t>(i)));
-    return vecTable;
+        table[i] = static_cast<U>(MappedValue(options, static_cast<uint32_t>(i)));
+    return table;
 }
 
 template <class U>
 std::array<std::vector<U>, 3> MakeColorTables(const CValueOptions& options, const CColorMapOptions& map)
 {
     unsigned int anColors[256];
-    SetColorMap(anColors, map.eType, map.bInversion, map.nPhase);
-    const CValueOptions toGrey{options.nFrom, 8, KxBitExpansionMode_FullRange, options.dGamma};
-    const std::vector<uint8_t> vecGreys = MakeValueTable<uint8_t>(toGrey);
-    std::array<std::vector<U>, 3> aTables;
+    SetColorMap(anColors, map.type, map.isInverted, map.nPhase);
+    const CValueOptions toGrey{options.nFrom, 8, KxBitExpansionMode_FullRange, options.gamma};
+    const std::vector<uint8_t> greys = MakeValueTable<uint8_t>(toGrey);
+    std::array<std::vector<U>, 3> tables;
     for (unsigned nChannel = 0; nChannel < 3; ++nChannel) {
-        aTables[nChannel].reserve(vecGreys.size());
-        for (const uint8_t nGrey : vecGreys) {
+        tables[nChannel].reserve(greys.size());
+        for (const uint8_t nGrey : greys) {
             const uint32_t nColor = anColors[nGrey] >> (16 - 8 * nChannel) & 0xFF;
-            aTables[nChannel].push_back(static_cast<U>(RepeatedBits(nColor, 8, options.nTo)));
+            tables[nChannel].push_back(static_cast<U>(RepeatedBits(nColor, 8, options.nTo)));
         }
     }
-    return aTables;
+    return tables;
 }
 
 template std::vector<uint8_t> MakeValueTable<uint8_t>(const CValueOptions&);

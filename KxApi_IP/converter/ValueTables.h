@@ -31,12 +31,12 @@ struct CValueOptions
 {
     unsigned nFrom; ///< bits
     unsigned nTo;
-    EKxBitExpansionMode_t eExpansion;
-    double dGamma;
+    EKxBitExpansionMode_t expansion;
+    double gamma;
 
     bool IsIdentity() const
     {
-        return dGamma == 1.0 && (nFrom == nTo || (nFrom < nTo && eExpansion == KxBitExpansionMode_Off));
+        return gamma == 1.0 && (nFrom == nTo || (nFrom < nTo && expansion == KxBitExpansionMode_Off));
     }
 };
 
@@ -51,11 +51,11 @@ std::vector<U> MakeValueTable(const CValueOptions& options);
 
 struct CColorMapOptions
 {
-    EKxColorMapType_t eType;
-    bool bInversion;
+    EKxColorMapType_t type;
+    bool isInverted;
     int32_t nPhase;
 
-    bool IsIdentity() const { return eType == KxColorMapType_Normal && !bInversion && nPhase == 0; }
+    bool IsIdentity() const { return type == KxColorMapType_Normal && !isInverted && nPhase == 0; }
 };
 
 /// Tables for R, G and B: values become an eight-bit grey first, then that grey's colour in nTo bits.

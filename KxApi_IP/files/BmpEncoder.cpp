@@ -2,9 +2,9 @@
 // Writes images as ".bmp" files.
 
 #include "BmpHeader.h"
+#include "COutputFile.h"
 #include "Encoding.h"
 #include "LittleEndian.h"
-#include "OutputFile.h"
 
 #include <Base/GCException.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "COutputFile.h"
 #include "Decoding.h"
 #include "Encoding.h"
 #include "FileErrors.h"
-#include "OutputFile.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCCheckRange.h>

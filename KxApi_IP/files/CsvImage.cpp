@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Images in ".csv" files: a first line with the names of the columns, then a line for each of the image's.
 
+#include "COutputFile.h"
 #include "CsvText.h"
 #include "Encoding.h"
-#include "OutputFile.h"
 
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxPixelComponent.h>

@@ -2,7 +2,7 @@
 // What writers of image files are given.
 #pragma once
 
-#include "Picture.h"
+#include "CPicture.h"
 
 #include <cstdint>
 

@@ -4,9 +4,9 @@
 // libjpeg leaves its calls by longjmp when something fails. The functions that call it hold nothing with a
 // destructor; what they work on lies in the state of their caller, who turns a failure into an exception.
 
+#include "COutputFile.h"
 #include "Decoding.h"
 #include "Encoding.h"
-#include "OutputFile.h"
 
 #include <Base/GCException.h>
 

@@ -2,7 +2,7 @@
 // What all ".kxraw" files have in common; docs/kxraw.md tells the layout.
 #pragma once
 
-#include "OutputFile.h"
+#include "COutputFile.h"
 
 #include <array>
 #include <cstddef>

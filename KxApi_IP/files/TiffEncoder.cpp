@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Writes images as ".tif" files.
 
+#include "COutputFile.h"
 #include "Encoding.h"
-#include "OutputFile.h"
 #include "TiffHandle.h"
 
 #include <Base/GCException.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "COutputFile.h"
 #include "Decoding.h"
 #include "FileErrors.h"
 #include "GraphLines.h"
-#include "OutputFile.h"
 
 #include <Base/GCBadAlloc.h>
 #include <Base/GCCheckRange.h>

@@ -2,10 +2,10 @@
 // Graph data in ".csv" files: comments that describe the items, the names of the columns, then a line for
 // each index. docs/files.md shows one.
 
+#include "COutputFile.h"
 #include "CsvText.h"
 #include "Decoding.h"
 #include "GraphLines.h"
-#include "OutputFile.h"
 
 #include <KxApi_TL/IKxPixelComponent.h>
 

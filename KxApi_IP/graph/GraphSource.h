@@ -2,7 +2,7 @@
 // What histograms and profiles ask of an image.
 #pragma once
 
-#include "ImageValues.h"
+#include "CImageValues.h"
 
 #include <Base/GCException.h>
 #include <KxApi_IP/IKxGraphDataBufferList.h>

@@ -4,9 +4,9 @@
 //
 // Only exceptions of the GenICam family may leave a call.
 
+#include "CImageValues.h"
 #include "Decoding.h"
 #include "GraphLines.h"
-#include "ImageValues.h"
 #include "RawContainer.h"
 
 #include <Base/GCException.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ImageValues.h"
+#include "CImageValues.h"
 
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxImage.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Picture.h"
+#include "CPicture.h"
 
 #include <cstring>
 #include <utility>

@@ -2,7 +2,7 @@
 // An image as the rows of samples that picture files hold.
 #pragma once
 
-#include "ImageValues.h"
+#include "CImageValues.h"
 #include "PictureForm.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "OutputFile.h"
+#include "COutputFile.h"
 
 #include "FileErrors.h"
 
