@@ -4,10 +4,6 @@
 #include "ImageNavigation.h"
 #include "ImageZoom.h"
 
-#include <KxApi_TL/IKxImage.h>
-#include <KxApi_TL/IKxPixelComponent.h>
-#include <KxApi_TL/IKxPixelFormatInfo.h>
-
 #include <QApplication>
 #include <QCursor>
 #include <QLabel>
@@ -105,32 +101,12 @@ void CameraView::ShowCaption(bool bShow, bool bInFront)
 
 QString CameraView::PixelText()
 {
-    auto* const pHandle = static_cast<QWidget*>(m_window->GetWindowHandle());
-    const QWidget* const pImage = ImageWidgetOf(*m_window);
+    QWidget* const pImage = ImageWidgetOf(*m_window);
     if (!pImage || !pImage->underMouse() || !m_window->HasImage())
         return {};
-    const QPoint cursor = pHandle->mapFromGlobal(QCursor::pos());
-    int x = cursor.x();
-    int y = cursor.y();
-    m_window->ScreenToImage(&x, &y);
-    try {
-        IKxImage& image = *m_window->GetRegisteredIKxImage();
-        const IKxPixelComponent& values =
-            *image.GetIKxPixelComponentValue(static_cast<size_t>(x), static_cast<size_t>(y));
-        const IKxPixelFormatInfo* const pFormat = GetIKxPixelFormatInfo(image.GetImagePixelFormat());
-        QStringList texts;
-        for (size_t k = 0; k < values.GetComponentCount(); ++k) {
-            const IKxPixelComponentInfo* const pComponent = pFormat && !pFormat->IsSingleComponent()
-                                                                ? GetIKxPixelComponentInfo(values.GetType(k))
-                                                                : nullptr;
-            texts += (pComponent ? QString::fromUtf8(pComponent->GetName().c_str()) + "=" : QString()) +
-                     QString::number(values.GetValue(k));
-        }
-        return QString("(%1, %2)  %3  %4")
-            .arg(x)
-            .arg(y)
-            .arg(pFormat ? QString::fromUtf8(pFormat->GetName().c_str()) : QString(), texts.join(", "));
-    } catch (const GenICam::GenericException&) {
-        return QString("(%1, %2)").arg(x).arg(y);
-    }
+    // What is on the screen is known while it is painted: a pixel of it is painted anew where the mouse has
+    // moved since.
+    if (m_marks.MousePosition() != QCursor::pos())
+        pImage->repaint(QRect(pImage->mapFromGlobal(QCursor::pos()), QSize(1, 1)));
+    return m_marks.PixelText();
 }

@@ -40,7 +40,7 @@ public:
 
     /// A line with the title above the image, for views that stand side by side.
     void ShowCaption(bool bShow, bool bInFront);
-    /// The pixel below the mouse, with its values; empty when the mouse is elsewhere.
+    /// The pixel below the mouse, with its values, of the painted image; empty when the mouse is elsewhere.
     QString PixelText();
 
 signals:

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ImageMarks.h"
 
+#include "ImageZoom.h"
+#include "PixelText.h"
+
+#include <KxApi_GUI/IKxImageDisplayWnd.h>
 #include <KxApi_GUI/IKxOverlayCanvas.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 #include <KxApi_TL/IKxImage.h>
 #include <KxApi_TL/IKxPixelComponent.h>
 
+#include <QCursor>
 #include <QImage>
 #include <QPainter>
 #include <QRect>
@@ -114,16 +119,6 @@ void MarkExposure(const Paint& paint)
                             marks);
 }
 
-QString ValuesAt(IKxImage& image, int x, int y)
-{
-    const IKxPixelComponent& values =
-        *image.GetIKxPixelComponentValue(static_cast<size_t>(x), static_cast<size_t>(y));
-    QStringList texts;
-    for (size_t k = 0; k < values.GetComponentCount(); ++k)
-        texts += QString::number(values.GetValue(k));
-    return texts.join('\n');
-}
-
 /// Black on light pixels and white on dark ones, as the screen shows them.
 QColor Contrast(const Paint& paint, Layout layout, int x, int y)
 {
@@ -136,14 +131,32 @@ QColor Contrast(const Paint& paint, Layout layout, int x, int y)
     return nLight > 127 ? Qt::black : Qt::white;
 }
 
-/// Whether the conversion for the screen turned the image over.
-bool IsUpsideDown(const IKxCallbackParamKxApiGUIEventDrawing& event, const IKxImage& camera)
+IKxImageDisplayWnd& WindowOf(const IKxCallbackParamKxApiGUIEventDrawing& event)
 {
-    const auto& window = dynamic_cast<IKxImageDisplayWnd&>(*event.GetIKxWnd());
-    return event.GetIKxImage() != &camera && window.GetIKxPixelFormatConverter()->GetReverseY();
+    return dynamic_cast<IKxImageDisplayWnd&>(*event.GetIKxWnd());
 }
 
-void WriteValues(const Paint& paint, IKxImage& camera, bool bUpsideDown)
+/// Which pixel of the camera's image is seen at a place in the picture: the conversion for the screen may
+/// have turned the image over.
+class Places
+{
+public:
+    Places(const IKxCallbackParamKxApiGUIEventDrawing& event, const IKxImage& camera)
+        : m_bUpsideDown(event.GetIKxImage() != &camera &&
+                        WindowOf(event).GetIKxPixelFormatConverter()->GetReverseY())
+        , m_nLastLine(static_cast<int>(camera.GetImageHeight()) - 1)
+    {}
+    QPoint operator()(QPoint shown) const
+    {
+        return {shown.x(), m_bUpsideDown ? m_nLastLine - shown.y() : shown.y()};
+    }
+
+private:
+    bool m_bUpsideDown;
+    int m_nLastLine;
+};
+
+void WriteValues(const Paint& paint, IKxImage& camera, const Places& placeOf)
 {
     constexpr double kTextHeight = 0.3; // of a pixel, for a value alone
     constexpr double kTextsHeight = 0.75;
@@ -158,18 +171,33 @@ void WriteValues(const Paint& paint, IKxImage& camera, bool bUpsideDown)
     QFont font = paint.painter.font();
     font.setPixelSize(std::max(6, static_cast<int>(paint.dZoom * dHeight)));
     paint.painter.setFont(font);
-    const int nLast = static_cast<int>(camera.GetImageHeight()) - 1;
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
             paint.painter.setPen(Contrast(paint, layout, x, y));
             paint.painter.drawText(QRectF(x * paint.dZoom, y * paint.dZoom, paint.dZoom, paint.dZoom),
                                    Qt::AlignCenter | Qt::TextDontClip,
-                                   ValuesAt(camera, x, bUpsideDown ? nLast - y : y));
+                                   PixelValues(camera, placeOf({x, y})).join('\n'));
         }
     }
 }
 
 } // namespace
+
+void ImageMarks::NotePixel(const IKxCallbackParamKxApiGUIEventDrawing& event, IKxImage& camera)
+{
+    m_strPixel.clear();
+    m_mouse = QCursor::pos();
+    const QWidget* const pImage = ImageWidgetOf(WindowOf(event));
+    if (!pImage || !pImage->underMouse() || event.GetROIWidth() <= 0 || event.GetDisplayWidth() <= 0)
+        return;
+    const double dZoom = event.GetDisplayWidth() / static_cast<double>(event.GetROIWidth());
+    const QPointF place = QPointF(pImage->mapFromGlobal(m_mouse)) / dZoom;
+    const QPoint shown(static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y())));
+    const QRect pixels(0, 0, static_cast<int>(camera.GetImageWidth()),
+                       static_cast<int>(camera.GetImageHeight()));
+    if (pixels.contains(shown))
+        m_strPixel = ::PixelText(camera, shown, Places(event, camera)(shown));
+}
 
 void ImageMarks::OnCallback(IKxCallbackParamBase* pParam)
 {
@@ -181,19 +209,17 @@ void ImageMarks::OnCallback(IKxCallbackParamBase* pParam)
         m_pShown = event.GetIKxImage();
         m_shown.Add(0);
     }
-    const bool bValues = m_bValues && event.GetDisplayWidth() >= kValuesFrom * event.GetROIWidth();
-    if (!m_bExposure && !bValues)
-        return;
-    const Paint paint(event);
-    paint.painter.save();
+    // Of the painted image: the newest one may not be on the screen yet.
+    IKxImage& camera = *dynamic_cast<const IKxOverlayCanvas&>(event).GetRegisteredIKxImage();
+    auto& painter = *static_cast<QPainter*>(event.GetDC());
+    painter.save();
     try {
+        NotePixel(event, camera);
         if (m_bExposure)
-            MarkExposure(paint);
-        // Of the painted image: the newest one may not be on the screen yet.
-        IKxImage& camera = *dynamic_cast<const IKxOverlayCanvas&>(event).GetRegisteredIKxImage();
-        if (bValues)
-            WriteValues(paint, camera, IsUpsideDown(event, camera));
+            MarkExposure(Paint(event));
+        if (m_bValues && event.GetDisplayWidth() >= kValuesFrom * event.GetROIWidth())
+            WriteValues(Paint(event), camera, Places(event, camera));
     } catch (const GenICam::GenericException&) { // NOLINT(bugprone-empty-catch): the next paint tries again
     }
-    paint.painter.restore();
+    painter.restore();
 }

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the viewer paints over an image, and how often the image is painted.
+// What the viewer paints over an image, how often the image is painted, and what it shows below the mouse.
 #pragma once
 
 #include "RateMeter.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
 
-class QPainter;
+#include <QPoint>
+#include <QString>
 
 /// Marks pixels at the ends of the scale and writes their values into large ones. It works by the drawing
 /// callback of an image window, which it has to outlive. GUI thread.
@@ -21,6 +22,12 @@ public:
     bool WritesValues() const { return m_bValues; }
     void SetWritesValues(bool bOn) { m_bValues = bOn; }
 
+    /// The pixel that was below the mouse when the image was painted last, as a text; empty when the mouse
+    /// was elsewhere. Place and values are those of the painted image.
+    const QString& PixelText() const { return m_strPixel; }
+    /// Where the mouse was then, on the screen.
+    QPoint MousePosition() const { return m_mouse; }
+
     /// Images a second that came to the screen, over the last second.
     double ShownRate() const { return m_shown.Get().perSecond; }
 
@@ -28,8 +35,12 @@ public:
     void Release() override {} // owned by the view
 
 private:
+    void NotePixel(const KxApi::IKxCallbackParamKxApiGUIEventDrawing& event, KxApi::IKxImage& camera);
+
     bool m_bExposure = false;
     bool m_bValues = true;
     RateMeter m_shown;
     const KxApi::IKxImage* m_pShown = nullptr; // to be compared only
+    QString m_strPixel;
+    QPoint m_mouse;
 };

@@ -194,8 +194,12 @@ TEST_F(MainWindowTest, MarksOverexposedPixelsAndWritesValuesIntoLargeOnes)
     const IKxImage& black = *pBlack->GetIKxImage();
     std::memset(black.GetImageBuffer(), 0, black.GetImageLinePitch() * black.GetImageHeight());
     const QImage before = middle();
+    QCursor::setPos(image.mapToGlobal(image.visibleRegion().boundingRect().center()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !view.PixelText().isEmpty(); }, kTimeoutMs));
     view.Window().RegisterIKxImage(pBlack->GetIKxImage());
     EXPECT_EQ(middle(), before);
+    QCursor::setPos(QCursor::pos() + QPoint(40, 0));
+    EXPECT_TRUE(view.PixelText().endsWith(" 255")) << view.PixelText().toStdString();
     view.Window().RegisterIKxImage(pWhite->GetIKxImage());
     Do("pixelValues");
     EXPECT_EQ(count(middle(), kDark), 0);
