@@ -5,6 +5,7 @@
 #include "ErrorBox.h"
 #include "FeatureFile.h"
 #include "FeatureText.h"
+#include "FileDialog.h"
 #include "ViewerSettings.h"
 
 #include <KxApi_GUI/KxApi_GUI.h>
@@ -12,7 +13,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -358,7 +358,7 @@ void FeaturePanel::ToggleFavourite(const QString& strName)
 void FeaturePanel::Save()
 {
     const QString strFile =
-        m_pMap ? QFileDialog::getSaveFileName(this, tr("Save features"), {}, tr("Features (*.txt)"))
+        m_pMap ? ChooseFile(this, FileChoice::Save, tr("Save features"), "features", {tr("Features (*.txt)")})
                : QString();
     if (!strFile.isEmpty())
         Kx::SaveFeatures(*m_pMap, strFile.toStdString());
@@ -367,7 +367,7 @@ void FeaturePanel::Save()
 void FeaturePanel::Load()
 {
     const QString strFile =
-        m_pMap ? QFileDialog::getOpenFileName(this, tr("Set features"), {}, tr("Features (*.txt)"))
+        m_pMap ? ChooseFile(this, FileChoice::Open, tr("Set features"), "features", {tr("Features (*.txt)")})
                : QString();
     if (!strFile.isEmpty())
         Kx::LoadFeatures(*m_pMap, strFile.toStdString());

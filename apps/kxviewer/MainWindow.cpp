@@ -28,10 +28,6 @@ namespace
 
 constexpr int kFollowMs = 500; // how often counters are shown anew
 constexpr int kMouseMs = 100;  // likewise zoom and the pixel below the mouse
-constexpr int kLayoutVersion = 1;
-constexpr int kFeaturesHeight = 560;
-constexpr int kHistogramHeight = 280;
-constexpr int kWideEnough = 1200; // for docks at both sides of the image
 
 GenApi::CEnumerationPtr DrawingTypeOf(CameraView& view)
 {
@@ -101,18 +97,9 @@ void MainWindow::AddDocks()
         m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
         connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
     }
-    const auto dock = [&](const char* szName) { return findChild<QDockWidget*>(szName); };
-    tabifyDockWidget(dock("histogram"), dock("profile"));
-    tabifyDockWidget(dock("measurements"), dock("recording"));
-    // A small screen belongs to the image: one dock gives way to the other.
-    if (width() < kWideEnough) {
-        tabifyDockWidget(dock("features"), dock("controls"));
-        dock("controls")->raise();
-    }
-    resizeDocks({dock("features"), dock("histogram")}, {kFeaturesHeight, kHistogramHeight}, Qt::Vertical);
     if (auto* const pRecord = findChild<QAction*>("record"))
         m_pActions->Adopt(*pRecord, ActionMenu::Acquisition, ActionBar::Acquisition, "trigger", "F9");
-    m_firstLayout = saveState(kLayoutVersion);
+    m_layout.Arrange();
 }
 
 void MainWindow::Recall()
@@ -120,8 +107,7 @@ void MainWindow::Recall()
     if (!m_bRemembers)
         return;
     const ViewerSettings settings;
-    restoreGeometry(settings.value("layout/geometry").toByteArray());
-    restoreState(settings.value("layout/docks").toByteArray(), kLayoutVersion);
+    m_layout.Recall(settings);
     m_pArea->SetTiled(settings.value("layout/tiled").toBool());
     SetMarksExposure(settings.value("image/marks").toBool());
     SetWritesValues(settings.value("image/values", true).toBool());
@@ -131,16 +117,13 @@ void MainWindow::closeEvent(QCloseEvent* pEvent)
 {
     if (m_bRemembers) {
         ViewerSettings settings;
-        settings.setValue("layout/geometry", saveGeometry());
-        settings.setValue("layout/docks", saveState(kLayoutVersion));
+        m_layout.Keep(settings);
         settings.setValue("layout/tiled", m_pArea->IsTiled());
         settings.setValue("image/marks", View().Marks().MarksExposure());
         settings.setValue("image/values", View().Marks().WritesValues());
     }
     QMainWindow::closeEvent(pEvent);
 }
-
-void MainWindow::ResetLayout() { restoreState(m_firstLayout, kLayoutVersion); }
 
 CameraView& MainWindow::AddView()
 {

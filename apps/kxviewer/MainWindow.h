@@ -9,6 +9,7 @@
 #include "RunReport.h"
 #include "ViewArea.h"
 #include "ViewerDock.h"
+#include "WindowLayout.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -70,7 +71,7 @@ public:
     void SetDrawingTool(int64_t nType);
     int64_t GetDrawingTool() const;
     void SetDarkColours(bool bDark);
-    void ResetLayout();
+    void ResetLayout() { m_layout.Reset(); }
 
     /// Images that have come in the view in front since the last start.
     uint64_t GetImageCount() const;
@@ -107,7 +108,7 @@ private:
     ActionTable* m_pActions = nullptr;
     ViewerStatus* m_pStatus = nullptr;
     ZoomBox* m_pZoom = nullptr;
-    QByteArray m_firstLayout;
+    WindowLayout m_layout{*this};
     QTimer m_timer;
     QTimer m_timerMouse;
 };

@@ -2,6 +2,7 @@
 #include "ObjectsDock.h"
 
 #include "CameraView.h"
+#include "FileDialog.h"
 
 #include <GenApi/GenApi.h>
 #include <KxApi_GUI/IKxDrawingMeasurements.h>
@@ -9,9 +10,9 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -25,18 +26,42 @@ namespace
 
 constexpr int kObjectsRefreshMs = 200;
 
-QString Number(double dValue, int nDigits, const QString& strUnit)
+/// A value twice: as the user's language writes it, and with a decimal point for other programs.
+struct CellText
 {
-    return QString::number(dValue, 'f', nDigits) + strUnit;
+    QString strShown, strPlain;
+};
+
+CellText Number(double dValue, int nDigits, const QString& strUnit)
+{
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return {locale.toString(dValue, 'f', nDigits) + strUnit, QString::number(dValue, 'f', nDigits) + strUnit};
 }
 
-QString Numbers(const std::vector<double>& values, int nDigits, const QString& strUnit)
+CellText Numbers(const std::vector<double>& values, int nDigits, const QString& strUnit)
 {
-    QStringList texts;
-    for (const double dValue : values)
-        texts.append(Number(dValue, nDigits, strUnit));
-    return texts.join("; ");
+    QStringList shown, plain;
+    for (const double dValue : values) {
+        const CellText text = Number(dValue, nDigits, strUnit);
+        shown.append(text.strShown);
+        plain.append(text.strPlain);
+    }
+    return {shown.join("; "), plain.join("; ")};
 }
+
+CellText Position(double dX, double dY, int nDigits)
+{
+    const CellText x = Number(dX, nDigits, {});
+    const CellText y = Number(dY, nDigits, {});
+    // A comma can't part numbers that hold commas.
+    const QString strSeparator = QLocale().decimalPoint() == ',' ? "; " : ", ";
+    return {'(' + x.strShown + strSeparator + y.strShown + ')', '(' + x.strPlain + ", " + y.strPlain + ')'};
+}
+
+CellText Plain(const QString& strText) { return {strText, strText}; }
+
+constexpr int kPlainRole = Qt::UserRole; // CellText::strPlain of a cell
 
 } // namespace
 
@@ -152,21 +177,24 @@ void ObjectsDock::ShowRow(int nRow, const CKxDrawingMeasurement& measurement, co
     const bool bCentre = (measurement.nValues & KxDisplayText_CentralCoordinate) != 0;
     const double x = bCentre ? measurement.dCentreX : measurement.dLeft;
     const double y = bCentre ? measurement.dCentreY : measurement.dTop;
-    const QStringList texts = {
-        QString::fromUtf8(measurement.strName.c_str()),
-        formats.Type(measurement.eType),
+    const CellText texts[] = {
+        Plain(QString::fromUtf8(measurement.strName.c_str())),
+        Plain(formats.Type(measurement.eType)),
         Numbers(measurement.vecLengths, formats.nLength, formats.strLength),
         (measurement.nValues & KxDisplayText_Area) != 0
             ? Number(measurement.dArea, formats.nArea, formats.strArea)
-            : QString(),
+            : CellText(),
         Numbers(measurement.vecAngles, formats.nAngle, formats.strAngle),
-        QString("(%1, %2)").arg(x, 0, 'f', formats.nPosition).arg(y, 0, 'f', formats.nPosition),
+        Position(x, y, formats.nPosition),
     };
-    for (int i = 0; i < texts.size(); ++i) {
-        if (!m_pTable->item(nRow, i))
-            m_pTable->setItem(nRow, i, new QTableWidgetItem);
-        m_pTable->item(nRow, i)->setText(texts[i]);
-        m_pTable->item(nRow, i)->setSelected(measurement.bSelected);
+    int nColumn = 0;
+    for (const CellText& text : texts) {
+        if (!m_pTable->item(nRow, nColumn))
+            m_pTable->setItem(nRow, nColumn, new QTableWidgetItem);
+        QTableWidgetItem& item = *m_pTable->item(nRow, nColumn++);
+        item.setText(text.strShown);
+        item.setData(kPlainRole, text.strPlain);
+        item.setSelected(measurement.bSelected);
     }
 }
 
@@ -190,9 +218,8 @@ QString ObjectsDock::Text(QChar separator) const
     for (int nRow = -1; nRow < m_pTable->rowCount(); ++nRow) {
         QStringList fields;
         for (int nColumn = 0; nColumn < m_pTable->columnCount(); ++nColumn)
-            fields.append(
-                quoted((nRow < 0 ? m_pTable->horizontalHeaderItem(nColumn) : m_pTable->item(nRow, nColumn))
-                           ->text()));
+            fields.append(quoted(nRow < 0 ? m_pTable->horizontalHeaderItem(nColumn)->text()
+                                          : m_pTable->item(nRow, nColumn)->data(kPlainRole).toString()));
         strAll += fields.join(separator) + '\n';
     }
     return strAll;
@@ -202,13 +229,10 @@ void ObjectsDock::Copy() const { QApplication::clipboard()->setText(Text('\t'));
 
 void ObjectsDock::Save()
 {
-    QFileDialog dialog(this, tr("Save measurements"), QString(), tr("Comma separated values (*.csv)"));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("csv");
-    if (dialog.exec() != QDialog::Accepted)
+    const QString strName = ChooseFile(this, FileChoice::Save, tr("Save measurements"), "measurements",
+                                       {tr("Comma separated values (*.csv)")});
+    if (strName.isEmpty())
         return;
-    const QString strName = dialog.selectedFiles().value(0);
     QSaveFile file(strName);
     if (!file.open(QIODevice::WriteOnly) || file.write(Text(',').toUtf8()) < 0 || !file.commit())
         QMessageBox::warning(this, windowTitle(), tr("Cannot save %1: %2").arg(strName, file.errorString()));

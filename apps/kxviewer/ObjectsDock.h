@@ -31,7 +31,8 @@ public:
     Qt::DockWidgetArea Area() const override { return Qt::BottomDockWidgetArea; }
     bool IsShownAtFirst() const override { return false; }
 
-    /// The table as text, the head first; fields are told apart by `separator` and quoted where they hold it.
+    /// The table as text with decimal points, the head first; fields are told apart by `separator` and quoted
+    /// where they hold it.
     QString Text(QChar separator) const;
 
 protected:

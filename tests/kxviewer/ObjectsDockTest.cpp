@@ -13,6 +13,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
+#include <QLocale>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -97,6 +98,19 @@ TEST_F(ObjectsDocks, TellTheValuesAsTextAndAsAFile)
     QFile file(folder.filePath("values.csv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), kTable);
+
+    // Seen as the user's language writes numbers; other programs get theirs as ever.
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    Set("DrawingObjectsCount", "0"); // for the table to be written anew
+    EXPECT_TRUE(PumpUntil([this] { return Table().rowCount() == 0; }));
+    Set("DrawingObjectsCount", "2");
+    Draw("0", "Rectangle", "edge, \"A\"");
+    Draw("1", "Line", "");
+    EXPECT_TRUE(PumpUntil([this] { return m_pDock->Text(',') == kTable; }));
+    EXPECT_EQ(Table().item(0, 3)->text(), "1250,00 px 2");
+    EXPECT_EQ(Table().item(0, 5)->text(), "(50,0; 25,0)");
+    QLocale::setDefault(before);
 }
 
 TEST_F(ObjectsDocks, ShareTheSelectionWithTheDrawing)
