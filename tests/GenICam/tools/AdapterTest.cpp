@@ -40,21 +40,12 @@ Bytes DcamChunk(uint8_t id, Bytes chunk)
 }
 
 int64_t SizeOf(const Bytes& bytes) { return static_cast<int64_t>(bytes.size()); }
-
-std::string IndexedReg(const std::string& name, const std::string& kind, int address, const std::string& more)
-{
-    return "<" + kind + "Reg Name=\"" + name + "Reg\"><Address>" + std::to_string(address) +
-           "</Address><pIndex Offset=\"4\">Sel</pIndex><Length>4</Length><AccessMode>RO</AccessMode>"
-           "<pPort>Device</pPort>" +
-           more + "<Endianess>LittleEndian</Endianess></" + kind + "Reg>";
-}
 } // namespace
 
 TEST(ChunkAdapterDcam, ShowsChunksByTheirLongIdsAndChecksTheSum)
 {
-    CTestMap map("<Port Name=\"FirstPort\"><ChunkID>11111111111111111111111111111111</ChunkID></Port>"
-                 "<Register Name=\"First\"><Address>0</Address><Length>3</Length><AccessMode>RO</AccessMode>"
-                 "<pPort>FirstPort</pPort></Register>");
+    CTestMap map("Port FirstPort { ChunkID 11111111111111111111111111111111 }"
+                 "Register First { Address 0; Length 3; AccessMode RO; pPort FirstPort }");
     CDcamAdapter adapter(map);
     Bytes buffer = DcamChunk(0x11, {1, 2, 3});
     const Bytes second = DcamChunk(0x22, {});
@@ -84,9 +75,8 @@ TEST(ChunkAdapterDcam, ShowsChunksByTheirLongIdsAndChecksTheSum)
 TEST(ChunkAdapterGenDC, TakesLittleEndianChunks)
 {
     // The map may serve several formats: the port with a long ID gets nothing.
-    CTestMap map("<Port Name=\"Long\"><ChunkID>11111111111111111111111111111111</ChunkID></Port>"
-                 "<Port Name=\"P\"><ChunkID>000A</ChunkID></Port>" +
-                 IntReg("Value", 0, 2, "P", "LittleEndian", "RO"));
+    CTestMap map("Port Long { ChunkID 11111111111111111111111111111111 } Port P { ChunkID 000A }" +
+                 IntReg("Value", 0, 2, "P", "Little", "RO"));
     CChunkAdapterGenDC adapter(map);
     Bytes buffer = {7, 1};
     AppendWord(buffer, 10);
@@ -97,16 +87,14 @@ TEST(ChunkAdapterGenDC, TakesLittleEndianChunks)
 
 TEST(ValueArray, ReadsAllSettingsOfASelectorAtOnce)
 {
-    CTestMap map(
-        "<Integer Name=\"Sel\"><Value>2</Value><Min>0</Min><Max>3</Max><pSelected>V</pSelected>"
-        "<pSelected>F</pSelected><pSelected>B</pSelected><pSelected>Odd</pSelected></Integer>"
-        "<Integer Name=\"V\"><pValue>VReg</pValue></Integer>"
-        "<Float Name=\"F\"><pValue>FReg</pValue></Float>"
-        "<Boolean Name=\"B\"><pValue>VReg</pValue><OnValue>11</OnValue></Boolean>"
-        "<Integer Name=\"Odd\"><pValue>Knife</pValue></Integer><Integer Name=\"Other\"><Value>0</Value>"
-        "</Integer><IntSwissKnife Name=\"Knife\"><pVariable Name=\"S\">Sel</pVariable><Formula>S*2</Formula>"
-        "</IntSwissKnife><String Name=\"ValueArrayCandidates\"><Value>V[Sel], X[Y]#F[Sel]</Value></String>" +
-        IndexedReg("V", "Int", 16, "<Sign>Signed</Sign>") + IndexedReg("F", "Float", 64, ""));
+    CTestMap map(R"(
+        Integer Sel { Value 2; Min 0; Max 3; pSelected V; pSelected F; pSelected B; pSelected Odd }
+        Integer V { pValue VReg } Float F { pValue FReg } Boolean B { pValue VReg; OnValue 11 }
+        Integer Odd { pValue Knife } Integer Other { Value 0 }
+        IntSwissKnife Knife { pVariable[Name=S] Sel; Formula S*2 }
+        String ValueArrayCandidates { Value V[Sel], X[Y]#F[Sel] }
+        IntReg VReg { pIndex[Offset=4] Sel; at 16 4 RO; Sign Signed; Little }
+        FloatReg FReg { pIndex[Offset=4] Sel; at 64 4 RO; Little })");
     const CIntegerPtr selector(map["Sel"]), value(map["V"]);
     for (unsigned i = 0; i < 4; ++i) {
         map.memory.Word(16 + 4 * i) = 9 + i;

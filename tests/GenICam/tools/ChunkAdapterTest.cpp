@@ -14,14 +14,12 @@ using Bytes = std::vector<uint8_t>;
 /// Ports for a counter, a picture that is kept beyond its buffer, and one whose ID is a feature.
 std::string ChunkNodes()
 {
-    return "<Port Name=\"CounterPort\"><ChunkID>0000a1B2</ChunkID></Port>"
-           "<Port Name=\"PicturePort\"><ChunkID>2</ChunkID><CacheChunkData>Yes</CacheChunkData></Port>"
-           "<Port Name=\"ChosenPort\"><pChunkID>ChosenId</pChunkID></Port>"
-           "<Integer Name=\"ChosenId\"><Value>3</Value></Integer>" +
-           IntReg("Counter", 0, 2, "CounterPort", "BigEndian", "RO") +
-           IntReg("Picture", 0, 2, "PicturePort", "BigEndian", "RO") +
-           IntReg("PictureEnd", 2, 2, "PicturePort", "BigEndian", "RO") +
-           IntReg("Chosen", 0, 1, "ChosenPort", "BigEndian", "RW");
+    return "Port CounterPort { ChunkID 0000a1B2 } Port PicturePort { ChunkID 2; CacheChunkData Yes }"
+           "Port ChosenPort { pChunkID ChosenId } Integer ChosenId { Value 3 }" +
+           IntReg("Counter", 0, 2, "CounterPort", "Big", "RO") +
+           IntReg("Picture", 0, 2, "PicturePort", "Big", "RO") +
+           IntReg("PictureEnd", 2, 2, "PicturePort", "Big", "RO") +
+           IntReg("Chosen", 0, 1, "ChosenPort", "Big", "RW");
 }
 
 void Append(Bytes& buffer, uint32_t id, const Bytes& data, bool bigEndian = true)

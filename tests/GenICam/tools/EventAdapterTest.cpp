@@ -16,16 +16,14 @@ namespace
 using Bytes = std::vector<uint8_t>;
 
 /// An event 0x9001 with a port, and features that carry the ID themselves: one on the port, one beside it.
-std::string EventNodes(const std::string& endianess, int timestamp, int data)
+std::string EventNodes(const std::string& order, int timestamp, int data)
 {
-    return "<Port Name=\"EndPort\"><EventID>9001</EventID></Port><Port "
-           "Name=\"OtherPort\"><EventID>0002</EventID></Port>" +
-           IntReg("Channel", 4, 2, "EndPort", endianess, "RO") +
-           IntReg("Timestamp", timestamp, 8, "EndPort", endianess, "RO") +
-           IntReg("Data", data, 2, "EndPort", endianess, "RO") +
-           IntReg("Other", timestamp, 8, "OtherPort", endianess, "RO") +
-           "<Integer Name=\"OnPort\"><EventID>9001</EventID><pValue>Timestamp</pValue></Integer>"
-           "<Node Name=\"Beside\"><EventID>9001</EventID></Node>";
+    return "Port EndPort { EventID 9001 } Port OtherPort { EventID 0002 }"
+           "Integer OnPort { EventID 9001; pValue Timestamp } Node Beside { EventID 9001 }" +
+           IntReg("Channel", 4, 2, "EndPort", order, "RO") +
+           IntReg("Timestamp", timestamp, 8, "EndPort", order, "RO") +
+           IntReg("Data", data, 2, "EndPort", order, "RO") +
+           IntReg("Other", timestamp, 8, "OtherPort", order, "RO");
 }
 
 template <class Adapter>
@@ -78,13 +76,13 @@ Bytes Join(Bytes first, const Bytes& second)
 struct EventAdapterGEVTest : testing::Test, CEventTest<CEventAdapterGEV>
 {
     EventAdapterGEVTest()
-        : CEventTest(EventNodes("BigEndian", 8, 16))
+        : CEventTest(EventNodes("Big", 8, 16))
     {}
 };
 struct EventAdapterU3VTest : testing::Test, CEventTest<CEventAdapterU3V>
 {
     EventAdapterU3VTest()
-        : CEventTest(EventNodes("LittleEndian", 4, 12))
+        : CEventTest(EventNodes("Little", 4, 12))
     {}
 };
 } // namespace
@@ -125,7 +123,7 @@ TEST_F(EventAdapterGEVTest, TakesMessagesByTheirStructures)
 
 TEST(EventAdapterGEV, KnowsBlockIdsOf64Bits)
 {
-    CEventTest<CEventAdapterGEV> test(EventNodes("BigEndian", 16, 24));
+    CEventTest<CEventAdapterGEV> test(EventNodes("Big", 16, 24));
     const Bytes item = {0, 0, 0x90, 0x01, 0, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 0, 0, 1, 2};
     test.Deliver(GevMessage(kEvent, 0x10, Join(item, item)));
     EXPECT_EQ(test.map.Int("Timestamp"), 0x102);
@@ -194,7 +192,7 @@ TEST_F(EventAdapterU3VTest, RefusesBrokenMessages)
 
 TEST(EventAdapterGeneric, TakesTheIdBesideTheMessage)
 {
-    CTestMap map(EventNodes("LittleEndian", 0, 8));
+    CTestMap map(EventNodes("Little", 0, 8));
     CEventAdapterGeneric adapter(map);
     const uint8_t message[] = {5, 0, 0, 0, 0, 0, 0, 0, 6, 0};
     adapter.DeliverMessage(message, 10, uint64_t(0x9001));
@@ -210,7 +208,7 @@ TEST(EventAdapterGeneric, TakesTheIdBesideTheMessage)
 
 TEST(EventAdapter, FiresEachNodeOfTheEventOnceWithTheNewData)
 {
-    CTestMap map(EventNodes("LittleEndian", 0, 8));
+    CTestMap map(EventNodes("Little", 0, 8));
     CEventAdapterGeneric adapter(map);
     std::vector<std::string> fired;
     std::vector<CallbackHandleType> handles;
@@ -230,7 +228,7 @@ TEST(EventAdapter, FiresEachNodeOfTheEventOnceWithTheNewData)
 
 TEST(EventAdapter, KeepsACopyAndLetsGoOfTheNodeMap)
 {
-    CTestMap map(EventNodes("LittleEndian", 0, 8));
+    CTestMap map(EventNodes("Little", 0, 8));
     CEventAdapterGeneric adapter;
     adapter.DeliverMessage(nullptr, 0, uint64_t(1));
     adapter.AttachNodeMap(map);
@@ -245,7 +243,7 @@ TEST(EventAdapter, KeepsACopyAndLetsGoOfTheNodeMap)
 
 TEST(EventPort, ComparesIdsByNumberBytesAndDigits)
 {
-    CTestMap map(EventNodes("LittleEndian", 0, 8));
+    CTestMap map(EventNodes("Little", 0, 8));
     CEventPort port(map["OtherPort"]);
     const uint8_t id[] = {0, 2};
     EXPECT_TRUE(port.CheckEventID(uint64_t(2)));
@@ -261,7 +259,7 @@ TEST(EventPort, ComparesIdsByNumberBytesAndDigits)
 
 TEST(EventAdapterCL, DeliversWhatStandsBehindTheHead)
 {
-    CEventTest<CEventAdapterCL> test(EventNodes("BigEndian", 4, 12));
+    CEventTest<CEventAdapterCL> test(EventNodes("Big", 4, 12));
     const Bytes message = {1, 0, 0,    0, 0, 0, 0, 0, 0, 0, 0x0C, 0, 0,    14,  0, 1, // head
                            0, 0, 0x90, 1, 0, 0, 0, 0, 0, 0, 1,    7, 0xAB, 0xCD};
     test.Deliver(message);
@@ -279,7 +277,7 @@ TEST(EventAdapterCL, DeliversWhatStandsBehindTheHead)
 
 TEST(EventAdapter1394, TakesMessagesAndDeliversNothing)
 {
-    CEventTest<CEventAdapter1394> test(EventNodes("BigEndian", 4, 12));
+    CEventTest<CEventAdapter1394> test(EventNodes("Big", 4, 12));
     EXPECT_NO_THROW(test.Deliver(Bytes(64)));
     EXPECT_NO_THROW(test.Deliver({1, 2}));
     EXPECT_EQ(test.map["Timestamp"]->GetAccessMode(), NA);

@@ -14,45 +14,34 @@ using testing::HasSubstr;
 
 namespace
 {
-std::string Streamed(const std::string& name, const std::string& target, const std::string& extra = "")
+std::string Streamed(const std::string& name)
 {
-    return "<Integer Name=\"" + name + "\"><Streamable>Yes</Streamable><pValue>" + target + "</pValue>" +
-           extra + "</Integer>";
+    return "Integer " + name + " { Streamable Yes; pValue " + name + "Reg } ";
 }
 
 /// Two gains by selector, a width with a limit that depends on an offset that comes later, a name.
-std::string Camera()
-{
-    return "<Category Name=\"Root\"><pFeature>Analog</pFeature><pFeature>Format</pFeature></Category>"
-           "<Category Name=\"Analog\"><pFeature>GainSelector</pFeature><pFeature>Gain</pFeature></Category>"
-           "<Category "
-           "Name=\"Format\"><pFeature>Width</pFeature><pFeature>OffsetX</pFeature><pFeature>Serial</pFeature>"
-           "<pFeature>Volatile</pFeature><pFeature>Hidden</pFeature><pFeature>Start</"
-           "pFeature><pFeature>Name</pFeature>"
-           "<pFeature>Gain</pFeature></Category>" +
-           Enumeration("GainSelector", 0, {"Red", "Blue"}, "<Streamable>Yes</Streamable>",
-                       "<pSelected>Gain</pSelected>") +
-           "<Integer Name=\"Gain\"><Streamable>Yes</Streamable><pIndex>GainSelectorReg</pIndex>"
-           "<pValueIndexed "
-           "Index=\"0\">GainRedReg</pValueIndexed><pValueDefault>GainBlueReg</pValueDefault></Integer>" +
-           IntReg("GainRedReg", 4) + IntReg("GainBlueReg", 8) +
-           "<Integer Name=\"Width\"><Streamable>Yes</Streamable><pValue>WidthReg</pValue><Min>8</Min>"
-           "<pMax>WidthMax</pMax></Integer>" +
-           IntReg("WidthReg", 12) +
-           "<IntSwissKnife Name=\"WidthMax\"><pVariable "
-           "Name=\"O\">OffsetXReg</pVariable><Formula>640-O</Formula>"
-           "</IntSwissKnife>" +
-           Streamed("OffsetX", "OffsetXReg") + IntReg("OffsetXReg", 16) + Streamed("Serial", "SerialReg") +
-           IntReg("SerialReg", 20, 4, "Device", "LittleEndian", "RO") +
-           "<Integer Name=\"Volatile\"><pValue>GainRedReg</pValue></Integer>"
-           "<Integer Name=\"Hidden\"><Visibility>Invisible</Visibility><Streamable>Yes</Streamable>"
-           "<pValue>HiddenReg</pValue></Integer>" +
-           IntReg("HiddenReg", 24) + Streamed("NoFeature", "HiddenReg") +
-           "<Command Name=\"Start\"><Streamable>Yes</Streamable><pValue>HiddenReg</pValue>"
-           "<CommandValue>1</CommandValue></Command>"
-           "<StringReg Name=\"Name\"><Streamable>Yes</Streamable><Address>32</Address><Length>16</Length>"
-           "<AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>";
-}
+constexpr const char* kCamera = R"(
+    Category Root { pFeature Analog; pFeature Format }
+    Category Analog { pFeature GainSelector; pFeature Gain }
+    Category Format {
+        pFeature Width; pFeature OffsetX; pFeature Serial; pFeature Volatile; pFeature Hidden; pFeature Start;
+        pFeature Name; pFeature Gain }
+    Enumeration GainSelector {
+        Streamable Yes; EnumEntry Red { Value 0 } EnumEntry Blue { Value 1 }
+        pValue GainSelectorReg; pSelected Gain }
+    Integer Gain {
+        Streamable Yes; pIndex GainSelectorReg; pValueIndexed[Index=0] GainRedReg; pValueDefault GainBlueReg }
+    Integer Width { Streamable Yes; pValue WidthReg; Min 8; pMax WidthMax }
+    IntSwissKnife WidthMax { pVariable[Name=O] OffsetXReg; Formula 640-O }
+    Integer OffsetX { Streamable Yes; pValue OffsetXReg } Integer Serial { Streamable Yes; pValue SerialReg }
+    Integer Hidden { Visibility Invisible; Streamable Yes; pValue HiddenReg }
+    Integer NoFeature { Streamable Yes; pValue HiddenReg } Integer Volatile { pValue GainRedReg }
+    Command Start { Streamable Yes; pValue HiddenReg; CommandValue 1 }
+    StringReg Name { Streamable Yes; at 32 16 RW }
+    IntReg GainSelectorReg { at 0 4 RW; Little }
+    IntReg GainRedReg { at 4 4 RW; Little } IntReg GainBlueReg { at 8 4 RW; Little }
+    IntReg WidthReg { at 12 4 RW; Little } IntReg OffsetXReg { at 16 4 RW; Little }
+    IntReg SerialReg { at 20 4 RO; Little } IntReg HiddenReg { at 24 4 RW; Little })";
 
 std::vector<std::string> Lines(const CFeatureBag& bag)
 {
@@ -81,7 +70,7 @@ CFeatureBag Parse(const std::string& lines)
 
 TEST(FeatureBag, StoresStreamableFeaturesSelectedOnesBeforeTheirSelector)
 {
-    CTestMap map(Camera());
+    CTestMap map(kCamera);
     map.memory.Word(0) = 1;
     map.memory.Word(4) = 11;
     map.memory.Word(8) = 22;
@@ -97,7 +86,7 @@ TEST(FeatureBag, StoresStreamableFeaturesSelectedOnesBeforeTheirSelector)
 
 TEST(FeatureBag, StopsAtTheLimitAndTakesWhatTheFilterNames)
 {
-    CTestMap map(Camera());
+    CTestMap map(kCamera);
     for (const auto& [limit, count] : {std::pair{0, 1}, {1, 1}, {2, 2}, {-1, 7}}) {
         CFeatureBag bag;
         EXPECT_EQ(bag.StoreToBag(map, limit), count) << limit;
@@ -116,18 +105,12 @@ TEST(FeatureBag, StopsAtTheLimitAndTakesWhatTheFilterNames)
 // The very bytes that other programs write and read.
 TEST(FeatureBag, WritesTheTextThatOthersWrite)
 {
-    const auto selector = [](const char* name, const char* value, const std::string& selected) {
-        return "<Enumeration Name=\"" + std::string(name) +
-               "\"><EnumEntry Name=\"x\"><Value>0</Value></EnumEntry><EnumEntry "
-               "Name=\"y\"><Value>1</Value></EnumEntry><Value>" +
-               value + "</Value>" + selected + "</Enumeration>";
-    };
-    CTestMap map(
-        "<Category Name=\"Root\"><pFeature>Plain</pFeature><pFeature>A</pFeature><pFeature>Gain</pFeature>"
-        "<pFeature>Offs</pFeature></Category>" +
-        selector("A", "1", "<pSelected>Gain</pSelected><pSelected>Offs</pSelected>") +
-        selector("B", "0", "<pSelected>Offs</pSelected>") + Streamed("Plain", "R4") + Streamed("Gain", "R8") +
-        Streamed("Offs", "R12") + IntReg("R4", 4) + IntReg("R8", 8) + IntReg("R12", 12));
+    const std::string entries = "EnumEntry x { Value 0 } EnumEntry y { Value 1 } Value ";
+    CTestMap map("Category Root { pFeature Plain; pFeature A; pFeature Gain; pFeature Offs }"
+                 "Enumeration A { " +
+                 entries + "1; pSelected Gain; pSelected Offs } Enumeration B { " + entries +
+                 "0; pSelected Offs } " + Streamed("Plain") + Streamed("Gain") + Streamed("Offs") +
+                 IntReg("PlainReg", 4) + IntReg("GainReg", 8) + IntReg("OffsReg", 12));
     map.memory.Word(4) = 5;
     CFeatureBag bag;
     EXPECT_EQ(bag.StoreToBag(map), 10);
@@ -135,9 +118,9 @@ TEST(FeatureBag, WritesTheTextThatOthersWrite)
         std::string(bag.ToString()),
         "# {05D8C294-F295-4dfb-9D01-096BD04049F4}\n"
         "# GenApi persistence file (version 3.4.0)\n"
-        "# Device = Vendor::Model --  -- Device version = 1.0.0 -- Product GUID = "
-        "11111111-2222-3333-4444-555555555555 -- Product version GUID = "
-        "66666666-7777-8888-9999-AAAAAAAAAAAA\n"
+        "# Device = Vendor::Model -- Tip -- Device version = 2.3.4 -- Product GUID = "
+        "11111111-1111-1111-1111-111111111111 -- Product version GUID = "
+        "22222222-2222-2222-2222-222222222222\n"
         "Plain\t5\n"
         "Gain\t{A=x}\t0\nGain\t{A=y}\t0\nA\ty\n"
         "Offs\t{B=x\tA=x}\t0\nOffs\t{B=x\tA=y}\t0\nOffs\t{B=y\tA=x}\t0\nOffs\t{B=y\tA=y}\t0\nB\tx\nA\ty\n");
@@ -147,7 +130,7 @@ TEST(FeatureBag, WritesTheTextThatOthersWrite)
 
 TEST(FeatureBag, BringsFeaturesBackWhateverTheirOrder)
 {
-    CTestMap source(Camera()), target(Camera());
+    CTestMap source(kCamera), target(kCamera);
     source.memory.Word(0) = 1;
     source.memory.Word(4) = 11;
     source.memory.Word(8) = 22;
@@ -168,7 +151,7 @@ TEST(FeatureBag, BringsFeaturesBackWhateverTheirOrder)
 
 TEST(FeatureBag, SurvivesTheWayThroughText)
 {
-    CTestMap source(Camera()), target(Camera());
+    CTestMap source(kCamera), target(kCamera);
     source.memory.Word(4) = 99;
     source.memory.Word(12) = 8; // within its limits
     CFeatureBag bag, read;
@@ -183,7 +166,7 @@ TEST(FeatureBag, SurvivesTheWayThroughText)
 
 TEST(FeatureBag, ReportsWhatCannotBeLoadedAndGoesOn)
 {
-    CTestMap map(Camera());
+    CTestMap map(kCamera);
     const CFeatureBag bag = Parse("Unknown\t1\nSerial\t5\nGain\t{GainSelector=Green}\t1\nWidth\tabc\n"
                                   "Volatile\t77\nOffsetX\t8\nHidden\t 7 \n");
     gcstring_vector errors{"of before"};
@@ -207,11 +190,8 @@ TEST(FeatureBag, ReportsWhatCannotBeLoadedAndGoesOn)
 // Limits that hang on one another don't matter, nor do locks; what is imposed on a feature does.
 TEST(FeatureBag, LeavesAloneWhatIsReadOnly)
 {
-    CTestMap map(
-        "<Integer Name=\"Locked\"><pIsLocked>One</pIsLocked><pValue>R</pValue><Max>1</Max></Integer>"
-        "<Integer Name=\"Fixed\"><ImposedAccessMode>RO</ImposedAccessMode><pValue>R</pValue></Integer>"
-        "<Integer Name=\"One\"><Value>1</Value></Integer>" +
-        IntReg("R", 4));
+    CTestMap map("Integer Locked { pIsLocked One; pValue R; Max 1 } Integer One { Value 1 }"
+                 "Integer Fixed { ImposedAccessMode RO; pValue R } IntReg R { at 4 4 RW; Little }");
     EXPECT_TRUE(Parse("Locked\t5\n").LoadFromBag(map, false));
     EXPECT_FALSE(Parse("Fixed\t6\n").LoadFromBag(map, false));
     EXPECT_EQ(map.memory.Word(4), 5u);
@@ -219,10 +199,7 @@ TEST(FeatureBag, LeavesAloneWhatIsReadOnly)
 
 TEST(FeatureBag, ComparesTheTextsItReadsBack)
 {
-    CTestMap map(
-        "<Category Name=\"Root\"><pFeature>Level</pFeature></Category>"
-        "<FloatReg Name=\"Level\"><Streamable>Yes</Streamable><Address>0</Address><Length>4</Length>"
-        "<AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></FloatReg>");
+    CTestMap map("Category Root { pFeature Level } FloatReg Level { Streamable Yes; at 0 4 RW; Little }");
     CFeatureBag exact = Parse("Level\t0.5\n"), other = Parse("Level\t0.50\n");
     EXPECT_TRUE(exact.LoadFromBag(map));
     EXPECT_FALSE(other.LoadFromBag(map));
@@ -231,9 +208,9 @@ TEST(FeatureBag, ComparesTheTextsItReadsBack)
 
 TEST(FeatureBag, TellsFeaturesThatCannotBeRead)
 {
-    CTestMap map("<Category Name=\"Root\"><pFeature>Mode</pFeature><pFeature>Good</pFeature></Category>" +
-                 Enumeration("Mode", 0, {"A"}, "<Streamable>Yes</Streamable>") + Streamed("Good", "GoodReg") +
-                 IntReg("GoodReg", 4));
+    CTestMap map("Category Root { pFeature Mode; pFeature Good }"
+                 "Enumeration Mode { Streamable Yes; EnumEntry A { Value 0 } pValue ModeReg }" +
+                 IntReg("ModeReg", 0) + Streamed("Good") + IntReg("GoodReg", 4));
     map.memory.Word(0) = 7; // no entry
     CFeatureBag bag;
     EXPECT_THROW(bag.StoreToBag(map), InvalidArgumentException);
@@ -245,26 +222,20 @@ TEST(FeatureBag, TellsFeaturesThatCannotBeRead)
 
 TEST(FeatureBag, RefusesSelectorsOfAbsurdRange)
 {
-    CTestMap map("<Category Name=\"Root\"><pFeature>Entry</pFeature></Category>"
-                 "<Integer Name=\"Index\"><Value>0</Value><pSelected>Entry</pSelected></Integer>" +
-                 Streamed("Entry", "EntryReg") + IntReg("EntryReg", 0));
+    CTestMap map("Category Root { pFeature Entry } Integer Index { Value 0; pSelected Entry }" +
+                 Streamed("Entry") + IntReg("EntryReg", 0));
     CFeatureBag bag;
     EXPECT_THAT(RaisedBy<RuntimeException>([&] { bag.StoreToBag(map); }), HasSubstr("Entry"));
 }
 
 TEST(FeatureBag, TellsSelectorsBehindWhatTheySelect)
 {
-    CTestMap map(
-        "<Category "
-        "Name=\"Root\"><pFeature>Outer</pFeature><pFeature>Index</pFeature><pFeature>Value</pFeature>"
-        "<pFeature>Other</pFeature></Category>" +
-        Enumeration("Outer", 0, {"A", "B"}, "<Streamable>Yes</Streamable>",
-                    "<pSelected>Other</pSelected><pSelected>Index</pSelected>") +
-        "<Integer "
-        "Name=\"Index\"><Streamable>Yes</Streamable><pValue>IndexReg</pValue><Min>0</Min><Max>1</Max>"
-        "<pSelected>Value</pSelected></Integer>" +
-        IntReg("IndexReg", 4) + Streamed("Value", "ValueReg") + IntReg("ValueReg", 8) +
-        Streamed("Other", "OtherReg") + IntReg("OtherReg", 12));
+    CTestMap map("Category Root { pFeature Outer; pFeature Index; pFeature Value; pFeature Other }"
+                 "Enumeration Outer { Streamable Yes; EnumEntry A { Value 0 } EnumEntry B { Value 1 }"
+                 "    pValue OuterReg; pSelected Other; pSelected Index }"
+                 "Integer Index { Streamable Yes; pValue IndexReg; Min 0; Max 1; pSelected Value }" +
+                 Streamed("Value") + Streamed("Other") + IntReg("OuterReg", 0) + IntReg("IndexReg", 4) +
+                 IntReg("ValueReg", 8) + IntReg("OtherReg", 12));
     CFeatureBag bag;
     bag.StoreToBag(map);
     EXPECT_THAT(Lines(bag), ElementsAre("Value{Outer=A\tIndex=0}=0", "Value{Outer=A\tIndex=1}=0",
@@ -275,7 +246,7 @@ TEST(FeatureBag, TellsSelectorsBehindWhatTheySelect)
 
 TEST(FeatureBag, RefusesToStreamLineBreaks)
 {
-    CTestMap map(Camera());
+    CTestMap map(kCamera);
     map.SetText("Name", "a\nb");
     CFeatureBag bag;
     bag.StoreToBag(map);
@@ -284,7 +255,7 @@ TEST(FeatureBag, RefusesToStreamLineBreaks)
 
 TEST(FeatureBag, TakesSingleFeaturesByHand)
 {
-    CTestMap map(Camera());
+    CTestMap map(kCamera);
     map.memory.Word(20) = 5;
     CFeatureBag bag;
     IPersistScript& script = bag;
@@ -297,14 +268,14 @@ TEST(FeatureBag, TakesSingleFeaturesByHand)
 // The device hears of both, whatever comes of them.
 TEST(FeatureBag, RunsTheStandardsCommandsAroundStoreAndLoad)
 {
-    std::string commands = "<Category Name=\"Root\"/>";
+    std::string commands;
     int address = 0;
     for (const char* name : {"DeviceFeaturePersistenceStart", "DeviceFeaturePersistenceEnd",
                              "DeviceRegistersStreamingStart", "DeviceRegistersStreamingEnd"})
     {
         const std::string reg = std::string(name) + "Reg";
-        commands += "<Command Name=\"" + std::string(name) + "\" NameSpace=\"Standard\"><pValue>" + reg +
-                    "</pValue><CommandValue>1</CommandValue></Command>" + IntReg(reg, address += 4);
+        commands += std::string("Command ") + name + "[NameSpace=Standard] { pValue " + reg +
+                    "; CommandValue 1 } " + IntReg(reg, address += 4);
     }
     CTestMap map(commands);
     const auto runs = [&] {
@@ -322,27 +293,19 @@ TEST(FeatureBag, RunsTheStandardsCommandsAroundStoreAndLoad)
 
 TEST(FeatureBagger, BagsAndUnbagsUserAndSequencerSets)
 {
-    const auto set = [](const std::string& name, const std::vector<std::string>& entries) {
-        std::string xml = "<Enumeration Name=\"" + name + "\" NameSpace=\"Standard\">";
-        for (size_t i = 0; i < entries.size(); ++i)
-            xml +=
-                "<EnumEntry Name=\"" + entries[i] + "\"><Value>" + std::to_string(i) + "</Value></EnumEntry>";
-        return xml + "<Value>0</Value></Enumeration>";
-    };
     // The features' values live in the set that is loaded; saving is seen by its command alone.
-    CTestMap map("<Category Name=\"Root\"><pFeature>Gain</pFeature></Category>" +
-                 Streamed("Gain", "GainReg") + IntReg("GainReg", 0) +
-                 set("UserSetSelector", {"Default", "UserSet1"}) + set("UserSetFeatureSelector", {"Gain"}) +
-                 "<Boolean Name=\"UserSetFeatureEnable\" NameSpace=\"Standard\"><Value>1</Value></Boolean>"
-                 "<Command Name=\"UserSetLoad\" NameSpace=\"Standard\"><pValue>GainReg</pValue>"
-                 "<CommandValue>9</CommandValue></Command>"
-                 "<Command Name=\"UserSetSave\" NameSpace=\"Standard\"><pValue>SaveReg</pValue>"
-                 "<CommandValue>7</CommandValue></Command>" +
-                 set("SequencerSetSelector", {"Zero"}) + set("SequencerFeatureSelector", {"Gain"}) +
-                 "<Boolean Name=\"SequencerFeatureEnable\" NameSpace=\"Standard\"><Value>1</Value></Boolean>"
-                 "<Command Name=\"SequencerSetLoad\" NameSpace=\"Standard\"><pValue>GainReg</pValue>"
-                 "<CommandValue>4</CommandValue></Command>" +
-                 IntReg("SaveReg", 12));
+    CTestMap map(R"(Category Root { pFeature Gain }
+        Enumeration UserSetSelector[NameSpace=Standard] {
+            EnumEntry Default { Value 0 } EnumEntry UserSet1 { Value 1 } Value 0 }
+        Enumeration UserSetFeatureSelector[NameSpace=Standard] { EnumEntry Gain { Value 0 } Value 0 }
+        Boolean UserSetFeatureEnable[NameSpace=Standard] { Value 1 }
+        Command UserSetLoad[NameSpace=Standard] { pValue GainReg; CommandValue 9 }
+        Command UserSetSave[NameSpace=Standard] { pValue SaveReg; CommandValue 7 }
+        Enumeration SequencerSetSelector[NameSpace=Standard] { EnumEntry Zero { Value 0 } Value 0 }
+        Enumeration SequencerFeatureSelector[NameSpace=Standard] { EnumEntry Gain { Value 0 } Value 0 }
+        Boolean SequencerFeatureEnable[NameSpace=Standard] { Value 1 }
+        Command SequencerSetLoad[NameSpace=Standard] { pValue GainReg; CommandValue 4 } )" +
+                 Streamed("Gain") + IntReg("GainReg", 0) + IntReg("SaveReg", 12));
     map.memory.Word(0) = 3;
     CFeatureBagger bagger, again;
     ASSERT_EQ(bagger.Bag(map, true, true, true), 4u);
@@ -375,6 +338,6 @@ TEST(FeatureBag, NeedsANodeMap)
     CFeatureBag bag;
     EXPECT_THROW(bag.StoreToBag(nullptr), InvalidArgumentException);
     EXPECT_THROW(bag.LoadFromBag(nullptr), InvalidArgumentException);
-    CTestMap withoutRoot("<Integer Name=\"I\"><Value>0</Value></Integer>");
-    EXPECT_EQ(bag.StoreToBag(withoutRoot), 0);
+    CTestMap withoutFeatures("Integer I { Value 0 }");
+    EXPECT_EQ(bag.StoreToBag(withoutFeatures), 0);
 }

@@ -41,26 +41,23 @@ enum Status : uint32_t
     kFailure
 };
 
-std::string FileNodes()
-{
-    const auto integer = [](const char* name, int address) {
-        return "<Integer Name=\"" + std::string(name) + "\"><pValue>" + name + "Reg</pValue></Integer>" +
-               IntReg(std::string(name) + "Reg", address);
-    };
-    return Enumeration("FileSelector", kSelector, {kFile, "Other"}) +
-           Enumeration("FileOperationSelector", kOperation, {"Open", "Close", "Read", "Write", "Delete"}) +
-           "<Command "
-           "Name=\"FileOperationExecute\"><pValue>ExecuteReg</pValue><CommandValue>1</CommandValue></"
-           "Command>" +
-           IntReg("ExecuteReg", kExecute) +
-           Enumeration("FileOpenMode", kMode, {"Read", "Write", "ReadWrite"}) +
-           integer("FileAccessOffset", kOffset) + integer("FileAccessLength", kLength) +
-           Enumeration("FileOperationStatus", kStatus, {"Success", "Failure"}) +
-           integer("FileOperationResult", kResult) + integer("FileSize", kSize) +
-           "<Register Name=\"FileAccessBuffer\"><Address>" + std::to_string(kBuffer) + "</Address><Length>" +
-           std::to_string(kBufferSize) +
-           "</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></Register>";
-}
+constexpr const char* kFileNodes = R"(
+    Enumeration FileSelector { EnumEntry UserSet { Value 0 } EnumEntry Other { Value 1 } pValue SelectorReg }
+    Enumeration FileOperationSelector {
+        EnumEntry Open { Value 0 } EnumEntry Close { Value 1 } EnumEntry Read { Value 2 }
+        EnumEntry Write { Value 3 } EnumEntry Delete { Value 4 } pValue OperationReg }
+    Command FileOperationExecute { pValue ExecuteReg; CommandValue 1 }
+    Enumeration FileOpenMode {
+        EnumEntry Read { Value 0 } EnumEntry Write { Value 1 } EnumEntry ReadWrite { Value 2 } pValue ModeReg }
+    Integer FileAccessOffset { pValue OffsetReg } Integer FileAccessLength { pValue LengthReg }
+    Enumeration FileOperationStatus {
+        EnumEntry Success { Value 0 } EnumEntry Failure { Value 1 } pValue StatusReg }
+    Integer FileOperationResult { pValue ResultReg } Integer FileSize { pValue SizeReg }
+    IntReg SelectorReg { at 0 4 RW; Little } IntReg OperationReg { at 4 4 RW; Little }
+    IntReg ExecuteReg { at 8 4 RW; Little } IntReg ModeReg { at 12 4 RW; Little }
+    IntReg OffsetReg { at 16 4 RW; Little } IntReg LengthReg { at 20 4 RW; Little }
+    IntReg StatusReg { at 24 4 RW; Little } IntReg ResultReg { at 28 4 RW; Little }
+    IntReg SizeReg { at 32 4 RW; Little } Register FileAccessBuffer { at 64 16 RW })";
 
 /// A device with one file of limited size.
 class CFileDevice : public CMemoryPort
@@ -138,7 +135,7 @@ struct FilestreamTest : testing::Test
 {
     FilestreamTest()
     {
-        map._LoadXMLFromString(Describe(FileNodes()).c_str());
+        map._LoadXMLFromString(KxTest::DescriptionAsXml(kFileNodes).c_str());
         map._Connect(&device);
     }
 
@@ -191,7 +188,7 @@ TEST_F(FilestreamTest, TellsWhatCannotBeOpened)
     EXPECT_FALSE(ODevFileStream(map._Ptr, "NoFile").is_open());
     EXPECT_TRUE(ODevFileStream(map._Ptr, "Other").fail()) << "the device refuses";
     EXPECT_TRUE(IDevFileStream(nullptr, kFile).fail());
-    CTestMap noFiles("<Integer Name=\"I\"><Value>0</Value></Integer>");
+    CTestMap noFiles("Integer I { Value 0 }");
     EXPECT_TRUE(IDevFileStream(noFiles, kFile).fail());
     IDevFileStream twice(map._Ptr, kFile);
     twice.open(map._Ptr, kFile);

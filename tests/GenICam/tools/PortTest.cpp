@@ -82,7 +82,7 @@ TEST(StructPort, StandsBehindANodeMap)
 {
     CTestPortStruct<CSettings> port;
     CNodeMapRef map;
-    map._LoadXMLFromString(Describe(IntReg("Width", 0) + IntReg("Mode", 4, 1)).c_str());
+    map._LoadXMLFromString(KxTest::DescriptionAsXml(IntReg("Width", 0) + IntReg("Mode", 4, 1)).c_str());
     ASSERT_TRUE(map._Connect(&port));
     *CIntegerPtr(map._GetNode("Width")) = 320;
     *CIntegerPtr(map._GetNode("Mode")) = 7;

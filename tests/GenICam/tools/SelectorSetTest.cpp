@@ -9,21 +9,15 @@ namespace
 {
 /// An outer selector of three entries, one of them not available, and an inner one whose range depends on it:
 /// 10 to 14 in steps of 2 for A, nothing for C.
-std::string Nested()
-{
-    return "<Enumeration Name=\"Outer\"><EnumEntry Name=\"A\"><Value>0</Value></EnumEntry>"
-           "<EnumEntry Name=\"B\"><pIsAvailable>Never</pIsAvailable><Value>1</Value></EnumEntry>"
-           "<EnumEntry Name=\"C\"><Value>2</Value></EnumEntry><EnumEntry "
-           "Name=\"D\"><Value>3</Value></EnumEntry>"
-           "<pValue>OuterReg</pValue><pSelected>Inner</pSelected></Enumeration>" +
-           IntReg("OuterReg", 0) + "<Integer Name=\"Never\"><Value>0</Value></Integer>" +
-           "<Integer Name=\"Inner\"><pValue>InnerReg</pValue><Min>10</Min><pMax>InnerMax</pMax><Inc>2</Inc>"
-           "<pSelected>Target</pSelected></Integer>" +
-           IntReg("InnerReg", 4) +
-           "<IntSwissKnife Name=\"InnerMax\"><pVariable Name=\"O\">OuterReg</pVariable>"
-           "<Formula>(O=0) ? 14 : ((O=2) ? 9 : 11)</Formula></IntSwissKnife>"
-           "<Integer Name=\"Target\"><Value>0</Value></Integer>";
-}
+constexpr const char* kNested = R"(
+    Enumeration Outer {
+        EnumEntry A { Value 0 } EnumEntry B { pIsAvailable Never; Value 1 } EnumEntry C { Value 2 }
+        EnumEntry D { Value 3 } pValue OuterReg; pSelected Inner }
+    Integer Never { Value 0 }
+    Integer Inner { pValue InnerReg; Min 10; pMax InnerMax; Inc 2; pSelected Target }
+    IntSwissKnife InnerMax { pVariable[Name=O] OuterReg; Formula (O=0) ? 14 : ((O=2) ? 9 : 11) }
+    Integer Target { Value 0 }
+    IntReg OuterReg { at 0 4 RW; Little } IntReg InnerReg { at 4 4 RW; Little })";
 
 std::vector<std::string> AllSettings(ISelectorDigit& digit)
 {
@@ -36,7 +30,7 @@ std::vector<std::string> AllSettings(ISelectorDigit& digit)
 
 TEST(SelectorSet, CountsThroughNestedSelectorsTheInnerOneFastest)
 {
-    CTestMap map(Nested());
+    CTestMap map(kNested);
     map.memory.Word(0) = 3;
     map.memory.Word(4) = 10;
     CSelectorSet set(map["Target"]);
@@ -49,7 +43,7 @@ TEST(SelectorSet, CountsThroughNestedSelectorsTheInnerOneFastest)
 
 TEST(SelectorSet, ListsOuterSelectorsFirst)
 {
-    CTestMap map(Nested());
+    CTestMap map(kNested);
     FeatureList_t list;
     CSelectorSet(map["Target"]).GetSelectorList(list, true);
     ASSERT_EQ(list.size(), 2u);
@@ -63,13 +57,10 @@ TEST(SelectorSet, ListsOuterSelectorsFirst)
 
 TEST(SelectorSet, CountsTheFirstOfEqualSelectorsFastest)
 {
-    const auto selector = [](const std::string& name, const std::string& selected) {
-        return "<Boolean Name=\"" + name + "\"><Value>0</Value>" + selected + "</Boolean>";
-    };
-    const std::string deep = "<pSelected>Deep</pSelected>", both = deep + "<pSelected>Offs</pSelected>";
-    CTestMap map(
-        selector("A", both) + selector("B", both) + selector("C", deep) +
-        "<Integer Name=\"Offs\"><Value>0</Value></Integer><Integer Name=\"Deep\"><Value>0</Value></Integer>");
+    CTestMap map(R"(
+        Boolean A { Value 0; pSelected Deep; pSelected Offs }
+        Boolean B { Value 0; pSelected Deep; pSelected Offs }
+        Boolean C { Value 0; pSelected Deep } Integer Offs { Value 0 } Integer Deep { Value 0 })");
     CSelectorSet offs(map["Offs"]), deepSet(map["Deep"]);
     EXPECT_THAT(AllSettings(offs), ElementsAre("[B=0, A=0]", "[B=0, A=1]", "[B=1, A=0]", "[B=1, A=1]"));
     EXPECT_EQ(deepSet.ToString(), "[C=0, B=1, A=1]");
@@ -95,7 +86,7 @@ TEST(SelectorSet, CountsTheFirstOfEqualSelectorsFastest)
 
 TEST(SelectorSet, WritesThePresentSettingAgainWithoutTick)
 {
-    CTestMap map(Nested());
+    CTestMap map(kNested);
     CSelectorSet set(map["Target"]);
     ASSERT_TRUE(set.SetFirst());
     ASSERT_TRUE(set.SetNext());
@@ -106,7 +97,7 @@ TEST(SelectorSet, WritesThePresentSettingAgainWithoutTick)
 
 TEST(SelectorSet, IsEmptyForAFeatureWithoutSelectors)
 {
-    CTestMap map(Nested());
+    CTestMap map(kNested);
     CSelectorSet set(map["Outer"]);
     EXPECT_TRUE(set.IsEmpty());
     EXPECT_THAT(AllSettings(set), ElementsAre("[]"));
@@ -116,21 +107,18 @@ TEST(SelectorSet, IsEmptyForAFeatureWithoutSelectors)
 
 TEST(SelectorSet, LeavesSelectorsAloneThatCannotBeWritten)
 {
-    CTestMap map(
-        "<Integer Name=\"Fixed\"><pValue>FixedReg</pValue><pSelected>Target</pSelected></Integer>" +
-        IntReg("FixedReg", 0, 4, "Device", "LittleEndian", "RO") +
-        "<Boolean Name=\"Switch\"><pValue>SwitchReg</pValue><pSelected>Target</pSelected></Boolean>" +
-        IntReg("SwitchReg", 4) + "<Integer Name=\"Target\"><Value>0</Value></Integer>");
+    CTestMap map(R"(
+        Integer Fixed { pValue FixedReg; pSelected Target } IntReg FixedReg { at 0 4 RO; Little }
+        Boolean Switch { pValue SwitchReg; pSelected Target } IntReg SwitchReg { at 4 4 RW; Little }
+        Integer Target { Value 0 })");
     CSelectorSet set(map["Target"]);
     EXPECT_THAT(AllSettings(set), ElementsAre("[Switch=0]", "[Switch=1]"));
 }
 
 TEST(SelectorSet, ReachesBothEndsOfTheIntegers)
 {
-    CTestMap map(
-        "<Integer Name=\"Wide\"><Value>0</Value><Min>-9223372036854775807</Min>"
-        "<Max>9223372036854775807</Max><Inc>9223372036854775807</Inc><pSelected>Target</pSelected></Integer>"
-        "<Integer Name=\"Target\"><Value>0</Value></Integer>");
+    CTestMap map("Integer Wide { Value 0; Min -9223372036854775807; Max 9223372036854775807;"
+                 "    Inc 9223372036854775807; pSelected Target } Integer Target { Value 0 }");
     CSelectorSet set(map["Target"]);
     EXPECT_THAT(AllSettings(set),
                 ElementsAre("[Wide=-9223372036854775807]", "[Wide=0]", "[Wide=9223372036854775807]"));
@@ -138,9 +126,8 @@ TEST(SelectorSet, ReachesBothEndsOfTheIntegers)
 
 TEST(SelectorSet, SurvivesSelectorsInACircle)
 {
-    CTestMap map(
-        "<Integer Name=\"A\"><Value>0</Value><Min>0</Min><Max>1</Max><pSelected>B</pSelected></Integer>"
-        "<Integer Name=\"B\"><Value>0</Value><Min>0</Min><Max>1</Max><pSelected>A</pSelected></Integer>");
+    CTestMap map("Integer A { Value 0; Min 0; Max 1; pSelected B }"
+                 "Integer B { Value 0; Min 0; Max 1; pSelected A }");
     CSelectorSet set(map["A"]);
     EXPECT_THAT(AllSettings(set), ElementsAre("[B=0]", "[B=1]"));
 }
@@ -149,9 +136,8 @@ TEST(SelectorSet, RefusesEndlessChains)
 {
     std::string chain;
     for (int i = 0; i < 2000; ++i)
-        chain += "<Boolean Name=\"S" + std::to_string(i) + "\"><Value>0</Value><pSelected>S" +
-                 std::to_string(i + 1) + "</pSelected></Boolean>";
-    CTestMap map(chain + "<Boolean Name=\"S2000\"><Value>0</Value></Boolean>");
+        chain += "Boolean S" + std::to_string(i) + " { Value 0; pSelected S" + std::to_string(i + 1) + " }";
+    CTestMap map(chain + "Boolean S2000 { Value 0 }");
     EXPECT_EQ(RaisedBy<GenICam::RuntimeException>([&] { CSelectorSet set(map["S3"]); }), "nothing thrown");
     EXPECT_THAT(RaisedBy<GenICam::RuntimeException>([&] { CSelectorSet set(map["S2000"]); }),
                 testing::HasSubstr("64"));

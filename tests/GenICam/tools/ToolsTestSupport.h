@@ -2,6 +2,8 @@
 // Small node maps over a piece of memory.
 #pragma once
 
+#include "Outline.h"
+
 #include <GenApi/GenApi.h>
 
 #include <gmock/gmock.h>
@@ -16,36 +18,13 @@
 namespace KxGenApiTest
 {
 
-/// A description with these nodes and a port "Device".
-inline std::string Describe(const std::string& nodes)
-{
-    return R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription ModelName="Model" VendorName="Vendor" StandardNameSpace="None" SchemaMajorVersion="1"
- SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
- ProductGuid="11111111-2222-3333-4444-555555555555" VersionGuid="66666666-7777-8888-9999-AAAAAAAAAAAA"
- xmlns="http://www.genicam.org/GenApi/Version_1_1">)" +
-           nodes + "<Port Name=\"Device\"/></RegisterDescription>";
-}
-
-/// An unsigned integer register.
+/// An unsigned integer register in the short notation.
 inline std::string IntReg(const std::string& name, int address, int length = 4,
-                          const std::string& port = "Device", const std::string& endianess = "LittleEndian",
+                          const std::string& port = "Device", const std::string& order = "Little",
                           const std::string& access = "RW")
 {
-    return "<IntReg Name=\"" + name + "\"><Address>" + std::to_string(address) + "</Address><Length>" +
-           std::to_string(length) + "</Length><AccessMode>" + access + "</AccessMode><pPort>" + port +
-           "</pPort><Endianess>" + endianess + "</Endianess></IntReg>";
-}
-
-/// An enumeration over a register "<name>Reg" of 4 bytes, its entries numbered from 0.
-inline std::string Enumeration(const std::string& name, int address, const std::vector<std::string>& entries,
-                               const std::string& before = "", const std::string& behind = "")
-{
-    std::string xml = "<Enumeration Name=\"" + name + "\">" + before;
-    for (size_t i = 0; i < entries.size(); ++i)
-        xml += "<EnumEntry Name=\"" + entries[i] + "\"><Value>" + std::to_string(i) + "</Value></EnumEntry>";
-    return xml + "<pValue>" + name + "Reg</pValue>" + behind + "</Enumeration>" +
-           IntReg(name + "Reg", address);
+    return "IntReg " + name + " { Address " + std::to_string(address) + "; Length " + std::to_string(length) +
+           "; AccessMode " + access + "; pPort " + port + "; " + order + " } ";
 }
 
 /// Memory of 256 bytes.
@@ -83,9 +62,9 @@ private:
 class CTestMap
 {
 public:
-    explicit CTestMap(const std::string& nodes)
+    explicit CTestMap(const std::string& outline)
     {
-        map._LoadXMLFromString(Describe(nodes).c_str());
+        map._LoadXMLFromString(KxTest::DescriptionAsXml(outline).c_str());
         map._Connect(&memory, "Device");
     }
     CTestMap(const CTestMap&) = delete;
