@@ -70,7 +70,8 @@ endfunction()
 set(CPACK_COMPONENTS_ALL "")
 kxapi_package(runtime libkxapi${soname} libs
     SUMMARY "windows and transport for machine-vision cameras"
-    DESCRIPTION "Libraries of the KxApi SDK: GenICam node maps, GenTL transport, image\nconversion and files, and ready-made windows.")
+    DESCRIPTION "Libraries of the KxApi SDK: GenICam node maps, GenTL transport, image\nconversion and files, and ready-made windows."
+    DEPENDS libminizip1) # loaded when a zipped description is read, which no library tells
 kxapi_package(development libkxapi-dev libdevel
     SUMMARY "windows and transport for machine-vision cameras (development)"
     DESCRIPTION "Headers, CMake package and pkg-config files of the KxApi SDK."

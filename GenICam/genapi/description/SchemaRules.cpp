@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which elements each kind of node may have, how often, and in which order.
-#include "description/Schema.h"
+#include "description/PropertyTable.h"
 
 #include <cassert>
 #include <initializer_list>
@@ -37,22 +37,23 @@ constexpr std::string_view kCourseReal =
 
 using Pieces = std::initializer_list<std::string_view>;
 
-/// Turns the notation into a table.
+/// Turns the notation into a table, when it is compiled.
 class RuleReader
 {
 public:
-    explicit RuleReader(Pieces pieces)
+    explicit constexpr RuleReader(Pieces pieces)
     {
-        m_rules.slot.fill(NodeRules::kNotAllowed);
+        for (uint8_t& slot : m_rules.slot)
+            slot = NodeRules::kNotAllowed;
         for (const std::string_view piece : pieces)
             ReadPiece(piece);
     }
-    const NodeRules& Rules() const { return m_rules; }
+    constexpr const NodeRules& Rules() const { return m_rules; }
 
 private:
-    static bool IsQuantifier(char c) { return c == '?' || c == '!' || c == '*' || c == '+'; }
+    static constexpr bool IsQuantifier(char c) { return c == '?' || c == '!' || c == '*' || c == '+'; }
 
-    void ReadPiece(std::string_view text)
+    constexpr void ReadPiece(std::string_view text)
     {
         size_t begin = 0;
         for (size_t i = 0; i < text.size(); ++i) {
@@ -71,14 +72,14 @@ private:
         }
     }
 
-    void AddToSlot(std::string_view name)
+    constexpr void AddToSlot(std::string_view name)
     {
-        const PropertyInfo* info = FindProperty(name);
+        const PropertyInfo* const info = Tables::kPropertyTable.Find(Tables::kProperties, name);
         assert(info && m_slot < m_rules.rank.size());
         m_rules.slot[static_cast<size_t>(info->prop)] = m_slot;
     }
 
-    void CloseSlot(char quantifier)
+    constexpr void CloseSlot(char quantifier)
     {
         const uint64_t bit = uint64_t{1} << m_slot;
         m_rules.once |= quantifier == '?' || quantifier == '!' ? bit : 0;
@@ -92,9 +93,9 @@ private:
     bool m_isUnordered = false;
 };
 
-NodeRules Read(Pieces pieces) { return RuleReader(pieces).Rules(); }
+constexpr NodeRules Read(Pieces pieces) { return RuleReader(pieces).Rules(); }
 
-NodeRules Lenient()
+constexpr NodeRules Lenient()
 {
     NodeRules rules;
     rules.lenient = true;
@@ -102,52 +103,45 @@ NodeRules Lenient()
 }
 
 // In the order of NodeType.
-const std::array<NodeRules, kNodeTypeCount>& AllRules()
-{
-    static const std::array<NodeRules, kNodeTypeCount> kRules = {
-        /* Node           */ Read({kBase}),
-        /* Category       */ Read({kBase, "pFeature*"}),
-        /* Integer        */ Read({kBase, kNumber, kShown}),
-        /* IntReg         */ Read({kBase, kRegister, kOrder, kShown}),
-        /* MaskedIntReg   */ Read({kBase, kRegister, kBits, kOrder, kShown}),
-        /* StructEntry    */
-        Read({kBase, "{AccessMode? Cachable? PollingTime? Streamable? pInvalidator*} ", kBits,
-              "{Sign? Endianess?} ", kShown}),
-        /* IntConverter   */ Read({kBase, kNames, kFormulas, kCourse}),
-        /* IntSwissKnife  */ Read({kBase, kNames, "Formula! ", kShown}),
-        /* Float          */ Read({kBase, kNumber, kShownReal}),
-        /* FloatReg       */ Read({kBase, kRegister, "Endianess! ", kShownReal}),
-        /* Converter      */ Read({kBase, kNames, kFormulas, kCourseReal}),
-        /* SwissKnife     */ Read({kBase, kNames, "Formula! ", kShownReal}),
-        /* Boolean        */ Read({kBase, kEither, "OnValue? OffValue? pSelected*"}),
-        /* Command        */ Read({kBase, kEither, "CommandValue|pCommandValue! PollingTime?"}),
-        /* Enumeration    */ Read({kBase, "EnumEntry+ ", kEither, "{pSelected* PollingTime?}"}),
-        /* EnumEntry      */ Read({kBase, "Value! {NumericValue? Symbolic? IsSelfClearing?}"}),
-        /* String         */ Read({kBase, kEither, "pSelected*"}),
-        /* StringReg      */ Read({kBase, kRegister, "pSelected*"}),
-        /* Register       */ Read({kBase, kRegister, "pSelected*"}),
-        /* Port           */ Read({kBase, "{ChunkID|pChunkID? SwapEndianess? CacheChunkData?}"}),
-        /* ConfRom        */ Lenient(),
-        /* TextDesc       */ Lenient(),
-        /* IntKey         */ Lenient(),
-        /* AdvFeatureLock */ Lenient(),
-        /* SmartFeature   */ Lenient(),
-    };
-    return kRules;
-}
+constexpr std::array<NodeRules, kNodeTypeCount> kRules = {
+    /* Node           */ Read({kBase}),
+    /* Category       */ Read({kBase, "pFeature*"}),
+    /* Integer        */ Read({kBase, kNumber, kShown}),
+    /* IntReg         */ Read({kBase, kRegister, kOrder, kShown}),
+    /* MaskedIntReg   */ Read({kBase, kRegister, kBits, kOrder, kShown}),
+    /* StructEntry    */
+    Read({kBase, "{AccessMode? Cachable? PollingTime? Streamable? pInvalidator*} ", kBits,
+          "{Sign? Endianess?} ", kShown}),
+    /* IntConverter   */ Read({kBase, kNames, kFormulas, kCourse}),
+    /* IntSwissKnife  */ Read({kBase, kNames, "Formula! ", kShown}),
+    /* Float          */ Read({kBase, kNumber, kShownReal}),
+    /* FloatReg       */ Read({kBase, kRegister, "Endianess! ", kShownReal}),
+    /* Converter      */ Read({kBase, kNames, kFormulas, kCourseReal}),
+    /* SwissKnife     */ Read({kBase, kNames, "Formula! ", kShownReal}),
+    /* Boolean        */ Read({kBase, kEither, "OnValue? OffValue? pSelected*"}),
+    /* Command        */ Read({kBase, kEither, "CommandValue|pCommandValue! PollingTime?"}),
+    /* Enumeration    */ Read({kBase, "EnumEntry+ ", kEither, "{pSelected* PollingTime?}"}),
+    /* EnumEntry      */ Read({kBase, "Value! {NumericValue? Symbolic? IsSelfClearing?}"}),
+    /* String         */ Read({kBase, kEither, "pSelected*"}),
+    /* StringReg      */ Read({kBase, kRegister, "pSelected*"}),
+    /* Register       */ Read({kBase, kRegister, "pSelected*"}),
+    /* Port           */ Read({kBase, "{ChunkID|pChunkID? SwapEndianess? CacheChunkData?}"}),
+    /* ConfRom        */ Lenient(),
+    /* TextDesc       */ Lenient(),
+    /* IntKey         */ Lenient(),
+    /* AdvFeatureLock */ Lenient(),
+    /* SmartFeature   */ Lenient(),
+};
+
+// What is missing here may stand in each entry; the complete entry is checked.
+constexpr NodeRules kStructRegRules = Read(
+    {kBase, "Streamable? Address|IntSwissKnife|pAddress|pIndex* Length|pLength? AccessMode? pPort? Cachable? "
+            "PollingTime? pInvalidator* {Sign? Endianess?} {Unit? Representation? pSelected*}"});
 
 } // namespace
 
-const NodeRules& RulesOf(NodeType type) { return AllRules()[static_cast<size_t>(type)]; }
+const NodeRules& RulesOf(NodeType type) { return kRules[static_cast<size_t>(type)]; }
 
-const NodeRules& StructRegRules()
-{
-    // What is missing here may stand in each entry; the complete entry is checked.
-    static const NodeRules kRules = Read(
-        {kBase,
-         "Streamable? Address|IntSwissKnife|pAddress|pIndex* Length|pLength? AccessMode? pPort? Cachable? "
-         "PollingTime? pInvalidator* {Sign? Endianess?} {Unit? Representation? pSelected*}"});
-    return kRules;
-}
+const NodeRules& StructRegRules() { return kStructRegRules; }
 
 } // namespace KxGenApi

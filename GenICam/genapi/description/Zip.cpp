@@ -4,6 +4,7 @@
 #include "description/Diagnostics.h"
 #include "description/Limits.h"
 
+#include <dlfcn.h>
 #include <minizip/unzip.h>
 
 #include <algorithm>
@@ -55,9 +56,49 @@ long ZCALLBACK Seek(voidpf, voidpf stream, ZPOS64_T offset, int origin)
 int ZCALLBACK Close(voidpf, voidpf) { return 0; }
 int ZCALLBACK Error(voidpf, voidpf) { return 0; }
 
+// minizip, loaded when the first archive is read: most programs read none or few, and would wait for it and
+// for zlib at every start.
+class MiniZip
+{
+public:
+    static const MiniZip& Get()
+    {
+        static const MiniZip library; // stays until the process ends
+        return library;
+    }
+
+#define KXAPI_FUNCTION(name) const decltype(&::unz##name) name = Find<decltype(&::unz##name)>("unz" #name)
+private:
+    static constexpr const char* kFile = "libminizip.so.1";
+    void* const m_library = dlopen(kFile, RTLD_NOW | RTLD_LOCAL);
+
+public:
+    KXAPI_FUNCTION(Open2_64);
+    KXAPI_FUNCTION(Close);
+    KXAPI_FUNCTION(GoToFirstFile);
+    KXAPI_FUNCTION(GoToNextFile);
+    KXAPI_FUNCTION(GetCurrentFileInfo64);
+    KXAPI_FUNCTION(OpenCurrentFile);
+    KXAPI_FUNCTION(ReadCurrentFile);
+    KXAPI_FUNCTION(CloseCurrentFile);
+#undef KXAPI_FUNCTION
+
+private:
+    MiniZip() = default;
+
+    template <typename Function>
+    Function Find(const char* name) const
+    {
+        void* const function = m_library != nullptr ? dlsym(m_library, name) : nullptr;
+        if (function == nullptr)
+            Fail({}, std::string("zip archives can't be read without ") + kFile + ": " + dlerror());
+        return reinterpret_cast<Function>(function);
+    }
+};
+
 struct Closer
 {
-    void operator()(unzFile archive) const { unzClose(archive); }
+    void operator()(unzFile archive) const { MiniZip::Get().Close(archive); }
 };
 using Archive = std::unique_ptr<std::remove_pointer_t<unzFile>, Closer>;
 
@@ -75,18 +116,19 @@ bool EndsInXml(std::string_view name)
 // Makes the entry to be read the current one.
 unz_file_info64 SelectEntry(unzFile archive)
 {
+    const MiniZip& zip = MiniZip::Get();
     char name[512];
     unz_file_info64 info{};
-    for (int result = unzGoToFirstFile(archive); result == UNZ_OK; result = unzGoToNextFile(archive)) {
+    for (int result = zip.GoToFirstFile(archive); result == UNZ_OK; result = zip.GoToNextFile(archive)) {
         name[0] = 0;
-        if (unzGetCurrentFileInfo64(archive, &info, name, sizeof name - 1, nullptr, 0, nullptr, 0) != UNZ_OK)
+        if (zip.GetCurrentFileInfo64(archive, &info, name, sizeof name - 1, nullptr, 0, nullptr, 0) != UNZ_OK)
             break;
         name[sizeof name - 1] = 0;
         if (EndsInXml(name))
             return info;
     }
-    if (unzGoToFirstFile(archive) != UNZ_OK ||
-        unzGetCurrentFileInfo64(archive, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK)
+    if (zip.GoToFirstFile(archive) != UNZ_OK ||
+        zip.GetCurrentFileInfo64(archive, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK)
         FailZip("holds no file");
     return info;
 }
@@ -103,9 +145,10 @@ std::string Unzip(std::string_view archive)
     const size_t end = archive.find_last_not_of('\0');
     archive = archive.substr(0, end == std::string_view::npos ? 0 : end + 1 + kEndRecordBytes);
 
+    const MiniZip& zip = MiniZip::Get();
     MemoryFile file{archive};
     zlib_filefunc64_def functions{Open, Read, Write, Tell, Seek, Close, Error, &file};
-    const Archive opened(unzOpen2_64("", &functions));
+    const Archive opened(zip.Open2_64("", &functions));
     if (!opened)
         FailZip("has no directory, or a damaged one");
     const unz_file_info64 info = SelectEntry(opened.get());
@@ -113,19 +156,19 @@ std::string Unzip(std::string_view archive)
         FailLimit({}, info.uncompressed_size, "bytes in a zip archive", kMaxContentBytes);
     if (info.flag & kEncrypted)
         FailZip("is encrypted");
-    if (unzOpenCurrentFile(opened.get()) != UNZ_OK)
+    if (zip.OpenCurrentFile(opened.get()) != UNZ_OK)
         FailZip("is damaged or packed in an unknown way");
     std::string content;
     int count = 0;
     do {
         const size_t size = content.size();
         content.resize(size + kChunk);
-        count = unzReadCurrentFile(opened.get(), &content[size], static_cast<unsigned>(kChunk));
+        count = zip.ReadCurrentFile(opened.get(), &content[size], static_cast<unsigned>(kChunk));
         content.resize(size + static_cast<size_t>(std::max(count, 0)));
         if (content.size() > kMaxContentBytes)
             FailLimit({}, content.size(), "bytes in a zip archive", kMaxContentBytes);
     } while (count > 0);
-    if (count < 0 || unzCloseCurrentFile(opened.get()) != UNZ_OK || content.size() != info.uncompressed_size)
+    if (count < 0 || zip.CloseCurrentFile(opened.get()) != UNZ_OK || content.size() != info.uncompressed_size)
         FailZip("is damaged");
     return content;
 }
