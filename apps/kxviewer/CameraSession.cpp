@@ -47,8 +47,17 @@ void CameraSession::SetTap(ImageTap* pTap)
     m_pTap = pTap;
 }
 
+void CameraSession::SetShowsImages(bool bShow)
+{
+    const std::lock_guard<std::mutex> guard(m_showMutex);
+    m_bShowsImages = bShow;
+}
+
 void CameraSession::Show(IKxStreamImage& image)
 {
+    const std::lock_guard<std::mutex> guard(m_showMutex);
+    if (!m_bShowsImages)
+        return;
     try {
         IKxImage* const pPixels = m_decoder.Pixels(image);
         if (pPixels->GetImageBuffer()) // chunks alone have none
@@ -66,8 +75,7 @@ void CameraSession::OnImage(IKxStreamImage* pImage)
         if (m_pTap)
             m_pTap->OnImage(*pImage);
     }
-    if (m_bShowsImages)
-        Show(*pImage);
+    Show(*pImage);
     if (++m_nCome == m_nWanted)
         emit Finished();
 }

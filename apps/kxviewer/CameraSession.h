@@ -11,7 +11,6 @@
 
 #include <QObject>
 #include <QString>
-#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -50,8 +49,8 @@ public:
 
     /// Who else gets the images, null for nobody; not owned. A call of it that runs is waited for.
     void SetTap(ImageTap* pTap);
-    /// Whether images go into the window, as they do at first.
-    void SetShowsImages(bool bShow) { m_bShowsImages = bShow; }
+    /// Whether images go into the window, as they do at first. One that is just going there is waited for.
+    void SetShowsImages(bool bShow);
 
 signals:
     /// The last of the images that Start was asked for has come.
@@ -73,7 +72,8 @@ private:
     std::mutex m_tapMutex;
     ImageTap* m_pTap = nullptr;
     KxApps::ImageDecoder m_decoder; // of the stream's thread
-    std::atomic<bool> m_bShowsImages{true};
+    std::mutex m_showMutex;
+    bool m_bShowsImages = true;
     KxApps::Device m_device;
     KxApi::CKxAutoPtr<KxApi::IKxStreamReleasable, KxApi::IKxStream> m_stream;
 };
