@@ -103,6 +103,7 @@ TEST_F(StreamFault, BuffersWithoutUsableImageAreRefusedAndTheNextOneArrives)
     camera->Deliver(cases[0].first);
     camera->Deliver();
     EXPECT_TRUE(receiver.Gets(1));
+    m_stream->StopAcquisition();
     EXPECT_THAT(receiver.Errors(), ElementsAre(HasSubstr(cases[0].second)));
     EXPECT_FALSE(receiver.HasEnded());
 }
@@ -172,6 +173,7 @@ TEST_F(StreamFault, BuffersThatTheProducerDoesNotTakeBackAreGivenBackLater)
     EXPECT_TRUE(Eventually([&] { return camera->QueuedCount() == 2; }));
     EXPECT_THAT(receiver.Errors(), testing::IsEmpty());
     EXPECT_TRUE(m_stream->IsAcquiring());
+    m_stream->StopAcquisition();
 }
 
 TEST_F(StreamFault, AProducerThatFailsAgainAndAgainEndsTheAcquisition)
@@ -222,6 +224,7 @@ TEST_F(StreamFault, WithoutBufferThatGoesBackTheAcquisitionEnds)
     camera->Deliver();
     camera->Deliver();
     EXPECT_TRUE(receiver.GetsErrors(1));
+    m_stream->StopAcquisition(); // waits for the call that tells it
     EXPECT_THAT(receiver.Errors(), ElementsAre(HasSubstr("takes no buffer back")));
     EXPECT_TRUE(receiver.HasEnded());
 }
@@ -336,6 +339,7 @@ TEST_F(StreamFault, ANewStartWorksFromTheCallThatTellsTheEnd)
     EXPECT_TRUE(Eventually([&] { return isRestarted.load(); }));
     EXPECT_TRUE(camera->Deliver());
     EXPECT_TRUE(receiver.Gets(1));
+    m_stream->StopAcquisition();
 }
 
 TEST_F(StreamFault, AStopThatFailsIsToldAfterAllIsUndone)
@@ -398,6 +402,7 @@ TEST_F(StreamFault, BrokenChunksCostTheChunksAndNotTheImage)
     camera->Set("DSGetBufferChunkData", GenTL::GC_ERR_NOT_IMPLEMENTED); // found as GigE Vision has them
     camera->Deliver();
     EXPECT_TRUE(receiver.Gets(3));
+    m_stream->StopAcquisition();
     EXPECT_EQ(receiver.Errors().size(), 3U);
     EXPECT_FALSE(receiver.HasEnded());
 }

@@ -109,6 +109,7 @@ TEST_F(Stream, GivesImagesToWhoFetchesThem)
     Receiver receiver;
     m_stream->StartAcquisition(&receiver, kKxEndless);
     EXPECT_THROW(m_stream->FetchImage(0), GenICam::LogicalErrorException) << "they go to the callback";
+    m_stream->StopAcquisition();
 }
 
 TEST_F(Stream, ImagesHeldByTheApplicationStayValidAndComeBack)
@@ -456,8 +457,8 @@ TEST_F(Stream, AThousandRoundsLeaveThreadsAndMemoryWhereTheyWere)
     const auto round = [&](int i) {
         const DevicePtr device = Open();
         device->GetIKxLocalPort()->GetINodeMap();
+        Receiver receiver; // has to outlive the acquisition
         const StreamPtr stream = OpenStream(device);
-        Receiver receiver;
         stream->StartAcquisition(i % 2 ? &receiver : nullptr, kKxEndless);
         camera->Deliver();
         if (i % 2)
