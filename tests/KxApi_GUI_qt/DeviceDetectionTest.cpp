@@ -27,12 +27,10 @@ std::ptrdiff_t Threads()
     return std::distance(begin(tasks), end(tasks));
 }
 
-// Waits for so many threads: one that was joined is still counted for a moment.
-bool BecomeThreads(std::ptrdiff_t nThreads)
+// Waits until there are no more: one that was joined is still counted for a moment.
+bool BecomeAtMost(std::ptrdiff_t nThreads)
 {
-    for (int i = 0; i < 3000 && Threads() != nThreads; ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    return Threads() == nThreads;
+    return PumpUntil([=] { return Threads() <= nThreads; });
 }
 
 class DetectDevices : public DeviceTest
@@ -152,20 +150,18 @@ TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndG
         Pump();
         EXPECT_EQ(m_pWnd->GetWindowHandle(), nullptr);
     }
-    EXPECT_TRUE(BecomeThreads(nThreads));
+    EXPECT_TRUE(BecomeAtMost(nThreads));
     bEnd = true;
     plugging.join();
 }
 
 TEST_F(DetectDevices, EndsWithTheWindow)
 {
-    std::thread([] {}).join(); // the thread sanitizer begins one of its own with the first
-    const std::ptrdiff_t nThreads = Threads();
     OpenUnasked();
-    EXPECT_TRUE(BecomeThreads(nThreads + 1));
+    EXPECT_TRUE(PumpUntil([&] { return Rows() == kAll; }));
+    const std::ptrdiff_t nThreads = Threads(); // with that of the search
     m_pWnd.Reset();
-    Pump();
-    EXPECT_TRUE(BecomeThreads(nThreads));
+    EXPECT_TRUE(BecomeAtMost(nThreads - 1));
 }
 
 } // namespace

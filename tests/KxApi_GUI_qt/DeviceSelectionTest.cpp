@@ -313,14 +313,15 @@ TEST_F(SelectDevice, PaintsNothingWhenAnUpdateChangesNothing)
 {
     Open({&m_usb, &m_net});
     Select("cam-d");
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(WidgetOf(*m_pWnd)));
+    ASSERT_TRUE(PumpUntil([this] { return QTest::qWaitForWindowExposed(WidgetOf(*m_pWnd)); }));
     Pump();
     std::vector<std::unique_ptr<PaintCounter>> counters;
     for (QWidget* const pWidget : WidgetOf(*m_pWnd)->findChildren<QWidget*>())
         counters.push_back(std::make_unique<PaintCounter>(*pWidget));
-    // Widgets paint a little later.
+    // Widgets paint a little later: after turns of the loop, and not only after a time in which it may stand.
     const auto paints = [&] {
-        QTest::qWait(100);
+        for (int i = 0; i < 20; ++i)
+            QTest::qWait(5);
         int nPaints = 0;
         for (const auto& pCounter : counters)
             nPaints += std::exchange(pCounter->nPaints, 0);

@@ -202,7 +202,8 @@ TEST_F(Hammer, LivesOnWhileOtherThreadsShowAndCloseIt)
             },
             [&](unsigned) { pWnd->Close(); },
         });
-        EXPECT_TRUE(PumpUntil([&] { return nShown > Rounds(); }));
+        for (int nAtLeast = 1; nAtLeast <= Rounds(); ++nAtLeast)
+            ASSERT_TRUE(PumpUntil([&] { return nShown >= nAtLeast; })) << "stuck after " << nShown;
     }
     pWnd->Close();
     EXPECT_TRUE(PumpUntil(

@@ -83,7 +83,7 @@ TEST(Event, TimedWaitsLastTheirTime)
         EXPECT_EQ(WaitAny({&event, &other}, nMilliseconds), 258u);
         const auto took = Clock::now() - start;
         EXPECT_GE(took, std::chrono::milliseconds(2 * nMilliseconds) - 4ms);
-        EXPECT_LT(took, std::chrono::milliseconds(2 * nMilliseconds) + 5s);
+        EXPECT_LT(took, std::chrono::milliseconds(2 * nMilliseconds) + 30s);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "Support.h"
 #include "TestMap.h"
 #include "ViewerSettings.h"
+#include "nodemap/NodeMapPropertyGridCtrl_qt.h"
 
 #include <gmock/gmock.h>
 
@@ -57,8 +58,9 @@ protected:
     void ShowModel(const char* szModel)
     {
         m_pPanel->SetMaps({{"Camera", szModel, "camera 1", "remote", [this] { return m_map.map._Ptr; }}});
-        for (int i = 0; i < 5; ++i)
-            Pump();
+        Pump();
+        const auto& grid = *m_pPanel->findChild<KxApi::CNodeMapQtPropertyGridCtrl*>();
+        EXPECT_TRUE(PumpUntil([&] { return grid.topLevelItemCount() > 0 && !grid.IsFilling(); }));
     }
     template <class Widget>
     Widget& Find(const char* szName) const

@@ -21,7 +21,7 @@ namespace KxTest
 
 using namespace KxApi;
 
-inline constexpr int kTimeoutMs = 20000;
+inline constexpr int kTimeoutMs = 60000;
 inline constexpr const char* kCamera = "KX-U03N_1003"; // the smallest one
 
 inline QApplication& Application()
@@ -58,7 +58,7 @@ protected:
         m_pWindow.reset();
         m_pWindow = std::make_unique<MainWindow>(*m_pCameras, *m_pSearch, m_report, true);
         m_pWindow->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_pWindow.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_pWindow.get(), kTimeoutMs));
     }
     CameraView& Open(const char* szCamera = kCamera)
     {
