@@ -22,6 +22,6 @@ function(kxapi_add_test)
         NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
-        # Tests look for no cameras on the network.
-        PROPERTIES TIMEOUT 120 ENVIRONMENT KXAPI_ARAVIS_CARDS=none)
+        # Far more than any takes on a machine that does other work beside. Tests look for no cameras on the network.
+        PROPERTIES TIMEOUT 600 ENVIRONMENT KXAPI_ARAVIS_CARDS=none)
 endfunction()
