@@ -46,6 +46,10 @@ struct IKxDrawingToolInside : IKxDrawingTool, IKxMouseObserverInside, IKxKeyObse
     /// Paints the grid and the objects over the image that was just painted.
     virtual void OnDraw(IKxCallbackParamKxApiGUIEventDrawing* pParam) = 0;
 
+    /// The user asks for a menu at a place of the screen, which stands for the whole click of the right
+    /// button: its release, which comes later, does nothing more. False when the tool is off.
+    virtual bool OnContextMenuRequested(QPoint ptGlobal) = 0;
+
 protected:
     ~IKxDrawingToolInside() = default;
 };

@@ -18,6 +18,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <utility>
 
 namespace KxApi
 {
@@ -190,6 +191,8 @@ bool CKxDrawingTool::mousePressEvent(QWidget*, QMouseEvent* pEvent, QPoint ptDis
         else if (pEvent->button() == Qt::RightButton)
             bTaken = m_mouse.PressRight(point);
     });
+    if (pEvent->button() == Qt::RightButton)
+        m_bRightClickDone = false;
     return bTaken;
 }
 
@@ -213,19 +216,33 @@ bool CKxDrawingTool::mouseReleaseEvent(QWidget*, QMouseEvent* pEvent, QPoint ptD
 {
     if (!IsActive())
         return false;
-    const bool bRight = pEvent->button() == Qt::RightButton;
-    if (bRight && GetDrawingItemType() == KxDrawingItemType_Select) {
-        RunDrawingMenu(m_model, pEvent->pos());
+    if (pEvent->button() == Qt::RightButton)
+        return std::exchange(m_bRightClickDone, false) || ReleaseRight(pEvent->pos(), ptDisplay);
+    bool bTaken = false;
+    m_model.Locked([&] {
+        if (pEvent->button() == Qt::LeftButton)
+            bTaken = m_mouse.ReleaseLeft(*pEvent, {ptDisplay.x(), ptDisplay.y()});
+    });
+    return bTaken;
+}
+
+bool CKxDrawingTool::OnContextMenuRequested(QPoint ptGlobal)
+{
+    if (!IsActive())
+        return false;
+    m_bRightClickDone = true;
+    ReleaseRight(ptGlobal, ptGlobal);
+    return true;
+}
+
+bool CKxDrawingTool::ReleaseRight(QPoint ptMenu, QPoint ptDisplay)
+{
+    if (GetDrawingItemType() == KxDrawingItemType_Select) {
+        RunDrawingMenu(m_model, ptMenu);
         return false;
     }
     bool bTaken = false;
-    m_model.Locked([&] {
-        const CKxPointEx point{ptDisplay.x(), ptDisplay.y()};
-        if (bRight)
-            bTaken = m_mouse.ReleaseRight(point);
-        else if (pEvent->button() == Qt::LeftButton)
-            bTaken = m_mouse.ReleaseLeft(*pEvent, point);
-    });
+    m_model.Locked([&] { bTaken = m_mouse.ReleaseRight({ptDisplay.x(), ptDisplay.y()}); });
     return bTaken;
 }
 

@@ -59,6 +59,7 @@ public:
     bool mousePressEvent(QWidget* pWidget, QMouseEvent* pEvent, QPoint ptDisplay) override;
     bool mouseReleaseEvent(QWidget* pWidget, QMouseEvent* pEvent, QPoint ptDisplay) override;
     bool keyPressEvent(QWidget* pWidget, QKeyEvent* pEvent) override;
+    bool OnContextMenuRequested(QPoint ptGlobal) override;
 
     void SetQPainterForCtrlLine(QPainter* pPainter) override;
     double GetConversionOfUnitX() const override { return m_model.m_dConversionX; }
@@ -73,6 +74,7 @@ public:
 
 private:
     bool IsActive() const;
+    bool ReleaseRight(QPoint ptMenu, QPoint ptDisplay);
     void BuildFormats(_KxOnDrawParamForDrawing_t& param) const;
     void DrawAll(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
     void DrawGrid(QPainter& painter, const _KxOnDrawParamForDrawing_t& param);
@@ -83,6 +85,7 @@ private:
     CLabelFonts m_objLabelFonts; // outlives the objects, whose labels are of them
     CDrawingModel m_model;
     CDrawingMouse m_mouse{m_model};
+    bool m_bRightClickDone = false; // by a request that came before the release
     CDrawingLayer m_objLayer;
     CKxPen m_objCtrlLinePen; // outlines of selected objects
 };

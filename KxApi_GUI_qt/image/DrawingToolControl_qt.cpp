@@ -5,8 +5,6 @@
 
 #include <GenApi/INodeMap.h>
 
-#include <QMouseEvent>
-
 namespace KxApi
 {
 namespace
@@ -58,11 +56,7 @@ void CDrawingToolControl::ShowGridCount(bool bHorizontal)
 
 bool CDrawingToolControl::OfferRightClick(const QPoint& ptGlobal)
 {
-    if (!m_pTool || m_pTool->GetDrawingItemType() == KxDrawingItemType_None)
-        return false;
-    QMouseEvent event(QEvent::MouseButtonRelease, ptGlobal, Qt::RightButton, Qt::RightButton, Qt::NoModifier);
-    m_pTool->mouseReleaseEvent(m_pImageWidget, &event, ptGlobal);
-    return true;
+    return m_pTool && m_pTool->OnContextMenuRequested(ptGlobal);
 }
 
 void CDrawingToolControl::OnItemChosen(int nItemType)

@@ -222,6 +222,22 @@ TEST_F(DrawingMouse, MenuOffersSevenDialogsAndTheyChangeTheStyle)
     EXPECT_EQ(m_pTool->GetDefaultLineSize(), 2);
 }
 
+// The system asks for the menu at the press already.
+TEST_F(DrawingMouse, AClickOfTheRightButtonEndsAnObjectWithoutAMenu)
+{
+    Draw("Polygon");
+    DragBy(100, 100, 200, 100);
+    Press(50, 50, Qt::RightButton);
+    EXPECT_TRUE(m_pTool->OnContextMenuRequested({400, 300}));
+    EXPECT_EQ(Get("DrawingItemType"), "Select");
+    std::vector<std::string> texts;
+    const CMenuCloser closer(texts);
+    EXPECT_TRUE(Release(50, 50, Qt::RightButton));
+    EXPECT_THAT(texts, IsEmpty());
+    EXPECT_FALSE(Release(50, 50, Qt::RightButton)) << "of another click";
+    EXPECT_THAT(texts, SizeIs(9));
+}
+
 // Features from other threads while the mouse draws over images of any size; the sanitizers watch. The
 // environment asks for more rounds.
 TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
