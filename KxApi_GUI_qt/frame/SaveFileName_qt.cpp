@@ -12,6 +12,8 @@ namespace KxApi
 namespace
 {
 
+constexpr int kUnknownFilter = 1; // the type that a name under none of the filters is saved as
+
 /// What the file dialog asks too, in the words that it has for it.
 bool MayReplace(const QString& strCaption, const QString& strName)
 {
@@ -32,7 +34,7 @@ CSaveFileName CompletedFileName(const QString& strName, const QString& strFilter
         const bool bComplete = strName.endsWith(type.szExtension, Qt::CaseInsensitive);
         return {type.nCode, bComplete ? strName : strName + type.szExtension};
     }
-    return {types.empty() ? 0 : types.front().nCode, strName};
+    return {kUnknownFilter, strName};
 }
 
 CSaveFileName AskForFileName(const QString& strCaption, const QString& strFolder,

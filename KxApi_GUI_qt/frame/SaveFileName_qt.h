@@ -26,7 +26,7 @@ struct CSaveFileName
 };
 
 /// The type of a filter in any case, and the name with its extension unless it ends in that in any case. For
-/// a filter that isn't there the first type, and the name as it is.
+/// a filter that isn't there the type 1, and the name as it is.
 CSaveFileName CompletedFileName(const QString& strName, const QString& strFilter,
                                 const std::vector<CSaveFileType>& types);
 

@@ -81,6 +81,7 @@ TEST_F(SaveImages, NameTheFileByTheFilter)
     EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)", types).strName, "/x/a.kxraw");
     EXPECT_EQ(CompletedFileName("/x/a", "KxRaw File (*.kxraw)", types).nCode, 3);
     EXPECT_EQ(CompletedFileName("/x/a", "anything", types).strName, "/x/a");
+    EXPECT_EQ(CompletedFileName("/x/a", "", {}).nCode, 1);
 }
 
 TEST_F(SaveImages, OfferOnlyTheTypesThatTakeTheFormat)
