@@ -56,6 +56,7 @@ void KxDrawFontConfigDlg::AddSample(QGraphicsScene& scene, const QSize&)
                       QBrush(color));
     }
     scene.addText(kSample, font)->setDefaultTextColor(m_objFont.GetColor());
+    scene.setSceneRect(scene.itemsBoundingRect()); // in the middle, or scrolled when it is larger
 }
 
 void KxDrawFontConfigDlg::on_fontComboBox_currentIndexChanged(const QString& strFamily)

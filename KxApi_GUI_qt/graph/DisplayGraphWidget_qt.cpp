@@ -16,7 +16,8 @@ namespace KxApi
 namespace
 {
 constexpr uint32_t kLongestInterval = 3600000; // ms; the port takes any number
-}
+constexpr int kLight = 128;                    // lightness of palettes on which black can be read
+} // namespace
 
 CDisplayGraphWidget::CDisplayGraphWidget(QWidget* pParent)
 try : QWidget(pParent) {
@@ -118,8 +119,8 @@ void CDisplayGraphWidget::paintEvent(QPaintEvent* pEvent)
         pWindow->GetCDrawGraphParam(param);
         param.Fit(painter.window().width(), painter.window().height());
         if (m_bTranslucent) {
-            // Where there is nothing from before: black texts have to be read in dark palettes, too.
-            painter.fillRect(rect(), Qt::white);
+            if (palette().color(QPalette::Window).lightness() < kLight)
+                painter.fillRect(rect(), Qt::white); // or black texts couldn't be read
             painter.drawPixmap(0, 0, m_objBackdrop);
         }
         pWindow->DrawInside(&painter, param, KxGraphDataIndex_Widget);
