@@ -104,7 +104,8 @@ void Receive(IKxStream& stream, const Options& options, KxApps::Recorder* pRecor
             pRecorder->Add(PartOf(*image, options.part));
         if (pHistogram && (options.images == kKxEndless || n + 1 == options.images))
             pHistogram->Note(PartOf(*image, options.part));
-        progress.Count(payload, image->GetTimestampNs(), stream.GetStatistics());
+        progress.Count(image->GetEncodedSize() > 0 ? image->GetEncodedSize() : payload,
+                       image->GetTimestampNs(), stream.GetStatistics());
         if (pRecorder && pRecorder->Status().state == KxApps::RecordingState::Failed)
             break; // there is nothing to acquire for
     }

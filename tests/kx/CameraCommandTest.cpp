@@ -199,6 +199,16 @@ TEST_F(CameraCommand, GrabSavesNumberedPicturesOfAnyType)
     EXPECT_EQ(Run(grab + "nowhere/%d.png").exitCode, 1);
 }
 
+TEST_F(CameraCommand, GrabDecodesCompressedImagesAndLosesOnlyBrokenOnes)
+{
+    const Outcome outcome = Run("grab KX-G1C_2001 -n 3 --set ImageCompressionMode=JPEG "
+                                "--set KxFaultIncompleteEvery=2 -o frame-%d.png");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.output, HasSubstr("2 images written"));
+    EXPECT_THAT(outcome.errors, HasSubstr("1 images not saved; image 2 came incomplete"));
+    EXPECT_EQ(Files(".png"), 2U);
+}
+
 TEST_F(CameraCommand, GrabSavesOneFileThatConvertUnpacks)
 {
     const std::string grab = "grab KX-U5M_1001 -n 3 --set Width=64 Height=32 PixelFormat=Mono12p -o ";

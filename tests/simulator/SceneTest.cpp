@@ -2,7 +2,9 @@
 // What the scenes show: known sizes, known polarisation, light and noise.
 #include "SimulatorFixture.h"
 
+#include <KxApi_IP/IKxStillImageFiler.h>
 #include <KxApi_TL/CKxPixelComponent.h>
+#include <KxApi_TL/IKxImageBuffer.h>
 
 #include <algorithm>
 #include <array>
@@ -196,6 +198,42 @@ TEST_F(Scene, ShowsTheImagesOfAFolderInTheirOrderAndSkipsWhatIsNone)
         ASSERT_TRUE(image);
         EXPECT_NEAR(At(*image, 10, 240), left, 1);
         EXPECT_NEAR(At(*image, 630, 240), right, 1);
+    }
+}
+
+/// The better the quality, the nearer comes what is decoded to what isn't compressed, and the more bytes.
+TEST_F(Scene, ComesCompressedAsFarAsTheQualityAllows)
+{
+    const DevicePtr device = Open(kColour);
+    Set(device, "KxSceneStep", "0");
+    std::vector<uint8_t> plain;
+    WithImage(device, [&](IKxStreamImage& image) {
+        const auto* const pixels = static_cast<const uint8_t*>(image.GetImageBuffer());
+        plain.assign(pixels, pixels + image.GetImageHeight() * image.GetImageLinePitch());
+    });
+    Set(device, "ImageCompressionMode", "JPEG");
+    Set(device, "ChunkModeActive", "true");
+    const CKxAutoPtr<IKxFilerReleasable, IKxStillImageFiler> filer(CreateIKxFiler(KxFilerType_StillImage));
+    const CKxAutoPtr<IKxImageBufferReleasable, IKxImageBuffer> decoded(CreateIKxImageBuffer(nullptr));
+    double errorBefore = 0;
+    size_t sizeBefore = plain.size() / 5;
+    for (const char* quality : {"95", "50", "5"}) {
+        Set(device, "ImageCompressionQuality", quality);
+        WithImage(device, [&](IKxStreamImage& image) {
+            EXPECT_LT(image.GetEncodedSize(), sizeBefore) << quality;
+            sizeBefore = image.GetEncodedSize();
+            ASSERT_GT(sizeBefore, 0U);
+            filer->LoadFromMemory(decoded.Get(), image.GetEncodedData(), image.GetEncodedSize());
+        });
+        const IKxImage& image = *decoded->GetIKxImage();
+        ASSERT_EQ(image.GetImageHeight() * image.GetImageLinePitch(), plain.size());
+        double error = 0;
+        for (size_t i = 0; i < plain.size(); ++i)
+            error += std::abs(plain[i] - static_cast<const uint8_t*>(image.GetImageBuffer())[i]);
+        error /= static_cast<double>(plain.size());
+        EXPECT_GT(error, errorBefore) << quality;
+        errorBefore = error;
+        EXPECT_LT(error, std::string(quality) == "5" ? 8 : 2) << quality;
     }
 }
 

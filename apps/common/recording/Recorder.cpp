@@ -226,7 +226,10 @@ void Recorder::Run(ImageWriter& writer)
             const uint64_t bytes = writer.Write(*entry.image, entry.number);
             OnWritten(entry, bytes, Clock::now() - begin);
         } catch (const GenICam::GenericException& e) {
-            OnFailure(e);
+            if (entry.image->IsEncoded() && entry.image->Notes().isIncomplete)
+                OnBroken(entry, e); // the next one may be whole
+            else
+                OnFailure(e);
         } catch (const std::exception& e) {
             OnFailure(RUNTIME_EXCEPTION("%s", e.what()));
         }
@@ -241,6 +244,17 @@ void Recorder::OnWritten(const Entry& entry, uint64_t bytes, Clock::duration tim
     m_status.writtenBytes += bytes;
     m_status.queuedBytes -= std::min<uint64_t>(m_status.queuedBytes, entry.image->Size());
     m_writing += time;
+    m_end = Clock::now();
+}
+
+void Recorder::OnBroken(const Entry& entry, const GenICam::GenericException& error)
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    ++m_status.lost;
+    --m_status.incomplete; // each is counted once
+    m_status.queuedBytes -= std::min<uint64_t>(m_status.queuedBytes, entry.image->Size());
+    m_status.warning = Text("image %llu came incomplete and can't be decoded: %s",
+                            Number(entry.image->Notes().frameId), error.GetDescription());
     m_end = Clock::now();
 }
 

@@ -56,7 +56,7 @@ struct RecordingStatus
     double seconds = 0;     ///< since the first image, until the last one was written
     double comingRate = 0;  ///< bytes a second, from the first image to the last one
     double writingRate = 0; ///< bytes a second of all writers while they wrote
-    std::string warning;    ///< why images were lost in the queue; empty when none was
+    std::string warning;    ///< why single images were lost; empty when none was
     std::string error;      ///< what ended a failed recording
 
     /// What became of it, in a sentence.
@@ -106,6 +106,7 @@ private:
     void Run(ImageWriter& writer);
     bool Next(Entry& entry);
     void OnWritten(const Entry& entry, uint64_t bytes, Clock::duration time);
+    void OnBroken(const Entry& entry, const GenICam::GenericException& error);
     void OnFailure(const GenICam::GenericException& error);
     void FinishWriters();
     double WritingRate() const;

@@ -4,6 +4,7 @@
 
 #include "Features.h"
 #include "common/modules/Stream.h"
+#include "image/JpegEncoder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -222,6 +223,8 @@ CFrameSettings CCamera::FrameSettings()
     s.gainDb = map.GetReal("GainReg");
     s.blackLevel = map.GetReal("BlackLevelReg");
     s.gamma = map.GetReal("GammaReg");
+    if (JpegQuality() > 0)
+        s.format = &FormatOfName("RGB8");
     for (size_t i = 0; map.Has("BalanceRatioReg") && i < s.balance.size(); ++i)
         s.balance[i] = map.GetReal("BalanceRatioReg", i);
     return s;
@@ -235,7 +238,8 @@ std::vector<CPartInfo> CCamera::Parts(const CFrameSettings& settings)
 size_t CCamera::PayloadSize()
 {
     const CFrameSettings settings = FrameSettings();
-    const size_t imageSize = PartsSize(Parts(settings), settings);
+    const size_t imageSize = JpegQuality() > 0 ? MaxJpegSize(settings.width, settings.height)
+                                               : PartsSize(Parts(settings), settings);
     CFrameInfo info;
     return imageSize + ChunkTail(settings, imageSize, info).size();
 }
@@ -288,10 +292,26 @@ bool CCamera::WaitForImage(std::unique_lock<std::mutex>& lock)
     return true;
 }
 
+void CCamera::Compress(const CFrameSettings& settings, uint64_t image, int quality)
+{
+    m_pixels.resize(settings.ImageSize());
+    m_renderer.Prepare(settings);
+    m_renderer.Fill(image, m_pixels.data(), m_pixels.size());
+    EncodeJpeg(m_pixels, settings.width, settings.height, quality, m_encoded);
+}
+
 void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
 {
     const uint64_t acquisition = m_acquisition, image = m_images++;
     const CFrameSettings settings = FrameSettings();
+    const int quality = JpegQuality();
+    if (quality > 0) { // ahead of all else: what comes behind the image depends on its size
+        lock.unlock();
+        Compress(settings, image, quality);
+        lock.lock();
+        if (m_acquisition != acquisition)
+            return;
+    }
     CFrameInfo info;
     // GigE Vision counts from 1.
     info.frameId = image + (m_model.technology == ETechnology::GEV ? 1 : 0);
@@ -302,8 +322,10 @@ void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
     info.offsetY = static_cast<size_t>(settings.offsetY);
     info.pixelFormat = settings.format->code;
     info.parts = Parts(settings);
-    info.payloadType = info.parts.empty() ? GenTL::PAYLOAD_TYPE_IMAGE : GenTL::PAYLOAD_TYPE_MULTI_PART;
-    const size_t imageSize = PartsSize(info.parts, settings);
+    info.payloadType = quality > 0          ? GenTL::PAYLOAD_TYPE_JPEG
+                       : info.parts.empty() ? GenTL::PAYLOAD_TYPE_IMAGE
+                                            : GenTL::PAYLOAD_TYPE_MULTI_PART;
+    const size_t imageSize = quality > 0 ? m_encoded.size() : PartsSize(info.parts, settings);
     const std::string tail = ChunkTail(settings, imageSize, info);
     info.dataSize = imageSize + tail.size();
     info.isIncomplete = IsStruck("KxFaultIncompleteEveryReg", image);
@@ -316,11 +338,16 @@ void CCamera::TakeImage(std::unique_lock<std::mutex>& lock)
     lock.unlock();
     if (stream) {
         stream->Deliver(info, [&](uint8_t* memory, size_t size) {
-            m_renderer.Prepare(settings);
-            if (info.parts.empty())
-                m_renderer.Fill(image, memory, std::min(size, imageSize));
-            else
-                FillParts(info.parts, settings, image, m_renderer, memory, std::min(size, imageSize));
+            const size_t filled = std::min(size, imageSize);
+            if (quality > 0) {
+                std::memcpy(memory, m_encoded.data(), filled);
+            } else {
+                m_renderer.Prepare(settings);
+                if (info.parts.empty())
+                    m_renderer.Fill(image, memory, filled);
+                else
+                    FillParts(info.parts, settings, image, m_renderer, memory, filled);
+            }
             if (size > imageSize)
                 std::memcpy(memory + imageSize, tail.data(), size - imageSize);
         });

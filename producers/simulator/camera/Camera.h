@@ -139,6 +139,8 @@ public:
     uint32_t EnabledComponents();
     static size_t MaxChunks();
     CFrameSettings FrameSettings();
+    /// 0 while images aren't compressed.
+    int JpegQuality();
     double FrameRateLimit();
 
 private:
@@ -150,6 +152,8 @@ private:
     /// What comes behind an image; tells the chunks in `info`.
     std::string ChunkTail(const CFrameSettings& settings, size_t imageSize, CFrameInfo& info);
     std::vector<CPartInfo> Parts(const CFrameSettings& settings);
+    /// Makes an image and compresses it, in the camera's thread without the lock.
+    void Compress(const CFrameSettings& settings, uint64_t image, int quality);
     /// Whether a fault strikes each image of a number, and this one.
     bool IsStruck(const char* faultRegister, uint64_t image);
     bool IsTriggered() { return Registers().GetInteger("TriggerModeReg") == 1; }
@@ -179,7 +183,9 @@ private:
     int64_t m_imagesLeft = 0;   // of a counted acquisition
     Clock::time_point m_nextImage;
 
-    CFrameRenderer m_renderer; // of the thread
+    // Of the thread.
+    CFrameRenderer m_renderer;
+    std::vector<uint8_t> m_pixels, m_encoded; // of a compressed image
 };
 
 } // namespace KxSim

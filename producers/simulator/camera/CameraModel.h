@@ -29,6 +29,7 @@ struct CCameraModel
     uint64_t mac;
     CIpConfig ip;
     EParts parts = EParts::One;
+    bool compresses = false; // it can send JPEG
 };
 
 const std::vector<CCameraModel>& CameraModels();

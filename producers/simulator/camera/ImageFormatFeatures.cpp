@@ -12,6 +12,11 @@ namespace
 {
 
 constexpr char kLocked[] = "(TLParamsLocked = 1)";
+enum ECompression // entries of ImageCompressionMode
+{
+    kUncompressed,
+    kJpeg
+};
 const std::vector<std::string> kReductions = {"BinningHorizontal", "BinningVertical", "DecimationHorizontal",
                                               "DecimationVertical"};
 
@@ -102,6 +107,19 @@ void Describe(const CCameraModel& model, CFeatureList& list)
         Enumeration("PixelFormat", "Format of the pixels").Entries(formats).Default(first).LockedIf(kLocked));
     list.Add(
         Integer("PixelSize", "Bits of a pixel").ReadOnly().Expert().Unit("bit").ChangedBy({"PixelFormat"}));
+    if (model.compresses) {
+        list.Add(
+            Enumeration("ImageCompressionMode", "How images are compressed")
+                .Description("JPEG is made of colours in RGB8; PixelFormat is that of images that aren't "
+                             "compressed.")
+                .Entries({{"Off", kUncompressed, "Not at all"}, {"JPEG", kJpeg, "As JPEG files"}})
+                .LockedIf(kLocked));
+        list.Add(Integer("ImageCompressionQuality", "Quality of compressed images, 100 is best")
+                     .Range("1", "100")
+                     .Default(90)
+                     .Unit("%")
+                     .AvailableIf("(ImageCompressionMode = 1)"));
+    }
     list.Add(Enumeration("TestPattern", "Puts computed values in the place of the scene")
                  .Entries({{"Off", 0, "The scene"},
                            {"Black", 1, "All 0"},
@@ -164,6 +182,8 @@ void Bind(CCamera& camera)
     checkWindow("Height", "OffsetY", kHeightStep, true);
     checkWindow("Height", "OffsetY", kHeightStep, false);
     map.At("PixelFormatReg").beforeWrite = [&](size_t) { camera.RefuseWhileAcquiring(); };
+    if (camera.Model().compresses)
+        map.At("ImageCompressionModeReg").beforeWrite = [&](size_t) { camera.RefuseWhileAcquiring(); };
     map.At("PixelSizeReg").beforeRead = [&](size_t) {
         const CPixelFormat* const format =
             FormatOfCode(static_cast<uint32_t>(map.GetInteger("PixelFormatReg")));
@@ -174,5 +194,13 @@ void Bind(CCamera& camera)
 } // namespace
 
 const CFeatureGroup kImageFormatFeatures = {Describe, Bind};
+
+int CCamera::JpegQuality()
+{
+    CRegisterMap& map = Registers();
+    if (!m_model.compresses || map.GetInteger("ImageCompressionModeReg") != kJpeg)
+        return 0;
+    return static_cast<int>(map.GetInteger("ImageCompressionQualityReg"));
+}
 
 } // namespace KxSim
