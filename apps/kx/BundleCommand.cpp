@@ -2,6 +2,7 @@
 #include "Cameras.h"
 #include "Commands.h"
 #include "DescriptionFile.h"
+#include "ErrorLog.h"
 #include "FeatureTree.h"
 #include "Findings.h"
 #include "ZipArchive.h"
@@ -18,12 +19,14 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 using namespace KxApi;
 using Json = nlohmann::ordered_json;
@@ -37,6 +40,7 @@ namespace
 struct Options
 {
     std::string output;
+    std::vector<std::string> added;
     bool withoutCameras = false;
 };
 
@@ -130,7 +134,19 @@ public:
                 AddCamera(camera);
     }
 
-    void AddErrors() { m_archive.Add("errors.txt", m_errors); }
+    void AddFiles(const std::vector<std::string>& paths)
+    {
+        for (const std::string& path : paths)
+            m_archive.Add("added/" + FileName(std::filesystem::path(path).filename().string()),
+                          FileText(path.c_str()));
+    }
+
+    /// Those of this run, and the last ones of kx and kxviewer.
+    void AddErrors()
+    {
+        m_archive.Add("errors.txt", m_errors);
+        m_archive.Add("errors.log", KxApps::ReadErrorLog());
+    }
 
 private:
     void AddCamera(const KxApps::Camera& camera)
@@ -189,6 +205,7 @@ void RunBundle(const Options& options)
     Collection collection(archive);
     collection.AddMachine();
     collection.AddCameras(KxApps::Cameras(), !options.withoutCameras);
+    collection.AddFiles(options.added);
     collection.AddErrors();
     archive.Finish();
     std::cerr << "\r\033[K";
@@ -203,9 +220,14 @@ void AddBundleCommand(CLI::App& program)
     CLI::App* const command = program.add_subcommand(
         "bundle",
         "Collects in a zip archive what helps to find a fault: versions, system, producers and why they "
-        "were refused, cameras, descriptions, feature values, errors; changes nothing, sends nothing");
+        "were refused, cameras, descriptions, feature values, errors of this run and the last ones of kx and "
+        "kxviewer; "
+        "changes nothing, sends nothing");
     command->add_option("-o,--output", options->output,
                         "File to write; kx-bundle- with date and time if not given");
+    command->add_option("--add", options->added, "File to go in too; may be given several times")
+        ->check(CLI::ExistingFile)
+        ->take_all();
     command->add_flag("--without-cameras", options->withoutCameras, "Opens no camera");
     command->callback([options] { RunBundle(*options); });
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "ErrorLog.h"
 #include "NodeText.h"
 #include "ProgramReference.h"
 
@@ -27,6 +28,7 @@ constexpr int kWrongUsage = 2;
 
 int Fail(const std::string& text)
 {
+    KxApps::LogError("kx " KX_VERSION, text);
     std::fprintf(stderr, "kx: %s\n", Kx::OneLine(text).c_str());
     return kFailed;
 }
@@ -34,7 +36,9 @@ int Fail(const std::string& text)
 int Run(int argc, char** argv)
 {
     CLI::App program("Command-line tool for cameras and their descriptions", "kx");
-    program.footer("Exit code: 0 done, 1 failed (one line on standard error tells why), 2 wrong usage");
+    program.footer("Exit code: 0 done, 1 failed (one line on standard error tells why), 2 wrong usage. "
+                   "The last errors are kept in ~/.local/state/KxApi/errors.log for kx bundle, unless "
+                   "KXAPI_ERROR_LOG is off");
     program.set_version_flag("--version", KX_VERSION);
     program.require_subcommand(1);
     for (const AddCommand add : kCommands)

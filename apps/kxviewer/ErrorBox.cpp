@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ErrorBox.h"
 
+#include "ErrorLog.h"
+
 #include <QCoreApplication>
 #include <QMessageBox>
 
+void LogViewerError(const QString& strText)
+{
+    KxApps::LogError("kxviewer " KX_VERSION, strText.toStdString());
+}
+
 void ShowError(QWidget* pParent, const QString& strTried, const GenICam::GenericException& error)
 {
+    LogViewerError(QString::fromUtf8(error.GetDescription()));
     auto* const pBox = new QMessageBox(pParent);
     pBox->setObjectName("errorBox");
     pBox->setAttribute(Qt::WA_DeleteOnClose);

@@ -24,7 +24,7 @@ void ActionRows::AddFile()
                               const QString strFile =
                                   ChooseFile(&window, FileChoice::Save,
                                              ActionText(QT_TRANSLATE_NOOP("Actions", "Save image")),
-                                             "pictures", ImageFileFilters());
+                                             "pictures", ImageFileFilters(), SnapshotName(window.View()));
                               if (!strFile.isEmpty())
                                   SaveImageAs(window.View(), strFile);
                           }),

@@ -19,13 +19,15 @@ QString UserFolder(const QString& strWhat)
 }
 
 QString ChooseFile(QWidget* pParent, FileChoice eChoice, const QString& strTitle, const QString& strWhat,
-                   const QStringList& filters)
+                   const QStringList& filters, const QString& strName)
 {
     const bool bSave = eChoice == FileChoice::Save;
     QFileDialog dialog(pParent, strTitle, UserFolder(strWhat));
     dialog.setAcceptMode(bSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(bSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(filters);
+    if (!strName.isEmpty())
+        dialog.selectFile(strName);
     // The ending goes with the chosen type, unless another one is typed.
     const auto suffix = [&](const QString& strFilter) {
         dialog.setDefaultSuffix(strFilter.section("(*.", 1).section(QRegExp("[ )]"), 0, 0));

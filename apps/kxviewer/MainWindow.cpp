@@ -299,6 +299,7 @@ void MainWindow::FollowMouse()
 
 void MainWindow::OnFailed(CameraView& view, const QString& strText, bool bEnded)
 {
+    LogViewerError(view.Title() + ": " + strText);
     if (&view == &View())
         Tell(strText);
     Follow();

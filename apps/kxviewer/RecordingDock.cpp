@@ -3,6 +3,7 @@
 
 #include "CameraRecording.h"
 #include "CameraView.h"
+#include "ErrorBox.h"
 #include "RecordingTarget.h"
 #include "RingPanel.h"
 #include "ViewerSettings.h"
@@ -13,11 +14,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QProgressBar>
 #include <QSpinBox>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace
 {
@@ -131,7 +132,7 @@ bool RecordingDock::Begin(const std::function<void(KxApps::RecordingOptions)>& b
         begin(std::move(options));
         return true;
     } catch (const GenICam::GenericException& e) {
-        QMessageBox::warning(this, windowTitle(), QString::fromUtf8(e.GetDescription()));
+        ShowError(window(), tr("The recording can't be started."), e);
         return false;
     }
 }
@@ -166,10 +167,28 @@ void RecordingDock::Refresh()
     m_pRecord->setChecked(bTakes);
     m_pRecord->setEnabled(bTakes || (m_pRecording && m_pRecording->CanRecord() && !bBusy));
     m_pTarget->setEnabled(!bBusy);
+    TellEnd(bBusy);
     if (isHidden())
         return;
     m_pRing->Refresh(bBusy);
     ShowStatus();
+}
+
+void RecordingDock::TellEnd(bool bBusy)
+{
+    const KxApps::Recorder* const pRecorder = m_pRecording ? m_pRecording->GetRecorder() : nullptr;
+    const KxApps::Recorder* const pRan = std::exchange(m_pRunning, bBusy ? pRecorder : nullptr);
+    if (bBusy || !pRan || pRan != pRecorder)
+        return;
+    const KxApps::RecordingStatus status = pRecorder->Status();
+    const QString strOutput = QString::fromStdString(pRecorder->Output());
+    if (status.state == KxApps::RecordingState::Failed)
+        ShowError(window(), tr("The recording broke off: %1").arg(strOutput),
+                  RUNTIME_EXCEPTION("%s", status.Cause().c_str()));
+    else
+        emit Told(tr("Recorded %n image(s), %1 lost: %2", "", static_cast<int>(status.written))
+                      .arg(status.lost)
+                      .arg(strOutput));
 }
 
 void RecordingDock::ShowStatus()

@@ -17,8 +17,9 @@ class RingPanel;
 
 namespace KxApps
 {
+class Recorder;
 struct RecordingOptions;
-}
+} // namespace KxApps
 
 class RecordingDock : public ViewerDock
 {
@@ -42,9 +43,12 @@ private:
     bool Begin(const std::function<void(KxApps::RecordingOptions)>& begin);
     void Refresh();
     void ShowStatus();
+    /// Also while the dock is hidden: a recording that has just ended.
+    void TellEnd(bool bBusy);
 
     CameraView* m_pView = nullptr;
-    CameraRecording* m_pRecording = nullptr; // of the view
+    CameraRecording* m_pRecording = nullptr;      // of the view
+    const KxApps::Recorder* m_pRunning = nullptr; // of it, as of the last refresh; to be compared only
     QAction* m_pRecord;
     RecordingTarget* m_pTarget;
     QSpinBox* m_pMaxImages;

@@ -47,15 +47,20 @@ CKxAutoPtr<IKxFilerReleasable> FilerFor(IKxImageDisplayWnd& window)
 
 } // namespace
 
+QString FileTime() { return QDateTime::currentDateTime().toString("_yyyyMMdd_HHmmss_zzz"); }
+
+QString SnapshotName(const CameraView& view)
+{
+    return view.Title().replace(QRegularExpression("[^\\w-]+"), "_") + FileTime() + ".png";
+}
+
 QString SaveSnapshot(CameraView& view)
 {
     const QString strFolder = ViewerSettings::Folder(
         "pictures", QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
     if (!QDir().mkpath(strFolder))
         throw RUNTIME_EXCEPTION("the folder '%s' can't be made", strFolder.toUtf8().constData());
-    const QString strCamera = view.Title().replace(QRegularExpression("[^\\w-]+"), "_");
-    QString strFile = QDir(strFolder).filePath(
-        strCamera + QDateTime::currentDateTime().toString("_yyyyMMdd_HHmmss_zzz") + ".png");
+    QString strFile = QDir(strFolder).filePath(SnapshotName(view));
     FilerFor(view.Window())
         ->Save(view.Window().GetConvertedIKxImage(), KxStillImageFileType_Png, PathOf(strFile));
     return strFile;

@@ -7,6 +7,12 @@
 
 class CameraView;
 
+/// "_20261224_180000_000": the time, as names of files end.
+QString FileTime();
+
+/// Name of a file for the shown image: camera, time, ".png".
+QString SnapshotName(const CameraView& view);
+
 /// The image as it is seen, with colour map, as a PNG file with the time in its name in the folder chosen
 /// last. Returns the path. Raises what there is to object to.
 QString SaveSnapshot(CameraView& view);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionRows.h"
+#include "DiagnosticArchive.h"
+#include "FileDialog.h"
 #include "HelpPage.h"
 #include "MainWindow.h"
+#include "SnapshotFile.h"
 
 using namespace KxApi;
 
@@ -52,6 +55,32 @@ void ActionRows::AddHelp()
     MainWindow& window = m_window;
     m_rows.push_back({"help", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&Mouse and keys"), "F1",
                       ActionBar::Image, [&window] { ShowHelp(&window, window.Actions()); }});
+    auto* const pArchive = new DiagnosticArchive(&window);
+    constexpr const char* kNoArchive = QT_TRANSLATE_NOOP("Actions", "The diagnostic archive can't be made.");
+    QObject::connect(pArchive, &DiagnosticArchive::Made, &window, [&window](const QString& strFile) {
+        window.Tell(ActionText(QT_TRANSLATE_NOOP("Actions", "Saved %1")).arg(strFile));
+    });
+    QObject::connect(pArchive, &DiagnosticArchive::Failed, &window, [&window](const QString& strWhy) {
+        window.Try(ActionText(kNoArchive),
+                   [&] { throw RUNTIME_EXCEPTION("%s", strWhy.toUtf8().constData()); });
+    });
+    m_rows.push_back(
+        {"diagnostics", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&Diagnostic archive..."), "",
+         ActionBar::None,
+         Try(kNoArchive,
+             [&window, pArchive] {
+                 const QString strFile =
+                     ChooseFile(&window, FileChoice::Save,
+                                ActionText(QT_TRANSLATE_NOOP("Actions", "Save diagnostic archive")),
+                                "diagnostics", {ActionText(QT_TRANSLATE_NOOP("Actions", "Archives (*.zip)"))},
+                                "kxviewer" + FileTime() + ".zip");
+                 if (strFile.isEmpty())
+                     return;
+                 pArchive->Make(strFile, window.Area().Views());
+                 window.Tell(
+                     ActionText(QT_TRANSLATE_NOOP("Actions", "The diagnostic archive is being made...")));
+             }),
+         [pArchive] { return !pArchive->IsBusy(); }});
     m_rows.push_back({"about", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&About the viewer"), "",
                       ActionBar::None, [&window] { ShowAbout(&window); }});
 }

@@ -2,6 +2,7 @@
 #include "Appearance.h"
 #include "DescriptionViewer.h"
 #include "Display.h"
+#include "ErrorLog.h"
 #include "MainWindow.h"
 #include "ProgramReference.h"
 #include "ViewerSettings.h"
@@ -89,6 +90,7 @@ void SavePictures(MainWindow& window, const std::string& folder)
 
 int Fail(const std::string& text)
 {
+    KxApps::LogError("kxviewer " KX_VERSION, text);
     std::cerr << "kxviewer: " << text << "\n";
     return kFailed;
 }

@@ -153,7 +153,8 @@ TEST_F(CameraCommand, DescriptionsAreSavedAndCanBeLoaded)
 TEST_F(CameraCommand, TheBundleTellsWhatThereIsAndWhatIsWrong)
 {
     std::ofstream(m_folder / "Broken.cti") << "this is no library";
-    const Outcome bundled = Run("bundle -o all.zip", "GENICAM_GENTL64_PATH=. ");
+    Run("get nobody password=geheim");
+    const Outcome bundled = Run("bundle -o all.zip --add Broken.cti", "GENICAM_GENTL64_PATH=. ");
     ASSERT_EQ(bundled.exitCode, 0) << bundled.errors;
     ASSERT_EQ(RunProgram(CMAKE_PROGRAM, "-E tar xf all.zip").exitCode, 0);
     EXPECT_TRUE(std::filesystem::exists(m_folder / "about.json"));
@@ -163,6 +164,9 @@ TEST_F(CameraCommand, TheBundleTellsWhatThereIsAndWhatIsWrong)
     EXPECT_GT(features.size(), 50U);
     EXPECT_THAT(ContentOf(m_folder / "errors.txt"),
                 AllOf(HasSubstr("Broken.cti: "), HasSubstr("cannot open KX-G1M_2003 (NoAccess)")));
+    EXPECT_THAT(ContentOf(m_folder / "errors.log"),
+                AllOf(HasSubstr("no camera is called 'nobody'"), HasSubstr("  kx ")));
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "added" / "Broken.cti"));
     ExpectFailure(Run("bundle -o nowhere/all.zip"), "'nowhere/all.zip' can't be written");
 }
 

@@ -42,6 +42,7 @@ protected:
         Application();
         // Others may use the same simulated cameras at this moment.
         qputenv("TMPDIR", m_folder.path().toUtf8());
+        qputenv("XDG_STATE_HOME", m_folder.path().toUtf8());
         ViewerSettings::UseFile(m_folder.filePath("viewer.conf"));
         m_pCameras = std::make_unique<KxApps::Cameras>();
         m_pSearch = std::make_unique<CameraSearch>(*m_pCameras);

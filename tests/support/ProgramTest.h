@@ -50,11 +50,13 @@ protected:
     }
     void TearDown() override { std::filesystem::remove_all(m_folder); }
 
+    /// Errors are logged in the test's folder.
     /// @param environment such as "NAME=value NAME2=value "
     Outcome RunProgram(const std::string& program, const std::string& arguments,
                        const std::string& environment = "") const
     {
-        const std::string command = "cd " + m_folder.string() + " && " + environment + "'" + program + "' " +
+        const std::string command = "cd " + m_folder.string() +
+                                    " && export XDG_STATE_HOME=$PWD/state && " + environment + "'" + program + "' " +
                                     arguments + " >output.txt 2>errors.txt </dev/null";
         const int status = std::system(command.c_str());
         Outcome outcome;

@@ -315,6 +315,26 @@
         <source>&amp;About the viewer</source>
         <translation>Ü&amp;ber den Betrachter</translation>
     </message>
+    <message>
+        <source>The diagnostic archive can't be made.</source>
+        <translation>Das Diagnosearchiv kann nicht erstellt werden.</translation>
+    </message>
+    <message>
+        <source>&amp;Diagnostic archive...</source>
+        <translation>&amp;Diagnosearchiv...</translation>
+    </message>
+    <message>
+        <source>Save diagnostic archive</source>
+        <translation>Diagnosearchiv speichern</translation>
+    </message>
+    <message>
+        <source>Archives (*.zip)</source>
+        <translation>Archive (*.zip)</translation>
+    </message>
+    <message>
+        <source>The diagnostic archive is being made...</source>
+        <translation>Das Diagnosearchiv wird erstellt...</translation>
+    </message>
 </context>
 <context>
     <name>CameraView</name>
@@ -913,6 +933,18 @@ Apache License 2.0</translation>
     <message>
         <source>Failed</source>
         <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>The recording can't be started.</source>
+        <translation>Die Aufzeichnung kann nicht begonnen werden.</translation>
+    </message>
+    <message>
+        <source>The recording broke off: %1</source>
+        <translation>Die Aufzeichnung brach ab: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>Recorded %n image(s), %1 lost: %2</source>
+        <translation><numerusform>Ein Bild aufgezeichnet, %1 verloren: %2</numerusform><numerusform>%n Bilder aufgezeichnet, %1 verloren: %2</numerusform></translation>
     </message>
 </context>
 <context>

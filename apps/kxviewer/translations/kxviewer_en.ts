@@ -11,4 +11,14 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>RecordingDock</name>
+    <message numerus="yes">
+        <source>Recorded %n image(s), %1 lost: %2</source>
+        <translation>
+            <numerusform>Recorded one image, %1 lost: %2</numerusform>
+            <numerusform>Recorded %n images, %1 lost: %2</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>
