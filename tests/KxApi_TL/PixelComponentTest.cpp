@@ -17,7 +17,7 @@ namespace
 {
 
 using namespace KxApi;
-using TestTransport::FakeImage;
+using KxTest::FakeImage;
 
 std::vector<int64_t> Values(FakeImage& image, size_t x, size_t y)
 {

@@ -76,32 +76,11 @@ TEST(Event, TimedWaitsLastTheirTime)
 {
     Automatic event;
     Manual other;
-    for (const unsigned int nMilliseconds : {30u, 990u}) { // the second one almost always crosses a second
-        const auto start = Clock::now();
-        EXPECT_EQ(WaitForSingleObject(&event, nMilliseconds), 258u);
-        EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(nMilliseconds) - 2ms);
-        EXPECT_EQ(WaitAny({&event, &other}, nMilliseconds), 258u);
-        const auto took = Clock::now() - start;
-        EXPECT_GE(took, std::chrono::milliseconds(2 * nMilliseconds) - 4ms);
-        EXPECT_LT(took, std::chrono::milliseconds(2 * nMilliseconds) + 30s);
-    }
-}
-
-TEST(Event, WaitingThreadIsWoken)
-{
-    Automatic event, answer;
-    std::thread thread([&] {
-        for (int i = 0; i < 200; ++i) {
-            EXPECT_EQ(WaitForSingleObject(&event, i % 2 ? 0xFFFFFFFF : 20000), 0u);
-            answer.SetEvent();
-        }
-    });
-    for (int i = 0; i < 200; ++i) {
-        event.SetEvent();
-        ASSERT_EQ(WaitForSingleObject(&answer, 20000), 0u) << i;
-    }
-    thread.join();
-    EXPECT_EQ(Look(event), 258u);
+    const auto start = Clock::now();
+    EXPECT_EQ(WaitForSingleObject(&event, 990), 258u); // almost always crosses a second
+    EXPECT_GE(Clock::now() - start, 988ms);
+    EXPECT_EQ(WaitAny({&event, &other}, 30), 258u);
+    EXPECT_GE(Clock::now() - start, 1016ms);
 }
 
 TEST(Event, OneSignalEndsTheWaitOfOneThread)
@@ -153,9 +132,7 @@ TEST(Event, WaitForAllNeedsAll)
     EXPECT_EQ(Look(second), 258u);
     EXPECT_EQ(Look(third), 0u);
     first.SetEvent();
-    const auto start = Clock::now();
     EXPECT_EQ(WaitAll({&first, &second, &third}, 20), 258u);
-    EXPECT_GE(Clock::now() - start, 18ms);
     EXPECT_EQ(Look(first), 258u) << "a wait that times out uses the signals up";
 }
 

@@ -37,19 +37,6 @@ TEST(ImageBuffer, SizeIsCheckedAsSignedNumber)
     EXPECT_FALSE(buffer.HasImageBuffer());
 }
 
-TEST(ImageBuffer, LinesAreFilledToTheAlignment)
-{
-    CKxImageBuffer buffer(nullptr);
-    buffer.SetSize(5, 3, KxPixelFormat_Mono8, 0);
-    EXPECT_EQ(buffer.GetImageLinePitch(), 8u) << "the format's default of 4";
-    EXPECT_EQ(buffer.GetImagePlanePitch(), 24u);
-    buffer.SetSize(5, 3, KxPixelFormat_BGR8, 1);
-    EXPECT_EQ(buffer.GetImageLinePitch(), 15u);
-    buffer.SetSize(5, 3, KxPixelFormat_Mono12p, 64);
-    EXPECT_EQ(buffer.GetImageLinePitch(), 64u);
-    EXPECT_EQ(buffer.GetImagePixelFormat(), KxPixelFormat_Mono12p);
-}
-
 TEST(ImageBuffer, MemoryIsKeptUntilMoreIsNeeded)
 {
     Allocator allocator;
@@ -123,20 +110,6 @@ TEST(ImageBuffer, NewImageIsFilledAsAsked)
         buffer.CreateBuffer(6, 4, eFormat, KxMemoryInitialization_Zero);
         EXPECT_TRUE(all(0));
     }
-}
-
-TEST(ImageBuffer, PixelValuesFollowTheQuestion)
-{
-    CKxImageBuffer buffer(nullptr);
-    View source(2, 1, 6, KxPixelFormat_BGR8, 6);
-    source.bytes = {1, 2, 3, 4, 5, 6};
-    buffer.CopyImage(&source);
-    IKxPixelComponent* const pPixel = buffer.GetIKxPixelComponentValue(1, 0);
-    ASSERT_EQ(pPixel->GetComponentCount(), 3u);
-    EXPECT_EQ(pPixel->GetValue(0), 4);
-    EXPECT_EQ(buffer.GetIKxPixelComponentValue(0, 0), pPixel);
-    EXPECT_EQ(pPixel->GetValue(2), 3);
-    EXPECT_THROW(buffer.GetIKxPixelComponentValue(2, 0), OutOfRangeException);
 }
 
 TEST(ImageBuffer, CopyWithOnePitchLeavesWhatIsBehindTheLastPixel)

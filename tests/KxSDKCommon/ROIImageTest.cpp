@@ -27,7 +27,7 @@ TEST(ROIImage, WindowSharesTheParentsMemory)
     EXPECT_EQ(roi.GetImagePixelFormat(), KxPixelFormat_Mono16);
     EXPECT_EQ(roi.GetIKxPixelComponentValue(1, 1)->GetValue(0),
               view.bytes[3 * 20 + 8] + 256 * view.bytes[3 * 20 + 9]);
-    view.isEmpty = true;
+    view.bytes.clear();
     EXPECT_EQ(roi.GetImageBuffer(), nullptr);
 }
 

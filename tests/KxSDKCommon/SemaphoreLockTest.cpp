@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <future>
 
 using namespace KxApi;
@@ -13,53 +14,47 @@ using namespace std::chrono_literals;
 namespace
 {
 
-bool Waits(std::future<void>& lock) { return lock.wait_for(50ms) == std::future_status::timeout; }
-
-TEST(SemaphoreLock, NewLockIsFullyTaken)
+struct Case
 {
-    CLockBySemaphore lock(2);
-    auto taker = std::async(std::launch::async, [&] { lock.Lock(); });
-    EXPECT_TRUE(Waits(taker));
-    lock.Unlock();
-    taker.get();
-}
+    const char* what;
+    int64_t units;
+    std::function<void(CLockBySemaphore&)> takeAll; ///< of a new lock, which has none free
+};
 
-TEST(SemaphoreLock, HasAsManyUnitsAsSaid)
+TEST(SemaphoreLock, TakersWaitUntilAUnitIsFree)
 {
-    CLockBySemaphore lock(3);
-    for (int i = 0; i < 10; ++i)
-        lock.Unlock(); // no more than there are
-    for (int i = 0; i < 3; ++i)
-        lock.Lock();
-    auto fourth = std::async(std::launch::async, [&] { lock.Lock(); });
-    EXPECT_TRUE(Waits(fourth));
-    lock.Unlock();
-    fourth.get();
-}
-
-TEST(SemaphoreLock, TakingManyUnitsTakesOne)
-{
-    CLockBySemaphore lock(4);
-    lock.UnlockMaxMinusOne(); // 3 of 4 free
-    lock.LockMaxMinusOne();   // 2 free
-    lock.Lock();
-    lock.Lock();
-    auto next = std::async(std::launch::async, [&] { lock.Lock(); });
-    EXPECT_TRUE(Waits(next));
-    lock.UnlockMaxMinusOne();
-    next.get();
-}
-
-TEST(SemaphoreLock, OnlyUnitHasNoMaxMinusOneToWaitFor)
-{
-    CLockBySemaphore lock(1);
-    lock.LockMaxMinusOne(); // taken beyond the only unit, at once
-    lock.UnlockMaxMinusOne();
-    lock.Unlock();
-    auto taker = std::async(std::launch::async, [&] { lock.Lock(); });
-    EXPECT_TRUE(Waits(taker));
-    lock.Unlock();
-    taker.get();
+    for (const Case& c : {
+             Case{"a new lock is fully taken", 2, [](CLockBySemaphore&) {}},
+             Case{"no more units than said can be given back", 3,
+                  [](CLockBySemaphore& lock) {
+                      for (int i = 0; i < 10; ++i)
+                          lock.Unlock();
+                      for (int i = 0; i < 3; ++i)
+                          lock.Lock();
+                  }},
+             Case{"taking many units takes one", 4,
+                  [](CLockBySemaphore& lock) {
+                      lock.UnlockMaxMinusOne(); // 3 of 4 free
+                      lock.LockMaxMinusOne();   // 2 free
+                      lock.Lock();
+                      lock.Lock();
+                  }},
+             Case{"the only unit has no max minus one to wait for", 1,
+                  [](CLockBySemaphore& lock) {
+                      lock.LockMaxMinusOne(); // taken beyond it, at once
+                      lock.UnlockMaxMinusOne();
+                      lock.Unlock();
+                  }},
+         })
+    {
+        SCOPED_TRACE(c.what);
+        CLockBySemaphore lock(c.units);
+        c.takeAll(lock);
+        auto taker = std::async(std::launch::async, [&] { lock.Lock(); });
+        EXPECT_EQ(taker.wait_for(50ms), std::future_status::timeout);
+        lock.Unlock();
+        taker.get();
+    }
 }
 
 TEST(SemaphoreLock, OneUnitExcludesOthers)

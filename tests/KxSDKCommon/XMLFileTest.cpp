@@ -2,6 +2,8 @@
 #include "FakePort.h"
 #include "FakeProducer.h"
 #include "ImageTestSupport.h"
+#include "Outline.h"
+#include "ZipArchive.h"
 
 #include <GenApi/GenApi.h>
 #include <KxSDKCommon/KxApi_Exception.h>
@@ -22,56 +24,10 @@ using KxTest::Raised;
 namespace
 {
 
-const std::string kXml = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription ModelName="Fake" VendorName="Kestrix" ToolTip="" StandardNameSpace="None"
-    SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0"
-    SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
-    VersionGuid="11111111-2222-3333-4444-555555555555" xmlns="http://www.genicam.org/GenApi/Version_1_1">
-  <Category Name="Root"><pFeature>Width</pFeature><pFeature>ChunkRoot</pFeature></Category>
-  <Category Name="ChunkRoot"><pFeature>ChunkGain</pFeature><pFeature>TLParamsLock</pFeature></Category>
-  <IntReg Name="Width"><Address>0x100</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <IntReg Name="ChunkGain"><Address>0x200</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort>
-    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <Integer Name="TLParamsLock"><Value>0</Value></Integer>
-  <Port Name="Device"/>
-</RegisterDescription>
-)";
-
-std::string Number(uint32_t nValue, int nBytes)
-{
-    std::string text;
-    for (; nBytes > 0; --nBytes, nValue >>= 8)
-        text += static_cast<char>(nValue & 0xFF);
-    return text;
-}
-
-uint32_t Crc32(const std::string& content)
-{
-    uint32_t nCrc = 0xFFFFFFFF;
-    for (const char ch : content) {
-        nCrc ^= static_cast<unsigned char>(ch);
-        for (int nBit = 0; nBit < 8; ++nBit)
-            nCrc = nCrc >> 1 ^ (nCrc & 1 ? 0xEDB88320 : 0);
-    }
-    return ~nCrc;
-}
-
-/// An archive of one stored file.
-std::string Zip(const std::string& content)
-{
-    const std::string name = "fake.xml";
-    const auto nSize = static_cast<uint32_t>(content.size()), nName = static_cast<uint32_t>(name.size());
-    const std::string common = Number(20, 2) + Number(0, 2) + Number(0, 2) + Number(0, 4) +
-                               Number(Crc32(content), 4) + Number(nSize, 4) + Number(nSize, 4) +
-                               Number(nName, 2) + Number(0, 2);
-    const std::string file = "PK\x03\x04" + common + name + content;
-    const std::string directory = "PK\x01\x02" + Number(20, 2) + common + Number(0, 2) + Number(0, 2) +
-                                  Number(0, 2) + Number(0, 4) + Number(0, 4) + name;
-    return file + directory + "PK\x05\x06" + Number(0, 4) + Number(1, 2) + Number(1, 2) +
-           Number(static_cast<uint32_t>(directory.size()), 4) +
-           Number(static_cast<uint32_t>(file.size()), 4) + Number(0, 2);
-}
+const std::string kXml = KxTest::DescriptionAsXml(R"(
+    Category Root { pFeature Width; pFeature ChunkRoot }
+    Category ChunkRoot { pFeature ChunkGain; pFeature TLParamsLock } Integer TLParamsLock { Value 0 }
+    IntReg Width { at 0x100 4 RW; Little } IntReg ChunkGain { at 0x200 4 RO; Little })");
 
 class XMLFileTest : public testing::Test
 {
@@ -156,7 +112,7 @@ TEST_F(XMLFileTest, PlainFileBecomesAConnectedMap)
 
 TEST_F(XMLFileTest, ZippedFileIsUnpackedForTheMapAndSavedAsItIs)
 {
-    const std::string archive = Zip(kXml);
+    const std::string archive = KxTest::Zip({{"fake.xml", kXml}});
     producer.Publish("fake.ZIP", archive);
     Create();
     EXPECT_TRUE(GenApi::IsWritable(Integer(file.GetNodeMap(), "Width")));

@@ -13,32 +13,24 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr const char* kNodes = R"(
-    <Category Name="Root"><pFeature>Cat</pFeature><pFeature>Sel</pFeature></Category>
-    <Category Name="Cat"><pFeature>Width</pFeature></Category>
-    <Category Name="Apart"><pFeature>Lone</pFeature></Category>
-    <Integer Name="Lone"><Value>1</Value></Integer>
-    <Integer Name="Width"><pIsImplemented>Flag</pIsImplemented><pIsAvailable>Flag</pIsAvailable>
-        <pIsLocked>Lock</pIsLocked><pBlockPolling>Block</pBlockPolling><pError>Err</pError><pAlias>Alias</pAlias>
-        <pValueCopy>Copy</pValueCopy><pValue>Reg</pValue><pMin>Lim</pMin><pMax>Lim</pMax><pInc>Inc</pInc></Integer>
-    <IntReg Name="Reg"><pAddress>Addr</pAddress><pIndex pOffset="Stride">Sel</pIndex><pLength>Len</pLength>
-        <AccessMode>RW</AccessMode><pPort>Device</pPort><pInvalidator>Cmd</pInvalidator><Endianess>BigEndian</Endianess></IntReg>
-    <Enumeration Name="Sel"><EnumEntry Name="E"><Value>0</Value></EnumEntry><Value>0</Value>
-        <pSelected>Width</pSelected><pSelected>Sub</pSelected></Enumeration>
-    <Integer Name="Sub"><Value>0</Value><pSelected>Width</pSelected></Integer>
-    <Command Name="Cmd"><pValue>Reg2</pValue><pCommandValue>CmdVal</pCommandValue></Command>
-    <IntReg Name="Reg2"><Address>0</Address><Length>4</Length><AccessMode>WO</AccessMode><pPort>Device</pPort>
-        <Endianess>BigEndian</Endianess></IntReg>
-    <Integer Name="Flag"><Value>1</Value></Integer><Integer Name="Lock"><Value>0</Value></Integer>
-    <Integer Name="Block"><Value>0</Value></Integer><Integer Name="Err"><Value>0</Value></Integer>
-    <Integer Name="Alias"><Value>0</Value></Integer><Integer Name="Copy"><Value>0</Value></Integer>
-    <Integer Name="Lim"><Value>0</Value></Integer><Integer Name="Inc"><Value>1</Value></Integer>
-    <Integer Name="Addr"><Value>0</Value></Integer><Integer Name="Stride"><Value>0</Value></Integer>
-    <Integer Name="Len"><Value>4</Value></Integer><Integer Name="CmdVal"><Value>1</Value></Integer>
-    <Port Name="Device"/>)";
+    Category Root { pFeature Cat; pFeature Sel } Category Cat { pFeature Width }
+    Category Apart { pFeature Lone } Integer Lone { Value 1 }
+    Integer Width {
+        pIsImplemented Flag; pIsAvailable Flag; pIsLocked Lock; pBlockPolling Block; pError Err; pAlias Alias;
+        pValueCopy Copy; pValue Reg; pMin Lim; pMax Lim; pInc Inc }
+    IntReg Reg { pAddress Addr; pIndex[pOffset=Stride] Sel; pLength Len; AccessMode RW; pPort Device;
+        pInvalidator Cmd; Big }
+    Enumeration Sel { EnumEntry E { Value 0 } Value 0; pSelected Width; pSelected Sub }
+    Integer Sub { Value 0; pSelected Width }
+    Command Cmd { pValue Reg2; pCommandValue CmdVal } IntReg Reg2 { at 0 4 WO; Big }
+    Integer Flag { Value 1 } Integer Lock { Value 0 } Integer Block { Value 0 } Integer Err { Value 0 }
+    Integer Alias { Value 0 } Integer Copy { Value 0 } Integer Lim { Value 0 } Integer Inc { Value 1 }
+    Integer Addr { Value 0 } Integer Stride { Value 0 } Integer Len { Value 4 } Integer CmdVal { Value 1 }
+    Port Device { })";
 
 TEST(DescriptionLinks, DependentsAreWhatChangesWithANode)
 {
-    const auto description = ReadNodes(kNodes);
+    const auto description = ReadOutline(kNodes);
     const std::pair<const char*, std::vector<std::string>> expected[] = {
         {"Flag", {"Width"}},
         {"Lock", {"Width"}},
@@ -69,13 +61,12 @@ TEST(DescriptionLinks, DependentsAreWhatChangesWithANode)
 
 TEST(DescriptionLinks, VariablesReadTheSideThatTheirNameTells)
 {
-    const char* const widthAndMode = R"(
-        <Integer Name="Width"><Value>1</Value></Integer>
-        <Enumeration Name="Mode" NameSpace="Standard"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>)";
     const auto partOf = [&](const std::string& name, const std::string& target) {
         const auto description =
-            ReadNodes(widthAndMode + ("<IntSwissKnife Name=\"S\"><pVariable Name=\"" + name + "\">" + target +
-                                      "</pVariable><Formula>1</Formula></IntSwissKnife>"));
+            ReadOutline("Integer Width { Value 1 } "
+                        "Enumeration Mode[NameSpace=Standard] { EnumEntry On { Value 1 } Value 1 } "
+                        "IntSwissKnife S { pVariable[Name=" +
+                        name + "] " + target + "; Formula 1 }");
         EXPECT_EQ(DependentNames(*description, target.substr(target.rfind(':') + 1)),
                   std::vector<std::string>{"S"});
         return description->Find(description->FindNode("S"), Prop::pVariable)->part;
@@ -101,70 +92,39 @@ TEST(DescriptionLinks, VariablesReadTheSideThatTheirNameTells)
 // Width's limit needs OffsetX, whose limit needs Width.
 TEST(DescriptionLinks, LimitsAndInvalidatorsMayGoInCircles)
 {
-    EXPECT_EQ(
-        ErrorOfNodes(
-            kPort + R"(
-        <Integer Name="Width"><pValue>WidthReg</pValue><pMax>WidthMax</pMax></Integer>
-        <Integer Name="OffsetX"><pIsLocked>Width</pIsLocked><pValue>OffsetReg</pValue><pMax>OffsetMax</pMax></Integer>
-        <IntSwissKnife Name="WidthMax"><pVariable Name="O">OffsetX</pVariable><Formula>99-O</Formula></IntSwissKnife>
-        <IntSwissKnife Name="OffsetMax"><pVariable Name="W">Width</pVariable><pVariable Name="M.Min">OffsetX</pVariable>
-            <Formula>99-W</Formula></IntSwissKnife>
-        <Integer Name="Sel"><pValue>OffsetReg</pValue><pSelected>Sel</pSelected></Integer>)" +
-            IntReg("WidthReg") +
-            "<IntReg Name='OffsetReg'><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode>"
-            "<pPort>Device</pPort><pInvalidator>OffsetReg</pInvalidator><pInvalidator>OffsetX</pInvalidator>"
-            "<Endianess>BigEndian</Endianess></IntReg>"),
-        "nothing");
+    EXPECT_EQ(ErrorOf([] {
+                  ReadOutline(R"(Port Device { }
+        Integer Width { pValue WidthReg; pMax WidthMax }
+        Integer OffsetX { pIsLocked Width; pValue OffsetReg; pMax OffsetMax }
+        IntSwissKnife WidthMax { pVariable[Name=O] OffsetX; Formula 99-O }
+        IntSwissKnife OffsetMax { pVariable[Name=W] Width; pVariable[Name=M.Min] OffsetX; Formula 99-W }
+        Integer Sel { pValue OffsetReg; pSelected Sel } IntReg WidthReg { at 16 4 RW; Little }
+        IntReg OffsetReg { at 0 4 RW; pInvalidator OffsetReg; pInvalidator OffsetX; Big })");
+              }),
+              "nothing");
 }
 
-struct Cycle
+TEST(DescriptionLinks, ValuesThatDependOnThemselvesAreErrorsThatNameTheChain)
 {
-    const char* nodes;
-    const char* chain;
-};
-
-class ValueCycle : public testing::TestWithParam<Cycle>
-{};
-
-TEST_P(ValueCycle, IsAnErrorThatNamesTheChain)
-{
-    const std::string error = ErrorOfNodes(kPort + GetParam().nodes);
-    EXPECT_EQ(error.substr(0, 9), "Runtime: ");
-    EXPECT_THAT(error, testing::HasSubstr(std::string("its value depends on itself: ") + GetParam().chain));
-    EXPECT_THAT(error, testing::HasSubstr("line "));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, ValueCycle,
-    testing::Values(
-        Cycle{"<Integer Name='A'><pValue>A</pValue></Integer>", "A -> A"},
-        Cycle{"<Integer Name='A'><pValue>B</pValue></Integer><Float Name='B'><pValue>C</pValue></Float>"
-              "<IntSwissKnife Name='C'><pVariable Name='V'>A</pVariable><Formula>V</Formula></IntSwissKnife>",
+    for (const auto& [nodes, chain] : {
+             std::pair{"Integer A { pValue A }", "A -> A"},
+             {"Integer A { pValue B } Float B { pValue C } IntSwissKnife C { pVariable[Name=V] A; Formula V "
+              "}",
               "A -> B -> C -> A"},
-        Cycle{"<IntReg "
-              "Name='R'><pAddress>A</pAddress><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</"
-              "pPort>"
-              "<Endianess>BigEndian</Endianess></IntReg><Integer Name='A'><pValue>R</pValue></Integer>",
-              "R -> A -> R"},
-        Cycle{"<IntReg Name='R'><Address>0</Address><pIndex pOffset='R'>I</pIndex><Length>4</Length>"
-              "<AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>"
-              "<Integer Name='I'><Value>1</Value></Integer>",
-              "R -> R"},
-        Cycle{"<StringReg Name='R'><Address>0</Address><pLength>L</pLength><AccessMode>RO</AccessMode>"
-              "<pPort>Device</pPort></StringReg><Integer Name='L'><pIndex>L</pIndex><ValueIndexed "
-              "Index='0'>1</ValueIndexed>"
-              "<ValueDefault>1</ValueDefault></Integer>",
+             {"IntReg R { pAddress A; at 0 4 RO; Big } Integer A { pValue R }", "R -> A -> R"},
+             {"IntReg R { pIndex[pOffset=R] I; at 0 4 RO; Big } Integer I { Value 1 }", "R -> R"},
+             {"StringReg R { Address 0; pLength L; AccessMode RO; pPort Device }"
+              "Integer L { pIndex L; ValueIndexed[Index=0] 1; ValueDefault 1 }",
               "L -> L"},
-        Cycle{
-            "<SwissKnife Name='S'><Expression Name='A'>B+1</Expression><Expression Name='B'>A+1</Expression>"
-            "<Formula>A</Formula></SwissKnife>",
-            "_S_A -> _S_B -> _S_A"},
-        Cycle{"<Category Name='A'><pFeature>B</pFeature></Category><Category "
-              "Name='B'><pFeature>A</pFeature></Category>",
-              "A -> B -> A"},
-        Cycle{"<Integer Name='A'><pValueCopy>A</pValueCopy><pValue>B</pValue></Integer>"
-              "<Integer Name='B'><Value>1</Value></Integer>",
-              "A -> A"}));
+             {"SwissKnife S { Expression[Name=A] B+1; Expression[Name=B] A+1; Formula A }",
+              "_S_A -> _S_B -> _S_A"},
+             {"Category A { pFeature B } Category B { pFeature A }", "A -> B -> A"},
+             {"Integer A { pValueCopy A; pValue B } Integer B { Value 1 }", "A -> A"},
+         })
+        EXPECT_THAT(ErrorOfNodes(kPort + NodesAsXml(nodes)),
+                    testing::AllOf(testing::StartsWith("Runtime: line "),
+                                   testing::HasSubstr("its value depends on itself: " + std::string(chain))));
+}
 
 } // namespace
 } // namespace KxGenApi

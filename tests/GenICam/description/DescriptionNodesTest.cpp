@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
+#include <sstream>
 
 namespace KxGenApi
 {
@@ -59,72 +59,61 @@ TEST(DescriptionNodes, TellDeviceAndKinds)
               7);
 }
 
-struct Literal
+/// The value of that text, or the class of the exception.
+template <class Number>
+std::string ReadAs(const char* kind, const std::string& text, Number Property::*member)
 {
-    const char* text;
-    const char* result; // the number, or the class of the exception
-};
-
-class IntegerLiteral : public testing::TestWithParam<Literal>
-{};
-
-TEST_P(IntegerLiteral, IsReadOrRefused)
-{
-    const std::string nodes =
-        std::string("<Integer Name='I'><Value>") + GetParam().text + "</Value></Integer>";
-    std::string result;
-    const std::string error =
-        ErrorOf([&] { result = std::to_string(ReadNodes(nodes)->Find(0, Prop::Value)->integer); });
-    EXPECT_EQ(error == "nothing" ? result : error.substr(0, error.find(':')), GetParam().result);
+    const std::string node = std::string("<") + kind + " Name='N'><Value>" + text + "</Value></" + kind + ">";
+    std::ostringstream result;
+    const std::string error = ErrorOf([&] { result << ReadNodes(node)->Find(0, Prop::Value)->*member; });
+    return error == "nothing" ? result.str() : error.substr(0, error.find(':'));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, IntegerLiteral,
-    testing::Values(Literal{"42", "42"}, Literal{"\n\t42 ", "42"}, Literal{"-7", "-7"}, Literal{"+7", "7"},
-                    Literal{"010", "10"}, Literal{"0x1f", "31"}, Literal{"0X1F", "31"},
-                    Literal{"-0x10", "-16"}, Literal{"9223372036854775807", "9223372036854775807"},
-                    Literal{"-9223372036854775808", "-9223372036854775808"},
-                    Literal{"0x8000000000000000", "-9223372036854775808"},
-                    Literal{"9223372036854775808", "Property"}, Literal{"0x10000000000000000", "Property"},
-                    Literal{"4 2", "Property"}, Literal{"4.0", "Property"}, Literal{"1e3", "Property"},
-                    Literal{"", "Property"}, Literal{"0x", "Property"}, Literal{"--1", "Property"},
-                    Literal{"+", "Property"}, Literal{"1f", "Property"}));
-
-class RealLiteral : public testing::TestWithParam<Literal>
-{};
-
-TEST_P(RealLiteral, IsReadOrRefused)
+TEST(DescriptionNodes, ReadIntegersOrRefuseThem)
 {
-    const std::string nodes = std::string("<Float Name='F'><Value>") + GetParam().text + "</Value></Float>";
-    double result = 0;
-    const std::string error = ErrorOf([&] { result = ReadNodes(nodes)->Find(0, Prop::Value)->real; });
-    const std::string expected = GetParam().result;
-    if (expected == "Property") {
-        EXPECT_EQ(error.substr(0, 8), "Property");
-    } else if (expected == "nan") {
-        EXPECT_TRUE(error == "nothing" && std::isnan(result));
-    } else {
-        EXPECT_TRUE(error == "nothing" && result == std::stod(expected)) << error << " " << result;
-    }
+    for (const auto& [text, result] : {std::pair{"42", "42"},
+                                       {"\n\t42 ", "42"},
+                                       {"-7", "-7"},
+                                       {"+7", "7"},
+                                       {"010", "10"},
+                                       {"0x1f", "31"},
+                                       {"0X1F", "31"},
+                                       {"-0x10", "-16"},
+                                       {"9223372036854775807", "9223372036854775807"},
+                                       {"-9223372036854775808", "-9223372036854775808"},
+                                       {"0x8000000000000000", "-9223372036854775808"}})
+        EXPECT_EQ(ReadAs("Integer", text, &Property::integer), result) << text;
+    for (const char* text :
+         {"9223372036854775808", "0x10000000000000000", "4 2", "4.0", "1e3", "", "0x", "--1", "+", "1f"})
+        EXPECT_EQ(ReadAs("Integer", text, &Property::integer), "Property") << text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, RealLiteral,
-    testing::Values(Literal{"1.5", "1.5"}, Literal{" -2.00 ", "-2"}, Literal{"1e+06", "1e6"},
-                    Literal{"5.", "5"}, Literal{".5", "0.5"}, Literal{"0x20", "32"}, Literal{"INF", "inf"},
-                    Literal{"-INF", "-inf"}, Literal{"NaN", "nan"}, Literal{"1e999", "inf"},
-                    Literal{"-1e999", "-inf"}, Literal{"1e-999", "0"}, Literal{"1,5", "Property"},
-                    Literal{"1.5 us", "Property"}, Literal{"infinity!", "Property"},
-                    Literal{"e5", "Property"}, Literal{"", "Property"}, Literal{"+-1", "Property"}));
+TEST(DescriptionNodes, ReadRealsOrRefuseThem)
+{
+    for (const auto& [text, result] : {std::pair{"1.5", "1.5"},
+                                       {" -2.00 ", "-2"},
+                                       {"1e+06", "1e+06"},
+                                       {"5.", "5"},
+                                       {".5", "0.5"},
+                                       {"0x20", "32"},
+                                       {"INF", "inf"},
+                                       {"-INF", "-inf"},
+                                       {"NaN", "nan"},
+                                       {"1e999", "inf"},
+                                       {"-1e999", "-inf"},
+                                       {"1e-999", "0"}})
+        EXPECT_EQ(ReadAs("Float", text, &Property::real), result) << text;
+    for (const char* text : {"1,5", "1.5 us", "infinity!", "e5", "", "+-1"})
+        EXPECT_EQ(ReadAs("Float", text, &Property::real), "Property") << text;
+}
 
 TEST(DescriptionNodes, FormulasMakeNodesOfTheirConstantsAndExpressions)
 {
-    const auto description = ReadNodes(R"(
-        <SwissKnife Name="S"><pVariable Name="V">I</pVariable><Constant Name="C">1.5</Constant>
-            <Expression Name="A">V*C</Expression><Expression Name="B">A+1</Expression><Formula>B/2</Formula></SwissKnife>
-        <Integer Name="I"><Value>4</Value></Integer>
-        <IntConverter Name="X"><pVariable Name="V">I</pVariable><Constant Name="K">2</Constant>
-            <FormulaTo>FROM*K</FormulaTo><FormulaFrom>TO/K</FormulaFrom><pValue>I</pValue></IntConverter>)");
+    const auto description = ReadOutline(R"(
+        SwissKnife S { pVariable[Name=V] I; Constant[Name=C] 1.5; Expression[Name=A] V*C;
+                       Expression[Name=B] A+1; Formula B/2 } Integer I { Value 4 }
+        IntConverter X { pVariable[Name=V] I; Constant[Name=K] 2; FormulaTo FROM*K; FormulaFrom TO/K;
+                         pValue I })");
     EXPECT_THAT(AllNames(*description),
                 ElementsAre("S", "I", "_S_C", "_S_A", "_S_B", "X", "_X_K", "X_ConvertTo", "X_ConvertFrom"));
     const auto node = [&](const char* name) { return description->Node(description->FindNode(name)); };
@@ -148,11 +137,9 @@ TEST(DescriptionNodes, FormulasMakeNodesOfTheirConstantsAndExpressions)
 
 TEST(DescriptionNodes, RegistersMakeNodesOfTheirAddressFormulas)
 {
-    const auto description = ReadNodes(kPort + R"(
-        <IntReg Name="R"><IntSwissKnife Name="Off"><pVariable Name="V">I</pVariable><Constant Name="C">4</Constant>
-            <Formula>V*C</Formula></IntSwissKnife><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort>
-            <Endianess>LittleEndian</Endianess></IntReg>
-        <Integer Name="I"><Value>4</Value></Integer>)");
+    const auto description = ReadOutline(R"(Port Device { }
+        IntReg R { IntSwissKnife Off { pVariable[Name=V] I; Constant[Name=C] 4; Formula V*C }
+                   Length 4; AccessMode RO; pPort Device; Little } Integer I { Value 4 })");
     EXPECT_THAT(AllNames(*description), ElementsAre("Device", "R", "_R_Off", "I", "__R_Off_C"));
     const Property* const term = description->Find(1, Prop::IntSwissKnife);
     ASSERT_TRUE(term);
@@ -163,16 +150,12 @@ TEST(DescriptionNodes, RegistersMakeNodesOfTheirAddressFormulas)
 
 TEST(DescriptionNodes, StructEntriesInheritWhatTheyDoNotSay)
 {
-    const auto description = ReadNodes(kPort + R"(
-        <Integer Name="I"><Value>4</Value></Integer><Integer Name="J"><Value>4</Value></Integer>
-        <StructReg Comment="Word"><Visibility>Expert</Visibility><pIsLocked>I</pIsLocked><Address>0x100</Address>
-            <IntSwissKnife Name="Off"><Formula>8</Formula></IntSwissKnife><Length>4</Length><AccessMode>RW</AccessMode>
-            <pPort>Device</pPort><Cachable>NoCache</Cachable><pInvalidator>I</pInvalidator>
-            <Endianess>BigEndian</Endianess>
-            <StructEntry Name="A"><Bit>3</Bit></StructEntry>
-            <StructEntry Name="B" NameSpace="Standard"><DisplayName>b</DisplayName><Visibility>Guru</Visibility>
-                <AccessMode>RO</AccessMode><pInvalidator>J</pInvalidator><LSB>15</LSB><MSB>8</MSB><Sign>Signed</Sign>
-            </StructEntry></StructReg>)");
+    const auto description = ReadOutline(R"(Port Device { } Integer I { Value 4 } Integer J { Value 4 }
+        StructReg Word { Visibility Expert; pIsLocked I; Address 0x100; IntSwissKnife Off { Formula 8 }
+            Length 4; AccessMode RW; pPort Device; Cachable NoCache; pInvalidator I; Big;
+            StructEntry A { Bit 3 }
+            StructEntry B[NameSpace=Standard] { DisplayName b; Visibility Guru; AccessMode RO; pInvalidator J;
+                LSB 15; MSB 8; Sign Signed } })");
     EXPECT_THAT(AllNames(*description), ElementsAre("Device", "I", "J", "Off", "A", "B"));
     const auto properties = [&](const char* node) {
         std::vector<std::pair<Prop, std::string>> list;

@@ -2,6 +2,7 @@
 // Small descriptions for tests, and words for what is in them.
 #pragma once
 
+#include "Outline.h"
 #include "description/Description.h"
 
 #include <Base/GCException.h>
@@ -31,6 +32,14 @@ inline std::string Doc(std::string_view nodes)
 inline std::shared_ptr<const Description> ReadNodes(std::string_view nodes)
 {
     return ReadDescription(Doc(nodes));
+}
+
+using KxTest::NodesAsXml;
+
+/// The same with nodes in the short notation.
+inline std::shared_ptr<const Description> ReadOutline(std::string_view nodes)
+{
+    return ReadNodes(NodesAsXml(nodes));
 }
 
 /// "Class: description" of the exception that an action raises, "nothing" if there is none.

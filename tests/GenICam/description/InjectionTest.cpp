@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 std::shared_ptr<const Description> Inject(const std::string& base, const std::string& injected)
 {
-    return ReadDescription(Doc(base), Doc(injected));
+    return ReadDescription(Doc(NodesAsXml(base)), Doc(NodesAsXml(injected)));
 }
 
 std::vector<std::string> Features(const Description& description, std::string_view category)
@@ -27,11 +27,11 @@ std::vector<std::string> Features(const Description& description, std::string_vi
 
 TEST(Injection, AddsNodesAndUnitesLists)
 {
-    const auto both = Inject(
-        "<Category Name='Root'><ToolTip>base</ToolTip><pFeature>A</pFeature></Category>"
-        "<Group Comment='g'><Integer Name='A'><Value>1</Value></Integer></Group>",
-        "<Group Comment='g'><Category Name='Root'><pFeature>A</pFeature><pFeature>B</pFeature></Category>"
-        "<Integer Name='B'><pValue>A</pValue></Integer></Group>");
+    const auto both = ReadDescription(
+        Doc("<Category Name='Root'><ToolTip>base</ToolTip><pFeature>A</pFeature></Category>"
+            "<Group Comment='g'><Integer Name='A'><Value>1</Value></Integer></Group>"),
+        Doc("<Group Comment='g'><Category Name='Root'><pFeature>A</pFeature><pFeature>B</pFeature></Category>"
+            "<Integer Name='B'><pValue>A</pValue></Integer></Group>"));
     EXPECT_EQ(both->NodeCount(), 3u);
     EXPECT_THAT(Features(*both, "Root"), ElementsAre("A", "B"));
     EXPECT_EQ(TextOf(*both, "Root", Prop::ToolTip), "base");
@@ -41,13 +41,10 @@ TEST(Injection, AddsNodesAndUnitesLists)
 TEST(Injection, PriorityDecidesWhoseElementsStay)
 {
     const auto node = [](int priority, const std::string& elements) {
-        return "<Integer Name='A' MergePriority='" + std::to_string(priority) + "'>" + elements +
-               "</Integer>";
+        return "Integer A[MergePriority=" + std::to_string(priority) + "] { " + elements + " }";
     };
-    const std::string base =
-        "<ToolTip>base</ToolTip><DisplayName>base</DisplayName><pValue>B</pValue><Max>10</Max>";
-    const std::string injected = "<ToolTip>new</ToolTip><Value>5</Value><Min>1</Min><Max>20</Max>";
-    const std::string rest = "<Integer Name='B'><Value>1</Value></Integer>";
+    const std::string base = "ToolTip base; DisplayName base; pValue B; Max 10";
+    const std::string injected = "ToolTip new; Value 5; Min 1; Max 20", rest = "Integer B { Value 1 }";
     for (const int priority : {0, 1}) {
         const auto both = Inject(node(0, base) + rest, node(priority, injected));
         EXPECT_EQ(TextOf(*both, "A", Prop::ToolTip), "new");
@@ -66,9 +63,8 @@ TEST(Injection, PriorityDecidesWhoseElementsStay)
 
 TEST(Injection, ReplacesNodesOfOtherKindsAndWholeAddresses)
 {
-    const auto both =
-        Inject(kPort + IntReg("R", "0x10") + "<Integer Name='A'><Value>1</Value></Integer>",
-               "<IntReg Name='R'><Address>0x20</Address></IntReg><Float Name='A'><Value>1.5</Value></Float>");
+    const auto both = Inject("Port Device { } IntReg R { at 0x10 4 RW; Little } Integer A { Value 1 }",
+                             "IntReg R { Address 0x20 } Float A { Value 1.5 }");
     EXPECT_EQ(both->Node(both->FindNode("A")).type, NodeType::Float);
     EXPECT_EQ(TextOf(*both, "R", Prop::Address), "0x20");
     size_t addresses = 0;
@@ -79,11 +75,8 @@ TEST(Injection, ReplacesNodesOfOtherKindsAndWholeAddresses)
 
 TEST(Injection, EntriesOfOneNameAreTheWinners)
 {
-    const auto both =
-        Inject("<Enumeration Name='E'><EnumEntry Name='A'><Value>1</Value></EnumEntry><EnumEntry "
-               "Name='B'><Value>2</Value></EnumEntry><Value>1</Value></Enumeration>",
-               "<Enumeration Name='E'><EnumEntry Name='B'><Value>20</Value></EnumEntry><EnumEntry "
-               "Name='C'><Value>3</Value></EnumEntry></Enumeration>");
+    const auto both = Inject("Enumeration E { EnumEntry A { Value 1 } EnumEntry B { Value 2 } Value 1 }",
+                             "Enumeration E { EnumEntry B { Value 20 } EnumEntry C { Value 3 } }");
     EXPECT_EQ(TextOf(*both, "EnumEntry_E_A", Prop::Value), "1");
     EXPECT_EQ(TextOf(*both, "EnumEntry_E_B", Prop::Value), "20");
     EXPECT_EQ(TextOf(*both, "EnumEntry_E_C", Prop::Value), "3");
@@ -93,33 +86,31 @@ TEST(Injection, EntriesOfOneNameAreTheWinners)
 TEST(Injection, WorksOnEntriesOfStructuresOneByOne)
 {
     const auto structure = [](const std::string& address, const std::string& priority,
-                              const std::string& entries) {
-        return "<StructReg Comment='S' MergePriority='" + priority + "'><Address>" + address +
-               "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
-               "<Endianess>LittleEndian</Endianess>" +
-               entries + "</StructReg>";
+                              const std::string& names) {
+        std::string text = "StructReg S[MergePriority=" + priority + "] { at " + address + " 4 RW; Little; ";
+        for (const char name : names)
+            text += std::string("StructEntry ") + name + " { Bit 1 } ";
+        return text + "}";
     };
-    const auto entry = [](const std::string& name) {
-        return "<StructEntry Name='" + name + "'><Bit>1</Bit></StructEntry>";
-    };
-    const std::string base = kPort + structure("1", "0", entry("A") + entry("B")) + IntReg("C", "1");
+    const std::string base =
+        "Port Device { } " + structure("1", "0", "AB") + "IntReg C { at 1 4 RW; Little }";
     const auto addresses = [](const Description& description) {
         std::string list;
         for (const char* name : {"A", "B", "C"})
             list += TextOf(description, name, Prop::Address);
         return list;
     };
-    EXPECT_EQ(addresses(*Inject(base, structure("2", "0", entry("A") + entry("C")))), "212");
-    EXPECT_EQ(addresses(*Inject(base, structure("2", "0", entry("A") + entry("B")))), "221");
-    EXPECT_EQ(addresses(*Inject(base, structure("2", "-1", entry("A") + entry("C")))), "111");
-    EXPECT_EQ(addresses(*Inject(base, IntReg("A", "2"))), "211");
+    EXPECT_EQ(addresses(*Inject(base, structure("2", "0", "AC"))), "212");
+    EXPECT_EQ(addresses(*Inject(base, structure("2", "0", "AB"))), "221");
+    EXPECT_EQ(addresses(*Inject(base, structure("2", "-1", "AC"))), "111");
+    EXPECT_EQ(addresses(*Inject(base, "IntReg A { at 2 4 RW; Little }")), "211");
 }
 
 TEST(Injection, ErrorsNameTheNode)
 {
-    EXPECT_EQ(ErrorOf([] { Inject("", "<Integer Name='I'><pValue>Foo</pValue></Integer>"); }),
+    EXPECT_EQ(ErrorOf([] { Inject("", "Integer I { pValue Foo }"); }),
               "Runtime: node 'I': element 'pValue' names 'Foo', which does not exist");
-    EXPECT_THAT(ErrorOf([] { Inject("<Node Name='I'/>", "<Node Name='I'/><Node Name='I'/>"); }),
+    EXPECT_THAT(ErrorOf([] { Inject("Node I { }", "Node I { } Node I { }"); }),
                 HasSubstr("node 'I': is defined a second time"));
     EXPECT_THAT(ErrorOf([] { ReadDescription(Doc(""), "<x/>"); }),
                 HasSubstr("RegisterDescription is expected"));

@@ -11,22 +11,17 @@ namespace
 using testing::ElementsAre;
 
 constexpr const char* kNodes = R"(
-    <Category Name="Root"><pFeature>Width</pFeature><pFeature>Mode</pFeature><pFeature>Other</pFeature></Category>
-    <Integer Name="Width"><pValue>Conv</pValue><pMax>Max</pMax></Integer>
-    <IntConverter Name="Conv"><Constant Name="K">2</Constant><FormulaTo>FROM*K</FormulaTo><FormulaFrom>TO/K</FormulaFrom>
-        <pValue>Reg</pValue></IntConverter>
-    <IntReg Name="Reg"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-        <pInvalidator>Reset</pInvalidator><Endianess>BigEndian</Endianess></IntReg>
-    <Command Name="Reset"><Value>0</Value><CommandValue>1</CommandValue></Command>
-    <IntSwissKnife Name="Max"><pVariable Name="A.Entry.On">Mode</pVariable><Formula>A.Entry.On</Formula></IntSwissKnife>
-    <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><EnumEntry Name="Off"><Value>0</Value></EnumEntry>
-        <Value>0</Value></Enumeration>
-    <Integer Name="Other"><Value>0</Value></Integer>
-    <Port Name="Device"/>)";
+    Category Root { pFeature Width; pFeature Mode; pFeature Other }
+    Integer Width { pValue Conv; pMax Max }
+    IntConverter Conv { Constant[Name=K] 2; FormulaTo FROM*K; FormulaFrom TO/K; pValue Reg }
+    IntReg Reg { at 0 4 RW; pInvalidator Reset; Big } Command Reset { Value 0; CommandValue 1 }
+    IntSwissKnife Max { pVariable[Name=A.Entry.On] Mode; Formula A.Entry.On }
+    Enumeration Mode { EnumEntry On { Value 1 } EnumEntry Off { Value 0 } Value 0 }
+    Integer Other { Value 0 } Port Device { })";
 
 TEST(Subtree, IsWhatANodeNeeds)
 {
-    const auto whole = ReadNodes(kNodes);
+    const auto whole = ReadOutline(kNodes);
     const auto part = ExtractSubtree(*whole, whole->FindNode("Width"));
     std::vector<std::string> names = AllNames(*part);
     std::sort(names.begin(), names.end());
@@ -43,7 +38,7 @@ TEST(Subtree, IsWhatANodeNeeds)
 
 TEST(Subtree, OfElementsThatAreNodesHoldsTheirOwner)
 {
-    const auto whole = ReadNodes(kNodes);
+    const auto whole = ReadOutline(kNodes);
     for (const char* node : {"EnumEntry_Mode_On", "_Conv_K", "Conv_ConvertTo"}) {
         const auto part = ExtractSubtree(*whole, whole->FindNode(node));
         EXPECT_NE(part->FindNode(node), kNoNode);
@@ -53,7 +48,7 @@ TEST(Subtree, OfElementsThatAreNodesHoldsTheirOwner)
 
 TEST(Subtree, OfRootIsAllThatFeaturesNeedAndOutlivesTheWhole)
 {
-    auto whole = ReadNodes(kNodes);
+    auto whole = ReadOutline(kNodes);
     const auto part = ExtractSubtree(*whole, whole->FindNode("Root"));
     const std::vector<std::string> expected = Content(*whole);
     whole.reset();

@@ -45,10 +45,8 @@ line &#13;&#9; end </ToolTip><EnumEntry Name="On" NameSpace="Standard"><pIsAvail
 
 TEST(WriteXml, KeepsTheOrderOfNodes)
 {
-    const auto first =
-        ReadNodes("<Integer Name='A'><pValue>C</pValue></Integer><Integer Name='B'><pValue>D</pValue>"
-                  "</Integer><Integer Name='C'><Value>1</Value></Integer><Integer Name='D'><Value>1"
-                  "</Value></Integer>");
+    const auto first = ReadOutline(
+        "Integer A { pValue C } Integer B { pValue D } Integer C { Value 1 } Integer D { Value 1 }");
     EXPECT_EQ(AllNames(*ReadDescription(WriteXml(*first))), AllNames(*first));
 }
 
