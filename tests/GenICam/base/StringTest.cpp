@@ -107,6 +107,10 @@ TEST(String, Finds)
     EXPECT_EQ(text.find("Gain", 100), GCSTRING_NPOS);
     EXPECT_EQ(text.find_first_of("wR"), 4u);
     EXPECT_EQ(text.find_first_not_of("Gain"), 4u);
+    EXPECT_EQ(text.find_last_of('a'), 8u);
+    EXPECT_EQ(text.find_last_of("a", 7), 5u);
+    EXPECT_EQ(text.find_last_not_of('n'), 9u);
+    EXPECT_EQ(text.find_last_of("xyz"), gcstring::_npos());
     EXPECT_EQ(text.substr(4, 3), "Raw");
     EXPECT_EQ(text.substr(text.size()), "");
     EXPECT_THROW(text.substr(12), OutOfRangeException);
@@ -192,15 +196,6 @@ TEST(StringVector, InsertsAndErasesByIndexAndPosition)
     EXPECT_EQ(list, gcstring_vector(2, "y"));
     list.erase(list.begin(), list.end());
     EXPECT_TRUE(list.empty());
-}
-
-TEST(String, FindsFromTheEnd)
-{
-    const gcstring text("a.b.c");
-    EXPECT_EQ(text.find_last_of('.'), 3u);
-    EXPECT_EQ(text.find_last_of(".", 2), 1u);
-    EXPECT_EQ(text.find_last_not_of('c'), 3u);
-    EXPECT_EQ(text.find_last_of("xyz"), gcstring::_npos());
 }
 
 TEST(StringVector, RefusesIndexesOutside)

@@ -88,17 +88,6 @@ TEST(FormulaConstants, ThatAreNoNumbersMatterOnlyWhenUsed)
     }
 }
 
-TEST(FormulaExpressions, AreValuesAndUseEachOther)
-{
-    FormulaNames names;
-    names.variables = {"V"};
-    names.constants = {{"K", "10"}};
-    names.expressions = {{"SUM", "V+K"}, {"TWICE", "SUM*2"}};
-    const std::int64_t value = 5;
-    EXPECT_EQ(IntegerFormula::Compile("TWICE*2+SUM", names).Evaluate(&value), 75)
-        << "as if they stood in brackets";
-}
-
 TEST(FormulaExpressions, CanBeManySideBySide)
 {
     std::vector<std::string> texts;

@@ -141,14 +141,6 @@ TEST(Caching, APartOfARegisterIsReadAloneAndNotKept)
     EXPECT_EQ(accessesOfGet(8), "r1000:8") << "a part that was written leaves nothing known";
 }
 
-TEST(Caching, VerifyChecksTheReadValueAgainstTheLimits)
-{
-    TestMap test("Integer X { pValue R; Max 5 } IntReg R { at 0 4 RW; Little }");
-    test.port.Put(0, {9, 0, 0, 0});
-    EXPECT_EQ(test.Int("X").GetValue(), 9);
-    EXPECT_EQ(KindRaisedBy([&] { test.Int("X").GetValue(true); }), "OutOfRange");
-}
-
 TEST(Caching, RegistersOfTheSameAddressAndLengthShareTheirBytes)
 {
     TestMap test(kSharedBytes);

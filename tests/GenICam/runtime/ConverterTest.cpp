@@ -186,10 +186,10 @@ TEST(Formula, VariablesReachEveryPartOfANode)
 TEST(Formula, ConstantsAndExpressionsHaveNames)
 {
     TestMap test(R"(
-        SwissKnife X { pVariable[Name=A] I; Constant[Name=K] 0.5; Expression[Name=TWICE] 2*A;
+        SwissKnife X { pVariable[Name=A] I; Constant[Name=K] 0.5; Expression[Name=TWICE] A+A;
                        Expression[Name=FOURFOLD] 2*TWICE; Formula FOURFOLD+K }
         Integer I { Value 3 })");
-    EXPECT_EQ(test.Flt("X").GetValue(), 12.5);
+    EXPECT_EQ(test.Flt("X").GetValue(), 12.5) << "expressions are used as if they stood in brackets";
     test.Int("I").SetValue(4);
     EXPECT_EQ(test.Flt("X").GetValue(), 16.5);
     EXPECT_EQ(test.Flt("X").GetMin(), -DBL_MAX);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// From a description to a node map: references, factories, and what is refused.
+// From a description to a node map: references and factories.
 #include "TestMap.h"
 
 #include <unistd.h>
@@ -13,48 +13,12 @@ using namespace KxTest;
 namespace
 {
 
-/// What loading the outline raises, "none" if it loads.
-Raised Loading(const std::string& xml)
-{
-    return RaisedBy([&] {
-        CNodeMapRef map;
-        map._LoadXMLFromString(xml.c_str());
-    });
-}
-
 CNodeMapFactory FactoryOf(const std::string& xml, ECacheUsage_t usage = CacheUsage_Automatic)
 {
     return CNodeMapFactory(ContentType_Xml, xml.data(), xml.size(), usage);
 }
 
 } // namespace
-
-TEST(Load, RefusesWhatTheSchemaOrTheReferencesForbid)
-{
-    const std::string reg = " IntReg R { at 0 4 RW; Little }";
-    const struct
-    {
-        const char *outline, *kind, *word;
-    } kCases[] = {
-        {"Integer X { Max 5; Value 1 }", "Runtime", "Value"},
-        {"Integer X { Value 1; Soup 2 }", "Runtime", "Soup"},
-        {"Integer X { Visibility Somebody; Value 1 }", "Runtime", "Somebody"},
-        {"Integer X { Value 1.5 }", "Property", "1.5"},
-        {"IntReg X { Address 0; AccessMode RW; pPort Device; Little }", "Runtime", "X"},
-        {"Command X { Value 0 }", "Runtime", "X"},
-        {"Integer X { pValue Nobody }", "Runtime", "Nobody"},
-        {"Integer X { pValue Y } Integer Y { pValue X }", "Runtime", "X"},
-        {"Integer X { Value 1 } Float X { Value 1 }", "Runtime", "X"},
-        {"Integer X { pValue Root }", "Runtime", "Root"},
-        {"MaskedIntReg X { at 0 4 RW; LSB 7; MSB 0; Little }", "Runtime", "X"},
-    };
-    for (const auto& c : kCases) {
-        const Raised raised = Loading(DescriptionAsXml(c.outline));
-        EXPECT_EQ(raised.kind, c.kind) << c.outline << ": " << raised.what;
-        EXPECT_NE(raised.what.find(c.word), std::string::npos) << c.outline << ": " << raised.what;
-    }
-    EXPECT_EQ(Loading(DescriptionAsXml("Integer X { Value 0x1F; Max 0xff }")).kind, "none");
-}
 
 TEST(MapReference, RaisesWhileEmptyAndTakesOneMapOnly)
 {

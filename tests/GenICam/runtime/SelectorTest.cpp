@@ -69,19 +69,6 @@ TEST(Selector, FiresWhatItSelectsButNotTheOtherWayRound)
     EXPECT_EQ(log.Take(), "Gain GainReg Indexed Inner Loose OnLoose");
 }
 
-TEST(Selector, LetsTheSelectedFeatureBeReadAnew)
-{
-    TestMap test(kOutline);
-    test.port.Put(0x100, {10, 0, 0, 0, 11});
-    EXPECT_EQ(test.Int("Gain").GetValue(), 10);
-    test.Int("Inner").SetValue(1);
-    EXPECT_EQ(test.Int("Gain").GetValue(), 11);
-    test.Int("Gain").SetValue(12);
-    test.Int("Inner").SetValue(0);
-    EXPECT_EQ(test.Int("Gain").GetValue(), 10);
-    EXPECT_EQ(test.port.Peek(0x104, 1).front(), 12);
-}
-
 TEST(Selector, OfANodeWithoutAddressLinkInvalidatesItAllTheSame)
 {
     TestMap test(R"(

@@ -149,21 +149,6 @@ TEST(FeatureBag, BringsFeaturesBackWhateverTheirOrder)
     EXPECT_TRUE(again == bag);
 }
 
-TEST(FeatureBag, SurvivesTheWayThroughText)
-{
-    CTestMap source(kCamera), target(kCamera);
-    source.memory.Word(4) = 99;
-    source.memory.Word(12) = 8; // within its limits
-    CFeatureBag bag, read;
-    bag.StoreToBag(source);
-    std::stringstream stream;
-    stream << bag;
-    stream >> read;
-    EXPECT_TRUE(read == bag);
-    EXPECT_TRUE(read.LoadFromBag(target));
-    EXPECT_EQ(target.memory.Word(4), 99u);
-}
-
 TEST(FeatureBag, ReportsWhatCannotBeLoadedAndGoesOn)
 {
     CTestMap map(kCamera);

@@ -161,18 +161,6 @@ TEST_F(FilestreamTest, WritesAndReadsFilesLargerThanTheBuffer)
     EXPECT_FALSE(device.isOpen);
 }
 
-TEST_F(FilestreamTest, ReadsLineByLine)
-{
-    device.content = "first\nsecond line that is long\n";
-    IDevFileStream in(map._Ptr, kFile);
-    std::string line;
-    ASSERT_TRUE(std::getline(in, line));
-    EXPECT_EQ(line, "first");
-    ASSERT_TRUE(std::getline(in, line));
-    EXPECT_EQ(line, "second line that is long");
-    EXPECT_FALSE(std::getline(in, line));
-}
-
 TEST_F(FilestreamTest, ClosesTheFileAtTheEndOfTheStream)
 {
     {

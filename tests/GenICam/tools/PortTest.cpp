@@ -77,15 +77,3 @@ TEST(StructPort, ServesTheMembersOfAStructure)
         EXPECT_THROW(port.Read(&value, address, length), RuntimeException) << address << " " << length;
     EXPECT_EQ(port.GetNumReads(), 1u);
 }
-
-TEST(StructPort, StandsBehindANodeMap)
-{
-    CTestPortStruct<CSettings> port;
-    CNodeMapRef map;
-    map._LoadXMLFromString(KxTest::DescriptionAsXml(IntReg("Width", 0) + IntReg("Mode", 4, 1)).c_str());
-    ASSERT_TRUE(map._Connect(&port));
-    *CIntegerPtr(map._GetNode("Width")) = 320;
-    *CIntegerPtr(map._GetNode("Mode")) = 7;
-    EXPECT_EQ(port.width, 320u);
-    EXPECT_EQ(port.mode, 7);
-}
