@@ -41,10 +41,9 @@ CDisplayNodeMapPartDlg::CDisplayNodeMapPartDlg(QWidget* pParent, IDlgParent* pDl
 {
     GenICam::GuardBadAlloc([&] {
         m_pUi->setupUi(this);
-        m_pUi->splitter->setSizes({90, 10});
-        m_pUi->splitter->setStretchFactor(0,
-                                          3); // what there is more goes to the grid rather than to the page
-        m_pUi->splitter->setStretchFactor(1, 1);
+        // Shares of the height, whatever that is; sizes would be widened to what the page takes at least.
+        m_pUi->splitter->setStretchFactor(0, 90);
+        m_pUi->splitter->setStretchFactor(1, 10);
         for (const CLevelRow& row : kLevels)
             m_pUi->cmbVisibility->addItem(tr(row.szName), static_cast<int>(row.eVisibility));
         m_pUi->nodeMapPropertyGridCtrl->SetICDisplayNodeMapDlgParent(m_pNodeMapDlgParent);
