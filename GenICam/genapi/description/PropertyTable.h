@@ -2,7 +2,6 @@
 // All elements that nodes may have, known at compile time.
 #pragma once
 
-#include "description/NameTable.h"
 #include "description/Schema.h"
 
 #include <GenApi/Types.h>
@@ -159,8 +158,6 @@ constexpr bool PropertiesAreInOrder()
     return true;
 }
 static_assert(std::size(kProperties) == kPropCount && PropertiesAreInOrder());
-
-inline constexpr NameTable<256> kPropertyTable(kProperties);
 
 } // namespace Tables
 } // namespace KxGenApi

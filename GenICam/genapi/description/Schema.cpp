@@ -53,6 +53,7 @@ constexpr bool NodesAreInOrder()
 }
 static_assert(std::size(kNodes) == kNodeTypeCount + 2 && NodesAreInOrder());
 
+constexpr NameTable<256> kPropertyTable(Tables::kProperties);
 constexpr NameTable<64> kNodeTable(kNodes);
 
 // Prefixes are so rare that a second search costs less than looking for one each time.
@@ -85,7 +86,7 @@ const Word* WordList::Find(int64_t value) const
 
 const PropertyInfo* FindProperty(std::string_view elementName)
 {
-    const PropertyInfo* const info = FindRow(Tables::kPropertyTable, Tables::kProperties, elementName);
+    const PropertyInfo* const info = FindRow(kPropertyTable, Tables::kProperties, elementName);
     return info && info->prop != Prop::Other && info->prop != Prop::EntryName ? info : nullptr;
 }
 

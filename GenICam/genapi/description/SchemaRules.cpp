@@ -2,7 +2,6 @@
 // Which elements each kind of node may have, how often, and in which order.
 #include "description/PropertyTable.h"
 
-#include <cassert>
 #include <initializer_list>
 
 namespace KxGenApi
@@ -74,9 +73,10 @@ private:
 
     constexpr void AddToSlot(std::string_view name)
     {
-        const PropertyInfo* const info = Tables::kPropertyTable.Find(Tables::kProperties, name);
-        assert(info && m_slot < m_rules.rank.size());
-        m_rules.slot[static_cast<size_t>(info->prop)] = m_slot;
+        size_t prop = 0;
+        while (Tables::kProperties[prop].name != name) // the compiler tells if there is no such element
+            ++prop;
+        m_rules.slot[prop] = m_slot;
     }
 
     constexpr void CloseSlot(char quantifier)
