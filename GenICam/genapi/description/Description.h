@@ -181,7 +181,7 @@ struct Position
 
 struct NodeData
 {
-    std::string_view name;
+    std::string_view name; ///< NUL-terminated
     NodeType type = NodeType::Node;
     uint8_t nameSpace = 0;  ///< GenApi::ENameSpace
     bool isFeature = false; ///< reachable from the category "Root" through pFeature, Root included

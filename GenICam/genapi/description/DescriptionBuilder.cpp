@@ -85,6 +85,7 @@ std::shared_ptr<const Description> DescriptionBuilder::Build()
     m_parts.properties.reserve(
         std::min(elements + kInheritedProperties * m_declarations.EntryCount() + 16, kMaxProperties));
     Prefault(m_parts.properties.data(), elements * sizeof(Property));
+    ReservePresent(m_parts.nodes, m_declarations.Count());
     m_parts.nodes.resize(m_declarations.Count());
     while (m_next < m_declarations.Count())
         ReadNext();

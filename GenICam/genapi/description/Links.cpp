@@ -2,6 +2,7 @@
 #include "description/Links.h"
 
 #include "description/Diagnostics.h"
+#include "description/Prefault.h"
 #include "description/Schema.h"
 
 #include <algorithm>
@@ -110,7 +111,7 @@ References CollectReferences(const std::vector<NodeData>& nodes, const std::vect
 {
     References references;
     references.first.reserve(nodes.size() + 1);
-    references.all.reserve(properties.size() / 2);
+    ReservePresent(references.all, properties.size() / 2);
     for (NodeIndex from = 0; from < nodes.size(); ++from) {
         references.first.push_back(static_cast<uint32_t>(references.all.size()));
         for (uint32_t i = 0; i < nodes[from].propertyCount; ++i) {

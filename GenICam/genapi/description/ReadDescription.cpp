@@ -4,13 +4,12 @@
 #include "description/Diagnostics.h"
 #include "description/Injection.h"
 #include "description/Literals.h"
-#include "description/Prefault.h"
+#include "description/TreeMemory.h"
 #include "description/XmlText.h"
 #include "description/Zip.h"
 
 #include <Base/GCException.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -27,19 +26,9 @@ constexpr unsigned kParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi:
 constexpr std::string_view kNameSpaces[] = {"http://www.genicam.org/GenApi/Version_1_0",
                                             "http://www.genicam.org/GenApi/Version_1_1"};
 
-void* AllocatePage(size_t bytes)
+void Parse(pugi::xml_document& document, SourceText& source, TreeMemory& memory)
 {
-    void* const page = std::malloc(bytes);
-    if (page != nullptr)
-        Prefault(page, bytes);
-    return page;
-}
-
-void Parse(pugi::xml_document& document, SourceText& source)
-{
-    // The parser is linked into this library; nobody else's copy is touched.
-    static const bool isSet = (pugi::set_memory_management_functions(AllocatePage, std::free), true);
-    static_cast<void>(isSet);
+    memory.Expect(source.TagCount());
     const size_t end = source.Text().find_last_of('>') + 1;
     const std::string rest(Trimmed(source.Text().substr(end)));
     const pugi::xml_parse_result result = document.load_buffer_inplace(
@@ -93,10 +82,10 @@ void CheckNameSpace(const pugi::xml_node& root, const SourceText& source)
 class ParsedFile
 {
 public:
-    ParsedFile(std::string&& content, ContentType type)
+    ParsedFile(std::string&& content, ContentType type, TreeMemory& memory)
         : m_source(Open(std::move(content), type))
     {
-        Parse(m_document, m_source);
+        Parse(m_document, m_source, memory);
         m_root = FindRoot(m_document, m_source);
         CheckNameSpace(m_root, m_source);
     }
@@ -133,7 +122,8 @@ auto WithMemoryErrors(const Action& action)
 std::shared_ptr<const Description> ReadDescription(std::string content, ContentType type)
 {
     return WithMemoryErrors([&] {
-        ParsedFile file(std::move(content), type);
+        TreeMemory memory;
+        ParsedFile file(std::move(content), type, memory);
         return DescriptionBuilder(file.Root(), file.Source()).Build();
     });
 }
@@ -142,8 +132,9 @@ std::shared_ptr<const Description> ReadDescription(std::string content, std::str
                                                    ContentType type)
 {
     return WithMemoryErrors([&] {
-        ParsedFile file(std::move(content), type);
-        const ParsedFile injectedFile(std::move(injected), ContentType::Automatic);
+        TreeMemory memory;
+        ParsedFile file(std::move(content), type, memory);
+        const ParsedFile injectedFile(std::move(injected), ContentType::Automatic, memory);
         Inject(file.Root(), injectedFile.Root());
         return DescriptionBuilder(file.Root(), file.Source()).Build();
     });

@@ -37,9 +37,9 @@ public:
 private:
     void Decode();
     void Own(std::string&& decoded);
-    void Check();
-    void CheckReferences() const;
-    void FindLines();
+    size_t CheckCharacters(size_t begin, size_t end);
+    void CheckReferences(size_t begin, size_t end) const;
+    void FindLines(size_t begin, size_t end);
 
     std::string m_owned;
     std::string_view m_text;

@@ -32,21 +32,22 @@ public:
         return isKept ? text : Join({text});
     }
 
-    /// The pieces one after the other.
+    /// The pieces one after the other, NUL-terminated.
     std::string_view Join(std::initializer_list<std::string_view> pieces)
     {
         size_t size = 0;
         for (const std::string_view piece : pieces)
             size += piece.size();
         if (size == 0)
-            return {};
-        char* const begin = Take(size);
+            return "";
+        char* const begin = Take(size + 1);
         char* end = begin;
         for (const std::string_view piece : pieces) {
             if (!piece.empty())
                 std::memcpy(end, piece.data(), piece.size());
             end += piece.size();
         }
+        *end = 0;
         return {begin, size};
     }
 

@@ -27,7 +27,6 @@ Node& Link::Target(const Node& from) const
 Node::Node(NodeMap& map, NodeIndex index)
     : m_map(map)
     , m_index(index)
-    , m_name(map.Described().Node(index).name)
 {
     for (const Property& property : Properties()) {
         switch (property.id) {
@@ -80,8 +79,8 @@ gcstring Node::TextOf(Prop id) const
 gcstring Node::GetName(bool FullQualified) const
 {
     if (!FullQualified)
-        return gcstring(m_name.data(), m_name.size());
-    const std::string name = (GetNameSpace() == Standard ? "Std::" : "Cust::") + m_name;
+        return gcstring(Data().name.data(), Data().name.size());
+    const std::string name = (GetNameSpace() == Standard ? "Std::" : "Cust::") + std::string(Data().name);
     return gcstring(name.data(), name.size());
 }
 

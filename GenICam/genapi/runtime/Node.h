@@ -109,7 +109,7 @@ public:
     Range<Property> Properties() const;
     const Property* Find(Prop id) const;
     /// The name, NUL-terminated, for messages.
-    const char* NameText() const { return m_name.c_str(); }
+    const char* NameText() const { return Data().name.data(); }
 
     // for other nodes: state
     EAccessMode AccessMode() const;
@@ -203,7 +203,6 @@ private:
 
     NodeMap& m_map;
     const NodeIndex m_index;
-    const std::string m_name; // messages need it NUL-terminated
     Link m_isImplemented, m_isAvailable, m_isLocked;
     mutable EAccessMode m_accessMode = _UndefinedAccesMode;
     mutable ECachingMode m_cachingMode = _UndefinedCachingMode;

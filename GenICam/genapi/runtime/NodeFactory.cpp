@@ -5,6 +5,7 @@
 #include "runtime/ChoiceNodes.h"
 #include "runtime/FormulaNodes.h"
 #include "runtime/NodeMap.h"
+#include "runtime/NodeMemory.h"
 #include "runtime/PortNode.h"
 #include "runtime/RegisterNodes.h"
 #include "runtime/TextNodes.h"
@@ -18,12 +19,12 @@ namespace
 {
 
 template <class T>
-std::unique_ptr<Node> Make(NodeMap& map, NodeIndex index)
+Node* Make(NodeMap& map, NodeIndex index, NodeMemory& memory)
 {
-    return std::make_unique<T>(map, index);
+    return memory.Make<T>(map, index);
 }
 
-using Maker = std::unique_ptr<Node> (*)(NodeMap&, NodeIndex);
+using Maker = Node* (*)(NodeMap&, NodeIndex, NodeMemory&);
 
 struct Row
 {
@@ -73,9 +74,9 @@ static_assert(AreInOrder(), "one row per kind, in the order of NodeType");
 
 } // namespace
 
-std::unique_ptr<Node> MakeNode(NodeMap& map, NodeIndex index)
+Node* MakeNode(NodeMap& map, NodeIndex index, NodeMemory& memory)
 {
-    return kRows[static_cast<size_t>(map.Described().Node(index).type)].make(map, index);
+    return kRows[static_cast<size_t>(map.Described().Node(index).type)].make(map, index, memory);
 }
 
 } // namespace KxGenApi

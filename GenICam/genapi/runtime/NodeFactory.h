@@ -7,7 +7,9 @@
 namespace KxGenApi
 {
 
-/// Makes the node of that index.
-std::unique_ptr<Node> MakeNode(NodeMap& map, NodeIndex index);
+class NodeMemory;
+
+/// Makes the node of that index in the memory; its destructor is to be called before the memory goes.
+Node* MakeNode(NodeMap& map, NodeIndex index, NodeMemory& memory);
 
 } // namespace KxGenApi

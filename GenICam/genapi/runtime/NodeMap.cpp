@@ -30,8 +30,10 @@ NodeMap::NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName, CLock
 
 NodeMap::~NodeMap()
 {
-    for (NodeIndex i = 0; i < Described().NodeCount(); ++i)
-        delete m_nodes[i].load(std::memory_order_relaxed);
+    for (NodeIndex i = 0; i < Described().NodeCount(); ++i) {
+        if (Node* const node = m_nodes[i].load(std::memory_order_relaxed))
+            node->~Node();
+    }
 }
 
 // ---------------------------------------------------------------------------------------------------- nodes
@@ -44,7 +46,7 @@ Node& NodeMap::NodeAt(NodeIndex index) const
     const AutoLock lock(m_lock);
     node = ExistingNode(index); // somebody else may have been faster
     if (node == nullptr) {
-        node = MakeNode(const_cast<NodeMap&>(*this), index).release(); // making a node changes no value
+        node = MakeNode(const_cast<NodeMap&>(*this), index, m_nodeMemory); // making a node changes no value
         m_nodes[index].store(node, std::memory_order_release);
     }
     return *node;

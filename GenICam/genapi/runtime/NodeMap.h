@@ -5,6 +5,7 @@
 #include "description/Description.h"
 #include "runtime/FormulaStore.h"
 #include "runtime/Node.h"
+#include "runtime/NodeMemory.h"
 
 #include <GenApi/IDestroy.h>
 #include <GenApi/IDeviceInfo.h>
@@ -168,6 +169,7 @@ private:
     const gcstring m_deviceName;
     mutable CLock m_ownLock;
     CLock& m_lock; // protects all below, and the state of all nodes; ports are called with it held
+    mutable NodeMemory m_nodeMemory;
     std::unique_ptr<std::atomic<Node*>[]> m_nodes;
     struct Marks // ages of the map
     {
