@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Images on their way from the acquisition's thread to the disk, and into the ring. Folders: KXBENCH_FOLDER,
-// else the one for temporary files.
+// Images on their way from the acquisition's thread to the disk, and into the ring.
 #include "FakeStreamImage.h"
 #include "ImageRing.h"
 #include "Recorder.h"
+#include "RecordingFile.h"
 
 #include <KxApi_TL/KxApi_TL.h>
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -26,52 +21,8 @@ namespace
 
 using namespace KxApi;
 using namespace KxApps;
-using Clock = std::chrono::steady_clock;
+using namespace KxBench;
 using KxTest::FakeStreamImage;
-
-constexpr size_t kWidth = 2448, kHeight = 2048, kBytes = kWidth * kHeight;
-constexpr uint64_t kMegabyte = 1000000;
-constexpr int kSeconds = 4, kRate = 60, kImages = kSeconds * kRate;
-
-double Seconds(Clock::duration time) { return std::chrono::duration<double>(time).count(); }
-
-/// A file that goes at the end.
-class File
-{
-public:
-    File()
-    {
-        const char* const folder = std::getenv("KXBENCH_FOLDER");
-        m_path = (folder ? std::filesystem::path(folder) : std::filesystem::temp_directory_path()) /
-                 ("kx-bench-" + std::to_string(getpid()) + ".kxseq");
-    }
-    ~File()
-    {
-        std::error_code error;
-        std::filesystem::remove(m_path, error);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    std::string Path() const { return m_path.string(); }
-
-private:
-    std::filesystem::path m_path;
-};
-
-/// Bytes a second that the disk takes of bare writes, until all of them have reached it.
-double DiskRate(const std::vector<uint8_t>& image)
-{
-    const File file;
-    const int descriptor = open(file.Path().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const Clock::time_point begin = Clock::now();
-    for (int i = 0; i < kImages; ++i)
-        if (write(descriptor, image.data(), image.size()) != static_cast<ssize_t>(image.size()))
-            break;
-    fdatasync(descriptor);
-    const double seconds = Seconds(Clock::now() - begin);
-    close(descriptor);
-    return static_cast<double>(image.size()) * kImages / seconds;
-}
 
 /// 60 images of 5 megapixels a second for 4 seconds. Time: from the first image until all are on the disk;
 /// counters: images lost, longest call of Add, rate of the disk beside that of the camera.

@@ -20,12 +20,15 @@ TIME_UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
 
 class Goal:
     def __init__(self, line):
-        self.figure, self.own, self.peer, self.unit, value, ratio = line.rstrip("\n").split("\t")
+        fields = line.rstrip("\n").split("\t")
+        self.figure, self.own, self.peer, self.unit, value, ratio = fields[:6]
+        self.needed, _, least = fields[6].partition(">=") if len(fields) > 6 else ("-", "", "0")
+        self.least = float(least)
         self.max_value = None if value == "-" else float(value)
         self.max_ratio = None if ratio == "-" else float(ratio)
 
     def benchmarks(self):
-        return {name.split(":")[0] for name in (self.own, self.peer) if name != "-"}
+        return {name.split(":")[0] for name in (self.own, self.peer, self.needed) if name != "-"}
 
     def text(self):
         parts = []
@@ -34,6 +37,10 @@ class Goal:
         if self.max_ratio is not None:
             parts.append(f"<= {self.max_ratio:g}x")
         return ", ".join(parts) or "-"
+
+    def is_applicable(self, rows):
+        needed = value_of(rows, self.needed)
+        return needed is None or needed >= self.least
 
 
 def read_goals(pattern):
@@ -102,7 +109,8 @@ def main():
         met = own is not None
         met = met and (goal.max_value is None or own / scale <= goal.max_value)
         met = met and (goal.max_ratio is None or (ratio is not None and ratio <= goal.max_ratio))
-        missed += not met
+        applies = goal.is_applicable(rows)
+        missed += applies and not met
         other = "peer" if goal.peer.split(":")[0].endswith("peer") else goal.peer.split(":")[0]
         table.append((
             goal.figure,
@@ -110,7 +118,8 @@ def main():
             "-" if peer is None else f"{peer / scale:.3g} {goal.unit} ({other})",
             "-" if ratio is None else f"{ratio:.3g}x",
             goal.text(),
-            "yes" if met else "NO"))
+            ("yes" if met else "NO") if applies
+            else f"not applicable: {goal.needed} {value_of(rows, goal.needed):.3g} < {goal.least:g}"))
     widths = [max(len(row[i]) for row in table) for i in range(len(table[0]))]
     for i, row in enumerate(table):
         print("  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip())
