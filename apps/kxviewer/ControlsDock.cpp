@@ -73,6 +73,7 @@ ControlsDock::ControlsDock(QWidget* pParent)
     : ViewerDock(tr("Controls"), "controls", pParent)
 {
     auto* const pArea = new QScrollArea(this);
+    pArea->setAccessibleName(windowTitle());
     pArea->setWidgetResizable(true);
     pArea->setFrameShape(QFrame::NoFrame);
     setWidget(pArea);

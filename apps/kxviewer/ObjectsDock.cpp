@@ -104,6 +104,7 @@ ObjectsDock::ObjectsDock(QWidget* pParent)
 {
     m_pTable->setHorizontalHeaderLabels(
         {tr("Name"), tr("Type"), tr("Length"), tr("Area"), tr("Angle"), tr("Position")});
+    m_pTable->setAccessibleName(windowTitle());
     m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_pTable->setSelectionMode(QAbstractItemView::SingleSelection);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);

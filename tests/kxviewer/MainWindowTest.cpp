@@ -8,10 +8,14 @@
 
 #include <KxApi_TL/KxApi_TL.h>
 
+#include <QAccessible>
+#include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
+#include <QTabBar>
 #include <QTreeWidget>
 #include <cstring>
 
@@ -231,6 +235,54 @@ TEST_F(MainWindowTest, KeysZoomScrollAndStart)
     QTest::keyClick(pFocus, Qt::Key_F);
     EXPECT_TRUE(zoom.IsFit());
     EXPECT_TRUE(m_pWindow->Actions().KeysAsHtml().contains("F11"));
+}
+
+/// What a screen reader says of a widget that the keyboard reaches; empty when it has nothing to say. Dialogs
+/// and panes of the toolkit's own name theirs.
+QString SpokenName(const QWidget& widget)
+{
+    for (const QLabel* const pLabel : widget.window()->findChildren<QLabel*>())
+        if (pLabel->buddy() == &widget)
+            return pLabel->text();
+    const QAccessibleInterface* const pInterface =
+        QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+    return pInterface ? pInterface->text(QAccessible::Name) : QString();
+}
+
+QStringList NamelessIn(const QWidget& window)
+{
+    QStringList nameless;
+    for (const QWidget* const pWidget : window.findChildren<QWidget*>()) {
+        // Parts of a widget, such as the field of a spin box, are named by it.
+        const bool bPart = qobject_cast<const QAbstractSpinBox*>(pWidget->parentWidget()) ||
+                           qobject_cast<const QComboBox*>(pWidget->parentWidget()) ||
+                           pWidget->objectName().startsWith("qt_") || qobject_cast<const QTabBar*>(pWidget) ||
+                           qobject_cast<const QMenu*>(pWidget);
+        if (!bPart && pWidget->window() == &window && (pWidget->focusPolicy() & Qt::TabFocus) &&
+            pWidget->isEnabledTo(&window) && SpokenName(*pWidget).isEmpty())
+            nameless += QString("%1 '%2' in '%3'")
+                            .arg(pWidget->metaObject()->className(), pWidget->objectName(),
+                                 pWidget->parentWidget()->objectName());
+    }
+    return nameless;
+}
+
+TEST_F(MainWindowTest, NamesEveryWidgetThatTheKeyboardReaches)
+{
+    Open("KX-G1C_2001");
+    Do("single");
+    for (QDockWidget* const pDock : m_pWindow->findChildren<QDockWidget*>())
+        pDock->show();
+    QTest::qWait(0);
+    EXPECT_EQ(NamelessIn(*m_pWindow).join("\n").toStdString(), "");
+    DeviceDialog dialog(*m_pCameras, {}, m_pWindow.get());
+    dialog.show();
+    EXPECT_EQ(NamelessIn(dialog).join("\n").toStdString(), "");
+    Do("help");
+    Do("about");
+    Do("loadModel"); // there is none, which a box tells
+    for (const QDialog* const pDialog : m_pWindow->findChildren<QDialog*>())
+        EXPECT_EQ(NamelessIn(*pDialog).join("\n").toStdString(), "") << pDialog->windowTitle().toStdString();
 }
 
 } // namespace

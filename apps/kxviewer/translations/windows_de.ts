@@ -82,6 +82,22 @@
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>Devices</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <translation>Schnittstelle</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
 </context>
 <context>
     <name>CDisplayGraphPartDlg</name>
@@ -89,11 +105,19 @@
         <source>DisplayGraphPartDlg</source>
         <translation>Diagramm</translation>
     </message>
+    <message>
+        <source>Graph</source>
+        <translation>Graph</translation>
+    </message>
 </context>
 <context>
     <name>CDisplayImagePartDlg</name>
     <message>
         <source>DisplayImagePartDlg</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Image</source>
         <translation>Bild</translation>
     </message>
 </context>
@@ -154,6 +178,14 @@
     <message>
         <source>Value</source>
         <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
     </message>
 </context>
 <context>
