@@ -141,7 +141,8 @@ size_t PaddingBytes(const IKxPixelFormatInfoInside& format, const CPartAtProduce
         return padding;
     const size_t line = format.GetLinePitch(image.width, 1);
     const size_t paddedLine = format.GetLinePitch(image.width + padding, 1);
-    const bool isInPixels = dataSize != 0 && format.GetImageSize(image.height, paddedLine) == dataSize;
+    const bool isInPixels = dataSize != 0 && image.height <= dataSize / paddedLine &&
+                            format.GetImageSize(image.height, paddedLine) == dataSize;
     return isInPixels ? paddedLine - line : padding;
 }
 

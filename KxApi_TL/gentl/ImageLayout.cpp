@@ -23,6 +23,7 @@ size_t LayOut(const IKxPixelFormatInfoInside& format, size_t linePadding, size_t
 {
     size_t end = 0;
     const bool isTooLong =
+        image.width / 8 > size || image.height > size || // a pixel has a bit at least
         __builtin_add_overflow(format.GetLinePitch(image.width, 1), linePadding, &image.linePitch) ||
         __builtin_mul_overflow(image.linePitch, image.height, &image.planePitch) ||
         __builtin_add_overflow(image.place, format.GetImageSize(image.height, image.linePitch), &end);

@@ -223,6 +223,9 @@ TEST_F(Stream, GivesAllPartsOfABufferEachWithItsOwnFormat)
         camera->Deliver(multiPart, {Part(place, KxPixelFormat_Mono16, 64, 48, 1, 0)});
         EXPECT_THROW(Fetch(), GenICam::RuntimeException) << "outside of the buffer";
     }
+    parts[0].infos[GenTL::BUFFER_PART_INFO_HEIGHT] = ToldSize(SIZE_MAX / 5);
+    camera->Deliver(multiPart, parts);
+    EXPECT_THAT(FetchError(), testing::HasSubstr("does not fit into a buffer of 4096 bytes"));
 }
 
 TEST_F(Stream, HandsOutTheBytesOfCompressedImages)
@@ -312,9 +315,10 @@ TEST_F(Stream, CountsWhatIsIncompleteAndWhatIsLost)
     deliver(3, {{GenTL::BUFFER_INFO_IS_INCOMPLETE, ToldBool(true)}}); // none
     deliver(4, {{GenTL::BUFFER_INFO_SIZE_FILLED, ToldSize(100)}});    // less than the image has
     deliver(1);                                                       // counted anew: none
+    deliver(UINT64_MAX);                                              // no camera is that fast: none
     m_stream->StopAcquisition();
     const CKxStreamStatistics statistics = m_stream->GetStatistics();
-    EXPECT_EQ(statistics.nDelivered, 6U);
+    EXPECT_EQ(statistics.nDelivered, 7U);
     EXPECT_EQ(statistics.nIncomplete, 2U);
     EXPECT_EQ(statistics.nLost, 6U);
     EXPECT_EQ(statistics.nRefused, 0U);
