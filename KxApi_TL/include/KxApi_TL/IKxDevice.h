@@ -73,7 +73,7 @@ struct IKxDevice : IKxRegisterCallback
 
     /// Whether the device was found not to answer any more. It then wants to be released, and to be opened
     /// anew once it is back. Found are errors that the producer tells of, and while images are awaited, a
-    /// look at the device's access status once a second.
+    /// look once a second whether its registers still can be read.
     virtual bool IsLost() const = 0;
 
 protected:
