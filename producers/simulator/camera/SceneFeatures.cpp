@@ -25,11 +25,11 @@ void Describe(const CCameraModel& model, CFeatureList& list)
                            {"Noise", 3, "A grey field with the sensor's noise", true},
                            {"ImageFolder", 4, "The images of KxSceneFolder, one after the other", true}})
                  .Default(static_cast<int64_t>(hasFolder ? ESource::ImageFolder : model.source)));
-    list.Add(
-        String("KxSceneFolder", "Folder with images (.pgm, .ppm, .bmp); at first that of KXSIM_IMAGE_FOLDER")
-            .Custom()
-            .Length(512)
-            .Default(hasFolder ? folder : ""));
+    list.Add(String("KxSceneFolder",
+                    "Folder with images (.pgm, .ppm, .bmp, .png); at first that of KXSIM_IMAGE_FOLDER")
+                 .Custom()
+                 .Length(512)
+                 .Default(hasFolder ? folder : ""));
     list.Add(Integer("KxSceneStep", "How far the scene moves from one image to the next; 0 stands still")
                  .Custom()
                  .Range("0", "64", std::to_string(kWidthStep))
