@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <iostream>
 #include <memory>
@@ -71,14 +72,24 @@ private:
     }
 };
 
-// The next image; null when the acquisition was interrupted.
+// The next image; null when the acquisition was interrupted. Buffers that hold nothing usable are passed
+// over, as the acquisition does; when nothing else comes, the last one's fault is told.
 Image Next(IKxStream& stream, uint32_t timeoutMs)
 {
-    for (uint32_t waited = 0; !interrupted; waited += kSliceMs) {
-        if (waited >= timeoutMs)
-            throw TIMEOUT_EXCEPTION("no image came within %u ms", timeoutMs);
-        if (Image image{stream.FetchImage(kSliceMs)})
-            return image;
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::milliseconds(timeoutMs);
+    std::string refusal;
+    while (!interrupted) {
+        if (Clock::now() >= end)
+            throw TIMEOUT_EXCEPTION("no image came within %u ms%s", timeoutMs, refusal.c_str());
+        try {
+            if (Image image{stream.FetchImage(kSliceMs)})
+                return image;
+        } catch (const GenICam::GenericException& e) {
+            if (!stream.IsAcquiring())
+                throw;
+            refusal = std::string(", but buffers that were refused: ") + e.GetDescription();
+        }
     }
     return Image();
 }
@@ -161,6 +172,8 @@ void RunGrab(Options options)
         histogram.emplace(options.histogram);
     OpenCamera camera(options.camera, KxDeviceAccess_Control);
     KxApps::Apply(KxApps::ParseSettings(camera.Map(), options.settings));
+    if (camera.Device().GetStreamCount() == 0)
+        throw RUNTIME_EXCEPTION("%s has no stream, and so no images", options.camera.camera.c_str());
     const Stream stream(camera.Device().OpenIKxStream(0));
     stream->SetBufferCount(options.buffers);
     if (!options.mode.empty())

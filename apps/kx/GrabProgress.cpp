@@ -74,7 +74,10 @@ std::string GrabProgress::Summary() const
                   static_cast<unsigned long long>(m_images), Seconds(),
                   PerSecond(static_cast<double>(m_images)), PerSecond(static_cast<double>(m_bytes)) / 1e6,
                   lost, static_cast<unsigned long long>(m_statistics.nIncomplete));
-    return text;
+    // Only of cameras that send what can't be used.
+    return m_statistics.nRefused == 0
+               ? text
+               : text + (", " + std::to_string(m_statistics.nRefused)) + " buffers refused";
 }
 
 std::string GrabProgress::Json(const KxApps::RecordingStatus* pRecording) const
