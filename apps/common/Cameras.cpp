@@ -6,7 +6,10 @@
 #include <GenTL/GenTL.h>
 
 #include <algorithm>
+#include <exception>
+#include <future>
 #include <iterator>
+#include <thread>
 #include <utility>
 
 using namespace KxApi;
@@ -59,6 +62,31 @@ std::string Names(const std::vector<Camera>& cameras)
     return text.empty() ? "none" : text;
 }
 
+Cameras::SystemEntry Hanging(IKxSystem* pSystem, std::chrono::milliseconds patience)
+{
+    return {pSystem,
+            {},
+            "its search for cameras hasn't come back in " + std::to_string(patience.count()) + " ms"};
+}
+
+// In a thread that nobody has to wait for, and that keeps the system open while it searches.
+std::future<Cameras::SystemEntry> SearchAside(IKxSystem* pSystem)
+{
+    std::promise<Cameras::SystemEntry> promise;
+    std::future<Cameras::SystemEntry> future = promise.get_future();
+    CKxAutoPtr<IKxSystemReleasable> hold(HoldIKxSystem(pSystem));
+    std::thread([pSystem, hold = std::move(hold), promise = std::move(promise)]() mutable {
+        try {
+            Cameras::SystemEntry entry = Cameras::Search(pSystem);
+            hold.Reset(); // whoever uses the result closes the system
+            promise.set_value(std::move(entry));
+        } catch (...) {
+            promise.set_exception(std::current_exception());
+        }
+    }).detach();
+    return future;
+}
+
 // Texts that list cameras outgrow what the exception's own formatting keeps.
 [[noreturn]] void Raise(const std::string& text)
 {
@@ -99,10 +127,15 @@ void Cameras::Take(SystemEntry entry)
         *same = std::move(entry);
 }
 
-void Cameras::Update()
+void Cameras::Update(std::chrono::milliseconds patience)
 {
+    const auto until = std::chrono::steady_clock::now() + patience;
+    std::vector<std::future<SystemEntry>> searches;
     for (size_t i = 0; i < m_systems.GetSize(); ++i)
-        Take(Search(m_systems[i]));
+        searches.push_back(SearchAside(m_systems[i]));
+    for (size_t i = 0; i < searches.size(); ++i)
+        Take(searches[i].wait_until(until) == std::future_status::ready ? searches[i].get()
+                                                                        : Hanging(m_systems[i], patience));
 }
 
 bool Cameras::IsSimulated(const Camera& camera)

@@ -8,6 +8,7 @@
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -58,8 +59,9 @@ public:
     /// Takes the result over, in place of what that system had before.
     void Take(SystemEntry entry);
 
-    /// Looks again.
-    void Update();
+    /// Looks again, in all systems at once. What hasn't come back in time is told as the system's error and
+    /// keeps none of the others from being listed.
+    void Update(std::chrono::milliseconds patience = std::chrono::seconds(20));
 
     const std::vector<KxApi::CKxProducerInfo>& Producers() const { return m_producers; }
     const std::vector<SystemEntry>& Systems() const { return m_entries; }

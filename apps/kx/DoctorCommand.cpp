@@ -40,7 +40,8 @@ void RunDoctor(const Options& options)
 {
     const std::vector<Finding> findings = CheckAll(options.root);
     if (options.json)
-        std::cout << JsonOf(findings).dump(2) << "\n";
+        std::cout << JsonOf(findings).dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+                  << "\n";
     else
         Print(findings);
     Finish(std::cout);

@@ -2,6 +2,7 @@
 #include "Cameras.h"
 #include "Commands.h"
 #include "Findings.h"
+#include "NodeText.h"
 #include "Output.h"
 
 #include <CLI/CLI.hpp>
@@ -20,7 +21,8 @@ namespace Kx
 namespace
 {
 
-std::string Of(const Json& json, const char* key) { return json.at(key).get<std::string>(); }
+// Names come from cameras, which may write into them what they like.
+std::string Of(const Json& json, const char* key) { return OneLine(json.at(key).get<std::string>()); }
 
 // What went wrong, as a line of its own.
 void PrintError(std::ostream& out, const Json& json, const char* indent)
@@ -78,7 +80,7 @@ void AddListCommand(CLI::App& program)
     command->callback([json] {
         const Json found = JsonOf(KxApps::Cameras());
         if (*json)
-            std::cout << found.dump(2) << "\n";
+            std::cout << found.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
         else
             Print(std::cout, found);
         Finish(std::cout);
