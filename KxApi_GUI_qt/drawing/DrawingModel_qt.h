@@ -27,9 +27,6 @@ protected:
     ~IKxDrawingHost() = default;
 };
 
-/// The place that the tool's exceptions tell.
-inline constexpr const char* kDrawingSourceFile = "KxApi_GUI_qt/KxDrawingTool_qt";
-
 /// The objects, the styles and the settings, which the mouse and the features work on alike. One lock guards
 /// objects, styles, selection and what is being built. What it leads to outside, nodes to be invalidated and
 /// the dialog's repaint, waits until the lock is given back: a thread that writes a feature holds the node

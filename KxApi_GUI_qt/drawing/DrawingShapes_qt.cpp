@@ -12,8 +12,7 @@
 #include "drawing/shapes/KxDrawingItemPolygon_qt.h"
 #include "drawing/shapes/KxDrawingItemRectangle_qt.h"
 #include "drawing/shapes/KxDrawingItemText_qt.h"
-
-#include <Base/GCCheckRange.h>
+#include "frame/RegisterRow_qt.h"
 
 #include <iterator>
 
@@ -52,7 +51,7 @@ static_assert(std::size(kShapes) == kDrawingItemTypes);
 
 std::unique_ptr<IKxDrawingItem> MakeShape(_EKxDrawingItemType_t eType, IKxDrawingItemParent& parent)
 {
-    KXGC_CHECK_RANGE(rlBelowMax, "eType", eType, kDrawingItemTypes);
+    Below("eType", kDrawingItemTypes).Check(eType, kDrawingSourceFile, __LINE__);
     const MakeShapeFunction make = kShapes[eType];
     return make ? make(parent) : nullptr;
 }

@@ -21,6 +21,9 @@ class CLabelCache;
 class CLabelFonts;
 struct CKxDrawingMeasurement;
 
+/// The place that the tool's exceptions tell.
+inline constexpr const char* kDrawingSourceFile = "KxApi_GUI_qt/KxDrawingTool_qt";
+
 /// What a step of the mouse is for.
 enum EDrawByMouseMode : uint32_t
 {

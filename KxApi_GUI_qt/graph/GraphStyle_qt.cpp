@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "graph/GraphStyle_qt.h"
 
-#include <Base/GCCheckRange.h>
+#include "frame/RegisterRow_qt.h"
+
 #include <KxApi_TL/KxPixelComponentType.h>
 
 #include <iterator>
@@ -13,7 +14,7 @@ namespace
 
 constexpr int kComponentPenSize = 2;
 constexpr int kFontHeight = 16;
-constexpr int kMaxFontHeight = 31;
+constexpr long long kMaxFontHeight = 31;
 constexpr uint32_t kLineStyles = 6;
 
 struct CRgb
@@ -81,16 +82,10 @@ void ForEachComponentPen(Function function)
     }
 }
 
-void CheckRange(const char* szName, int64_t nValue, int64_t nEnd)
+/// Out of range is what a call of the window is, which is the place that exceptions tell.
+void Check(const CNumberRange& range, int64_t nValue)
 {
-    KXGC_CHECK_RANGE(rlFromMin, szName, nValue, 0);
-    KXGC_CHECK_RANGE(rlBelowMax, szName, nValue, nEnd);
-}
-
-void CheckHeight(uint32_t nValue)
-{
-    KXGC_CHECK_RANGE(rlFromMin, "nValue", nValue, 1);
-    KXGC_CHECK_RANGE(rlUpToMax, "nValue", nValue, kMaxFontHeight);
+    range.Check(nValue, "KxApi_GUI_qt/KxDisplayGraphWnd_qt", __LINE__);
 }
 
 /// A setting of a pen or a font as a number.
@@ -188,14 +183,14 @@ size_t CGraphStyle::PenOfComponent(uint64_t nComponentType)
 
 void CGraphStyle::CheckLine(size_t nPen, int64_t nIndex)
 {
-    CheckRange("eGraphLine", static_cast<int64_t>(nPen), kGraphPens);
-    CheckRange("nIndex", nIndex, std::size(kLineInfos));
+    Check(FromBelow("eGraphLine", 0, kGraphPens), static_cast<int64_t>(nPen));
+    Check(FromBelow("nIndex", 0, static_cast<long long>(std::size(kLineInfos))), nIndex);
 }
 
 void CGraphStyle::CheckText(size_t nFont, int64_t nIndex)
 {
-    CheckRange("eGraphText", static_cast<int64_t>(nFont), kGraphFonts);
-    CheckRange("nIndex", nIndex, std::size(kTextInfos));
+    Check(FromBelow("eGraphText", 0, kGraphFonts), static_cast<int64_t>(nFont));
+    Check(FromBelow("nIndex", 0, static_cast<long long>(std::size(kTextInfos))), nIndex);
 }
 
 uint32_t CGraphStyle::LineInfo(size_t nPen, int64_t nIndex) const
@@ -225,7 +220,7 @@ bool CGraphStyle::SetTextInfo(size_t nFont, int64_t nIndex, uint32_t nValue)
 {
     CheckText(nFont, nIndex);
     if (nIndex == kTextHeightIndex)
-        CheckHeight(nValue);
+        Check(FromTo("nValue", 1LL, kMaxFontHeight), nValue);
     const GenApi::AutoLock lock(m_lock);
     return Set(kTextInfos[nIndex], m_arrFonts[nFont], nValue);
 }

@@ -278,6 +278,11 @@ TEST_F(DrawingFeatures, TellWhatIsOutOfRange)
     EXPECT_EQ(write(0x1018, 3, 4), "DrawingObjectSelector = -1 must be equal or greater than Min = 0");
     EXPECT_EQ(write(0x1010, 0, 8), "");
     EXPECT_EQ(write(0x1018, 13, 4), "eType = 13 must be smaller than Max = 13");
+    EXPECT_EQ(PlaceOfErrorOf([&] {
+                  const uint32_t nType = 13;
+                  m_pPort->Write(&nType, 0x1018, sizeof(nType));
+              }),
+              "KxApi_GUI_qt/KxDrawingTool_qt");
     EXPECT_EQ(write(0x1200, 6, 4), "LineStyle = 6 must be smaller than Max = 6");
     EXPECT_EQ(write(0x1200, 5, 4), "");
     EXPECT_EQ(write(0x1478, 8, 4), "BrushStyle = 8 must be smaller than Max = 8");

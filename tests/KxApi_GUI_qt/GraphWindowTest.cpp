@@ -178,6 +178,7 @@ TEST_F(GraphWindow, HasAPenForEachLineAndAFontForEachText)
         EXPECT_EQ(Read32(0x5000 + nText * 0x10), 0x3400U);
     }
     EXPECT_EQ(ErrorOf([this] { Read32(0x3000 + 5 * 4); }), "nIndex = 5 must be smaller than Max = 5");
+    EXPECT_EQ(PlaceOfErrorOf([this] { Write32(0x500C, 0); }), "KxApi_GUI_qt/KxDisplayGraphWnd_qt");
     EXPECT_EQ(ErrorOf([this] { m_wnd.SetLineInfo(129, 0, 0); }),
               "eGraphLine = 129 must be smaller than Max = 129");
     EXPECT_EQ(ErrorOf([this] { m_wnd.SetLineInfo(0, -1, 0); }),

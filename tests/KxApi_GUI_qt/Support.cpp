@@ -54,6 +54,16 @@ std::string ErrorOf(const std::function<void()>& call)
     return {};
 }
 
+std::string PlaceOfErrorOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const GenICam::GenericException& e) {
+        return e.GetSourceFileName();
+    }
+    return {};
+}
+
 class CEventLog::CCallback final : public KxApi::IKxCallback
 {
 public:

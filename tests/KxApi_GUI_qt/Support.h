@@ -44,6 +44,8 @@ QWidget* WidgetOf(KxApi::IKxWnd& window);
 
 /// The text of the GenICam exception that a call raises; empty when it raises none.
 std::string ErrorOf(const std::function<void()>& call);
+/// The place that it tells.
+std::string PlaceOfErrorOf(const std::function<void()>& call);
 
 /// What the callbacks of a window got. Outlives the window.
 class CEventLog
