@@ -11,6 +11,7 @@
 #include <KxApi_TL/IKxInterface.h>
 
 #include <QCloseEvent>
+#include <QPixmap>
 #include <QPointer>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -214,13 +215,14 @@ void CDisplayDeviceSelectionPartDlg::ShowDeviceList(CDeviceList list)
 
 void CDisplayDeviceSelectionPartDlg::BuildTree()
 {
-    // Rows of a kind share their icon, which is then read once.
+    // Rows of a kind share their icon, which is then read once. Dialogs share its pixmap, and what Qt keeps
+    // scaled of it: an icon of the file would be another one for each of them.
     std::map<const char*, QIcon> mapIcons;
     const auto iconOf = [&](const char* szIcon) {
         const auto found = mapIcons.find(szIcon);
         return found != mapIcons.end()
                    ? found->second
-                   : mapIcons.emplace(szIcon, QIcon(QString::fromLatin1(szIcon))).first->second;
+                   : mapIcons.emplace(szIcon, QIcon(QPixmap(QString::fromLatin1(szIcon)))).first->second;
     };
     QList<QTreeWidgetItem*> listSystems;
     QTreeWidgetItem* pInterfaceItem = nullptr;
