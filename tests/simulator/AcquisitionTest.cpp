@@ -8,17 +8,7 @@ using namespace KxTest;
 using namespace KxApi;
 
 class Acquisition : public Simulator
-{
-protected:
-    /// A window so small that images are cheap.
-    DevicePtr OpenSmall()
-    {
-        DevicePtr device = Open(kAllKinds);
-        Set(device, "Width", "64");
-        Set(device, "Height", "16");
-        return device;
-    }
-};
+{};
 
 TEST_F(Acquisition, OfANumberOfImagesEndsByItself)
 {

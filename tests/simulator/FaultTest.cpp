@@ -12,14 +12,6 @@ using testing::HasSubstr;
 class Fault : public Simulator
 {
 protected:
-    DevicePtr OpenSmall()
-    {
-        DevicePtr device = Open(kAllKinds);
-        Set(device, "Width", "64");
-        Set(device, "Height", "16");
-        return device;
-    }
-
     /// Numbers of the images of an acquisition, negative where they are incomplete.
     static std::vector<int64_t> Grab(const DevicePtr& device, size_t count,
                                      CKxStreamStatistics* statistics = nullptr)

@@ -103,6 +103,9 @@ protected:
         return DevicePtr(KxApi::CreateIKxDevice(&Interface(place.interface), info, access));
     }
 
+    /// With a window so small that images are cheap.
+    DevicePtr OpenSmall();
+
     void CloseSystem() { m_system.Reset(); }
     const std::string& Folder() const { return m_folder; }
 
@@ -138,6 +141,14 @@ inline void Execute(const DevicePtr& device, const char* name) { Execute(Feature
 inline double Number(const DevicePtr& device, const char* name)
 {
     return GenApi::CFloatPtr(Features(device).GetNode(name))->GetValue();
+}
+
+inline DevicePtr Simulator::OpenSmall()
+{
+    DevicePtr device = Open(kAllKinds);
+    Set(device, "Width", "64");
+    Set(device, "Height", "16");
+    return device;
 }
 
 /// Takes one image and shows it.

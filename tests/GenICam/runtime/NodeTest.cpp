@@ -270,7 +270,7 @@ TEST(Port, RecordsItsWritesAndDoesThemAgain)
     test.Int("A").SetValue(1);
     test.Int("B").SetValue(2);
     recorder->StopRecording();
-    test.Int("A").SetValue(3);
+    test.Int("A") = 3;
     EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4 w0:4");
     recorder->Replay(&list);
     EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4");
