@@ -107,28 +107,28 @@ TEST(BrokenNodes, RaiseAnErrorWithPlaceNodeAndElement)
 
 TEST(BrokenNodes, TellTheElementThatTheyLack)
 {
-    for (const auto& [nodes, element] : {
-             std::pair{"Integer I { Min 1 }", "Value or pValue or pIndex"},
-             {"Float I { }", "Value or pValue or pIndex"},
-             {"Boolean I { }", "Value or pValue"},
-             {"String I { }", "Value or pValue"},
-             {"Command I { Value 1 }", "CommandValue or pCommandValue"},
-             {"Enumeration I { Value 1 }", "EnumEntry"},
-             {"Enumeration I { EnumEntry E { } Value 1 }", "Value"},
-             {"SwissKnife I { }", "Formula"},
-             {"Converter I { FormulaTo 1 }", "FormulaFrom"},
+    for (const auto& [nodes, error] : {
+             std::pair{"Integer I { Min 1 }", "'I': has no Value or pValue or pIndex"},
+             {"Float I { }", "'I': has no Value or pValue or pIndex"},
+             {"Boolean I { }", "'I': has no Value or pValue"},
+             {"String I { }", "'I': has no Value or pValue"},
+             {"Command I { Value 1 }", "'I': has no CommandValue or pCommandValue"},
+             {"Enumeration I { Value 1 }", "'I': has no EnumEntry"},
+             {"Enumeration I { EnumEntry E { } Value 1 }", "'EnumEntry_I_E': has no Value"},
+             {"SwissKnife I { }", "'I': has no Formula"},
+             {"Converter I { FormulaTo 1 }", "'I': has no FormulaFrom"},
              {"Register I { Length 4; AccessMode RW; pPort P }",
-              "pIndex or Address or IntSwissKnife or pAddress"},
-             {"Register I { Address 4; AccessMode RW; pPort P }", "Length or pLength"},
-             {"Register I { Address 4; Length 4; pPort P }", "AccessMode"},
-             {"Register I { Address 4; Length 4; AccessMode RW }", "pPort"},
-             {"IntReg I { at 0 4 RW }", "Endianess"},
-             {"FloatReg I { at 0 4 RW }", "Endianess"},
-             {"StructReg I { at 0 4 RW; StructEntry E { Bit 1 } }", "Endianess"},
-             {"StructReg I { at 0 4 RW }", "StructEntry"},
+              "'I': has no pIndex or Address or IntSwissKnife or pAddress"},
+             {"Register I { Address 4; AccessMode RW; pPort P }", "'I': has no Length or pLength"},
+             {"Register I { Address 4; Length 4; pPort P }", "'I': has no AccessMode"},
+             {"Register I { Address 4; Length 4; AccessMode RW }", "'I': has no pPort"},
+             {"IntReg I { at 0 4 RW }", "'I': has no Endianess"},
+             {"FloatReg I { at 0 4 RW }", "'I': has no Endianess"},
+             {"StructReg S { at 0 4 RW; StructEntry E { Bit 1 } }", "'E': has no Endianess"},
+             {"StructReg S { at 0 4 RW }", "'S': element 'StructReg' has no StructEntry"},
          })
         EXPECT_THAT(ErrorOfNodes(NodesAsXml("Port Device { } Port P { } " + std::string(nodes))),
-                    testing::EndsWith(std::string(" has no ") + element))
+                    testing::EndsWith(std::string(": node ") + error))
             << nodes;
 }
 
@@ -136,19 +136,19 @@ TEST(BrokenNodes, TellWhatKindOfNodeIsNeeded)
 {
     for (const auto& [nodes, error] : {
              std::pair{"Category C { } Integer I { pValue C }",
-                       "'pValue' names 'C', a node of kind Category, where a number is needed"},
+                       "'I': element 'pValue' names 'C', a node of kind Category, where a number is needed"},
              {"String C { Value 1 } Integer I { Value 1; pMax C }",
-              "'pMax' names 'C', a node of kind String, where a number is needed"},
+              "'I': element 'pMax' names 'C', a node of kind String, where a number is needed"},
              {"Port P { } Integer I { pIsLocked P; Value 1 }",
-              "'pIsLocked' names 'P', a node of kind Port, where a number is needed"},
+              "'I': element 'pIsLocked' names 'P', a node of kind Port, where a number is needed"},
              {"Command C { Value 1; CommandValue 1 } SwissKnife S { pVariable[Name=V] C; Formula V }",
-              "'pVariable' names 'C', a node of kind Command, where a number is needed"},
+              "'S': element 'pVariable' names 'C', a node of kind Command, where a number is needed"},
              {"String S { pValue I } Integer I { Value 1 }",
-              "'pValue' names 'I', a node of kind Integer, where a String is needed"},
+              "'S': element 'pValue' names 'I', a node of kind Integer, where a String is needed"},
              {"Integer I { Value 1 } Register R { Address 0; Length 4; AccessMode RW; pPort I }",
-              "'pPort' names 'I', a node of kind Integer, where a Port is needed"},
+              "'R': element 'pPort' names 'I', a node of kind Integer, where a Port is needed"},
          })
-        EXPECT_THAT(ErrorOfNodes(NodesAsXml(nodes)), testing::EndsWith(std::string(": element ") + error))
+        EXPECT_THAT(ErrorOfNodes(NodesAsXml(nodes)), testing::EndsWith(std::string(": node ") + error))
             << nodes;
 }
 

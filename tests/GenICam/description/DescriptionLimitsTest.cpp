@@ -76,28 +76,29 @@ TEST(DescriptionLimits, MultipliedElementsAreBounded)
 {
     std::string entries;
     for (int i = 0; i < 3000; ++i)
-        entries += "<StructEntry Name='E" + std::to_string(i) + "'><Bit>1</Bit></StructEntry>";
-    EXPECT_THAT(ErrorOfNodes(kPort + "<Integer Name='I'><Value>1</Value></Integer><StructReg Comment='S'>" +
-                             kRegisterParts + Repeat("<pInvalidator>I</pInvalidator>", 3000) +
-                             "<Endianess>BigEndian</Endianess>" + entries + "</StructReg>"),
+        entries += "StructEntry E" + std::to_string(i) + " { Bit 1 }";
+    EXPECT_THAT(ErrorOf([&] {
+                    ReadOutline("Port Device { } Integer I { Value 1 } StructReg S { at 0x10 4 RW; " +
+                                Repeat("pInvalidator I; ", 3000) + "Big; " + entries + " }");
+                }),
                 HasSubstr("elements exceed the limit of 4194304"));
     std::string expressions;
     for (int i = 0; i < 3000; ++i)
-        expressions += "<Expression Name='E" + std::to_string(i) + "'>1</Expression>";
-    EXPECT_THAT(ErrorOfNodes("<Integer Name='I'><Value>1</Value></Integer><SwissKnife Name='S'>" +
-                             Repeat("<pVariable Name='V'>I</pVariable>", 3000) + expressions +
-                             "<Formula>1</Formula></SwissKnife>"),
+        expressions += "Expression[Name=E" + std::to_string(i) + "] 1; ";
+    EXPECT_THAT(ErrorOf([&] {
+                    ReadOutline("Integer I { Value 1 } SwissKnife S { " +
+                                Repeat("pVariable[Name=V] I; ", 3000) + expressions + "Formula 1 }");
+                }),
                 HasSubstr("elements exceed the limit of 4194304"));
 }
 
 // One node that all others depend on, named many times over by each.
 TEST(DescriptionLimits, ManyReferencesToOneNodeCostNoMoreThanTheirNumber)
 {
-    std::string nodes = kPort + IntReg("Shared");
+    std::string nodes = "Port Device { } IntReg Shared { at 0 4 RW; Little }";
     for (int i = 0; i < 20000; ++i)
-        nodes += "<Integer Name='I" + std::to_string(i) +
-                 "'><pIsAvailable>Shared</pIsAvailable><pValue>Shared</pValue><pMax>Shared</pMax></Integer>";
-    const auto description = ReadNodes(nodes);
+        nodes += "Integer I" + std::to_string(i) + " { pIsAvailable Shared; pValue Shared; pMax Shared }";
+    const auto description = ReadOutline(nodes);
     EXPECT_EQ(description->Dependents(description->FindNode("Shared")).size(), 20000u);
 }
 

@@ -121,7 +121,7 @@ TEST(DescriptionLinks, ValuesThatDependOnThemselvesAreErrorsThatNameTheChain)
              {"Category A { pFeature B } Category B { pFeature A }", "A -> B -> A"},
              {"Integer A { pValueCopy A; pValue B } Integer B { Value 1 }", "A -> A"},
          })
-        EXPECT_THAT(ErrorOfNodes(kPort + NodesAsXml(nodes)),
+        EXPECT_THAT(ErrorOfNodes(NodesAsXml("Port Device { } " + std::string(nodes))),
                     testing::AllOf(testing::StartsWith("Runtime: line "),
                                    testing::HasSubstr("its value depends on itself: " + std::string(chain))));
 }

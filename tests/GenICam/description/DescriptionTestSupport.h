@@ -126,17 +126,4 @@ inline std::vector<std::string> Content(const Description& description)
     return lines;
 }
 
-/// A register's elements apart from its bits and sign.
-inline const std::string kRegisterParts =
-    "<Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode>"
-    "<pPort>Device</pPort>";
-inline const std::string kPort = "<Port Name=\"Device\"/>";
-
-inline std::string IntReg(std::string_view name, std::string_view address = "0x10")
-{
-    return "<IntReg Name=\"" + std::string(name) + "\"><Address>" + std::string(address) +
-           "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
-           "<Endianess>LittleEndian</Endianess></IntReg>";
-}
-
 } // namespace KxGenApi

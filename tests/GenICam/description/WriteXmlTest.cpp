@@ -11,29 +11,23 @@ namespace
 
 TEST(WriteXml, SaysTheSameInTheSameOrder)
 {
-    const auto first = ReadNodes(R"(
-        <Category Name="Root" NameSpace="Standard"><pFeature>Mode</pFeature><pFeature>X</pFeature></Category>
-        <Enumeration Name="Mode"><ToolTip>a &lt;b&gt; &amp; "c"
-line &#13;&#9; end </ToolTip><EnumEntry Name="On" NameSpace="Standard"><pIsAvailable>I</pIsAvailable><Value>1</Value>
-            <NumericValue>2.5</NumericValue><IsSelfClearing>Yes</IsSelfClearing></EnumEntry><pValue>R</pValue><pSelected>X</pSelected></Enumeration>
-        <Converter Name="X"><pVariable Name="V.Entry.On">Mode</pVariable><Constant Name="C">1.5</Constant>
-            <Expression Name="E">V*C</Expression><FormulaTo>FROM&lt;E</FormulaTo><FormulaFrom>TO</FormulaFrom>
-            <pValue>F</pValue><Slope>Increasing</Slope></Converter>
-        <Integer Name="I"><pIndex>Mode</pIndex><ValueIndexed Index="1">7</ValueIndexed><pValueIndexed Index="2">R</pValueIndexed>
-            <ValueDefault>0</ValueDefault></Integer>
-        <IntReg Name="R"><IntSwissKnife Name="Off"><Constant Name="K">4</Constant><Formula>K</Formula></IntSwissKnife>
-            <Address>0x10</Address><pIndex Offset="0x20">J</pIndex><pIndex pOffset="J">J</pIndex><Length>4</Length>
-            <AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
-        <Integer Name="J"><Value>1</Value></Integer>
-        <StructReg Comment="S"><Visibility>Expert</Visibility><Address>0</Address><IntSwissKnife Name="SOff"><Formula>8</Formula></IntSwissKnife>
-            <Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><PollingTime>100</PollingTime>
-            <pInvalidator>R</pInvalidator><Endianess>LittleEndian</Endianess>
-            <StructEntry Name="A"><ToolTip>t</ToolTip><pInvalidator>I</pInvalidator><LSB>0</LSB><MSB>3</MSB><Sign>Signed</Sign></StructEntry>
-            <StructEntry Name="B"><AccessMode>RO</AccessMode><Bit>5</Bit><Representation>Boolean</Representation></StructEntry></StructReg>
-        <FloatReg Name="F"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></FloatReg>
-        <String Name="T"><Value> two  blanks </Value></String><Command Name="Z"><Value>0</Value><CommandValue>1</CommandValue></Command>
-        <TextDesc Name="D"><Key>0x81</Key></TextDesc>
-        <Port Name="Device"><ChunkID>9C40</ChunkID></Port>)");
+    const auto first = ReadNodes(R"(<String Name="T"><ToolTip>a &lt;b&gt; &amp; "c"
+line &#13;&#9; end </ToolTip><Value> two  blanks </Value></String>)" +
+                                 NodesAsXml(R"(
+        Category Root[NameSpace=Standard] { pFeature Mode; pFeature X }
+        Enumeration Mode { EnumEntry On[NameSpace=Standard] {
+            pIsAvailable I; Value 1; NumericValue 2.5; IsSelfClearing Yes } pValue R; pSelected X }
+        Converter X { pVariable[Name=V.Entry.On] Mode; Constant[Name=C] 1.5; Expression[Name=E] V*C;
+            FormulaTo FROM<E; FormulaFrom TO; pValue F; Slope Increasing }
+        Integer I { pIndex Mode; ValueIndexed[Index=1] 7; pValueIndexed[Index=2] R; ValueDefault 0 }
+        IntReg R { IntSwissKnife Off { Constant[Name=K] 4; Formula K } Address 0x10; pIndex[Offset=0x20] J;
+            pIndex[pOffset=J] J; Length 4; AccessMode RW; pPort Device; Big } Integer J { Value 1 }
+        StructReg S { Visibility Expert; Address 0; IntSwissKnife SOff { Formula 8 } Length 4; AccessMode RW;
+            pPort Device; PollingTime 100; pInvalidator R; Little;
+            StructEntry A { ToolTip t; pInvalidator I; LSB 0; MSB 3; Sign Signed }
+            StructEntry B { AccessMode RO; Bit 5; Representation Boolean } }
+        FloatReg F { at 0 4 RW; Big } Command Z { Value 0; CommandValue 1 } TextDesc D { Key 0x81 }
+        Port Device { ChunkID 9C40 })"));
     const std::string xml = WriteXml(*first);
     const auto second = ReadDescription(xml);
     EXPECT_EQ(Content(*second), Content(*first));
