@@ -227,7 +227,8 @@ TEST_F(Device, IsLostWhenItsRegistersCannotBeReadAndNotByItsStatus)
     EXPECT_TRUE(Eventually([&] { return log.Entries().size() >= 5; }));
     EXPECT_TRUE(device->IsLost());
     const auto isError = HasSubstr("error -1010");
-    EXPECT_THAT(log.Entries(), UnorderedElementsAre(isError, isError, HasSubstr("lost -1010"), isError, isError))
+    EXPECT_THAT(log.Entries(),
+                UnorderedElementsAre(isError, isError, HasSubstr("lost -1010"), isError, isError))
         << "once";
     device->DeregisterCallback(hCallback);
 }

@@ -55,9 +55,9 @@ protected:
     Outcome RunProgram(const std::string& program, const std::string& arguments,
                        const std::string& environment = "") const
     {
-        const std::string command = "cd " + m_folder.string() +
-                                    " && export XDG_STATE_HOME=$PWD/state && " + environment + "'" + program + "' " +
-                                    arguments + " >output.txt 2>errors.txt </dev/null";
+        const std::string command = "cd " + m_folder.string() + " && export XDG_STATE_HOME=$PWD/state && " +
+                                    environment + "'" + program + "' " + arguments +
+                                    " >output.txt 2>errors.txt </dev/null";
         const int status = std::system(command.c_str());
         Outcome outcome;
         outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -54,7 +54,8 @@ Declarations::Declarations(const pugi::xml_node& root, const SourceText& source,
     , m_table(TableSize(ExpectedNodes(source)), kNoDefinition)
 {
     m_definitions.reserve(ExpectedNodes(source));
-    Prefault(m_definitions.data(), ExpectedNodes(source) / 2 * sizeof(Definition)); // what nearly all files need
+    Prefault(m_definitions.data(),
+             ExpectedNodes(source) / 2 * sizeof(Definition)); // what nearly all files need
     CollectChildren(root, 0);
 }
 
