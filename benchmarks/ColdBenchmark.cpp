@@ -74,5 +74,9 @@ BENCHMARK_CAPTURE(Cold, peer, KXAPI_COLD_PEER)
     ->Name("Cold/peer")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Cold, empty, KXAPI_COLD_EMPTY)
+    ->Name("Cold/empty")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
