@@ -423,7 +423,8 @@ void CAcquisition::OnEnd() noexcept
     {
         const CKxMutexLock lock(m_mutex);
         error = m_failure;
-        if (!error && !m_isStopAwaited)
+        // Without a callback nobody would hear of it but StopAcquisition.
+        if (!error && !m_isStopAwaited && m_settings.pCallback)
             error = std::exchange(m_stopError, nullptr);
     }
     if (error)

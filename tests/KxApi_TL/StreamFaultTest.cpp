@@ -350,6 +350,12 @@ TEST_F(StreamFault, AStopThatFailsIsToldAfterAllIsUndone)
     EXPECT_FALSE(m_stream->IsAcquiring());
     EXPECT_EQ(camera->Register(kFakeLock), 0U);
     EXPECT_NO_THROW(m_stream->StopAcquisition());
+    // The same where the last image ended it.
+    m_stream->StartAcquisition(nullptr, 1);
+    ASSERT_TRUE(camera->Deliver());
+    ASSERT_TRUE(Fetch());
+    ASSERT_TRUE(Eventually([this] { return !m_stream->IsAcquiring(); }));
+    EXPECT_THROW(m_stream->StopAcquisition(), CKxGenTLErrorException);
 }
 
 TEST_F(StreamFault, BuffersThatTheProducerKeepsStayUntilTheStreamIsClosed)
