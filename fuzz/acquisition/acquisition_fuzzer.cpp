@@ -68,7 +68,7 @@ public:
     std::string Bytes(size_t wanted)
     {
         const size_t size = std::min(wanted, m_left);
-        const std::string bytes(reinterpret_cast<const char*>(m_data), size);
+        std::string bytes(reinterpret_cast<const char*>(m_data), size);
         m_data += size;
         m_left -= size;
         return bytes;
