@@ -67,15 +67,17 @@ void SetLanguage(const QString& strLanguage)
     InitResources();
     const QLocale locale = strLanguage.isEmpty() ? QLocale() : QLocale(strLanguage);
     QLocale::setDefault(locale); // numbers are written as the words beside them
-    const auto install = [&](const QString& strName, const QString& strFolder) {
+    const auto install = [](const QLocale& language, const QString& strName, const QString& strFolder) {
         auto* const pTranslator = new QTranslator(qApp);
-        if (pTranslator->load(locale, strName, "_", strFolder))
+        if (pTranslator->load(language, strName, "_", strFolder))
             QApplication::installTranslator(pTranslator);
         else
             delete pTranslator;
     };
-    install("qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    // English has plurals too, and stands in for languages that there is nothing of.
+    install(QLocale(QLocale::English), "kxviewer", ":/translations");
+    install(locale, "qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
     // The SDK's libraries bring no translations along; Qt's come in a package that may be missing.
     for (const char* const szName : {"qt", "windows", "kxviewer"})
-        install(szName, ":/translations");
+        install(locale, szName, ":/translations");
 }

@@ -185,7 +185,13 @@ void MainWindow::OnViewInFront()
     Follow();
 }
 
-void MainWindow::Tell(const QString& strText) { statusBar()->showMessage(strText); }
+void MainWindow::Tell(const QString& strText)
+{
+    const QString strShown =
+        statusBar()->fontMetrics().elidedText(strText, Qt::ElideMiddle, m_pStatus->RoomForMessages());
+    statusBar()->showMessage(strShown);
+    statusBar()->setToolTip(strShown == strText ? QString() : strText);
+}
 
 void MainWindow::Choose(const std::vector<std::string>& settings)
 {

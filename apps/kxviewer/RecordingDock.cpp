@@ -9,6 +9,7 @@
 #include "ViewerSettings.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -188,7 +189,7 @@ void RecordingDock::TellEnd(bool bBusy)
     else
         emit Told(tr("Recorded %n image(s), %1 lost: %2", "", static_cast<int>(status.written))
                       .arg(status.lost)
-                      .arg(strOutput));
+                      .arg(QFileInfo(strOutput).fileName()));
 }
 
 void RecordingDock::ShowStatus()

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QStatusBar>
+#include <algorithm>
 
 using namespace KxApi;
 
@@ -70,6 +71,12 @@ void ViewerStatus::Show(CameraView& view, const QString& strWithoutCamera)
 }
 
 void ViewerStatus::ShowPixel(const QString& strText) { m_pPixel->setText(strText); }
+
+int ViewerStatus::RoomForMessages() const
+{
+    constexpr int kMargin = 12, kLeast = 120;
+    return std::max(m_pPixel->x() - kMargin, kLeast);
+}
 
 void ViewerStatus::ShowWarning(const QString& strText)
 {

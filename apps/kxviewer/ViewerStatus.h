@@ -20,6 +20,8 @@ public:
     /// Shows a view's figures, or in place of those a text while no camera is open.
     void Show(CameraView& view, const QString& strWithoutCamera);
     void ShowPixel(const QString& strText);
+    /// Width that the figures leave.
+    int RoomForMessages() const;
     /// A line at the left that stays, such as what keeps producers from being used; empty for none.
     void ShowWarning(const QString& strText);
 
