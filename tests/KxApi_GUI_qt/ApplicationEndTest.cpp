@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Windows and what ends before them: the application object, memory.
+#include "Allocations.h"
 #include "Support.h"
 #include "frame/IDlgParent.h"
 #include "frame/KxStatusBar_qt.h"
@@ -13,9 +14,6 @@
 
 namespace KxTest
 {
-
-extern thread_local int nFailingAllocation;
-
 namespace
 {
 
@@ -72,11 +70,11 @@ std::map<std::string, int> PlacesOfFailure(int nAllocations, const std::function
     std::map<std::string, int> mapPlaces;
     for (int n = 1; n <= nAllocations; ++n) {
         try {
-            nFailingAllocation = n;
+            g_failingAllocation = n;
             call();
-            nFailingAllocation = 0;
+            g_failingAllocation = 0;
         } catch (const GenICam::GenericException& e) {
-            nFailingAllocation = 0;
+            g_failingAllocation = 0;
             ++mapPlaces[e.GetSourceFileName()];
         }
     }

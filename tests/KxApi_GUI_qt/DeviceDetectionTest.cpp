@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Devices that come and go while the device selection window is open, and producers that fail meanwhile.
 #include "DeviceTest.h"
+#include "ThreadCount.h"
 #include "device/WorkerDeviceDetection_qt.h"
 
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <chrono>
-#include <filesystem>
 #include <future>
 #include <thread>
 
@@ -21,16 +20,10 @@ using ::testing::IsEmpty;
 using Strings = std::vector<std::string>;
 using namespace KxApi;
 
-std::ptrdiff_t Threads()
-{
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return std::distance(begin(tasks), end(tasks));
-}
-
 // Waits until there are no more: one that was joined is still counted for a moment.
-bool BecomeAtMost(std::ptrdiff_t nThreads)
+bool BecomeAtMost(size_t nThreads)
 {
-    return PumpUntil([=] { return Threads() <= nThreads; });
+    return PumpUntil([=] { return ThreadCount() <= nThreads; });
 }
 
 class DetectDevices : public DeviceTest
@@ -124,20 +117,16 @@ TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndG
 {
     m_pWnd->RegisterTargetIKxSystem(&m_system);
     Show(*m_pWnd);
-    const std::ptrdiff_t nThreads =
-        Threads(); // of the window's search one, which the plugging one takes the place of
+    const size_t nThreads =
+        ThreadCount(); // of the window's search one, which the plugging one takes the place of
     m_pWnd->Close();
     Pump();
-    std::atomic<bool> bEnd{false};
-    std::thread plugging([&] {
-        for (unsigned n = 0; !bEnd; ++n) {
-            std::vector<FakeCamera> cameras(n % 4);
-            for (size_t i = 0; i < cameras.size(); ++i)
-                cameras[i] = {"cam-" + std::to_string(i), static_cast<int32_t>(n % 7)};
-            m_first.SetCameras(cameras);
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    });
+    const CThreads plugging({[&](unsigned n) {
+        std::vector<FakeCamera> cameras(n / 20 % 4);
+        for (size_t i = 0; i < cameras.size(); ++i)
+            cameras[i] = {"cam-" + std::to_string(i), static_cast<int32_t>(n / 20 % 7)};
+        m_first.SetCameras(cameras);
+    }});
     for (int i = 0; i < 500; ++i) {
         m_pWnd->Show(nullptr, KxWindowMode_Modaless);
         if (i % 3 != 0)
@@ -151,15 +140,13 @@ TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndG
         EXPECT_EQ(m_pWnd->GetWindowHandle(), nullptr);
     }
     EXPECT_TRUE(BecomeAtMost(nThreads));
-    bEnd = true;
-    plugging.join();
 }
 
 TEST_F(DetectDevices, EndsWithTheWindow)
 {
     OpenUnasked();
     EXPECT_TRUE(PumpUntil([&] { return Rows() == kAll; }));
-    const std::ptrdiff_t nThreads = Threads(); // with that of the search
+    const size_t nThreads = ThreadCount(); // with that of the search
     m_pWnd.Reset();
     EXPECT_TRUE(BecomeAtMost(nThreads - 1));
 }

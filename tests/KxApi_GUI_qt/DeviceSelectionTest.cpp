@@ -6,7 +6,6 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QEvent>
 #include <QMenuBar>
 #include <QTest>
 
@@ -32,23 +31,15 @@ protected:
     FakeInterface& m_card = m_net.Add("eth0", "GEV", {{"cam-d", 1, 0xAABBCCDDEEFF, 0xC0A80007, 0xFFFFFF00}});
 };
 
-TEST_F(SelectDevice, StartsWithoutStatusBarAndSelectionAndOffersItsSettings)
+TEST_F(SelectDevice, StartsWithoutStatusBarAndSelection)
 {
     EXPECT_FALSE(m_pWnd->GetVisibleStatusBar());
-    EXPECT_EQ(m_pWnd->GetIKxWndInfo()->GetWndName(), "Device Selection");
-    EXPECT_EQ(m_pWnd->GetTitle(), "Device Selection");
     EXPECT_EQ(Chosen(), "- -");
     m_pWnd->GetSelectedDeviceInfo(nullptr, nullptr);
     EXPECT_THROW(m_pWnd->RegisterTargetIKxSystem(nullptr), GenICam::InvalidArgumentException);
 
-    GenApi::INodeMap* const pMap = m_pWnd->GetINodeMap();
-    ASSERT_NE(pMap, nullptr);
-    const GenApi::CBooleanPtr pBar(pMap->GetNode("VisibleStatusBar"));
-    EXPECT_FALSE(pBar->GetValue());
     Open({});
-    auto& action = *m_pWnd->GetINodeMap()->GetNode("VisibleMenu");
-    EXPECT_TRUE(GenApi::CBooleanPtr(&action)->GetValue());
-    pBar->SetValue(true);
+    m_pWnd->SetVisibleStatusBar(true);
     Pump();
     EXPECT_TRUE(Find<QWidget>("widgetStatus").isVisible());
     m_pWnd->SetVisibleMenu(false);
@@ -142,40 +133,36 @@ TEST_F(SelectDevice, TellsTheFactsOfWhatIsSelected)
     EXPECT_FALSE(IsEnabled("btnDeviceDiscovery"));
 }
 
-struct StatusRow
+TEST_F(SelectDevice, SaysWhetherTheDeviceCanBeChosen)
 {
-    int32_t nStatus;
-    int32_t nVendor;
-    const char* szLine;
-    bool bOK;
-};
-
-class AccessStatus : public DeviceTest, public ::testing::WithParamInterface<StatusRow>
-{};
-
-TEST_P(AccessStatus, SaysWhetherTheDeviceCanBeChosen)
-{
-    const StatusRow row = GetParam();
-    FakeSystem& system = AddSystem("S", row.nVendor);
-    system.Add("I", "U3V", {{"cam", row.nStatus}});
-    Open({&system});
+    const struct
+    {
+        int32_t nStatus;
+        int32_t nVendor;
+        const char* szLine;
+        bool bOK;
+    } rows[] = {{1, 0, "ReadWrite(Full access)[1]", true},
+                {2, 0, "ReadOnly(Read-only access)[2] blue", true},
+                {3, 1, "NoAccess(Non-available device)[3] red", false},
+                {4, 1, "Busy[4] red", false},
+                {5, 1, "OpenReadWrite[5] red", false},
+                {6, 1, "OpenRead[6] red", false},
+                {0, 0, "Unknown(Unknown status)[0] red", false},
+                {0, 1, "Unknown(Unknown status)[0]", true},
+                {77, 1, "Unknown(Unknown status)[77]", true}};
+    std::vector<FakeSystem*> systems;
+    for (const auto& row : rows) {
+        systems.push_back(&AddSystem("S", row.nVendor));
+        systems.back()->Add("I", "U3V", {{row.szLine, row.nStatus}});
+    }
+    Open(systems);
     Find<QCheckBox>("chkShowAllDevices").click();
-    Select("cam");
-    EXPECT_THAT(Lines("tableDevice"), Contains(std::string("Access Status: ") + row.szLine));
-    EXPECT_EQ(IsEnabled("btnOK"), row.bOK);
+    for (const auto& row : rows) {
+        Select(row.szLine);
+        EXPECT_THAT(Lines("tableDevice"), Contains(std::string("Access Status: ") + row.szLine));
+        EXPECT_EQ(IsEnabled("btnOK"), row.bOK) << row.szLine;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(SelectDevice, AccessStatus,
-                         ::testing::Values(StatusRow{1, 0, "ReadWrite(Full access)[1]", true},
-                                           StatusRow{2, 0, "ReadOnly(Read-only access)[2] blue", true},
-                                           StatusRow{3, 1, "NoAccess(Non-available device)[3] red", false},
-                                           StatusRow{4, 1, "Busy[4] red", false},
-                                           StatusRow{5, 1, "OpenReadWrite[5] red", false},
-                                           StatusRow{6, 1, "OpenRead[6] red", false},
-                                           StatusRow{0, 0, "Unknown(Unknown status)[0] red", false},
-                                           StatusRow{0, 1, "Unknown(Unknown status)[0]", true},
-                                           StatusRow{77, 1, "Unknown(Unknown status)[77]", true}),
-                         [](const auto& param) { return "Row" + std::to_string(param.index); });
 
 TEST_F(SelectDevice, ShowsInRedWhyACameraCanNotBeReached)
 {
@@ -294,30 +281,15 @@ TEST_F(SelectDevice, FollowsANodeMapThatOrdersItsDevicesAnotherWay)
     EXPECT_EQ(Lines("tableDevice").size(), 9u) << "no address of another camera";
 }
 
-/// Counts what is painted in a widget.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-    int nPaints = 0;
-
-private:
-    bool eventFilter(QObject*, QEvent* pEvent) override
-    {
-        nPaints += pEvent->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
-
 TEST_F(SelectDevice, PaintsNothingWhenAnUpdateChangesNothing)
 {
     Open({&m_usb, &m_net});
     Select("cam-d");
     ASSERT_TRUE(PumpUntil([this] { return QTest::qWaitForWindowExposed(WidgetOf(*m_pWnd)); }));
     Pump();
-    std::vector<std::unique_ptr<PaintCounter>> counters;
+    std::vector<std::unique_ptr<CPaintCounter>> counters;
     for (QWidget* const pWidget : WidgetOf(*m_pWnd)->findChildren<QWidget*>())
-        counters.push_back(std::make_unique<PaintCounter>(*pWidget));
+        counters.push_back(std::make_unique<CPaintCounter>(*pWidget));
     // Widgets paint a little later: after turns of the loop, and not only after a time in which it may stand.
     const auto paints = [&] {
         for (int i = 0; i < 20; ++i)

@@ -60,12 +60,12 @@ TEST_F(SimulatedCameras, AreFoundOnThreeInterfacesAndOneIsForcedIntoTheSubnetAnd
     EXPECT_THAT(Lines("tableDevice"), Contains("IP Address: 10.1.2.3 red"));
     EXPECT_THAT(Lines("tableDevice"), Contains("Access Status: NoAccess(Non-available device)[3] red"));
     EXPECT_FALSE(IsEnabled("btnOK"));
-    InDialog<CDisplayDeviceSelectionForceIPDlg>([](QDialog& dialog) {
+    const CDialogAnswers answers({[](QWidget& dialog) {
         Type(dialog, "lineEditDevIP", "192.168.10.77");
         Type(dialog, "lineEditDevMask", "255.255.255.0");
         Type(dialog, "lineEditDevgw", "0.0.0.0");
         Click(dialog, "btnOK");
-    });
+    }});
     Button("btnSetIP").click();
     EXPECT_TRUE(PumpUntil([&] { return IsEnabled("btnOK"); })) << "the next search finds it reachable";
     EXPECT_THAT(Lines("tableDevice"), Contains("IP Address: 192.168.10.77"));

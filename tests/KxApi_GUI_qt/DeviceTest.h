@@ -8,11 +8,9 @@
 #include <KxApi_GUI/IKxDeviceSelectionWnd.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
 #include <functional>
 #include <memory>
@@ -143,19 +141,6 @@ protected:
     static void Click(const QWidget& dialog, const char* name)
     {
         QTest::mouseClick(dialog.findChild<QAbstractButton*>(name), Qt::LeftButton);
-    }
-
-    /// Runs while a dialog is open that the window opens, once it is there.
-    template <class Dialog>
-    void InDialog(std::function<void(Dialog&)> act)
-    {
-        QTimer::singleShot(0, [this, act] {
-            auto* const pDialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (pDialog)
-                act(*pDialog);
-            else
-                InDialog<Dialog>(act);
-        });
     }
 
     std::vector<std::unique_ptr<FakeSystem>> m_systems;

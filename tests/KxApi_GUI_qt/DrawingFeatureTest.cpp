@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// The drawing tool's features and registers: the description against the port.
+// The drawing tool's features and registers, beyond what each window's have to do.
 #include "DrawingTest.h"
 
 #include <gmock/gmock.h>
-
-#include <cstring>
-#include <set>
-#include <sstream>
 
 namespace KxTest
 {
@@ -16,177 +12,7 @@ namespace
 using namespace KxApi;
 using ::testing::HasSubstr;
 
-// The order of the category.
-const char* const kFeatures =
-    "HorizontalGridLineCount VerticalGridLineCount GridLineWidth GridLineStyle GridLineEndcap "
-    "GridLineForegroundColorSelector GridLineForegroundColor ShowBuiltInDrawingToolbar "
-    "EnableDrawingOnSavingImage TextOfLengthUnit TextOfAreaUnit TextOfAngleUnit PrecisionForLength "
-    "PrecisionForArea PrecisionForAngle PrecisionForPosition ConversionX ConversionY ConversionAngle "
-    "HideAllDrawingObjects DrawingItemType DrawingDefaultLineWidth DrawingDefaultLineStyle "
-    "DrawingDefaultLineEndcap DrawingDefaultLineJoin DrawingDefaultLineForegroundColorSelector "
-    "DrawingDefaultLineForegroundColor DrawingDefaultBrushStyle DrawingDefaultBrushForegroundColorSelector "
-    "DrawingDefaultBrushForegroundColor DrawingDefaultBrushBackgroundColorMode "
-    "DrawingDefaultBrushBackgroundColorSelector DrawingDefaultBrushBackgroundColor "
-    "DrawingDefaultBrushPolyFillMode DrawingDefaultFontHeight DrawingDefaultFontWeight "
-    "DrawingDefaultFontStyle DrawingDefaultFontDecoration DrawingDefaultFontFamily "
-    "DrawingDefaultFontForegroundColorSelector DrawingDefaultFontForegroundColor "
-    "DrawingDefaultFontBackgroundColorMode DrawingDefaultFontBackgroundColorSelector "
-    "DrawingDefaultFontBackgroundColor DrawingObjectsCount DrawingObjectSelector RemoveDrawingObject "
-    "MoveDrawingObjectToFront MoveDrawingObjectToBack DrawingObjectType DrawingObjectPointCount "
-    "DrawingObjectPointSelector DrawingObjectPointX DrawingObjectPointY DrawingObjectIsLocked "
-    "DrawingObjectIsHidden DrawingLineWidth DrawingLineStyle DrawingLineEndcap DrawingLineJoin "
-    "DrawingLineForegroundColorSelector DrawingLineForegroundColor DrawingBrushStyle "
-    "DrawingBrushForegroundColorSelector DrawingBrushForegroundColor DrawingBrushBackgroundColorMode "
-    "DrawingBrushBackgroundColorSelector DrawingBrushBackgroundColor DrawingBrushPolyFillMode "
-    "DrawingFontHeight DrawingFontWeight DrawingFontStyle DrawingFontDecoration DrawingFontFamily "
-    "DrawingFontForegroundColorSelector DrawingFontForegroundColor DrawingFontBackgroundColorMode "
-    "DrawingFontBackgroundColorSelector DrawingFontBackgroundColor DrawingObjectDisplayTextSelector "
-    "DrawingObjectEnableDisplayText DrawingObjectName";
-
-class DrawingFeatures : public DrawingTest
-{
-protected:
-    std::vector<GenApi::INode*> Features() const
-    {
-        std::vector<GenApi::INode*> vecFeatures;
-        GenApi::FeatureList_t listFeatures;
-        Node<GenApi::CCategoryPtr>("DrawingTool")->GetFeatures(listFeatures);
-        for (GenApi::IValue* const pFeature : listFeatures)
-            vecFeatures.push_back(pFeature->GetNode());
-        return vecFeatures;
-    }
-};
-
-TEST_F(DrawingFeatures, AreEightyTwoInTheirOrder)
-{
-    std::istringstream expected(kFeatures);
-    std::string strName;
-    for (GenApi::INode* const pNode : Features()) {
-        ASSERT_TRUE(expected >> strName);
-        EXPECT_EQ(pNode->GetName().c_str(), strName);
-    }
-    EXPECT_FALSE(expected >> strName) << "missing: " << strName;
-    EXPECT_EQ(Features().size(), 82U);
-}
-
-TEST_F(DrawingFeatures, HaveServedRegistersForAnyNumberOfObjects)
-{
-    for (const int64_t nObjects : {0, 1, 256}) {
-        Node("DrawingObjectsCount")->SetValue(nObjects);
-        if (nObjects != 0) {
-            Set("DrawingObjectType", "Rectangle");
-            EXPECT_EQ(m_pTool->GetMeasurements().size(), static_cast<size_t>(nObjects));
-        }
-        size_t nRegisters = 0;
-        GenApi::NodeList_t listNodes;
-        m_pMap->GetNodes(listNodes);
-        for (GenApi::INode* const pNode : listNodes) {
-            auto* const pRegister = dynamic_cast<GenApi::IRegister*>(pNode);
-            // Addresses of points follow a selector, which there is once there are points.
-            const bool bPoint = pNode->GetName().find("DrawingObjectPointXReg") == 0 ||
-                                pNode->GetName().find("DrawingObjectPointYReg") == 0;
-            if (!pRegister || (bPoint && nObjects == 0))
-                continue;
-            const int64_t nAddress = pRegister->GetAddress();
-            if (nAddress < 0x1000 || (nAddress >= 0x2000 && nAddress < 0x11000))
-                continue;
-            SCOPED_TRACE(std::string(pNode->GetName().c_str()) + ", objects " + std::to_string(nObjects));
-            ++nRegisters;
-            unsigned char buffer[256] = {};
-            int64_t nLength = pRegister->GetLength();
-            const GenApi::EAccessMode eAccess = pNode->GetAccessMode();
-            const bool bReadable = GenApi::IsReadable(eAccess);
-            const std::string strError = ErrorOf([&] {
-                EXPECT_TRUE(bReadable ? m_pPort->mRead(buffer, nAddress, &nLength)
-                                      : m_pPort->mWrite(buffer, nAddress, &nLength));
-            });
-            EXPECT_EQ(nLength, pRegister->GetLength());
-            if (nObjects != 0 && bReadable) {
-                EXPECT_EQ(strError, "");
-                if (GenApi::IsWritable(eAccess)) {
-                    EXPECT_TRUE(m_pPort->mWrite(buffer, nAddress, &nLength));
-                }
-            } else if (nObjects == 0 && !strError.empty()) {
-                EXPECT_THAT(strError, HasSubstr("DrawingObjectSelector = 0 must be"));
-            }
-            if (!bReadable) {
-                Node("DrawingObjectsCount")->SetValue(nObjects); // one was removed
-                if (nObjects != 0)
-                    Set("DrawingObjectType", "Rectangle");
-            }
-        }
-        EXPECT_EQ(nRegisters, nObjects == 0 ? 67U : 69U);
-    }
-    EXPECT_THAT(ErrorOf([this] { Node("DrawingObjectsCount")->SetValue(257); }), HasSubstr("257"));
-}
-
-/// Values worth writing.
-std::vector<std::string> ValuesOf(GenApi::INode* pNode)
-{
-    std::vector<std::string> vecValues;
-    if (const GenApi::CEnumerationPtr pEnumeration(pNode); pEnumeration.IsValid()) {
-        GenApi::StringList_t listSymbolics;
-        pEnumeration->GetSymbolics(listSymbolics);
-        for (const GenICam::gcstring& strSymbolic : listSymbolics)
-            vecValues.emplace_back(strSymbolic.c_str());
-    } else if (GenApi::CBooleanPtr(pNode).IsValid()) {
-        vecValues = {"1", "0"};
-    } else if (const GenApi::CIntegerPtr pInteger(pNode); pInteger.IsValid()) {
-        vecValues = {std::to_string(pInteger->GetMax()), std::to_string(pInteger->GetMin())};
-    } else if (GenApi::CFloatPtr(pNode).IsValid()) {
-        vecValues = {"2", "0.25"};
-    } else if (GenApi::CStringPtr(pNode).IsValid()) {
-        vecValues = {"100 %", "\xC2\xB5m", ""};
-    }
-    return vecValues;
-}
-
-TEST_F(DrawingFeatures, ReadBackWhatIsWritten)
-{
-    std::set<std::string> setTried;
-    // None comes first, without which nothing can be drawn, and its features with it.
-    for (const char* const szType : {"Line", "Rectangle", "Ellipse", "Text", "Angle", "Polygon",
-                                     "Perpendicular", "Arc", "Bezier", "FreeHand", "Cross"})
-    {
-        for (GenApi::INode* const pNode : Features()) {
-            const std::string strName = pNode->GetName().c_str();
-            Node("DrawingObjectsCount")->SetValue(3);
-            Node("DrawingObjectSelector")->SetValue(1);
-            Set("DrawingObjectType", szType);
-            Node("DrawingObjectPointCount")->SetValue(4);
-            for (const char* const szOpen :
-                 {"HorizontalGridLineCount", "GridLineWidth", "DrawingLineWidth", "DrawingDefaultLineWidth"})
-            {
-                if (GenApi::IsWritable(m_pMap->GetNode(szOpen)))
-                    Node(szOpen)->SetValue(1);
-            }
-            for (const char* const szOpen :
-                 {"DrawingDefaultBrush", "DrawingBrush", "DrawingFont", "DrawingDefaultFont"}) {
-                const std::string strOpen = szOpen;
-                if (GenApi::IsWritable(m_pMap->GetNode((strOpen + "Style").c_str())) &&
-                    strOpen.find("Brush") != std::string::npos)
-                    Set((strOpen + "Style").c_str(), "Hatch_Cross");
-                if (GenApi::IsWritable(m_pMap->GetNode((strOpen + "BackgroundColorMode").c_str())))
-                    Set((strOpen + "BackgroundColorMode").c_str(), "Opaque");
-            }
-            if (!GenApi::IsWritable(pNode))
-                continue;
-            setTried.insert(strName);
-            const GenApi::CValuePtr pValue(pNode);
-            for (const std::string& strText : ValuesOf(pNode)) {
-                SCOPED_TRACE(std::string(szType) + ": " + strName + " = " + strText);
-                if (!GenApi::IsWritable(pNode))
-                    continue; // its own value has closed it
-                pValue->FromString(strText.c_str());
-                m_pMap->InvalidateNodes();
-                EXPECT_EQ(pValue->ToString().c_str(), strText);
-            }
-            if (GenApi::CCommandPtr(pNode).IsValid())
-                GenApi::CCommandPtr(pNode)->Execute();
-        }
-    }
-    EXPECT_EQ(setTried.size(), 82U);
-}
+using DrawingFeatures = DrawingTest;
 
 TEST_F(DrawingFeatures, OpenAndCloseWithTheTypeOfTheObject)
 {
@@ -271,6 +97,11 @@ TEST_F(DrawingFeatures, TellWhatIsOutOfRange)
     const auto write = [this](int64_t nAddress, uint64_t nValue, int64_t nLength) {
         return ErrorOf([&] { m_pPort->Write(&nValue, nAddress, nLength); });
     };
+    EXPECT_EQ(write(0x1018, 3, 4), "DrawingObjectSelector = 0 must be smaller than Max = 0");
+    Node("DrawingObjectsCount")->SetValue(256);
+    EXPECT_THAT(ErrorOf([this] { Node("DrawingObjectsCount")->SetValue(257); }), HasSubstr("257"));
+    EXPECT_EQ(Get("DrawingObjectsCount"), "256");
+    Node("DrawingObjectsCount")->SetValue(0);
     Add("Line", {{10, 10}, {20, 30}});
     EXPECT_EQ(write(0x1010, 7, 8), "") << "the selector only stores";
     EXPECT_EQ(write(0x1018, 3, 4), "DrawingObjectSelector = 7 must be smaller than Max = 1");

@@ -4,16 +4,11 @@
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
 #include <QDialog>
 #include <QMenu>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
-#include <algorithm>
-#include <atomic>
 #include <random>
-#include <thread>
 
 namespace KxTest
 {
@@ -22,7 +17,6 @@ namespace
 
 using namespace KxApi;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::Pair;
 using ::testing::SizeIs;
 
@@ -60,34 +54,6 @@ TEST_F(DrawingMouse, BuildsEachShapeWithItsSteps)
         EXPECT_THAT(Points()[0], Pair(100, 100));
     }
 }
-
-// A right release in Select opens the menu, which this closes.
-class CMenuCloser
-{
-public:
-    explicit CMenuCloser(std::vector<std::string>& texts, const char* szChoose = nullptr)
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this, &texts, szChoose] {
-            auto* const pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (!pMenu)
-                return;
-            m_timer.stop();
-            for (QAction* const pAction : pMenu->actions()) {
-                texts.push_back(pAction->isSeparator() ? "-" : pAction->text().toStdString());
-                if (szChoose && pAction->text() == szChoose)
-                    pMenu->setActiveAction(pAction);
-            }
-            if (szChoose)
-                QTest::keyClick(pMenu, Qt::Key_Return);
-            else
-                pMenu->close();
-        });
-        m_timer.start(1);
-    }
-
-private:
-    QTimer m_timer;
-};
 
 TEST_F(DrawingMouse, SelectsMovesAndDragsWithoutAskingForTheShape)
 {
@@ -203,17 +169,19 @@ TEST_F(DrawingMouse, MenuOffersSevenDialogsAndTheyChangeTheStyle)
     Add("Line", {{100, 100}, {200, 200}});
     Draw("Select");
     std::vector<std::string> texts;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&timer] {
-        auto* const pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!pDialog)
-            return;
-        timer.stop();
-        pDialog->findChild<QSpinBox*>("spinBoxWidth")->setValue(9);
-        pDialog->accept();
-    });
-    timer.start(1);
-    const CMenuCloser closer(texts, "Selected Objects Line ...");
+    const CDialogAnswers answers({[&](QWidget& menu) {
+                                      for (QAction* const pAction : menu.actions()) {
+                                          texts.push_back(
+                                              pAction->isSeparator() ? "-" : pAction->text().toStdString());
+                                          if (texts.back() == "Selected Objects Line ...")
+                                              dynamic_cast<QMenu&>(menu).setActiveAction(pAction);
+                                      }
+                                      QTest::keyClick(&menu, Qt::Key_Return);
+                                  },
+                                  [](QWidget& dialog) {
+                                      dialog.findChild<QSpinBox*>("spinBoxWidth")->setValue(9);
+                                      dynamic_cast<QDialog&>(dialog).accept();
+                                  }});
     EXPECT_FALSE(Release(10, 10, Qt::RightButton));
     EXPECT_THAT(texts, ElementsAre("Grid Line ...", "-", "Default Line ...", "Default Brush ...",
                                    "Default Font ...", "-", "Selected Objects Line ...",
@@ -230,56 +198,53 @@ TEST_F(DrawingMouse, AClickOfTheRightButtonEndsAnObjectWithoutAMenu)
     Press(50, 50, Qt::RightButton);
     EXPECT_TRUE(m_pTool->OnContextMenuRequested({400, 300}));
     EXPECT_EQ(Get("DrawingItemType"), "Select");
-    std::vector<std::string> texts;
-    const CMenuCloser closer(texts);
+    int nEntries = 0;
+    const CDialogAnswers answers({[&](QWidget& menu) {
+        nEntries = menu.actions().size();
+        menu.close();
+    }});
     EXPECT_TRUE(Release(50, 50, Qt::RightButton));
-    EXPECT_THAT(texts, IsEmpty());
+    EXPECT_EQ(nEntries, 0);
     EXPECT_FALSE(Release(50, 50, Qt::RightButton)) << "of another click";
-    EXPECT_THAT(texts, SizeIs(9));
+    EXPECT_EQ(nEntries, 9);
 }
 
-// Features from other threads while the mouse draws over images of any size; the sanitizers watch. The
-// environment asks for more rounds.
+// Features from other threads while the mouse draws over images of any size; the sanitizers watch.
 TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
 {
-    std::atomic<bool> bStop{false};
-    std::vector<std::thread> threads;
-    for (int nThread = 0; nThread < 4; ++nThread) {
-        threads.emplace_back([this, &bStop, nThread] {
-            std::minstd_rand random(static_cast<unsigned>(nThread) + 1);
-            while (!bStop) {
-                ErrorOf([&] {
-                    const auto n = static_cast<int64_t>(random() % 7);
-                    switch (random() % 8) {
-                    case 0:
-                        Node("DrawingObjectsCount")->SetValue(n);
-                        break;
-                    case 1:
-                        Node("DrawingObjectSelector")->SetValue(n);
-                        break;
-                    case 2:
-                        Node<GenApi::CEnumerationPtr>("DrawingObjectType")->SetIntValue(2 + n);
-                        break;
-                    case 3:
-                        Node("DrawingObjectPointCount")->SetValue(n);
-                        break;
-                    case 4:
-                        Set("TextOfLengthUnit", n % 2 != 0 ? "%" : "mm");
-                        break;
-                    case 5:
-                        Node<GenApi::CFloatPtr>("DrawingObjectPointX")
-                            ->SetValue(0.1 * static_cast<double>(n));
-                        break;
-                    case 6:
-                        Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
-                        break;
-                    default:
-                        Set("DrawingObjectName", std::string(static_cast<size_t>(n) * 40, 'x'));
-                    }
-                });
-            }
-        });
-    }
+    const auto write = [this](std::minstd_rand& random) {
+        const auto n = static_cast<int64_t>(random() % 7);
+        switch (random() % 8) {
+        case 0:
+            Node("DrawingObjectsCount")->SetValue(n);
+            break;
+        case 1:
+            Node("DrawingObjectSelector")->SetValue(n);
+            break;
+        case 2:
+            Node<GenApi::CEnumerationPtr>("DrawingObjectType")->SetIntValue(2 + n);
+            break;
+        case 3:
+            Node("DrawingObjectPointCount")->SetValue(n);
+            break;
+        case 4:
+            Set("TextOfLengthUnit", n % 2 != 0 ? "%" : "mm");
+            break;
+        case 5:
+            Node<GenApi::CFloatPtr>("DrawingObjectPointX")->SetValue(0.1 * static_cast<double>(n));
+            break;
+        case 6:
+            Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
+            break;
+        default:
+            Set("DrawingObjectName", std::string(static_cast<size_t>(n) * 40, 'x'));
+        }
+    };
+    std::vector<std::function<void(unsigned)>> bodies;
+    for (unsigned nThread = 1; nThread <= 4; ++nThread)
+        bodies.push_back(
+            [&, random = std::minstd_rand(nThread)](unsigned) mutable { ErrorOf([&] { write(random); }); });
+    const CThreads threads(bodies);
     m_pWnd->SetRefreshInterval(0);
     Show(*m_pWnd);
     auto& image = *WidgetOf(*m_pWnd)->findChild<CDisplayImageWidget*>();
@@ -289,7 +254,7 @@ TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
         QCoreApplication::sendEvent(&image, &event);
     };
     std::minstd_rand random(99);
-    const int nRounds = std::max(qEnvironmentVariableIntValue("KXAPI_HAMMER_ROUNDS"), 100);
+    const int nRounds = HammerRounds(100);
     for (int i = 0; i < nRounds; ++i) {
         const auto place = [&random] { return QPoint(int(random() % 500), int(random() % 500)); };
         m_pTool->SetDrawingItemType(static_cast<_EKxDrawingItemType_t>(1 + random() % 12));
@@ -311,9 +276,6 @@ TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
         Pump();
         m_pTool->GetMeasurements();
     }
-    bStop = true;
-    for (std::thread& thread : threads)
-        thread.join();
 }
 
 } // namespace

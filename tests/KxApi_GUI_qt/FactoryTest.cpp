@@ -42,8 +42,6 @@ TEST_F(Factory, MakesAnApplicationForAProgramWithoutQt)
 {
     EXPECT_EQ(GetModuleHandleGUI(), nullptr);
     const ImageWndPtr pWnd = MakeImageWnd();
-    EXPECT_EQ(pWnd->GetIKxWndInfo()->GetWndType(), KxWindowType_ImageDisplay);
-    EXPECT_STREQ(pWnd->GetIKxWndInfo()->GetWndName().c_str(), "Image display");
     EXPECT_NE(GetModuleHandleGUI(), nullptr);
     CKxApi_GUIApp* const pApp = theApp;
     EXPECT_EQ(processEventGUI(false, 0), 0);
@@ -103,6 +101,25 @@ TEST_F(Factory, HoldsImagesInTheApplicationsMemory)
         EXPECT_EQ(pWnd->GetRegisteredIKxImage()->GetImageWidth(), 16U);
     }
     EXPECT_EQ(allocator.nBlocks, 0);
+}
+
+TEST_F(Factory, MakesAWindowOfEachTypeWithItsNameAndTitle)
+{
+    const struct
+    {
+        _EKxWindowType_t eType;
+        const char* szName;
+        const char* szTitle;
+    } windows[] = {{KxWindowType_DeviceSelection, "Device Selection", "Device Selection"},
+                   {KxWindowType_ImageDisplay, "Image display", "Display Image"},
+                   {KxWindowType_NodeMapDisplay, "Node map display", "Node Map"},
+                   {KxWindowType_GraphDisplay, "Graph display", "Display Graph"}};
+    for (const auto& window : windows) {
+        const CIKxWndPtrT<IKxWndReleasable> pWnd(CreateIKxWnd(window.eType));
+        EXPECT_EQ(pWnd->GetIKxWndInfo()->GetWndType(), window.eType);
+        EXPECT_EQ(pWnd->GetIKxWndInfo()->GetWndName(), window.szName);
+        EXPECT_EQ(pWnd->GetTitle(), window.szTitle);
+    }
 }
 
 TEST_F(Factory, KeepsWindowsInAnArray)

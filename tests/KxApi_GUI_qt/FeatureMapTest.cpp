@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// The image window's features and registers: every node of the description against the port.
+// The image window's features and registers, beyond what each window's have to do.
 #include "Support.h"
 #include "image/KxDisplayImageWnd_qt.h"
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <cstring>
-#include <set>
+#include <limits>
 
 namespace KxTest
 {
@@ -41,155 +42,10 @@ protected:
     }
     void Write32(int64_t nAddress, uint32_t nValue) { m_pPort->Write(&nValue, nAddress, sizeof(nValue)); }
 
-    std::vector<GenApi::INode*> Nodes() const
-    {
-        GenApi::NodeList_t listNodes;
-        m_pMap->GetNodes(listNodes);
-        return {listNodes.begin(), listNodes.end()};
-    }
-
-    /// The features below a category.
-    std::vector<GenApi::INode*> Features(const char* szCategory) const
-    {
-        std::vector<GenApi::INode*> vecFeatures;
-        GenApi::FeatureList_t listFeatures;
-        Node<GenApi::CCategoryPtr>(szCategory)->GetFeatures(listFeatures);
-        for (GenApi::IValue* const pFeature : listFeatures) {
-            GenApi::INode* const pNode = pFeature->GetNode();
-            if (pNode->GetPrincipalInterfaceType() == GenApi::intfICategory) {
-                const auto vecInner = Features(pNode->GetName().c_str());
-                vecFeatures.insert(vecFeatures.end(), vecInner.begin(), vecInner.end());
-            } else {
-                vecFeatures.push_back(pNode);
-            }
-        }
-        return vecFeatures;
-    }
-
-    /// Makes features available that depend on others, and a range of scroll positions there.
-    void ShowLargeImage()
-    {
-        m_pWnd->RegisterIKxImage(MakeImage(2000, 2000)->GetIKxImage());
-        Show(*m_pWnd);
-        ASSERT_TRUE(
-            PumpUntil([this] { return m_pWnd->GetScrollHMax() > 100 && m_pWnd->GetScrollVMax() > 100; }));
-    }
-
     const ImageWndPtr m_pWnd;
     CKxDisplayImageWnd* const m_pPort;
     GenApi::INodeMap* const m_pMap;
 };
-
-// Settings that are only told, though their nodes could be written.
-const std::set<std::string> kNotServedForWriting = {
-    "ScrollHMaxReg",
-    "ScrollVMaxReg",
-    "RefreshIntervalMinReg",
-    "RefreshIntervalMaxReg",
-    "FixedZoomMagnificationMinReg",
-    "FixedZoomMagnificationMaxReg",
-};
-
-/// Those are in DrawingFeatureTest.cpp.
-bool IsOfDrawingTool(int64_t nAddress)
-{
-    return (nAddress >= 0x1000 && nAddress < 0x2000) || nAddress > 0x3000;
-}
-
-TEST_F(FeatureMap, HasAServedRegisterForEachNodeAndViceVersa)
-{
-    size_t nRegisters = 0;
-    std::set<int64_t> setAddresses;
-    for (GenApi::INode* const pNode : Nodes()) {
-        auto* const pRegister = dynamic_cast<GenApi::IRegister*>(pNode);
-        // An address that follows a selector can't be told while there is nothing to select.
-        if (!pRegister || !GenApi::IsAvailable(pNode) || IsOfDrawingTool(pRegister->GetAddress()))
-            continue;
-        SCOPED_TRACE(pNode->GetName().c_str());
-        ++nRegisters;
-        EXPECT_TRUE(setAddresses.insert(pRegister->GetAddress()).second) << "address used twice";
-        unsigned char buffer[8];
-        int64_t nLength = pRegister->GetLength();
-        ASSERT_LE(nLength, 8);
-        EXPECT_TRUE(m_pPort->mRead(buffer, pRegister->GetAddress(), &nLength));
-        EXPECT_EQ(nLength, pRegister->GetLength());
-        const GenApi::EAccessMode eAccess = pNode->GetAccessMode();
-        EXPECT_TRUE(GenApi::IsReadable(eAccess));
-        if (GenApi::IsWritable(eAccess)) {
-            const bool bServed = kNotServedForWriting.count(pNode->GetName().c_str()) == 0;
-            EXPECT_EQ(m_pPort->mWrite(buffer, pRegister->GetAddress(), &nLength), bServed);
-        }
-        --nLength;
-        EXPECT_THROW(m_pPort->mRead(buffer, pRegister->GetAddress(), &nLength), GenICam::OutOfRangeException);
-    }
-    EXPECT_EQ(nRegisters, 26U);
-    for (int64_t nAddress = 0; nAddress < 0x3000; ++nAddress) {
-        unsigned char buffer[8];
-        int64_t nLength = 8;
-        if (setAddresses.count(nAddress) == 0 && nAddress % 4 == 0 && !IsOfDrawingTool(nAddress)) {
-            EXPECT_FALSE(m_pPort->mRead(buffer, nAddress, &nLength)) << "no node at " << nAddress;
-        }
-    }
-}
-
-TEST_F(FeatureMap, ReadsEachFeature)
-{
-    ShowLargeImage();
-    const auto vecFeatures = Features("ViewControl");
-    EXPECT_EQ(vecFeatures.size(), 18U);
-    for (GenApi::INode* const pNode : vecFeatures) {
-        EXPECT_EQ(pNode->GetAccessMode(), GenApi::RW) << pNode->GetName().c_str();
-        EXPECT_EQ(ErrorOf([&] { GenApi::CValuePtr(pNode)->ToString(true); }), "") << pNode->GetName().c_str();
-        EXPECT_FALSE(pNode->GetToolTip().empty());
-    }
-}
-
-/// Values of a feature that are worth writing: all entries, both truths, the ends of the range.
-std::vector<std::string> ValuesOf(GenApi::INode* pNode)
-{
-    std::vector<std::string> vecValues;
-    if (const GenApi::CEnumerationPtr pEnumeration(pNode); pEnumeration.IsValid()) {
-        GenApi::StringList_t listSymbolics;
-        pEnumeration->GetSymbolics(listSymbolics);
-        for (const GenICam::gcstring& strSymbolic : listSymbolics)
-            vecValues.emplace_back(strSymbolic.c_str());
-    } else if (GenApi::CBooleanPtr(pNode).IsValid()) {
-        vecValues = {"true", "false", "true"};
-    } else if (const GenApi::CIntegerPtr pInteger(pNode); pInteger.IsValid()) {
-        vecValues = {std::to_string(pInteger->GetMax()), std::to_string(pInteger->GetMin()),
-                     std::to_string((pInteger->GetMin() + pInteger->GetMax()) / 2)};
-    } else if (const GenApi::CFloatPtr pFloat(pNode); pFloat.IsValid()) {
-        vecValues = {std::to_string(pFloat->GetMax()), std::to_string(pFloat->GetMin()), "2.5"};
-    }
-    return vecValues;
-}
-
-TEST_F(FeatureMap, ReadsBackWhatIsWrittenToEachFeature)
-{
-    ShowLargeImage();
-    for (GenApi::INode* const pNode : Features("ViewControl")) {
-        const std::string strName = pNode->GetName().c_str();
-        const GenApi::CValuePtr pValue(pNode);
-        for (const std::string& strText : ValuesOf(pNode)) {
-            SCOPED_TRACE(strName + " = " + strText);
-            pValue->FromString(strText.c_str());
-            Pump(); // scroll bars move in the GUI thread
-            m_pMap->InvalidateNodes();
-            const std::string strRead = pValue->ToString().c_str();
-            if (GenApi::CFloatPtr(pNode).IsValid())
-                EXPECT_DOUBLE_EQ(std::stod(strRead), std::stod(strText));
-            else if (GenApi::CBooleanPtr(pNode).IsValid())
-                EXPECT_EQ(strRead == "1" || strRead == "true", strText == "true");
-            else
-                EXPECT_EQ(strRead, strText);
-        }
-        // What the next ones depend on.
-        m_pWnd->SetZoomMode(KxZoomMode_FixedZoom);
-        m_pWnd->SetManualZoomMagnification(1.0);
-        m_pWnd->SetBackgroundStyle(KxBackgroundStyle_Cross);
-        Pump();
-    }
-}
 
 TEST_F(FeatureMap, FollowsChangesOfTheApplicationWithoutAsking)
 {
@@ -276,6 +132,51 @@ TEST_F(FeatureMap, SplitsAccessesToThePortAtItsRegisters)
     m_pPort->Read(bytes, 0x2000, 0);
     m_pPort->Write(bytes, 0x2000, -4);
     EXPECT_EQ(Read32(0x0030), 0xFFFFFFFFU);
+}
+
+TEST_F(FeatureMap, NamesValueAndLimitOfSettingsOutOfRange)
+{
+    struct CCase
+    {
+        std::function<void(IKxImageDisplayWnd&)> set;
+        const char* szError;
+    };
+    // One for each kind of range.
+    const CCase cases[] = {
+        {[](auto& wnd) { wnd.SetZoomMode(static_cast<_EKxZoomMode_t>(2)); },
+         "eZM = 2 must be smaller than Max = 2"},
+        {[](auto& wnd) { wnd.SetRefreshInterval(1001); },
+         "nInterval = 1001 must be equal or smaller than Max = 1000"},
+        {[](auto& wnd) { wnd.SetStretchMode(KxBayerInterpolationMethod_Off); },
+         "eStretchMode = 0 must be equal or greater than Min = 1"},
+        {[](auto& wnd) { wnd.SetManualZoomMagnification(64.0000001); },
+         "value = 64.000000 must be smaller than or equal 64.000000"},
+        {[](auto& wnd) { wnd.SetManualZoomMagnification(std::numeric_limits<double>::quiet_NaN()); },
+         "value = nan must be greater than or equal 0.010000"},
+        {[](auto& wnd) { wnd.SetColorMapPhase(256); }, "nPhase = 256 must be smaller than Max = 256"},
+    };
+    for (const CCase& test : cases)
+        EXPECT_EQ(ErrorOf([&] { test.set(*m_pWnd); }), test.szError);
+    EXPECT_EQ(m_pWnd->GetZoomMode(), KxZoomMode_FixedZoom);
+    EXPECT_EQ(m_pWnd->GetRefreshInterval(), 33U);
+    EXPECT_EQ(m_pWnd->GetManualZoomMagnification(), 1.0);
+    m_pWnd->SetStretchMode(KxBayerInterpolationMethod_NearestNeighbor2);
+    m_pWnd->SetManualZoomMagnification(64.0);
+    m_pWnd->SetRefreshInterval(0);
+    EXPECT_EQ(m_pWnd->GetRefreshInterval(), 0U) << "limits are taken";
+}
+
+TEST_F(FeatureMap, TellsOfEachChangeOnceAndNeverOfNone)
+{
+    int nCalls = 0;
+    GenApi::Register(m_pMap->GetNode("VisibleMenu"), [&](GenApi::INode*) { ++nCalls; });
+    m_pWnd->SetVisibleMenu(true);
+    EXPECT_EQ(nCalls, 0);
+    m_pWnd->SetVisibleMenu(false);
+    EXPECT_EQ(nCalls, 1);
+    EXPECT_FALSE(m_pWnd->GetVisibleMenu());
+    GenApi::CBooleanPtr(m_pMap->GetNode("VisibleStatusBar"))->SetValue(false);
+    EXPECT_FALSE(m_pWnd->GetVisibleStatusBar());
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCursor>
-#include <QFileDialog>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
@@ -16,9 +15,6 @@
 #include <QScrollBar>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <set>
-#include <thread>
 
 namespace KxTest
 {
@@ -76,74 +72,6 @@ protected:
     GenApi::INodeMap* const m_pMap;
 };
 
-TEST_F(GraphWindow, ServesEachRegisterOfItsDescription)
-{
-    GenApi::NodeList_t listNodes;
-    m_pMap->GetNodes(listNodes);
-    // The file has them for the sake of its kin; nothing shows them.
-    const std::set<std::string> kNotServed = {"BackgroundStyleReg", "ForegroundColorReg"};
-    std::set<int64_t> setAddresses;
-    for (GenApi::INode* const pNode : listNodes) {
-        auto* const pRegister = dynamic_cast<GenApi::IRegister*>(pNode);
-        if (!pRegister)
-            continue;
-        SCOPED_TRACE(pNode->GetName().c_str());
-        unsigned char buffer[8];
-        int64_t nLength = pRegister->GetLength();
-        setAddresses.insert(pRegister->GetAddress());
-        EXPECT_EQ(m_wnd.mRead(buffer, pRegister->GetAddress(), &nLength),
-                  kNotServed.count(pNode->GetName().c_str()) == 0);
-        EXPECT_EQ(nLength, pRegister->GetLength());
-    }
-    EXPECT_EQ(setAddresses.size(), 38U);
-    for (int64_t nAddress = 0x2000; nAddress < 0x2100; nAddress += 4) {
-        unsigned char buffer[8];
-        int64_t nLength = 4;
-        EXPECT_EQ(m_wnd.mRead(buffer, nAddress, &nLength),
-                  setAddresses.count(nAddress) != 0 && nAddress != 0x2060 && nAddress != 0x2064)
-            << nAddress;
-    }
-}
-
-TEST_F(GraphWindow, ReadsBackWhatIsWrittenToEachFeature)
-{
-    GenApi::FeatureList_t listFeatures;
-    Node<GenApi::CCategoryPtr>("ViewControl")->GetFeatures(listFeatures);
-    EXPECT_EQ(listFeatures.size(), 49U);
-    m_wnd.SetPlotSizeAuto(false);
-    m_wnd.SetPlotWidth(2000);
-    m_wnd.SetPlotHeight(2000);
-    Show(m_wnd);
-    for (GenApi::IValue* const pFeature : listFeatures) {
-        const std::string strName = pFeature->GetNode()->GetName().c_str();
-        if (strName == "TextBackgroundColor" || strName == "TextBackgroundColorSelector")
-            Node<GenApi::CEnumerationPtr>("TextBackgroundColorMode")->FromString("Opaque");
-        std::vector<std::string> vecValues;
-        if (const GenApi::CEnumerationPtr pEnumeration(pFeature->GetNode()); pEnumeration.IsValid()) {
-            GenApi::StringList_t listSymbolics;
-            pEnumeration->GetSymbolics(listSymbolics);
-            vecValues.assign(listSymbolics.begin(), listSymbolics.end());
-            std::reverse(vecValues.begin(), vecValues.end());
-        } else if (const GenApi::CIntegerPtr pInteger(pFeature->GetNode()); pInteger.IsValid()) {
-            vecValues = {std::to_string(pInteger->GetMin()), std::to_string(pInteger->GetMax())};
-        } else {
-            vecValues = {"true", "false", "true"};
-        }
-        for (const std::string& strText : vecValues) {
-            SCOPED_TRACE(strName + " = " + strText);
-            ASSERT_EQ(ErrorOf([&] { pFeature->FromString(strText.c_str()); }), "");
-            Pump();
-            m_pMap->InvalidateNodes();
-            const std::string strRead = pFeature->ToString().c_str();
-            EXPECT_TRUE(strRead == strText || (strText == "true" && strRead == "1") ||
-                        (strText == "false" && strRead == "0"))
-                << strRead;
-        }
-        m_wnd.SetPlotSizeAuto(false);
-    }
-    EXPECT_EQ(Node("PlotWidth")->GetMax(), 8192) << "by PlotWidthMax, which was written";
-}
-
 TEST_F(GraphWindow, HasAPenForEachLineAndAFontForEachText)
 {
     const auto pSelector = Node<GenApi::CEnumerationPtr>("LineInfoSelector");
@@ -199,6 +127,8 @@ TEST_F(GraphWindow, HasAPenForEachLineAndAFontForEachText)
 
 TEST_F(GraphWindow, KeepsItsSettingsWithinTheirRanges)
 {
+    const CIKxWndPtrT<IKxGraphDisplayWnd> pOther(CreateIKxGraphDisplayWnd(nullptr));
+    EXPECT_EQ(pOther->GetPlotWidth(), 512U);
     m_wnd.SetPlotWidth(8192);
     EXPECT_EQ(ErrorOf([this] { m_wnd.SetPlotWidth(8193); }),
               "nValue = 8193 must be equal or smaller than Max = 8192");
@@ -218,6 +148,8 @@ TEST_F(GraphWindow, KeepsItsSettingsWithinTheirRanges)
     m_wnd.SetPlotSizeAuto(false);
     EXPECT_TRUE(IsAvailable("PlotWidth"));
     EXPECT_EQ(Node("PlotWidth")->GetMax(), 4096) << "less than the setter takes";
+    Node("PlotWidthMax")->SetValue(8192);
+    EXPECT_EQ(Node("PlotWidth")->GetMax(), 8192);
     EXPECT_EQ(Node("PlotMarginLeft")->GetValue(), 1024);
     m_wnd.SetPlotMarginLeft(84);
     EXPECT_EQ(Node("PlotMarginLeft")->GetValue(), 84);
@@ -307,33 +239,25 @@ TEST_F(GraphWindow, PaintsAtOnceWithoutATimerAndElseAtItsTicks)
     m_wnd.SetRefreshInterval(0);
     Show(m_wnd);
     const QImage empty = Plot().grab().toImage();
-    struct CPaints : QObject
-    {
-        bool eventFilter(QObject*, QEvent* pEvent) override
-        {
-            nCount += pEvent->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-        int nCount = 0;
-    } paints;
-    Plot().installEventFilter(&paints);
+    CPaintCounter paints(Plot());
     m_wnd.RegisterIKxGraphDataBufferList(MakeList({{1, 2, 3}}).Get());
-    EXPECT_EQ(paints.nCount, 1);
+    EXPECT_EQ(paints.nPaints, 1);
     m_wnd.RegisterIKxGraphDataBufferList(MakeList({{3, 2, 1}}).Get());
-    EXPECT_EQ(paints.nCount, 2);
+    EXPECT_EQ(paints.nPaints, 2);
     EXPECT_NE(Plot().grab().toImage(), empty);
-    paints.nCount = 0;
+    paints.nPaints = 0;
     Node("RefreshInterval")->SetValue(5);
     m_wnd.RegisterIKxGraphDataBufferList(MakeList({{3, 2, 1}}).Get());
-    EXPECT_EQ(paints.nCount, 0);
-    EXPECT_TRUE(PumpUntil([&] { return paints.nCount > 3; })) << "at each tick, whether there is news or not";
+    EXPECT_EQ(paints.nPaints, 0);
+    EXPECT_TRUE(PumpUntil([&] { return paints.nPaints > 3; }))
+        << "at each tick, whether there is news or not";
 
     // Without a background the lines before stay.
     m_wnd.RegisterIKxGraphDataBufferList(MakeList({{1000, 1000}}).Get());
     Node<GenApi::CBooleanPtr>("EnableBackgroundDrawing")->SetValue(false);
-    PumpUntil([&, nBefore = paints.nCount] { return paints.nCount > nBefore + 4; });
+    PumpUntil([&, nBefore = paints.nPaints] { return paints.nPaints > nBefore + 4; });
     m_wnd.RegisterIKxGraphDataBufferList(MakeList({{1, 1000}}).Get());
-    PumpUntil([&, nBefore = paints.nCount] { return paints.nCount > nBefore + 4; });
+    PumpUntil([&, nBefore = paints.nPaints] { return paints.nPaints > nBefore + 4; });
     const QImage both = Plot().grab().toImage();
     EXPECT_EQ(both.pixel(100, 16), 0xFF000000U) << "of the first data";
     EXPECT_EQ(both.pixel(both.width() - 30, 16), 0xFF000000U);
@@ -354,36 +278,28 @@ TEST_F(GraphWindow, SavesAndCopiesWhatItShows)
         }
         FAIL() << szMenu << szAction;
     };
-    const auto save = [&](const char* szAction, const QString& strFilter, const QString& strName) {
-        QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout, [&] {
-            auto* const pFileDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (!pFileDialog)
-                return;
-            timer.stop();
-            if (strName.isEmpty())
-                return pFileDialog->reject();
-            pFileDialog->selectNameFilter(strFilter);
-            pFileDialog->selectFile(strName);
-            QMetaObject::invokeMethod(pFileDialog, "accept", Qt::QueuedConnection);
-        });
-        timer.start(1);
+    const auto save = [&](const char* szAction, const CDialogAnswers::Answer& answer) {
+        const CDialogAnswers answers({answer});
         trigger("&Save", szAction);
     };
-    save("&Image file ...", "PNG File (*.png)", folder.filePath("picture"));
+    const auto name = [&](const char* szName, const char* szFilter) {
+        return CDialogAnswers::NameFile(folder.filePath(szName), szFilter);
+    };
+    save("&Image file ...", name("picture", "PNG File (*.png)"));
     EXPECT_EQ(QImage(folder.filePath("picture.png")).size(), QSize(612, 296));
-    save("&Graph data file ...", "KxRaw File (*.kxraw)", folder.filePath("data"));
+    save("&Graph data file ...", name("data", "KxRaw File (*.kxraw)"));
     List pRead(CreateIKxGraphDataBufferListResizable(nullptr));
     pRead->LoadFromFile(folder.filePath("data.kxraw").toUtf8().constData());
     EXPECT_EQ(pRead->GetItem(0)->GetGraphData()->GetValues()[3], 900U);
-    save("&Graph data file ...", "", "");
+    save("&Graph data file ...", [](QWidget& dialog) { dialog.close(); });
     trigger("Context menu", "&Copy");
     EXPECT_EQ(QApplication::clipboard()->image().size(), Plot().size());
 
     // The window ends while the user thinks.
-    QTimer::singleShot(20, [&] { m_wnd.Close(); });
-    QTimer::singleShot(40, [] { dynamic_cast<QDialog&>(*QApplication::activeModalWidget()).reject(); });
-    trigger("&Save", "&Graph data file ...");
+    save("&Graph data file ...", [&](QWidget& dialog) {
+        m_wnd.Close();
+        QMetaObject::invokeMethod(&dialog, "reject", Qt::QueuedConnection);
+    });
     EXPECT_FALSE(m_wnd.IsVisible());
 }
 
@@ -393,26 +309,22 @@ TEST_F(GraphWindow, TakesDataWhileItPaintsAndSaves)
     const std::string strFile = folder.filePath("data.csv").toStdString();
     m_wnd.SetRefreshInterval(1);
     Show(m_wnd);
-    std::atomic<bool> bEnd{false};
     // Each list is of one value, so that a mixture of two shows.
-    const auto feed = [&](uint32_t nFirst) {
-        for (uint32_t n = 0; !bEnd && n < 3000; ++n)
-            m_wnd.RegisterIKxGraphDataBufferList(
-                MakeList({std::vector<uint32_t>(500 + n % 100, nFirst + n)}).Get());
+    const auto feed = [&](uint32_t nValue) {
+        m_wnd.RegisterIKxGraphDataBufferList(
+            MakeList({std::vector<uint32_t>(500 + nValue % 100, nValue)}).Get());
     };
-    std::thread first(feed, 1), second(feed, 100000);
-    std::thread settings([&] {
-        for (uint32_t n = 0; !bEnd && n < 3000; ++n) {
+    const auto pBuffer = ImageBufferPtr(CreateIKxImageBuffer(nullptr));
+    const CThreads threads({
+        [&](unsigned n) { feed(n); },
+        [&](unsigned n) { feed(100000 + n); },
+        [&](unsigned n) {
             m_wnd.SetLineInfo(113, 1, n % 5);
             m_wnd.SetPlotMarginLeft(n % 200);
             Node("ScaleXLineSize")->SetValue(n % 20);
             m_wnd.SetScaleLineSizeX(n % 7);
-        }
-    });
-    std::thread pictures([&] {
-        const auto pBuffer = ImageBufferPtr(CreateIKxImageBuffer(nullptr));
-        while (!bEnd)
-            m_wnd.GetIKxImage(pBuffer.Get(), 0, 0);
+        },
+        [&](unsigned) { m_wnd.GetIKxImage(pBuffer.Get(), 0, 0); },
     });
     for (int n = 0; n < 30; ++n) {
         Pump();
@@ -427,9 +339,6 @@ TEST_F(GraphWindow, TakesDataWhileItPaintsAndSaves)
         }
         m_wnd.GetGraphData(KxGraphDataIndex_Save, true)->SaveToFile(KxGraphDataFileType_Csv, strFile.c_str());
     }
-    bEnd = true;
-    for (std::thread* const pThread : {&first, &second, &settings, &pictures})
-        pThread->join();
 }
 
 TEST_F(GraphWindow, KeepsItsDataWhenALotIsWrongWithNewOnes)
@@ -469,16 +378,6 @@ TEST_F(GraphWindow, KeepsItsDataWhenALotIsWrongWithNewOnes)
     m_wnd.SetNormalization(KxGraphNomalization_Off);
     m_wnd.RegisterIKxGraphDataBufferList(pMany.Get());
     m_wnd.Draw(&painter, 300, 200);
-}
-
-TEST_F(GraphWindow, IsMadeByTheFactoriesAndHeldByArrays)
-{
-    CIKxWndPtrArrayT<IKxGraphDisplayWnd> arrWnd;
-    arrWnd.Register(CreateIKxGraphDisplayWnd(nullptr));
-    arrWnd.Register(CreateIKxWnd(KxWindowType_GraphDisplay));
-    EXPECT_EQ(arrWnd[1]->GetPlotWidth(), 512U);
-    EXPECT_EQ(arrWnd[0]->GetIKxWndInfo()->GetWndName(), "Graph display");
-    EXPECT_EQ(arrWnd[0]->GetTitle(), "Display Graph");
 }
 
 } // namespace

@@ -10,7 +10,6 @@
 #include <QScrollBar>
 #include <QThread>
 #include <cmath>
-#include <thread>
 
 namespace KxTest
 {
@@ -83,20 +82,16 @@ TEST_F(ImageRefresh, ThePaintedImageStaysWhileNewOnesComeFromAnotherThread)
     // Sizes that change make the window's buffers move; what is painted must not move with them.
     m_pWnd->SetRefreshInterval(1);
     ShowWindow();
-    std::atomic<bool> bStop{false};
-    std::thread camera([&] {
-        for (size_t n = 0; !bStop; ++n)
-            m_pWnd->RegisterIKxImage(
-                MakeImage(20 + n % 300, 20 + n % 200, KxPixelFormat_Mono8, 0x42)->GetIKxImage());
-    });
+    const CThreads camera({[&](unsigned n) {
+        m_pWnd->RegisterIKxImage(
+            MakeImage(20 + n % 300, 20 + n % 200, KxPixelFormat_Mono8, 0x42)->GetIKxImage());
+    }});
     EXPECT_TRUE(PumpUntil([this] {
         if (m_pWnd->HasImage() && Widget().width() > 10) {
             EXPECT_EQ(ShownAt(5, 5), Rgb(0x42, 0x42, 0x42));
         }
         return Paints() > 200;
     }));
-    bStop = true;
-    camera.join();
 }
 
 TEST_F(ImageRefresh, ImagesThatChangeSizeFasterThanTheyAreShownCostOneResizeATurn)
@@ -273,19 +268,6 @@ TEST_F(ImageRefresh, WhatCantBeConvertedIsToldInPlaceOfTheImage)
     EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Error), 0U);
     ShowImage(Grey(9)->GetIKxImage());
     EXPECT_EQ(ShownAt(5, 5), Rgb(9, 9, 9));
-}
-
-TEST_F(ImageRefresh, ADisplayOfManyPixelFormatsKeepsGoing)
-{
-    m_pWnd->SetRefreshInterval(0);
-    ShowWindow();
-    SetAreaSize(300, 200);
-    for (size_t n = 0; n < GetIKxPixelFormatInfoCount(); ++n) {
-        const IKxPixelFormatInfo& info = *GetIKxPixelFormatInfoByIndex(n);
-        ShowImage(MakeImage(48, 48, info.GetPixelFormat(), 0x5A)->GetIKxImage());
-        EXPECT_TRUE(m_pWnd->IsVisible()) << info.GetName();
-    }
-    EXPECT_EQ(m_objLog.Count(KxGUICallbackType_Error), 0U);
 }
 
 } // namespace

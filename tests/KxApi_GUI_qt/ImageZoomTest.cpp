@@ -45,6 +45,8 @@ TEST_F(ImageZoom, FixedZoomGivesTheWidgetTheImagesSizeTimesTheMagnification)
     m_pWnd->SetManualZoomMagnification(0.01);
     Pump();
     EXPECT_EQ(Widget().size(), QSize(1, 0));
+    ShowImage(MakeRamp(1, 1)->GetIKxImage());
+    EXPECT_EQ(Widget().size(), QSize(0, 0));
 }
 
 TEST_F(ImageZoom, FitTakesAllRoomThatTheShapeAllowsAndFollowsTheWindow)

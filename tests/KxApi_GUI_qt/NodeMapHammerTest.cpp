@@ -3,9 +3,6 @@
 // closed.
 #include "NodeMapTest.h"
 
-#include <atomic>
-#include <thread>
-
 namespace KxTest
 {
 namespace
@@ -13,15 +10,7 @@ namespace
 
 using namespace KxApi;
 
-/// More by the environment, for runs by hand.
-int Rounds()
-{
-    const int nRounds = qEnvironmentVariableIntValue("KXAPI_HAMMER_ROUNDS");
-    return nRounds > 0 ? nRounds : 30;
-}
-
-class NodeMapHammer : public NodeMapTest
-{};
+using NodeMapHammer = NodeMapTest;
 
 TEST_F(NodeMapHammer, StandsChangesOfAllThreadsAtOnce)
 {
@@ -42,50 +31,40 @@ TEST_F(NodeMapHammer, StandsChangesOfAllThreadsAtOnce)
     GenApi::INode& root = m_pMap->Get("Root");
     m_pWnd->RegisterINode(&root, "");
 
-    std::atomic<bool> bStop{false};
-    const auto run = [&](auto body) {
-        return std::thread([&bStop, body] {
-            for (int n = 0; !bStop; ++n) {
-                body(n);
-                std::this_thread::sleep_for(std::chrono::microseconds(100));
-            }
+    {
+        const CThreads threads({
+            [&](unsigned n) { // a device that changes
+                const GenApi::AutoLock lock(m_pMap->map._GetLock());
+                // Now and then it isn't available.
+                ErrorOf([&] { m_pMap->Int(("I" + std::to_string(n % 100)).c_str()) = n % 1000; });
+            },
+            [&](unsigned n) {
+                m_pMap->Int("A") = n / 8 % 2;
+                m_pMap->map._Poll(n % 3);
+            },
+            [&](unsigned n) { // an application that drives the window
+                const char* const texts[] = {"", "I1", "9|E", "(", "I[0-4]"};
+                m_pWnd->SetFilterText(texts[n % 5]);
+                m_pWnd->SetEnableFilter(n % 3 != 0);
+                m_pWnd->SetEnableRegularExpression(n % 7 == 0);
+                m_pWnd->SetVisibility(static_cast<GenApi::EVisibility>(n % 3));
+                m_pWnd->SetAlphabeticMode(n % 16 < 8);
+                m_pWnd->SetEnablePolling(n % 2 == 0);
+            },
+            [&](unsigned n) {
+                void* const hNode = m_pWnd->RegisterINode(&root, n % 2 ? "Again" : "");
+                m_pWnd->Refresh();
+                m_pWnd->DeregisterINode(hNode);
+            },
         });
-    };
-    std::vector<std::thread> threads;
-    threads.push_back(run([&](int n) { // a device that changes
-        const GenApi::AutoLock lock(m_pMap->map._GetLock());
-        // Now and then it isn't available.
-        ErrorOf([&] { m_pMap->Int(("I" + std::to_string(n % 100)).c_str()) = n % 1000; });
-    }));
-    threads.push_back(run([&](int n) {
-        m_pMap->Int("A") = n / 8 % 2;
-        m_pMap->map._Poll(n % 3);
-    }));
-    threads.push_back(run([&](int n) { // an application that drives the window
-        const char* const texts[] = {"", "I1", "9|E", "(", "I[0-4]"};
-        m_pWnd->SetFilterText(texts[n % 5]);
-        m_pWnd->SetEnableFilter(n % 3 != 0);
-        m_pWnd->SetEnableRegularExpression(n % 7 == 0);
-        m_pWnd->SetVisibility(static_cast<GenApi::EVisibility>(n % 3));
-        m_pWnd->SetAlphabeticMode(n % 16 < 8);
-        m_pWnd->SetEnablePolling(n % 2 == 0);
-    }));
-    threads.push_back(run([&](int n) {
-        void* const hNode = m_pWnd->RegisterINode(&root, n % 2 ? "Again" : "");
-        m_pWnd->Refresh();
-        m_pWnd->DeregisterINode(hNode);
-    }));
-    for (int i = 0; i < Rounds(); ++i) {
-        m_pWnd->Show(nullptr, KxWindowMode_Modaless);
-        for (int k = 0; k < 5; ++k)
+        for (int i = 0; i < HammerRounds(30); ++i) {
+            m_pWnd->Show(nullptr, KxWindowMode_Modaless);
+            for (int k = 0; k < 5; ++k)
+                Pump();
+            m_pWnd->Close();
             Pump();
-        m_pWnd->Close();
-        Pump();
+        }
     }
-    bStop = true;
-    for (std::thread& thread : threads)
-        thread.join();
-
     m_pWnd->SetEnableFilter(false);
     m_pWnd->SetEnablePolling(false);
     m_pWnd->SetAlphabeticMode(false);

@@ -26,22 +26,6 @@ CPaintGeometry Geometry(double dMagnification)
     return geometry;
 }
 
-TEST(PaintGeometry, EachPixelIsFoundWhereItIsShown)
-{
-    for (const double dMagnification : {1.0, 2.0, 3.0, 16.0, 64.0}) {
-        const CPaintGeometry geometry = Geometry(dMagnification);
-        for (const int nPixel : {0, 1, 77, 479}) {
-            const QPoint ptFirst(ToDisplay(nPixel, dMagnification) + 7 - 100,
-                                 ToDisplay(nPixel, dMagnification) + 31 - 50);
-            EXPECT_EQ(geometry.ImagePixelAt(ptFirst), QPoint(nPixel, nPixel)) << dMagnification;
-            const int nLast = static_cast<int>(dMagnification) - 1;
-            EXPECT_EQ(geometry.ImagePixelAt(ptFirst + QPoint(nLast, nLast)), QPoint(nPixel, nPixel))
-                << dMagnification;
-        }
-    }
-    EXPECT_EQ(Geometry(0.25).ImagePixelAt(QPoint(7 - 100 + 10, 31 - 50 + 20)), QPoint(40, 80));
-}
-
 TEST(PaintGeometry, PlacesBesideTheImageGiveItsBorder)
 {
     const CPaintGeometry geometry = Geometry(0.01);
@@ -49,18 +33,6 @@ TEST(PaintGeometry, PlacesBesideTheImageGiveItsBorder)
     EXPECT_EQ(geometry.ImagePixelAt(QPoint(1'000'000'000, 1'000'000'000)), QPoint(639, 479));
     EXPECT_EQ(Geometry(1).ImagePixelAt(QPoint(-94, -20)), QPoint(0, 0));
     EXPECT_EQ(CPaintGeometry().ImagePixelAt(QPoint(5, 5)), QPoint(-1, -1)) << "nothing is painted yet";
-}
-
-TEST(PaintGeometry, CentreIsWhatLiesInTheMiddleOfTheView)
-{
-    EXPECT_EQ(Geometry(2).ImagePixelInCentre(QPoint(150, 75)), QPoint(125, 62));
-    CPaintGeometry geometry = Geometry(0.5);
-    geometry.dScrollX = geometry.dScrollY = 0;
-    EXPECT_EQ(geometry.ImagePixelInCentre(QPoint(1000, 1000)), QPoint(320, 240))
-        << "of an image within the view";
-    EXPECT_EQ(CPaintGeometry().ImagePixelInCentre(QPoint(150, 75)), QPoint(0, 0));
-    EXPECT_EQ(ScrollPosition(125, 4, 150), 350);
-    EXPECT_EQ(ScrollPosition(3, 0.5, 150), -148);
 }
 
 TEST(PaintGeometry, WheelStepsByWholeNumbersAboveOneAndHalvesBelow)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Saving images from the image window, and the clipboard.
+#include "FullDisk.h"
 #include "Support.h"
 #include "image/KxDisplayImageWnd_qt.h"
 #include "image/StillImageSave_qt.h"
@@ -7,7 +8,6 @@
 #include <KxApi_GUI/IKxDrawingTool.h>
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -16,13 +16,7 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QMessageBox>
-#include <QPointer>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <atomic>
-#include <csignal>
-#include <cstring>
-#include <thread>
 
 namespace KxTest
 {
@@ -34,39 +28,20 @@ using namespace KxApi;
 class SaveImages : public GuiTest
 {
 protected:
-    using Answer = std::function<void(QDialog&)>;
+    using Answer = CDialogAnswers::Answer;
 
-    /// Saves while the answers deal with the dialogs that open, one each.
-    void Save(bool bPreview, std::vector<Answer> vecAnswers)
+    void Save(bool bPreview, const std::vector<Answer>& vecAnswers)
     {
-        QTimer timer;
-        size_t nAnswered = 0;
-        QPointer<QDialog> pLast;
-        QObject::connect(&timer, &QTimer::timeout, [&] {
-            auto* const pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!pDialog || pDialog == pLast || nAnswered == vecAnswers.size())
-                return;
-            pLast = pDialog;
-            vecAnswers[nAnswered++](*pDialog);
-        });
-        timer.start(1);
+        const CDialogAnswers answers(vecAnswers);
         dynamic_cast<ICDisplayImageDlgParent&>(*m_pWnd).SaveImage(bPreview);
-        EXPECT_EQ(nAnswered, vecAnswers.size());
     }
 
-    static Answer NameIt(const QString& strName, const char* szFilter)
-    {
-        return [=](QDialog& dialog) {
-            auto& fileDialog = dynamic_cast<QFileDialog&>(dialog);
-            fileDialog.selectNameFilter(szFilter);
-            fileDialog.selectFile(strName);
-            QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
-        };
-    }
     static Answer Press(QMessageBox::StandardButton eButton)
     {
-        return [=](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(eButton)->click(); };
+        return [=](QWidget& dialog) { dynamic_cast<QMessageBox&>(dialog).button(eButton)->click(); };
     }
+
+    static constexpr auto NameFile = &CDialogAnswers::NameFile;
 
     QTemporaryDir m_objFolder;
     const ImageWndPtr m_pWnd = MakeImageWnd();
@@ -104,8 +79,8 @@ TEST_F(SaveImages, WriteTheRegisteredImageAndThePreview)
     const ImageBufferPtr pImage = MakeImage(8, 4, KxPixelFormat_BayerRG8, 0x50);
     m_pWnd->RegisterIKxImage(pImage->GetIKxImage());
     const QString strRaw = m_objFolder.filePath("raw"), strShown = m_objFolder.filePath("shown.PNG");
-    Save(false, {NameIt(strRaw, "PNG File (*.png)")});
-    Save(true, {NameIt(strShown, "PNG File (*.png)")});
+    Save(false, {NameFile(strRaw, "PNG File (*.png)")});
+    Save(true, {NameFile(strShown, "PNG File (*.png)")});
     const QImage raw(strRaw + ".png"), shown(strShown);
     EXPECT_EQ(raw.size(), QSize(8, 4));
     EXPECT_TRUE(raw.isGrayscale());
@@ -118,24 +93,24 @@ TEST_F(SaveImages, AskBeforeTheCompletedNameReplacesAFile)
     const auto save = [&](size_t nWidth, QMessageBox::StandardButton eButton, std::vector<Answer> vecRest) {
         m_pWnd->RegisterIKxImage(MakeImage(nWidth, 4)->GetIKxImage());
         vecRest.insert(vecRest.begin(), Press(eButton));
-        vecRest.insert(vecRest.begin(), NameIt(m_objFolder.filePath("a"), "PNG File (*.png)"));
+        vecRest.insert(vecRest.begin(), NameFile(m_objFolder.filePath("a"), "PNG File (*.png)"));
         Save(false, vecRest);
         return QImage(m_objFolder.filePath("a.png")).width();
     };
     m_pWnd->RegisterIKxImage(MakeImage(8, 4)->GetIKxImage());
-    Save(false, {NameIt(m_objFolder.filePath("a"), "PNG File (*.png)")});
-    EXPECT_EQ(save(9, QMessageBox::No, {[](QDialog& again) { again.reject(); }}), 8);
+    Save(false, {NameFile(m_objFolder.filePath("a"), "PNG File (*.png)")});
+    EXPECT_EQ(save(9, QMessageBox::No, {[](QWidget& again) { again.close(); }}), 8);
     EXPECT_EQ(save(10, QMessageBox::Yes, {}), 10);
 }
 
 TEST_F(SaveImages, KeepTheFolderWhenTheUserCancels)
 {
     m_pWnd->RegisterIKxImage(MakeImage(8, 4)->GetIKxImage());
-    Save(false, {NameIt(m_objFolder.filePath("a.bmp"), "Bitmap File (*.bmp)")});
+    Save(false, {NameFile(m_objFolder.filePath("a.bmp"), "Bitmap File (*.bmp)")});
     QString strFolder;
-    const Answer cancel = [&](QDialog& dialog) {
+    const Answer cancel = [&](QWidget& dialog) {
         strFolder = dynamic_cast<QFileDialog&>(dialog).directory().path();
-        dialog.reject();
+        dialog.close();
     };
     Save(false, {cancel});
     Save(false, {cancel});
@@ -146,37 +121,32 @@ TEST_F(SaveImages, KeepTheFolderWhenTheUserCancels)
 TEST_F(SaveImages, TellTheUserWhatFailed)
 {
     QString strText;
-    Save(false, {[&](QDialog& box) {
+    Save(false, {[&](QWidget& box) {
              strText = dynamic_cast<QMessageBox&>(box).text();
-             box.accept();
+             box.close();
          }});
     EXPECT_TRUE(strText.startsWith("KxApi_GUI_qt/")) << strText.toStdString();
     EXPECT_TRUE(strText.endsWith("There is no available image.")) << strText.toStdString();
 }
 
-// What a full disk does to a file, a limit of its size does too.
 TEST_F(SaveImages, TellWhatKeepsTheDrawingFromTheDisk)
 {
     m_pWnd->GetIKxDrawingTool()->SetGridVLineCount(1);
     m_pWnd->SetEnableDrawingOnSavingImage(true);
     m_pWnd->RegisterIKxImage(MakeImage(800, 600)->GetIKxImage());
     QString strText;
-    const Answer read = [&](QDialog& box) {
+    const Answer read = [&](QWidget& box) {
         strText = dynamic_cast<QMessageBox&>(box).text();
-        box.accept();
+        box.close();
     };
-    Save(true, {NameIt("/proc/a", "Bitmap File (*.bmp)"), read});
+    Save(true, {NameFile("/proc/a", "Bitmap File (*.bmp)"), read});
     EXPECT_TRUE(strText.contains("/proc/a.bmp")) << strText.toStdString();
 
     strText.clear();
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit limit{4096, before.rlim_max};
-    const auto pHandler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &limit);
-    Save(true, {NameIt(m_objFolder.filePath("a"), "Bitmap File (*.bmp)"), read});
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, pHandler);
+    {
+        const FullDisk disk(4096);
+        Save(true, {NameFile(m_objFolder.filePath("a"), "Bitmap File (*.bmp)"), read});
+    }
     EXPECT_TRUE(strText.contains("a.bmp")) << strText.toStdString();
     EXPECT_TRUE(QDir(m_objFolder.path()).entryList(QDir::Files).isEmpty()) << "no half file";
 }
@@ -187,20 +157,16 @@ TEST_F(SaveImages, PutTheDrawingIntoThePreviewAloneWhileImagesCome)
     m_pWnd->GetIKxDrawingTool()->SetGridLineStyle(KxLineStyle_Solid);
     m_pWnd->SetEnableDrawingOnSavingImage(true);
     m_pWnd->RegisterIKxImage(MakeImage(40, 30)->GetIKxImage());
-    std::atomic<bool> bStop{false};
-    std::thread camera([&] {
-        for (size_t n = 0; !bStop; ++n)
-            m_pWnd->RegisterIKxImage(MakeImage(40 + 2 * (n % 5), 30 + n % 3)->GetIKxImage());
-    });
+    const CThreads camera({[&](unsigned n) {
+        m_pWnd->RegisterIKxImage(MakeImage(40 + 2 * (n % 5), 30 + n % 3)->GetIKxImage());
+    }});
     for (const bool bPreview : {false, true}) {
         const QString strName = m_objFolder.filePath(bPreview ? "shown.png" : "raw.png");
-        Save(bPreview, {NameIt(strName, "PNG File (*.png)")});
+        Save(bPreview, {NameFile(strName, "PNG File (*.png)")});
         const QImage image(strName);
         EXPECT_EQ(image.pixel(image.width() / 2, 5), bPreview ? 0xFF406080U : 0xFF808080U);
         EXPECT_EQ(image.pixel(3, 5), 0xFF808080U);
     }
-    bStop = true;
-    camera.join();
 }
 
 TEST_F(SaveImages, ConvertAsThePreviewButWithTheBetterBayerMethod)
@@ -221,7 +187,7 @@ TEST_F(SaveImages, ConvertAsThePreviewButWithTheBetterBayerMethod)
         return std::vector<unsigned char>(p, p + 3 * 256);
     };
     const auto saved = [&](const char* szName) {
-        Save(true, {NameIt(m_objFolder.filePath(szName), "PNG File (*.png)")});
+        Save(true, {NameFile(m_objFolder.filePath(szName), "PNG File (*.png)")});
         const QImage image = QImage(m_objFolder.filePath(szName)).convertToFormat(QImage::Format_RGB888);
         std::vector<unsigned char> vecBytes;
         for (int y = 0; y < image.height(); ++y)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support.h"
 
-#include <QWidget>
+#include <QApplication>
+#include <QFileDialog>
+#include <QTimer>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -64,6 +66,12 @@ std::string PlaceOfErrorOf(const std::function<void()>& call)
     return {};
 }
 
+int HammerRounds(int nDefault)
+{
+    const int nRounds = qEnvironmentVariableIntValue("KXAPI_HAMMER_ROUNDS");
+    return nRounds > 0 ? nRounds : nDefault;
+}
+
 class CEventLog::CCallback final : public KxApi::IKxCallback
 {
 public:
@@ -106,6 +114,63 @@ size_t CEventLog::Count(unsigned nType) const
     for (const unsigned n : Types())
         nCount += n == nType ? 1U : 0U;
     return nCount;
+}
+
+CThreads::CThreads(std::vector<std::function<void(unsigned)>> vecBodies)
+{
+    for (auto& body : vecBodies) {
+        m_vecThreads.emplace_back([this, body = std::move(body)] {
+            for (unsigned n = 0; !m_bStop; ++n) {
+                body(n);
+                // Locks are not fair: without a pause a thread of these could keep one for itself.
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
+            }
+        });
+    }
+}
+
+CThreads::~CThreads()
+{
+    m_bStop = true;
+    std::atomic<bool> bJoined{false};
+    std::thread joiner([&] {
+        for (std::thread& thread : m_vecThreads)
+            thread.join();
+        bJoined = true;
+    });
+    EXPECT_TRUE(PumpUntil([&] { return bJoined.load(); }));
+    joiner.join();
+}
+
+CDialogAnswers::CDialogAnswers(std::vector<Answer> vecAnswers)
+    : m_vecAnswers(std::move(vecAnswers))
+{
+    Poll();
+}
+
+CDialogAnswers::~CDialogAnswers() { EXPECT_EQ(m_nAnswered, m_vecAnswers.size()); }
+
+void CDialogAnswers::Poll()
+{
+    if (m_nAnswered == m_vecAnswers.size())
+        return;
+    QTimer::singleShot(1, &m_objContext, [this] { Poll(); });
+    QWidget* const pPopup = QApplication::activePopupWidget();
+    QWidget* const pWidget = pPopup ? pPopup : QApplication::activeModalWidget();
+    if (!pWidget || pWidget == m_pLast)
+        return;
+    m_pLast = pWidget;
+    m_vecAnswers[m_nAnswered++](*pWidget);
+}
+
+CDialogAnswers::Answer CDialogAnswers::NameFile(const QString& strName, const char* szFilter)
+{
+    return [=](QWidget& dialog) {
+        auto& fileDialog = dynamic_cast<QFileDialog&>(dialog);
+        fileDialog.selectNameFilter(szFilter);
+        fileDialog.selectFile(strName);
+        QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
+    };
 }
 
 ImageWndPtr GuiTest::MakeImageWnd()

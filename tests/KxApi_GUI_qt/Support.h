@@ -13,14 +13,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
+#include <QPointer>
+#include <QWidget>
 #include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
-
-class QWidget;
 
 namespace KxTest
 {
@@ -47,6 +49,9 @@ std::string ErrorOf(const std::function<void()>& call);
 /// The place that it tells.
 std::string PlaceOfErrorOf(const std::function<void()>& call);
 
+/// Rounds of a test with many threads: more by KXAPI_HAMMER_ROUNDS, for runs by hand.
+int HammerRounds(int nDefault);
+
 /// What the callbacks of a window got. Outlives the window.
 class CEventLog
 {
@@ -68,6 +73,55 @@ private:
 
     mutable std::mutex m_mutex;
     std::vector<unsigned> m_vecTypes;
+};
+
+/// Threads that run their bodies again and again, with the number of the round, until the end.
+class CThreads
+{
+public:
+    explicit CThreads(std::vector<std::function<void(unsigned)>> vecBodies);
+    /// Handles events meanwhile: a thread may wait for the GUI thread.
+    ~CThreads();
+
+private:
+    std::atomic<bool> m_bStop{false};
+    std::vector<std::thread> m_vecThreads;
+};
+
+/// Deals with the dialogs and menus that open, one each in this order; all must have come by the end.
+class CDialogAnswers
+{
+public:
+    using Answer = std::function<void(QWidget&)>;
+
+    explicit CDialogAnswers(std::vector<Answer> vecAnswers);
+    ~CDialogAnswers();
+
+    /// Names the file in a file dialog, and takes it.
+    static Answer NameFile(const QString& strName, const char* szFilter);
+
+private:
+    void Poll();
+
+    std::vector<Answer> m_vecAnswers;
+    size_t m_nAnswered = 0;
+    QPointer<QWidget> m_pLast;
+    QObject m_objContext; // of the timers
+};
+
+/// Counts what is painted in a widget.
+class CPaintCounter : public QObject
+{
+public:
+    explicit CPaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int nPaints = 0;
+
+private:
+    bool eventFilter(QObject*, QEvent* pEvent) override
+    {
+        nPaints += pEvent->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
 };
 
 /// A started SDK, and windows.

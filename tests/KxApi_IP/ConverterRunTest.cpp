@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // How conversions run: threads, processors, memory, windows, and sources that can't be converted.
 
+#include "Allocations.h"
 #include "ConverterTestSupport.h"
 
 #include <hwy/targets.h>

@@ -161,18 +161,6 @@ TEST(ConverterSettings, DestinationsThatWindowsCantShowAreOfferedOnDemand)
     }
 }
 
-TEST(ConverterSettings, EveryNodeReads)
-{
-    TestConverter test;
-    GenApi::NodeList_t nodes;
-    test->GetINodeMap()->GetNodes(nodes);
-    for (GenApi::INode* const node : nodes) {
-        if (auto* const value = dynamic_cast<GenApi::IValue*>(node); value && GenApi::IsReadable(node)) {
-            EXPECT_NO_THROW(value->ToString()) << node->GetName().c_str();
-        }
-    }
-}
-
 TEST(ConverterSettings, WithoutTheSdkThereIsNoConverter)
 {
     EXPECT_EQ(ErrorOf([] { CreateIKxConverter(0); }).substr(0, 12), "LogicalError");

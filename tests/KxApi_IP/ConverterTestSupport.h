@@ -52,9 +52,6 @@ Pixel PixelAt(KxApi::IKxImage& image, size_t x, size_t y);
 /// The bytes of all pixels, without what fills the lines.
 std::vector<uint8_t> PixelBytes(const KxApi::IKxImage& image);
 
-/// Times that operator new was called; for programs with CountedAllocations.cpp.
-size_t AllocationCount();
-
 /// What a call raises, as "OutOfRange: description"; empty when it raises nothing.
 std::string ErrorOf(const std::function<void()>& call);
 

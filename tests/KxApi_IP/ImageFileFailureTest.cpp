@@ -2,15 +2,14 @@
 // Files that can't be written leave nothing, and files that aren't sound leave the image as it was.
 
 #include "FileTestSupport.h"
+#include "FullDisk.h"
 #include "HandMadeFiles.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstring>
 #include <fstream>
 
@@ -48,30 +47,6 @@ protected:
     Folder m_folder;
     Filer m_filer{CreateIKxFiler(KxFilerType_StillImage)};
     ImageBuffer m_image = NoiseImage(KxPixelFormat_Mono8, 300, 200);
-};
-
-/// Lets no file of the process grow beyond a size, as a full disk does, while it lives.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-        : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{size, m_old.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-
-private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int);
 };
 
 TEST_F(ImageFileFailureTest, AFullDiskLeavesTheFolderAsItWas)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "TestCameras.h"
+#include "ThreadCount.h"
 #include "producers/FakeCamera.h"
 
 #include <GenApi/GenApi.h>
@@ -20,9 +21,7 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <filesystem>
 #include <functional>
-#include <iterator>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -30,19 +29,6 @@
 
 namespace KxTest
 {
-
-/// Threads of the process. Sanitizers start one of their own with the first that the program starts, which is
-/// not to count as one that is left.
-inline size_t ThreadCount()
-{
-    static const bool isFirstOver = [] {
-        std::thread([] {}).join();
-        return true;
-    }();
-    static_cast<void>(isFirstOver);
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return static_cast<size_t>(std::distance(begin(tasks), end(tasks)));
-}
 
 /// Remembers the images it got, and does with them what a test wants.
 class Receiver final : public KxApi::IKxStreamCallback
