@@ -214,7 +214,7 @@ TEST(ConverterRun, BadSourcesAreNamedAndNothingIsWritten)
     EXPECT_EQ(refused(mono, [](View& v) { v.nHeight = size_t{1} << 62; }).substr(0, 11), "OutOfRange:");
     EXPECT_EQ(refused(mono, [](View& v) { v.nLinePitch = 11; }),
               "InvalidArgument: LinePitch = 11 must be equal or greater than Min = 12");
-    EXPECT_EQ(refused(mono, [](View& v) { v.isEmpty = true; }), "Runtime: There is no available image.");
+    EXPECT_EQ(refused(mono, [](View& v) { v.bytes.clear(); }), "Runtime: There is no available image.");
     EXPECT_EQ(
         refused(mono,
                 [](View& v) { v.ePixelFormat = static_cast<EKxPixelFormatNamingConvention_t>(0x01080FFF); }),
