@@ -88,6 +88,7 @@ TEST(Event, OneSignalEndsTheWaitOfOneThread)
     Automatic event;
     std::atomic<int> nTaken{0};
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&] {
             for (int n = 0; n < 500; ++n)

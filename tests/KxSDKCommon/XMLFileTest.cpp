@@ -46,7 +46,7 @@ protected:
         const std::string path = testing::TempDir() + "kxxmlfile-" + std::to_string(getpid());
         file.SaveToFile(path.c_str());
         std::ifstream stream(path, std::ios::binary);
-        const std::string content{std::istreambuf_iterator<char>(stream), {}};
+        std::string content{std::istreambuf_iterator<char>(stream), {}};
         std::filesystem::remove(path);
         return content;
     }

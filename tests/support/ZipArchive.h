@@ -62,7 +62,7 @@ inline std::string Zip(const std::vector<ZipEntry>& entries)
         directory += "PK\x01\x02" + ZipNumber(20, 2) + common + ZipNumber(0, 2) + ZipNumber(0, 2) +
                      ZipNumber(0, 2) + ZipNumber(0, 4) + ZipNumber(static_cast<uint32_t>(archive.size()), 4) +
                      entry.name;
-        archive += "PK\x03\x04" + common + entry.name + packed;
+        archive.append("PK\x03\x04").append(common).append(entry.name).append(packed);
     }
     const auto count = static_cast<uint32_t>(entries.size());
     return archive + directory + "PK\x05\x06" + ZipNumber(0, 4) + ZipNumber(count, 2) + ZipNumber(count, 2) +
