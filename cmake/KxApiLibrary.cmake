@@ -8,15 +8,24 @@ function(kxapi_add_subdirectory_if_present folder)
     endif()
 endfunction()
 
-# kxapi_compile_jointly(target...): with KXAPI_COMPILE_JOINTLY eight files of a target are compiled as one, which saves
-# reading the same headers. The unnamed namespaces of its files must not use a name twice.
+# kxapi_compile_jointly(target...): with KXAPI_COMPILE_JOINTLY up to 25 files of a target are compiled as one, which saves
+# reading the same headers, and leaves two processors enough to share. The unnamed namespaces of its files must not use a
+# name twice.
 function(kxapi_compile_jointly)
     foreach(target IN LISTS ARGN)
         if(KXAPI_COMPILE_JOINTLY AND TARGET ${target})
-            set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+            set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 25)
             target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
         endif()
     endforeach()
+endfunction()
+
+# kxapi_compile_quickly(target): with KXAPI_COMPILE_JOINTLY the target, which runs once at the start, isn't optimised. Its
+# headers' templates for command lines take the compiler three times as long otherwise.
+function(kxapi_compile_quickly target)
+    if(KXAPI_COMPILE_JOINTLY)
+        target_compile_options(${target} PRIVATE -O0)
+    endif()
 endfunction()
 
 # kxapi_hide_others_names(target [FLOORS namespace...] [QT]): keeps what templates and inline functions of others' headers

@@ -16,7 +16,7 @@ namespace KxApi
 namespace
 {
 
-constexpr int kStatusBarIndicators = 2;
+constexpr int kGraphIndicators = 2;
 
 // By their places in a record.
 constexpr const char* kLineNodes[] = {"LineStyleReg", "LineWidthReg", "LineForegroundColorReg",
@@ -29,7 +29,7 @@ constexpr const char* kTextNodes[] = {"TextForegroundColorReg", "TextBackgroundC
 const CWndInfo<CKxDisplayGraphWnd> CKxDisplayGraphWnd::m_objWndInfo{};
 
 CKxDisplayGraphWnd::CKxDisplayGraphWnd(IKxSpecificTypeAllocator* pAllocator)
-    : CKxBaseWnd(KxXMLResource_DisplayGraph, "GUIPort", GenApi::RW, "Display Graph", kStatusBarIndicators)
+    : CKxBaseWnd(KxXMLResource_DisplayGraph, "GUIPort", GenApi::RW, "Display Graph", kGraphIndicators)
     , m_objRing([=] { return CreateIKxGraphDataBufferListResizable(pAllocator); }, 0)
 {}
 

@@ -14,14 +14,14 @@ namespace KxApi
 namespace
 {
 
-constexpr int kStatusBarIndicators = 2;
+constexpr int kImageIndicators = 2;
 
 } // namespace
 
 const CWndInfo<CKxDisplayImageWnd> CKxDisplayImageWnd::m_objWndInfo{};
 
 CKxDisplayImageWnd::CKxDisplayImageWnd(IKxAllocator* pAllocator)
-    : CKxBaseWnd(KxXMLResource_DisplayImage, "GUIPort", GenApi::RW, "Display Image", kStatusBarIndicators)
+    : CKxBaseWnd(KxXMLResource_DisplayImage, "GUIPort", GenApi::RW, "Display Image", kImageIndicators)
     , m_objPreview(pAllocator, [this](const GenICam::gcstring& strNode) { OnConverterChanged(strNode); })
 {}
 

@@ -8,7 +8,7 @@ namespace KxApi
 namespace
 {
 
-bool IsPlain(const QString& strPart)
+bool IsPlainPart(const QString& strPart)
 {
     static const QString kSpecial = "\\^$.*+?()[]{}";
     return std::none_of(strPart.begin(), strPart.end(), [](QChar ch) { return kSpecial.contains(ch); });
@@ -45,7 +45,7 @@ CRowFilter::CRowFilter(const QString& strText, bool bRegex)
         return;
     }
     m_listParts = strText.split('|', Qt::SkipEmptyParts);
-    if (!strText.contains('|') || std::all_of(m_listParts.begin(), m_listParts.end(), IsPlain))
+    if (!strText.contains('|') || std::all_of(m_listParts.begin(), m_listParts.end(), IsPlainPart))
         return;
     QString strPattern;
     for (const QString& strPart : m_listParts)

@@ -19,16 +19,16 @@ namespace
 
 // Places in CRawAbout; bytes 12 to 15 are 0.
 constexpr size_t kFormatAt = 0;
-constexpr size_t kWidthAt = 4;
-constexpr size_t kHeightAt = 8;
+constexpr size_t kRawWidthAt = 4;
+constexpr size_t kRawHeightAt = 8;
 constexpr size_t kPitchAt = 16;
 
 /// The description of an image that lies at `data`, which needn't be there yet.
 CImageValues DescribedImage(const CFileContent& content, const CRawAbout& about, const uint8_t* data)
 {
     const auto format = static_cast<EKxPixelFormatNamingConvention_t>(GetLittle<uint32_t>(&about[kFormatAt]));
-    const size_t width = GetLittle<uint32_t>(&about[kWidthAt]);
-    const size_t height = GetLittle<uint32_t>(&about[kHeightAt]);
+    const size_t width = GetLittle<uint32_t>(&about[kRawWidthAt]);
+    const size_t height = GetLittle<uint32_t>(&about[kRawHeightAt]);
     const size_t pitch = GetLittle<uint64_t>(&about[kPitchAt]);
     if (!FindFormat(format))
         content.Raise("its pixel format 0x%08X is unknown", static_cast<unsigned>(format));
@@ -49,8 +49,8 @@ void EncodeRaw(const CImageValues& values, COutputFile& file)
     const CPlaneMemory first = values.Plane(0);
     CRawAbout about{};
     PutLittle<uint32_t>(&about[kFormatAt], values.Format().code);
-    PutLittle<uint32_t>(&about[kWidthAt], static_cast<uint32_t>(values.Width()));
-    PutLittle<uint32_t>(&about[kHeightAt], static_cast<uint32_t>(values.Height()));
+    PutLittle<uint32_t>(&about[kRawWidthAt], static_cast<uint32_t>(values.Width()));
+    PutLittle<uint32_t>(&about[kRawHeightAt], static_cast<uint32_t>(values.Height()));
     PutLittle<uint64_t>(&about[kPitchAt], first.linePitch);
     CRawWriter writer(file, ERawContent::Image, about);
     for (size_t i = 0; i < values.PlaneCount(); ++i) {

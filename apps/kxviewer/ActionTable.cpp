@@ -34,7 +34,7 @@ constexpr BarRow kBars[] = {
     {"drawing", QT_TRANSLATE_NOOP("Actions", "Drawing"), Qt::LeftToolBarArea},
 };
 
-QString Translated(const char* szText) { return QCoreApplication::translate("Actions", szText); }
+QString TranslatedAction(const char* szText) { return QCoreApplication::translate("Actions", szText); }
 
 /// A menu's text without its mark for the key and without dots.
 QString Plain(QString strText) { return strText.remove('&').remove("..."); }
@@ -70,11 +70,11 @@ ActionTable::ActionTable(QMainWindow& window, QWidget& image, std::vector<Action
 void ActionTable::MakeMenusAndBars(QMainWindow& window)
 {
     for (const char* const szTitle : kMenus)
-        m_menus.push_back(window.menuBar()->addMenu(Translated(szTitle)));
+        m_menus.push_back(window.menuBar()->addMenu(TranslatedAction(szTitle)));
     m_menus.push_back(nullptr); // Keys
     m_bars.push_back(nullptr);  // None
     for (const BarRow& row : kBars) {
-        auto* const pBar = new QToolBar(Translated(row.szTitle), &window);
+        auto* const pBar = new QToolBar(TranslatedAction(row.szTitle), &window);
         pBar->setObjectName(row.szName);
         pBar->setAccessibleName(pBar->windowTitle());
         window.addToolBar(row.eArea, pBar);
@@ -92,7 +92,7 @@ void ActionTable::AddSeparator(const ActionRow& row)
 
 void ActionTable::Add(const ActionRow& row, QMainWindow& window, QWidget& image)
 {
-    auto* const pAction = new QAction(MakeActionIcon(row.szId), Translated(row.szText), &window);
+    auto* const pAction = new QAction(MakeActionIcon(row.szId), TranslatedAction(row.szText), &window);
     pAction->setObjectName(row.szId);
     pAction->setShortcuts(KeysFrom(row.szKeys));
     pAction->setCheckable(static_cast<bool>(row.isChecked));

@@ -13,7 +13,7 @@ namespace
 constexpr const char* kNotSaved = QT_TRANSLATE_NOOP("Actions", "The features can't be saved.");
 constexpr const char* kNotLoaded = QT_TRANSLATE_NOOP("Actions", "Not all features could be set.");
 
-QString TextOf(const QRect& region)
+QString RegionText(const QRect& region)
 {
     return ActionText(QT_TRANSLATE_NOOP("Actions", "Region of the camera: %1 x %2 at %3, %4"))
         .arg(region.width())
@@ -82,15 +82,15 @@ void ActionRows::AddRegion()
 {
     MainWindow& window = m_window;
     constexpr const char* kNoRegion = QT_TRANSLATE_NOOP("Actions", "The region can't be set.");
-    m_rows.push_back({"regionSet", ActionMenu::Camera,
-                      QT_TRANSLATE_NOOP("Actions", "Set camera &region to selection"), "Ctrl+R",
-                      ActionBar::Drawing,
-                      Try(kNoRegion, [&window] { window.Tell(TextOf(SetRegionToSelection(window.View()))); }),
-                      m_hasCamera});
+    m_rows.push_back(
+        {"regionSet", ActionMenu::Camera, QT_TRANSLATE_NOOP("Actions", "Set camera &region to selection"),
+         "Ctrl+R", ActionBar::Drawing,
+         Try(kNoRegion, [&window] { window.Tell(RegionText(SetRegionToSelection(window.View()))); }),
+         m_hasCamera});
     m_rows.push_back(
         {"regionFull", ActionMenu::Camera, QT_TRANSLATE_NOOP("Actions", "F&ull region of the camera"),
          "Ctrl+Shift+R", ActionBar::Drawing,
-         Try(kNoRegion, [&window] { window.Tell(TextOf(SetRegionFull(window.View()))); }), m_hasCamera});
+         Try(kNoRegion, [&window] { window.Tell(RegionText(SetRegionFull(window.View()))); }), m_hasCamera});
     Separator(ActionMenu::Keys, ActionBar::Drawing);
 }
 

@@ -65,7 +65,7 @@ constexpr ControlRow kRows[] = {
     {QT_TRANSLATE_NOOP("Controls", "Angle"), "PolarizationSpecifiedAngle", ConverterIfPolarized},
 };
 
-QString Translated(const char* szText) { return QCoreApplication::translate("Controls", szText); }
+QString TranslatedControl(const char* szText) { return QCoreApplication::translate("Controls", szText); }
 
 } // namespace
 
@@ -149,12 +149,12 @@ void ControlsDock::Offer()
         GenApi::INode* const pNode = pMap ? pMap->GetNode(row.szFeature) : nullptr;
         if (!pNode || !GenApi::IsImplemented(pNode))
             continue;
-        const QString strTitle = Translated(row.szTitle);
+        const QString strTitle = TranslatedControl(row.szTitle);
         FeatureEditor* const pEditor = FeatureEditor::Make(*pNode, strTitle, pContent);
         if (!pEditor)
             continue;
         if (szHeading) {
-            auto* const pHeading = new QLabel("<b>" + Translated(szHeading) + "</b>", pContent);
+            auto* const pHeading = new QLabel("<b>" + TranslatedControl(szHeading) + "</b>", pContent);
             pForm->addRow(pHeading);
             szHeading = nullptr;
         }

@@ -26,7 +26,7 @@ QString Tool()
     return QFileInfo(strBeside).isExecutable() ? strBeside : QStandardPaths::findExecutable("kx");
 }
 
-QString TextOf(const CameraSession& session)
+QString CameraReport(const CameraSession& session)
 {
     const CKxStreamStatistics statistics = session.GetStatistics();
     return QString("camera %1: %2, %3 images, %4 lost, %5 incomplete, %6 images/s, %7 MB/s\n")
@@ -49,7 +49,7 @@ QString AboutViewer(const QVector<CameraView*>& views)
                        .arg(pScreen->devicePixelRatio());
     for (const CameraView* const pView : views)
         if (pView->Session())
-            strText += TextOf(*pView->Session());
+            strText += CameraReport(*pView->Session());
     return strText;
 }
 

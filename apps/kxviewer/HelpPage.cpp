@@ -14,7 +14,7 @@
 namespace
 {
 
-QString Translated(const char* szText) { return QCoreApplication::translate("Help", szText); }
+QString TranslatedHelp(const char* szText) { return QCoreApplication::translate("Help", szText); }
 
 constexpr const char* kMouse[][2] = {
     {QT_TRANSLATE_NOOP("Help", "Drag"),
@@ -31,7 +31,7 @@ QString MouseAsHtml()
     QString strHtml = "<table cellspacing='6'>";
     for (const auto& row : kMouse)
         strHtml += QString("<tr><td><b>%1</b></td><td>%2</td></tr>")
-                       .arg(Translated(row[0]).toHtmlEscaped(), Translated(row[1]).toHtmlEscaped());
+                       .arg(TranslatedHelp(row[0]).toHtmlEscaped(), TranslatedHelp(row[1]).toHtmlEscaped());
     return strHtml + "</table>";
 }
 
@@ -42,11 +42,11 @@ void ShowHelp(QWidget* pParent, const ActionTable& actions)
     auto* const pDialog = new QDialog(pParent);
     pDialog->setObjectName("help");
     pDialog->setAttribute(Qt::WA_DeleteOnClose);
-    pDialog->setWindowTitle(Translated(QT_TRANSLATE_NOOP("Help", "Mouse and keys")));
+    pDialog->setWindowTitle(TranslatedHelp(QT_TRANSLATE_NOOP("Help", "Mouse and keys")));
     auto* const pText = new QTextBrowser(pDialog);
     pText->setAccessibleName(pDialog->windowTitle());
-    pText->setHtml("<h3>" + Translated(QT_TRANSLATE_NOOP("Help", "Mouse over the image")) + "</h3>" +
-                   MouseAsHtml() + "<h3>" + Translated(QT_TRANSLATE_NOOP("Help", "Keys")) + "</h3>" +
+    pText->setHtml("<h3>" + TranslatedHelp(QT_TRANSLATE_NOOP("Help", "Mouse over the image")) + "</h3>" +
+                   MouseAsHtml() + "<h3>" + TranslatedHelp(QT_TRANSLATE_NOOP("Help", "Keys")) + "</h3>" +
                    actions.KeysAsHtml());
     auto* const pButtons = new QDialogButtonBox(QDialogButtonBox::Close, pDialog);
     QObject::connect(pButtons, &QDialogButtonBox::rejected, pDialog, &QDialog::reject);
@@ -61,10 +61,10 @@ void ShowAbout(QWidget* pParent)
 {
     auto* const pBox = new QMessageBox(pParent);
     pBox->setAttribute(Qt::WA_DeleteOnClose);
-    pBox->setWindowTitle(Translated(QT_TRANSLATE_NOOP("Help", "About the viewer")));
+    pBox->setWindowTitle(TranslatedHelp(QT_TRANSLATE_NOOP("Help", "About the viewer")));
     pBox->setIconPixmap(pParent->windowIcon().pixmap(64));
-    pBox->setText(Translated(QT_TRANSLATE_NOOP("Help", "KxApi viewer %1")).arg(KX_VERSION));
-    pBox->setInformativeText(Translated(QT_TRANSLATE_NOOP(
+    pBox->setText(TranslatedHelp(QT_TRANSLATE_NOOP("Help", "KxApi viewer %1")).arg(KX_VERSION));
+    pBox->setInformativeText(TranslatedHelp(QT_TRANSLATE_NOOP(
         "Help", "Live images of GenICam cameras in the windows of KxApi.\nApache License 2.0")));
     pBox->open();
 }

@@ -19,12 +19,12 @@
 namespace
 {
 
-constexpr int kMegabyte = 1000000;
+constexpr int kRingMegabyte = 1000000;
 constexpr int kFirstSeconds = 5;
 constexpr int kMaxSeconds = 3600;
 constexpr int kMaxMegabytes = 1000000;
 
-int FirstMegabytes() { return static_cast<int>(KxApps::QueueMemory() / kMegabyte); }
+int FirstMegabytes() { return static_cast<int>(KxApps::QueueMemory() / kRingMegabyte); }
 
 QString Seconds(double dSeconds) { return QLocale().toString(dSeconds, 'f', 2); }
 
@@ -116,7 +116,7 @@ void RingPanel::Keep()
     m_pHold->setChecked(false);
     if (m_pRecording)
         m_pRecording->SetRing(isChecked() ? m_pSeconds->value() : 0,
-                              static_cast<uint64_t>(m_pMegabytes->value()) * kMegabyte);
+                              static_cast<uint64_t>(m_pMegabytes->value()) * kRingMegabyte);
 }
 
 void RingPanel::Hold(bool bHold)
@@ -166,8 +166,10 @@ void RingPanel::Refresh(bool bRecorderBusy)
         pWidget->setEnabled(bHeld);
     if (bHeld)
         return;
-    QString strText =
-        tr("%1 images, %2 s, %3 MB").arg(fill.images).arg(Seconds(fill.seconds)).arg(fill.bytes / kMegabyte);
+    QString strText = tr("%1 images, %2 s, %3 MB")
+                          .arg(fill.images)
+                          .arg(Seconds(fill.seconds))
+                          .arg(fill.bytes / kRingMegabyte);
     if (fill.isShort)
         strText += "; " + tr("the memory isn't enough for the time");
     m_pText->setText(pRing ? strText : QString());

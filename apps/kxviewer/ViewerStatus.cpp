@@ -13,7 +13,7 @@ using namespace KxApi;
 namespace
 {
 
-constexpr double kMegabyte = 1e6;
+constexpr double kRateMegabyte = 1e6;
 
 QString Rate(double dRate) { return QLocale().toString(dRate, 'f', 1); }
 
@@ -64,7 +64,7 @@ void ViewerStatus::Show(CameraView& view, const QString& strWithoutCamera)
         tr("%1 shown/s").arg(Rate(view.Marks().ShownRate())),
         tr("%1 lost").arg(LostImages(statistics)),
         tr("%1 incomplete").arg(statistics.nIncomplete),
-        tr("%1 MB/s").arg(Rate(rates.bytesPerSecond / kMegabyte)),
+        tr("%1 MB/s").arg(Rate(rates.bytesPerSecond / kRateMegabyte)),
     };
     for (int i = 0; i < m_figures.size(); ++i)
         m_figures[i]->setText(texts[i]);

@@ -60,13 +60,13 @@ private:
     std::vector<uint32_t> m_fill;
 };
 
-struct Step
+struct PathStep
 {
     NodeIndex node;
     uint32_t next; // which of its references comes next
 };
 
-[[noreturn]] void FailCycle(const std::vector<Step>& path, NodeIndex closing,
+[[noreturn]] void FailCycle(const std::vector<PathStep>& path, NodeIndex closing,
                             const std::vector<NodeData>& nodes)
 {
     size_t begin = path.size();
@@ -141,9 +141,9 @@ void CheckCycles(const std::vector<NodeData>& nodes, const References& reference
         kDone
     };
     std::vector<uint8_t> state(nodes.size(), kNew);
-    std::vector<Step> path;
+    std::vector<PathStep> path;
     // The next reference of a step that evaluates something, kNoNode after the last.
-    const auto next = [&](Step& step) {
+    const auto next = [&](PathStep& step) {
         while (step.next < references.first[step.node + 1]) {
             const Reference& reference = references.all[step.next++];
             if ((reference.edges & kEvaluates) != 0)

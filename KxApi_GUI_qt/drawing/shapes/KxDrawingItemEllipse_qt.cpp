@@ -34,7 +34,7 @@ double Circumference(const CDoublePoint& axes)
     return kPi * (a + b) * (1 + 3 * q * q / (10 + std::sqrt(4 - 3 * q * q)));
 }
 
-double Area(const CDoublePoint& axes) { return kPi * axes.x * axes.y / 4; }
+double EllipseArea(const CDoublePoint& axes) { return kPi * axes.x * axes.y / 4; }
 
 } // namespace
 
@@ -65,7 +65,7 @@ void CKxDrawingItemEllipse::PaintLabels(const CPaint& paint)
                   Circumference(axes));
     if (IsEnabled(KxDisplayText_Area))
         DrawValue(paint, {nRight, box.BottomRight().y}, LabelRightAbove, paint.param.szAreaFormat,
-                  Area(axes));
+                  EllipseArea(axes));
     PaintCentre(paint, 0);
 }
 
@@ -75,7 +75,7 @@ void CKxDrawingItemEllipse::MeasurePoints(const CRuler& ruler, CKxDrawingMeasure
     MeasureCentre(ruler, measurement);
     measurement.vecLengths = {Circumference(SizeInUnits(ruler))};
     measurement.nValues |= KxDisplayText_Area;
-    measurement.dArea = Area(SizeInUnits(ruler));
+    measurement.dArea = EllipseArea(SizeInUnits(ruler));
 }
 
 } // namespace KxApi

@@ -21,7 +21,7 @@ constexpr CShapeTraits kRectangleTraits = {
 };
 
 double Perimeter(const CDoublePoint& size) { return 2 * (size.x + size.y); }
-double Area(const CDoublePoint& size) { return size.x * size.y; }
+double RectangleArea(const CDoublePoint& size) { return size.x * size.y; }
 
 } // namespace
 
@@ -47,7 +47,7 @@ void CKxDrawingItemRectangle::PaintLabels(const CPaint& paint)
                   Perimeter(size));
     if (IsEnabled(KxDisplayText_Area))
         DrawValue(paint, {nRight, box.BottomRight().y}, LabelRightAbove, paint.param.szAreaFormat,
-                  Area(size));
+                  RectangleArea(size));
 }
 
 void CKxDrawingItemRectangle::MeasurePoints(const CRuler& ruler, CKxDrawingMeasurement& measurement) const
@@ -55,7 +55,7 @@ void CKxDrawingItemRectangle::MeasurePoints(const CRuler& ruler, CKxDrawingMeasu
     MeasureBox(ruler, measurement);
     measurement.vecLengths = {Perimeter(SizeInUnits(ruler))};
     measurement.nValues |= KxDisplayText_Area;
-    measurement.dArea = Area(SizeInUnits(ruler));
+    measurement.dArea = RectangleArea(SizeInUnits(ruler));
 }
 
 } // namespace KxApi

@@ -8,7 +8,7 @@ namespace KxSim
 namespace
 {
 
-void Describe(const CCameraModel&, CFeatureList& list)
+void DescribeAcquisition(const CCameraModel&, CFeatureList& list)
 {
     list.Category("AcquisitionControl", "When images are taken");
     list.Add(Enumeration("AcquisitionMode", "How many images a start takes")
@@ -71,7 +71,7 @@ void Describe(const CCameraModel&, CFeatureList& list)
                  .Volatile());
 }
 
-void Bind(CCamera& camera)
+void BindAcquisition(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     const auto command = [&](const std::string& name, void (CCamera::*action)()) {
@@ -115,6 +115,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kAcquisitionFeatures = {Describe, Bind};
+const CFeatureGroup kAcquisitionFeatures = {DescribeAcquisition, BindAcquisition};
 
 } // namespace KxSim

@@ -132,7 +132,7 @@ void DescribeRest(CFeatureList& list)
                  .SelectedBy({"KxOuterSelector", "KxInnerSelector"}));
 }
 
-void Describe(const CCameraModel&, CFeatureList& list)
+void DescribeAllKinds(const CCameraModel&, CFeatureList& list)
 {
     DescribeNumbers(list);
     DescribeAccess(list);
@@ -154,7 +154,7 @@ void Describe(const CCameraModel&, CFeatureList& list)
     list.Raw(kNestedCategory, {"KxNestedDeeper"});
 }
 
-void Bind(CCamera& camera)
+void BindAllKinds(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("KxCommandReg").afterWrite = [&](size_t) {
@@ -186,6 +186,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kAllKindsFeatures = {Describe, Bind};
+const CFeatureGroup kAllKindsFeatures = {DescribeAllKinds, BindAllKinds};
 
 } // namespace KxSim

@@ -8,7 +8,7 @@ namespace KxSim
 namespace
 {
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeAnalog(const CCameraModel& model, CFeatureList& list)
 {
     list.Category("AnalogControl", "What happens to the signal of the sensor");
     list.Add(Enumeration("GainSelector", "Which gain").Entries({{"All", 0, "That of all pixels"}}).Expert());
@@ -38,7 +38,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
                  .Volatile());
 }
 
-void Bind(CCamera& camera)
+void BindAnalog(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("GainReg").afterWrite = [&](size_t) {
@@ -59,6 +59,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kAnalogFeatures = {Describe, Bind};
+const CFeatureGroup kAnalogFeatures = {DescribeAnalog, BindAnalog};
 
 } // namespace KxSim

@@ -77,7 +77,7 @@ std::string ChunkXml(const CChunkRow& row, size_t index, const CCameraModel& mod
                   name.c_str(), row.Id(index));
 }
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeChunk(const CCameraModel& model, CFeatureList& list)
 {
     list.Category("ChunkDataControl", "Data that come with each image");
     list.Add(Boolean("ChunkModeActive", "Whether data come with the images")
@@ -96,7 +96,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
         list.Raw(ChunkXml(kChunks[i], i, model), {std::string("Chunk") + kChunks[i].name});
 }
 
-void Bind(CCamera& camera)
+void BindChunk(CCamera& camera)
 {
     for (const char* name : {"ChunkModeActiveReg", "ChunkEnableReg"})
         camera.Registers().At(name).beforeWrite = [&](size_t) { camera.RefuseWhileAcquiring(); };
@@ -134,7 +134,7 @@ uint64_t ValueOf(EChunkValue value, const CFrameSettings& settings, const CFrame
 
 } // namespace
 
-const CFeatureGroup kChunkFeatures = {Describe, Bind};
+const CFeatureGroup kChunkFeatures = {DescribeChunk, BindChunk};
 
 std::string CCamera::ChunkTail(const CFrameSettings& settings, size_t imageSize, CFrameInfo& info)
 {

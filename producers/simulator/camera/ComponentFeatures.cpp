@@ -14,18 +14,18 @@ struct CComponentRow
     const char *name, *toolTip;
     EComponent component;
 };
-constexpr CComponentRow kComponents[] = {
+constexpr CComponentRow kComponentRows[] = {
     {"Range", "Distance from the camera", EComponent::Range},
     {"Intensity", "Brightness", EComponent::Intensity},
     {"Confidence", "How far the range can be trusted", EComponent::Confidence}};
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeComponent(const CCameraModel& model, CFeatureList& list)
 {
     if (model.parts != EParts::Range)
         return;
     list.Category("ComponentControl", "Images that come in one buffer");
     std::vector<CEntry> entries;
-    for (const CComponentRow& row : kComponents)
+    for (const CComponentRow& row : kComponentRows)
         entries.push_back({row.name, static_cast<int64_t>(entries.size()), row.toolTip});
     list.Add(Enumeration("ComponentSelector", "Which image the features below are about").Entries(entries));
     list.Add(Boolean("ComponentEnable", "Whether it is sent")
@@ -54,13 +54,13 @@ void Describe(const CCameraModel& model, CFeatureList& list)
     list.Add(Float("Scan3dInvalidDataValue", "That value").ReadOnly().Expert());
 }
 
-void Bind(CCamera& camera)
+void BindComponent(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     if (!map.Has("ComponentEnableReg"))
         return;
     size_t index = 0;
-    for (const CComponentRow& row : kComponents)
+    for (const CComponentRow& row : kComponentRows)
         map.SetInteger("ComponentIDValueReg", static_cast<int64_t>(row.component), index++);
     map.At("ComponentEnableReg").beforeWrite = [&](size_t) { camera.RefuseWhileAcquiring(); };
     map.At("ComponentEnableReg").afterWrite = [&](size_t) {
@@ -72,14 +72,14 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kComponentFeatures = {Describe, Bind};
+const CFeatureGroup kComponentFeatures = {DescribeComponent, BindComponent};
 
 uint32_t CCamera::EnabledComponents()
 {
     CRegisterMap& map = Registers();
     uint32_t enabled = 0;
     size_t index = 0;
-    for (const CComponentRow& row : kComponents) {
+    for (const CComponentRow& row : kComponentRows) {
         if (map.Has("ComponentEnableReg") && map.GetFlag("ComponentEnableReg", index))
             enabled |= 1U << static_cast<unsigned>(row.component);
         ++index;

@@ -10,7 +10,7 @@ namespace KxSim
 namespace
 {
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeDevice(const CCameraModel& model, CFeatureList& list)
 {
     list.Category("DeviceControl", "The device itself");
     list.Add(String("DeviceVendorName", "Maker of the device").ReadOnly().Default("Kestrix"));
@@ -43,7 +43,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
     list.Add(Command("TimestampReset", "Lets time begin anew at 0").Expert());
 }
 
-void Bind(CCamera& camera)
+void BindDevice(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("DeviceTemperatureReg").beforeRead = [&](size_t) {
@@ -63,6 +63,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kDeviceFeatures = {Describe, Bind};
+const CFeatureGroup kDeviceFeatures = {DescribeDevice, BindDevice};
 
 } // namespace KxSim

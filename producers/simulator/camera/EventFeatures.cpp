@@ -54,7 +54,7 @@ std::string EventXml(const CEventRow& row)
                   row.id);
 }
 
-void Describe(const CCameraModel&, CFeatureList& list)
+void DescribeEvent(const CCameraModel&, CFeatureList& list)
 {
     list.Category("EventControl", "What the camera tells by itself");
     std::vector<CEntry> entries;
@@ -80,7 +80,7 @@ void Describe(const CCameraModel&, CFeatureList& list)
                  .ReadOnly());
 }
 
-void Bind(CCamera& camera)
+void BindEvent(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("TestEventGenerateReg").afterWrite = [&](size_t) {
@@ -95,7 +95,7 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kEventFeatures = {Describe, Bind};
+const CFeatureGroup kEventFeatures = {DescribeEvent, BindEvent};
 
 void CCamera::Notify(EEvent event, uint64_t frameId)
 {

@@ -9,7 +9,7 @@ namespace KxSim
 namespace
 {
 
-void Describe(const CCameraModel&, CFeatureList& list)
+void DescribeFault(const CCameraModel&, CFeatureList& list)
 {
     list.Category("KxFaultControl", "What goes wrong");
     const auto number = [](const char* name, const char* tip, const char* max) {
@@ -30,7 +30,7 @@ void Describe(const CCameraModel&, CFeatureList& list)
     list.Add(Command("KxFaultUnplug", "Unplugs the camera").Custom().Guru());
 }
 
-void Bind(CCamera& camera)
+void BindFault(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("KxFaultFeatureReg").afterWrite = [&](size_t) {
@@ -48,7 +48,7 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kFaultFeatures = {Describe, Bind};
+const CFeatureGroup kFaultFeatures = {DescribeFault, BindFault};
 
 void CCamera::CheckAccess(uint64_t address) const
 {

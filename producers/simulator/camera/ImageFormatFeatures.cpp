@@ -68,7 +68,7 @@ void DescribeSize(const CCameraModel& model, CFeatureList& list)
     limit("OffsetYLimit", "HeightMax", "Height");
 }
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeImageFormat(const CCameraModel& model, CFeatureList& list)
 {
     list.Category("ImageFormatControl", "Size and format of the images");
     DescribeSize(model, list);
@@ -154,7 +154,7 @@ void FitToSensor(CRegisterMap& map)
     fit("SensorHeightReg", "Vertical", kHeightStep, "Height", "OffsetYReg");
 }
 
-void Bind(CCamera& camera)
+void BindImageFormat(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     FitToSensor(map);
@@ -193,7 +193,7 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kImageFormatFeatures = {Describe, Bind};
+const CFeatureGroup kImageFormatFeatures = {DescribeImageFormat, BindImageFormat};
 
 int CCamera::JpegQuality()
 {

@@ -12,7 +12,7 @@ namespace
 
 constexpr char kFolderVariable[] = "KXSIM_IMAGE_FOLDER";
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeScene(const CCameraModel& model, CFeatureList& list)
 {
     const char* const folder = std::getenv(kFolderVariable);
     const bool hasFolder = folder && *folder;
@@ -38,7 +38,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
     list.Add(Boolean("KxSensorNoise", "Adds the noise of the sensor, by light and gain").Custom());
 }
 
-void Bind(CCamera& camera)
+void BindScene(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("KxSceneStepReg").afterWrite = [&](size_t) {
@@ -50,6 +50,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kSceneFeatures = {Describe, Bind};
+const CFeatureGroup kSceneFeatures = {DescribeScene, BindScene};
 
 } // namespace KxSim

@@ -31,7 +31,7 @@ void DescribeGev(const CCameraModel& model, CFeatureList& list)
                  .Default(3000));
 }
 
-void Describe(const CCameraModel& model, CFeatureList& list)
+void DescribeTransport(const CCameraModel& model, CFeatureList& list)
 {
     list.Category("TransportLayerControl", "How images get to the host");
     list.Add(Integer("PayloadSize", "Bytes of an image with all that is sent with it")
@@ -48,7 +48,7 @@ void Describe(const CCameraModel& model, CFeatureList& list)
         DescribeGev(model, list);
 }
 
-void Bind(CCamera& camera)
+void BindTransport(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     map.At("PayloadSizeReg").beforeRead = [&](size_t) {
@@ -68,6 +68,6 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kTransportFeatures = {Describe, Bind};
+const CFeatureGroup kTransportFeatures = {DescribeTransport, BindTransport};
 
 } // namespace KxSim

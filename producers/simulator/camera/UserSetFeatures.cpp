@@ -11,7 +11,7 @@ namespace
 
 constexpr int64_t kFactorySet = 0;
 
-void Describe(const CCameraModel&, CFeatureList& list)
+void DescribeUserSet(const CCameraModel&, CFeatureList& list)
 {
     list.Category("UserSetControl", "Settings kept in the camera");
     list.Add(Enumeration("UserSetSelector", "Which settings")
@@ -27,7 +27,7 @@ void Describe(const CCameraModel&, CFeatureList& list)
                  .NotStored());
 }
 
-void Bind(CCamera& camera)
+void BindUserSet(CCamera& camera)
 {
     CRegisterMap& map = camera.Registers();
     camera.SaveSettings(kFactorySet);
@@ -47,7 +47,7 @@ void Bind(CCamera& camera)
 
 } // namespace
 
-const CFeatureGroup kUserSetFeatures = {Describe, Bind};
+const CFeatureGroup kUserSetFeatures = {DescribeUserSet, BindUserSet};
 
 void CCamera::SaveSettings(int64_t set)
 {

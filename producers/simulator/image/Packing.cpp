@@ -10,7 +10,7 @@ namespace KxSim
 namespace
 {
 
-constexpr size_t kComponents = 3;
+constexpr size_t kColors = 3;
 
 uint8_t Byte(unsigned value) { return static_cast<uint8_t>(value); }
 
@@ -75,7 +75,7 @@ void PackColours(const CPixelFormat& format, const uint16_t* values, size_t pixe
         const int index = IndexOf(format.order[place]);
         for (size_t i = 0; i < pixels; ++i)
             line[i * stride + place] =
-                index < 0 ? 0xFF : Byte(values[i * kComponents + static_cast<size_t>(index)]);
+                index < 0 ? 0xFF : Byte(values[i * kColors + static_cast<size_t>(index)]);
     }
 }
 
@@ -85,7 +85,7 @@ void PackWord32(const CPixelFormat& format, const uint16_t* values, size_t pixel
         uint32_t word = 0;
         for (int place = 0; place < 3; ++place) {
             const auto index = static_cast<size_t>(IndexOf(format.order[place]));
-            word |= static_cast<uint32_t>(values[i * kComponents + index]) << (10 * place);
+            word |= static_cast<uint32_t>(values[i * kColors + index]) << (10 * place);
         }
         for (int byte = 0; byte < 4; ++byte)
             *line++ = Byte(word >> (8 * byte));
@@ -96,17 +96,17 @@ void PackWord32(const CPixelFormat& format, const uint16_t* values, size_t pixel
 void PackGroups(const CPixelFormat& format, size_t group, const uint16_t* values, size_t pixels,
                 uint8_t* line)
 {
-    for (size_t i = 0; i < pixels; i += group, values += group * kComponents) {
+    for (size_t i = 0; i < pixels; i += group, values += group * kColors) {
         size_t nextLuma = 0;
         for (const char* letter = format.order; *letter; ++letter) {
             const auto index = static_cast<size_t>(IndexOf(*letter));
             if (index == 0) {
-                *line++ = Byte(values[nextLuma++ * kComponents]);
+                *line++ = Byte(values[nextLuma++ * kColors]);
                 continue;
             }
             unsigned sum = 0;
             for (size_t pixel = 0; pixel < group; ++pixel)
-                sum += values[pixel * kComponents + index];
+                sum += values[pixel * kColors + index];
             *line++ = Byte((sum + static_cast<unsigned>(group) / 2) / static_cast<unsigned>(group));
         }
     }
@@ -133,7 +133,7 @@ void PackLine(const CPixelFormat& format, const uint16_t* values, size_t pixels,
         return PackGroups(format, 4, values, pixels, line);
     case EPacking::Planar420:
         for (size_t i = 0; i < pixels; ++i)
-            line[i] = Byte(values[i * kComponents]);
+            line[i] = Byte(values[i * kColors]);
     }
 }
 
@@ -141,7 +141,7 @@ void PackChromaLine(const uint16_t* upper, const uint16_t* lower, size_t pixels,
 {
     const auto index = static_cast<size_t>(component);
     for (size_t i = 0; i < pixels; i += 2) {
-        const size_t left = i * kComponents + index, right = left + kComponents;
+        const size_t left = i * kColors + index, right = left + kColors;
         *line++ =
             Byte(static_cast<unsigned>(upper[left] + upper[right] + lower[left] + lower[right] + 2) / 4U);
     }
@@ -151,7 +151,7 @@ void ToLuma(uint16_t* values, size_t pixels)
 {
     // In 16 bits behind the point; full range, 128 is grey.
     constexpr int kHalf = 1 << 15, kGrey = 128 << 16;
-    for (size_t i = 0; i < pixels; ++i, values += kComponents) {
+    for (size_t i = 0; i < pixels; ++i, values += kColors) {
         const int r = values[0], g = values[1], b = values[2];
         const auto clip = [](int value) { return static_cast<uint16_t>(std::clamp(value >> 16, 0, 255)); };
         values[0] = clip(19595 * r + 38470 * g + 7471 * b + kHalf);

@@ -14,13 +14,13 @@ namespace
 
 using KxProducer::CPartInfo;
 
-struct CComponentRow
+struct CPartRow
 {
     EComponent component;
     uint32_t format;
     GenTL::PARTDATATYPE_ID dataType;
 };
-constexpr CComponentRow kComponents[] = {
+constexpr CPartRow kPartRows[] = {
     {EComponent::Range, 0x011000B8, GenTL::PART_DATATYPE_3D_IMAGE},           // Coord3D_C16
     {EComponent::Intensity, 0x01080001, GenTL::PART_DATATYPE_2D_IMAGE},       // Mono8
     {EComponent::Confidence, 0x010800C6, GenTL::PART_DATATYPE_CONFIDENCE_MAP} // Confidence8
@@ -99,7 +99,7 @@ std::vector<CPartInfo> PlanParts(EParts parts, const CFrameSettings& settings, u
         plan.push_back(middle);
     }
     if (parts == EParts::Range) {
-        for (const CComponentRow& row : kComponents) {
+        for (const CPartRow& row : kPartRows) {
             const auto id = static_cast<uint64_t>(row.component);
             if ((enabled >> id & 1U) == 0)
                 continue;
