@@ -13,10 +13,10 @@ namespace
 /// What an element that names a node means for the relations.
 enum Role : unsigned
 {
-    kReads = 1,       // its value, limit, flag or address takes part in a read
-    kWrites = 2,      // a write goes there
-    kInvalidates = 4, // its change makes this one stale
-    kShows = 8,       // this node presents the other one: a selector of the other selects it too
+    kReads = 1,      // its value, limit, flag or address takes part in a read
+    kWrites = 2,     // a write goes there
+    kMakesStale = 4, // its change makes this one stale
+    kShows = 8,      // this node presents the other one: a selector of the other selects it too
 };
 
 struct ElementFacts
@@ -74,7 +74,7 @@ constexpr ElementFacts kElements[] = {
     {Prop::AccessMode, "AccessMode", 0},
     {Prop::pPort, "pPort", kReads},
     {Prop::Cachable, "Cachable", 0},
-    {Prop::pInvalidator, "pInvalidator", kInvalidates},
+    {Prop::pInvalidator, "pInvalidator", kMakesStale},
     {Prop::Sign, "Sign", 0},
     {Prop::Endianess, "Endianess", 0},
     {Prop::LSB, "LSB", 0},
@@ -200,7 +200,7 @@ std::vector<NodeIndex> RelatedNodes(const Description& description, NodeIndex no
         AddReferences(description, node, kWrites, set);
         break;
     case GenApi::ctInvalidatingChildren:
-        AddReferences(description, node, kReads | kInvalidates, set);
+        AddReferences(description, node, kReads | kMakesStale, set);
         break;
     case GenApi::ctDependingNodes:
     case GenApi::ctTerminalNodes:
