@@ -129,9 +129,15 @@ IKxImage* CImagePreview::GetRegistered()
 IKxImage* CImagePreview::GetConverted()
 {
     try {
-        IKxImageBufferReleasable* const pBuffer = m_bHasImage ? Get(Api) : nullptr;
-        if (pBuffer && pBuffer->GetIKxImage()->GetImageWidth() != 0)
-            return pBuffer->GetIKxImage();
+        if (m_bHasImage && Get(Api)) {
+            // Another thread may have the role name another buffer by now, and this one filled anew.
+            IKxImage* const pImage = m_objRing.Look(Api, [](IKxImageBufferReleasable* pBuffer) {
+                IKxImage* const pLatest = pBuffer ? pBuffer->GetIKxImage() : nullptr;
+                return pLatest && pLatest->GetImageWidth() != 0 ? pLatest : nullptr;
+            });
+            if (pImage)
+                return pImage;
+        }
     } catch (...) { // NOLINT(bugprone-empty-catch): told below
     }
     return CheckedImage(nullptr);

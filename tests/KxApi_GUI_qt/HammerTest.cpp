@@ -104,6 +104,7 @@ TEST_F(Hammer, StandsThreadsWhileItIsShownResizedZoomedClosedAndShownAgain)
             [&](unsigned n) { Change(*pWnd, n); },
             [&](unsigned n) { WriteFeatures(*pNodeMap, n); },
             [&](unsigned) { Ask(*pWnd); },
+            [&](unsigned) { Ask(*pWnd); },
         });
         for (int i = 0; i < nRounds; ++i) {
             pWnd->Show(nullptr, i % 3 == 0 ? KxWindowMode_Child : KxWindowMode_Modaless);
