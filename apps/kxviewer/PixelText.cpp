@@ -35,7 +35,7 @@ QStringList PixelValues(IKxImage& image, QPoint pixel)
 
 QString PixelText(IKxImage& image, QPoint shown, QPoint pixel)
 {
-    const QString strPlace = QString("(%1, %2)").arg(shown.x()).arg(shown.y());
+    QString strPlace = QString("(%1, %2)").arg(shown.x()).arg(shown.y());
     try {
         const IKxPixelFormatInfo* const pFormat = GetIKxPixelFormatInfo(image.GetImagePixelFormat());
         QStringList values = PixelValues(image, pixel);
