@@ -5,11 +5,15 @@ set(KXAPI_MAINTAINER "KxApi developers <kxapi@example.org>" CACHE STRING "Who pa
 set(release "${PROJECT_VERSION}-1")
 set(soname "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/kxapi" COMPONENT documentation
+# Laid out like the tree, or links between pages would lead nowhere; Debian has samples in a folder "examples".
+set(documentation "${CMAKE_INSTALL_DATAROOTDIR}/doc/kxapi")
+file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/packaging")
+install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${documentation}" COMPONENT documentation)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documentation}" COMPONENT documentation
     FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
-install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/kxapi" COMPONENT documentation)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/samples/" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/kxapi/examples"
-    COMPONENT documentation)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/samples/" DESTINATION "${documentation}/examples" COMPONENT documentation)
+file(CREATE_LINK examples "${PROJECT_BINARY_DIR}/packaging/samples" SYMBOLIC)
+install(FILES "${PROJECT_BINARY_DIR}/packaging/samples" DESTINATION "${documentation}" COMPONENT documentation)
 
 # What the binaries consist of: an SPDX document, and the notices of what is compiled in; the libraries' package has both.
 set(spdx "${PROJECT_BINARY_DIR}/kxapi.spdx.json")
