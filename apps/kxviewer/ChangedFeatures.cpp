@@ -51,8 +51,8 @@ bool IsSetting(GenApi::INode& node)
 
 struct ChangedFeatures::Notes
 {
-    std::mutex lock; // a leaf
-    std::set<GenApi::INode*> nodes;
+    std::mutex lock;                      // a leaf
+    std::map<GenApi::INode*, bool> nodes; // and whether they could be written when they changed
 };
 
 ChangedFeatures::ChangedFeatures(GenApi::INodeMap& map, QObject* pParent)
@@ -92,8 +92,11 @@ void ChangedFeatures::NoteNext()
             m_vecCallbacks.push_back(GenApi::Register(
                 pNode,
                 [pNotes = m_pNotes](GenApi::INode* pChanged) {
+                    // Asked here: it may be locked again before the notes are looked at.
+                    const bool bWritable = IsWritableNow(*pChanged);
                     const std::lock_guard lock(pNotes->lock);
-                    pNotes->nodes.insert(pChanged);
+                    bool& bNoted = pNotes->nodes[pChanged];
+                    bNoted = bNoted || bWritable;
                 },
                 GenApi::cbPostOutsideLock));
         } catch (const GenICam::GenericException&)
@@ -106,22 +109,22 @@ void ChangedFeatures::NoteNext()
 
 void ChangedFeatures::LookAtNotes()
 {
-    std::set<GenApi::INode*> nodes;
+    std::map<GenApi::INode*, bool> nodes;
     {
         const std::lock_guard lock(m_pNotes->lock);
         nodes.swap(m_pNotes->nodes);
     }
     if (nodes.empty())
         return;
-    for (GenApi::INode* const pNode : nodes)
-        Look(pNode);
+    for (const auto& [pNode, bWritable] : nodes)
+        Look(pNode, bWritable);
     emit Changed();
 }
 
-void ChangedFeatures::Look(GenApi::INode* pNode)
+void ChangedFeatures::Look(GenApi::INode* pNode, bool bWasWritable)
 {
     Entry& entry = m_mapEntries[pNode];
-    entry.bSettable = entry.bSettable || IsWritableNow(*pNode);
+    entry.bSettable = entry.bSettable || bWasWritable;
     const QString strNow = ValueText(*pNode);
     if (strNow.isEmpty() || SelectorsOf(*pNode) != entry.strSelectors)
         return; // not what was noted
@@ -136,7 +139,7 @@ std::vector<ChangedFeatures::Change> ChangedFeatures::GetChanges() const
     for (GenApi::INode* const pNode : m_vecOrder) {
         const Entry& entry = m_mapEntries.at(pNode);
         if (entry.bSettable && entry.strNow != entry.strBefore)
-            vecChanges.push_back({pNode, entry.strBefore, entry.strNow});
+            vecChanges.push_back({pNode, entry.strBefore, entry.strNow, !IsWritableNow(*pNode)});
     }
     return vecChanges;
 }

@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <vector>
 
 /// Notes the values of all features that can be set, in slices of the event loop, and then looks at those
@@ -26,6 +25,7 @@ public:
         GenApi::INode* pNode;
         QString strBefore;
         QString strNow;
+        bool bLocked; // it can't be taken back now, such as the image size while the camera acquires
     };
 
     /// The node map has to outlive this.
@@ -53,7 +53,7 @@ private:
 
     void NoteNext();
     void LookAtNotes();
-    void Look(GenApi::INode* pNode);
+    void Look(GenApi::INode* pNode, bool bWasWritable);
 
     std::vector<GenApi::INode*> m_vecToNote; // backwards
     std::map<GenApi::INode*, Entry> m_mapEntries;

@@ -40,10 +40,11 @@ QVector<FeatureMapEntry> MapsOfCamera(CameraSession& session)
 
 FeatureDock::FeatureDock(QWidget* pParent)
     : ViewerDock(tr("Features"), "features", pParent)
+    , m_pPlace(new QWidget(this))
 {
-    setWidget(new QWidget(this)); // a place for the panel, which is made when it is first seen
-    auto* const pLayout = new QVBoxLayout(widget());
+    auto* const pLayout = new QVBoxLayout(m_pPlace);
     pLayout->setContentsMargins(0, 0, 0, 0);
+    SetContents(m_pPlace);
 }
 
 void FeatureDock::Follow(CameraView& view)
@@ -77,7 +78,7 @@ void FeatureDock::Offer()
         return;
     if (!m_pPanel) {
         m_pPanel = new FeaturePanel(this);
-        widget()->layout()->addWidget(m_pPanel);
+        m_pPlace->layout()->addWidget(m_pPanel);
     }
     QVector<FeatureMapEntry> maps;
     if (CameraSession* const pSession = m_pView->Session())

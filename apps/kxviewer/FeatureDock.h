@@ -28,6 +28,7 @@ private:
 
     void LetGo();
 
+    QWidget* const m_pPlace;          // for the panel
     FeaturePanel* m_pPanel = nullptr; // from the first show on
     QPointer<CameraView> m_pView;
     bool m_bOffered = false;

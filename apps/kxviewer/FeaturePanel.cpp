@@ -316,6 +316,10 @@ void FeaturePanel::ShowChanges()
             auto* const pItem = new QTreeWidgetItem(
                 m_pChanged, {TextOf(change.pNode->GetDisplayName()), change.strBefore, change.strNow});
             pItem->setData(0, Qt::UserRole, TextOf(change.pNode->GetName()));
+            pItem->setDisabled(change.bLocked);
+            for (int nColumn = 0; change.bLocked && nColumn < m_pChanged->columnCount(); ++nColumn)
+                pItem->setToolTip(nColumn, tr("It can't be put back now: it is locked, as features of the "
+                                              "image are while the camera acquires"));
         }
     }
     m_pChangedArea->setVisible(m_pChanged->topLevelItemCount() > 0);

@@ -124,7 +124,7 @@ GraphDock::GraphDock(const QString& strTitle, const char* szName, _EKxGraphNomal
     pLayout->addWidget(m_pSource);
     pLayout->addWidget(pPlace, 1);
     pLayout->addWidget(m_pStatistics);
-    setWidget(pContent);
+    SetContents(pContent);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &GraphDock::Look);
 }

@@ -28,6 +28,7 @@ namespace
 
 constexpr int kFollowMs = 500; // how often counters are shown anew
 constexpr int kMouseMs = 100;  // likewise zoom and the pixel below the mouse
+constexpr int kOutOfSight = -10000;
 
 GenApi::CEnumerationPtr DrawingTypeOf(CameraView& view)
 {
@@ -94,6 +95,8 @@ void MainWindow::AddDocks()
     for (ViewerDock* const pDock : m_docks) {
         addDockWidget(pDock->Area(), pDock);
         pDock->setVisible(pDock->IsShownAtFirst());
+        if (!pDock->IsShownAtFirst())
+            pDock->move(0, kOutOfSight); // it may be painted once before the layout gives it its place
         m_pActions->Menu(ActionMenu::View)->addAction(pDock->toggleViewAction());
         connect(pDock, &ViewerDock::Told, this, &MainWindow::Tell);
     }

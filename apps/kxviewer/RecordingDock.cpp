@@ -98,7 +98,7 @@ RecordingDock::RecordingDock(QWidget* pParent)
     pLayout->addLayout(pRun, 2);
     pLayout->addWidget(pLimits);
     pLayout->addWidget(m_pRing, 1);
-    setWidget(pContents);
+    SetContents(pContents);
 
     connect(m_pRecord, &QAction::triggered, this, &RecordingDock::Toggle);
     connect(m_pRing, &RingPanel::SaveWanted, this, &RecordingDock::SaveRing);

@@ -28,6 +28,10 @@ public:
     /// Whether the dock is there at the first start.
     virtual bool IsShownAtFirst() const { return true; }
 
+protected:
+    /// Puts the contents into the dock; where the screen has too little room for them, they can be scrolled.
+    void SetContents(QWidget* pContents);
+
 signals:
     /// Something that the status bar should say.
     void Told(const QString& strText);

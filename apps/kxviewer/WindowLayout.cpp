@@ -11,8 +11,10 @@ namespace
 
 constexpr int kVersion = 1;
 constexpr int kFeaturesHeight = 560;
-constexpr int kHistogramHeight = 280;
+constexpr int kHistogramHeight = 380;
+constexpr int kRecordingHeight = 205;
 constexpr int kWideEnough = 1200; // for docks at both sides of the image
+constexpr int kHighEnough = 850;  // for docks above each other
 
 constexpr const char* kGeometry = "layout/geometry";
 constexpr const char* kDocks = "layout/docks";
@@ -29,8 +31,14 @@ void WindowLayout::Arrange()
         m_window.tabifyDockWidget(dock("features"), dock("controls"));
         dock("controls")->raise();
     }
+    if (m_window.height() < kHighEnough) {
+        for (const char* const szLower : {"histogram", "profile"})
+            m_window.tabifyDockWidget(dock("features"), dock(szLower));
+        dock("controls")->raise();
+    }
     m_window.resizeDocks({dock("features"), dock("histogram")}, {kFeaturesHeight, kHistogramHeight},
                          Qt::Vertical);
+    m_window.resizeDocks({dock("recording")}, {kRecordingHeight}, Qt::Vertical);
     m_first = m_window.saveState(kVersion);
 }
 

@@ -5,6 +5,7 @@
 #include "ErrorBox.h"
 #include "FeatureEditor.h"
 #include "MainWindowFixture.h"
+#include "ViewerDock.h"
 
 #include <KxApi_TL/KxApi_TL.h>
 
@@ -13,6 +14,7 @@
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTabBar>
@@ -153,6 +155,22 @@ TEST_F(MainWindowTest, SetsTheRegionOfTheCameraToARectangleOnTheImage)
     Do("regionFull");
     EXPECT_EQ(Get(view, "Width"), "640");
     EXPECT_EQ(Get(view, "OffsetX"), "0");
+
+    // It is among the changes, though it is locked before and after; those are noted bit by bit.
+    m_pWindow->findChild<QDockWidget*>("features")->raise();
+    const auto* const pChanged = m_pWindow->findChild<QTreeWidget*>("changedFeatures");
+    const auto width = [&]() -> const QTreeWidgetItem* {
+        return pChanged ? pChanged->findItems("Width", Qt::MatchExactly).value(0) : nullptr;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            m_pWindow->Actions().Find(Get(view, "Width") == "640" ? "regionSet" : "regionFull")->trigger();
+            QTest::qWait(500);
+            return width() != nullptr;
+        },
+        kTimeoutMs));
+    EXPECT_TRUE(width()->isDisabled());
+    EXPECT_FALSE(width()->toolTip(0).isEmpty());
 }
 
 TEST_F(MainWindowTest, MarksOverexposedPixelsAndWritesValuesIntoLargeOnes)
@@ -265,6 +283,20 @@ QStringList NamelessIn(const QWidget& window)
                                  pWidget->parentWidget()->objectName());
     }
     return nameless;
+}
+
+TEST_F(MainWindowTest, FitsSmallScreensWithAllDocksShown)
+{
+    Open();
+    for (ViewerDock* const pDock : m_pWindow->findChildren<ViewerDock*>())
+        pDock->show();
+    for (const char* const szDock : {"controls", "features", "histogram"}) // above each other
+        m_pWindow->addDockWidget(Qt::RightDockWidgetArea, m_pWindow->findChild<QDockWidget*>(szDock));
+    m_pWindow->findChild<QLineEdit*>("featureSearch")->setText("Width");
+    QTest::qWait(0);
+    const QSize least = m_pWindow->minimumSizeHint();
+    EXPECT_LE(least.width(), 1024);
+    EXPECT_LE(least.height(), 720);
 }
 
 TEST_F(MainWindowTest, NamesEveryWidgetThatTheKeyboardReaches)

@@ -557,6 +557,10 @@
         <translation>Seit dem Verbinden geändert (Doppelklick stellt zurück):</translation>
     </message>
     <message>
+        <source>It can&apos;t be put back now: it is locked, as features of the image are while the camera acquires</source>
+        <translation>Jetzt nicht zurückstellbar: gesperrt, wie Einstellungen des Bildes während der Aufnahme</translation>
+    </message>
+    <message>
         <source>Before</source>
         <translation>Vorher</translation>
     </message>
