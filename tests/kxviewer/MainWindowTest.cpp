@@ -162,7 +162,7 @@ TEST_F(MainWindowTest, SetsTheRegionOfTheCameraToARectangleOnTheImage)
     const auto width = [&]() -> const QTreeWidgetItem* {
         return pChanged ? pChanged->findItems("Width", Qt::MatchExactly).value(0) : nullptr;
     };
-    EXPECT_TRUE(QTest::qWaitFor(
+    ASSERT_TRUE(QTest::qWaitFor(
         [&] {
             m_pWindow->Actions().Find(Get(view, "Width") == "640" ? "regionSet" : "regionFull")->trigger();
             QTest::qWait(500);
