@@ -114,8 +114,10 @@ void Level::Raise(const Node& node)
     --m_map.m_depth; // the destructor does not run
     if (m_map.m_steps > NodeMap::kMaxSteps)
         throw LOGICAL_ERROR_EXCEPTION_NODE(m_map.EntryText().c_str(), node.NameText())(
-            "More than %u nodes are asked by one call; the description forks without end at '%s'",
-            NodeMap::kMaxSteps, node.NameText());
+            "More than %u nodes are asked by one call, or %u circles met; the description forks without end "
+            "at '%s'",
+            NodeMap::kMaxSteps, NodeMap::kMaxCircles, node.NameText());
+    m_map.m_steps += NodeMap::kMaxSteps / NodeMap::kMaxCircles;
     throw LOGICAL_ERROR_EXCEPTION_NODE(m_map.EntryText().c_str(), node.NameText())(
         "More than %u nodes refer to each other in a row; the description goes round in circles at '%s'",
         NodeMap::kMaxDepth, node.NameText());

@@ -257,7 +257,7 @@ bool Node::IsFlagSet(const Link& flag, EAccessMode& mode, bool otherwise) const
     } catch (const abi::__forced_unwind&) {
         throw; // the thread is being cancelled
     } catch (...) {
-        m_map.CountUncachedRead(); // the next question may have a better answer
+        m_map.CountFailedFlag();
         return otherwise;
     }
 }

@@ -41,6 +41,13 @@ public:
     /// else let a short file run for ever. A real camera stays below some thousands.
     static constexpr unsigned kMaxSteps = 1000000;
 
+    /// Circles that one call may meet. A flag that ends in one has an answer all the same, and what is asked
+    /// next may meet the next: an exception through all levels each time, which costs much more than a step.
+    static constexpr unsigned kMaxCircles = 8;
+
+    /// What a flag that can't be read adds to the steps of a call.
+    static constexpr unsigned kFailedFlagSteps = 500;
+
     /// @param lock the lock of a user, which outlives the map; null for one of the map's own
     NodeMap(std::shared_ptr<Model> model, const gcstring& deviceName, CLock* lock = nullptr);
     NodeMap(const NodeMap&) = delete;
@@ -93,6 +100,13 @@ public:
     /// Counts reads that no cache answers for, so that what they led to is not cached either.
     uint64_t UncachedReads() const { return m_uncachedReads; }
     void CountUncachedRead() const { ++m_uncachedReads; }
+    /// Counts a flag that could not be read: an exception costs as much as many steps, and a ladder of flags
+    /// would raise one at each.
+    void CountFailedFlag() const
+    {
+        CountUncachedRead(); // the next question may have a better answer
+        m_steps += kFailedFlagSteps;
+    }
     /// "Node.Method()" of the call that the user made.
     std::string EntryText() const;
     /// Changes of the map so far.

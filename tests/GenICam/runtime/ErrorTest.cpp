@@ -26,6 +26,20 @@ constexpr const char* kOutline = R"(
     Integer Far { pValue Middle } Integer Middle { pValue Far0 } IntReg Far0 { at 8 4 RW; Little }
     String Text { Value x })";
 
+/// An outline of that many levels: '#' stands for the number of one, '~' for that of the one below.
+std::string Levels(int count, std::string_view level)
+{
+    std::string outline;
+    for (int i = 1; i <= count; ++i)
+        for (const char c : level) {
+            if (c == '#' || c == '~')
+                outline += std::to_string(c == '#' ? i : i - 1);
+            else
+                outline += c;
+        }
+    return outline;
+}
+
 } // namespace
 
 TEST(Errors, HaveTheClassOfTheirCauseAndTellValueAndLimit)
@@ -174,20 +188,43 @@ TEST(Errors, DeepChainsOfNodesAreErrorsAndNoCrash)
 TEST(Errors, ReferencesThatForkLevelByLevelEnd)
 {
     // Nothing is cached, so each level asks twice what lies below it.
-    std::string outline = "IntReg N0 { at 0 4 RO; Cachable NoCache; Little } Category C0 { pFeature Hidden } "
-                          "Integer Hidden { Visibility Guru; Value 1 } ";
-    for (int i = 1; i <= 60; ++i) {
-        const std::string below = std::to_string(i - 1), own = std::to_string(i);
-        outline += "IntSwissKnife N" + own + " { pVariable[Name=A] N" + below + "; pVariable[Name=B] N" +
-                   below + "; Formula A+B } Category C" + own + " { pFeature C" + below + "; pFeature C" +
-                   below + " } ";
-    }
+    const std::string outline =
+        "IntReg N0 { at 0 4 RO; Cachable NoCache; Little } Category C0 { pFeature Hidden } "
+        "Integer Hidden { Visibility Guru; Value 1 } " +
+        Levels(60, "IntSwissKnife N# { pVariable[Name=A] N~; pVariable[Name=B] N~; Formula A+B } "
+                   "Category C# { pFeature C~; pFeature C~ } ");
     TestMap test(outline);
     const Raised raised = RaisedBy([&] { test.Int("N60").GetValue(); });
     EXPECT_EQ(raised.kind, "LogicalError");
     EXPECT_NE(raised.what.find("More than 1000000 nodes"), std::string::npos) << raised.what;
     EXPECT_EQ(test.Int("N3").GetValue(), 0) << "the map is alive";
     EXPECT_EQ(test.Get("C60").GetVisibility(), Guru);
+}
+
+TEST(Errors, FlagsThatFailAtEveryLevelEndSoonerThanNodesThatAnswer)
+{
+    // A failed flag has an answer, so that its node goes on and asks the same again.
+    const std::string ladder =
+        "IntReg Reg { at 0 4 RO; Cachable NoCache; Little } "
+        "IntSwissKnife N0 { pVariable[Name=A] Reg; Formula 1/A } " +
+        Levels(40, "IntSwissKnife N# { pIsLocked N~; pVariable[Name=A] N~; Formula A } ");
+    for (const std::string& outline : {
+             ladder,
+             std::string(
+                 "Integer N40 { pIsLocked W; pValue Reg; pMin N; pMax N } Integer W { pValue N; pMax M } "
+                 "IntSwissKnife M { pVariable[Name=V] N40; pVariable[Name=X.Max] N40; Formula 9-V-X.Max } "
+                 "IntSwissKnife N { pIsLocked W; pVariable[Name=V.Max] W; Formula 9-V.Max } "
+                 "IntReg Reg { at 0 4 RW; Cachable NoCache; Little }"),
+         })
+    {
+        SCOPED_TRACE(outline.substr(0, 40));
+        TestMap test(outline);
+        int reads = 0;
+        test.port.onRead = [&] { ++reads; };
+        EXPECT_EQ(KindRaisedBy([&] { test.Int("N40").GetValue(true); }), "LogicalError");
+        EXPECT_LT(reads, 10000);
+        EXPECT_EQ(test.Int("Reg").GetValue(), 0) << "the map is alive";
+    }
 }
 
 TEST(Errors, FlagsThatGoRoundInCirclesAreErrorsAndNoHang)
@@ -199,8 +236,7 @@ TEST(Errors, FlagsThatGoRoundInCirclesAreErrorsAndNoHang)
              "Integer X { pMin Y; Value 1 } Integer Y { pMin X; Value 1 }",
              "Integer X { pInvalidator Y; Value 1 } Integer Y { pInvalidator X; Value 1 }",
              "Integer X { pSelected Y; Value 1 } Integer Y { Value 0; pSelected X }",
-             "Category Root { pFeature Sub } Category Sub { pFeature Root; pFeature X } Integer X { Value 1 "
-             "}",
+             "Category Root { pFeature C } Category C { pFeature Root; pFeature X } Integer X { Value 1 }",
              "IntReg X { pAddress Y; at 0 4 RW; Little } Integer Y { pIsAvailable X; Value 1 }",
              "Integer X { pIndex Y; pValueIndexed[Index=0] Y; ValueDefault 1 } Integer Y { pMax X; Value 0 }",
          })
