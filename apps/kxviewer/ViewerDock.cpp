@@ -9,7 +9,7 @@ namespace
 {
 
 // What docks may be squeezed to, so that all of them fit a small screen together.
-constexpr QSize kLeast(480, 80);
+constexpr QSize kLeastDock(480, 80);
 
 /// As large as its contents would like to be, but content with less.
 class DockContents : public QScrollArea
@@ -20,7 +20,7 @@ public:
     QSize sizeHint() const override { return widget()->sizeHint() + QSize(BarWidth(), 0); }
     QSize minimumSizeHint() const override
     {
-        return (widget()->minimumSizeHint() + QSize(BarWidth(), 0)).boundedTo(kLeast);
+        return (widget()->minimumSizeHint() + QSize(BarWidth(), 0)).boundedTo(kLeastDock);
     }
 
 protected:
