@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Addresses of GigE Vision cameras, and who has opened a camera.
+#include "Child.h"
 #include "SimulatorFixture.h"
 
-#include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -118,29 +117,24 @@ TEST_F(Network, ADeviceOpenInAnotherProcessIsBusyUntilThatEnds)
     for (const auto access : {KxDeviceAccess_Control, KxDeviceAccess_Exclusive}) {
         int ready[2] = {};
         ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            // Until it is killed.
+        Child child([&] {
             const DevicePtr device = Open(kMono, access);
-            const bool isTold = write(ready[1], "x", 1) == 1;
-            while (isTold)
+            if (write(ready[1], "x", 1) == 1)
                 pause();
-            _exit(1);
-        }
+        });
+        close(ready[1]); // a child that can't open it leaves nobody to wait for
         char letter = 0;
         ASSERT_EQ(read(ready[0], &letter, 1), 1);
+        close(ready[0]);
         EXPECT_EQ(Find(kMono)->GetAccessStatus(), GenTL::DEVICE_ACCESS_STATUS_BUSY);
         EXPECT_EQ(ErrorOf([&] { Open(kMono); }), GenTL::GC_ERR_ACCESS_DENIED);
         const int32_t expected =
             access == KxDeviceAccess_Control ? GenTL::GC_ERR_SUCCESS : GenTL::GC_ERR_ACCESS_DENIED;
         EXPECT_EQ(ErrorOf([&] { Open(kMono, KxDeviceAccess_ReadOnly); }), expected) << "may others read?";
         EXPECT_EQ(Find(kBayer)->GetAccessStatus(), GenTL::DEVICE_ACCESS_STATUS_READWRITE);
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+        child.Kill();
         EXPECT_EQ(Find(kMono)->GetAccessStatus(), GenTL::DEVICE_ACCESS_STATUS_READWRITE);
         Open(kMono);
-        close(ready[0]);
-        close(ready[1]);
         CloseSystem(); // the next child is to come without it
     }
 }

@@ -3,16 +3,15 @@
 // namespace, so that nothing leaves the machine and programs beside each other don't meet.
 #pragma once
 
+#include "Child.h"
+
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sched.h>
 #include <sys/ioctl.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <string>
 
@@ -32,37 +31,24 @@ inline std::string EnterNetworkOfItsOwn()
     close(file);
     return isUp ? "" : "the loopback network of the namespace doesn't come up";
 }
+
 /// The camera that comes with Aravis.
 class CameraProgram
 {
 public:
     explicit CameraProgram(const std::string& lostPerThousand = "0")
-        : m_process(fork())
-    {
-        if (m_process != 0)
-            return;
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        execlp("arv-fake-gv-camera-0.8", "arv-fake-gv-camera-0.8", "-i", "127.0.0.1", "-s", "GV01", "-r",
-               lostPerThousand.c_str(), nullptr);
-        _exit(127);
-    }
-    ~CameraProgram() { Kill(); }
-    CameraProgram(const CameraProgram&) = delete;
-    CameraProgram& operator=(const CameraProgram&) = delete;
+        : m_process([&] {
+            execlp("arv-fake-gv-camera-0.8", "arv-fake-gv-camera-0.8", "-i", "127.0.0.1", "-s", "GV01", "-r",
+                   lostPerThousand.c_str(), nullptr);
+        })
+    {}
 
-    void Kill()
-    {
-        if (m_process <= 0)
-            return;
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-        m_process = 0;
-    }
-    void Freeze() const { kill(m_process, SIGSTOP); }
-    void Thaw() const { kill(m_process, SIGCONT); }
+    void Kill() { m_process.Kill(); }
+    void Freeze() const { m_process.Send(SIGSTOP); }
+    void Thaw() const { m_process.Send(SIGCONT); }
 
 private:
-    pid_t m_process;
+    Child m_process;
 };
 
 } // namespace KxTest
