@@ -172,6 +172,9 @@ void ReadPart(const CBytes& bytes, uint64_t part, CImageContent image, size_t bu
     if (type == kPart2D) {
         ReadPixels(bytes, part, end, image, content);
     } else {
+        if (dataSize == 0) // it would pass for an image of pixels
+            throw RUNTIME_EXCEPTION("A compressed part of a GenDC container, at byte %llu, is empty",
+                                    static_cast<unsigned long long>(dataOffset));
         image.dataType = type == kPartJpeg ? GenTL::PART_DATATYPE_JPEG : GenTL::PART_DATATYPE_JPEG2000;
         image.encodedSize = dataSize;
         content.isIncomplete |= content.sizeFilled < end;

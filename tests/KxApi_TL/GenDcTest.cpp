@@ -113,6 +113,7 @@ TEST_F(GenDc, GivesTheImagesOfAContainerAndRefusesBrokenOnes)
         {kFirstPart + 40, 4, UINT32_MAX, "does not fit"},
         {kFirstPart + 44, 4, 0, "4 by 0 pixels"},
         {kSecondPart + 32, 8, 4097, "does not fit"},
+        {kSecondPart + 24, 8, 0, "is empty"},
     };
     for (const Case& broken : cases) {
         Bytes bytes = Container();
