@@ -208,8 +208,8 @@ void RecordingDock::ShowStatus()
     m_pQueue->setValue(std::min(static_cast<int>(dFill * kPercent), kPercent));
     const QString strOutput = QString::fromStdString(pRecorder->Output());
     QString strText =
-        tr("%1 images, %2 MB written, %3 MB/s; %4 wait, %5 lost, %6 incomplete")
-            .arg(status.written)
+        tr("%n image(s), %1 MB written, %2 MB/s; %3 waiting, %4 lost, %5 incomplete", "",
+           static_cast<int>(status.written))
             .arg(Megabytes(static_cast<double>(status.writtenBytes)), Megabytes(status.writingRate))
             .arg(status.queued)
             .arg(status.lost)

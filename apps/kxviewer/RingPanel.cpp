@@ -166,8 +166,7 @@ void RingPanel::Refresh(bool bRecorderBusy)
         pWidget->setEnabled(bHeld);
     if (bHeld)
         return;
-    QString strText = tr("%1 images, %2 s, %3 MB")
-                          .arg(fill.images)
+    QString strText = tr("%n image(s), %1 s, %2 MB", "", static_cast<int>(fill.images))
                           .arg(Seconds(fill.seconds))
                           .arg(fill.bytes / kRingMegabyte);
     if (fill.isShort)

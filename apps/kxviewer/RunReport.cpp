@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RunReport.h"
 
+#include "Counted.h"
+
 #include <unistd.h>
 
 #include <ctime>
@@ -34,12 +36,12 @@ double SecondsOfProcess()
 QString RunReport::Text() const
 {
     const double dRun = SecondsOfProcess();
-    return QString("%1 images acquired, %2 lost, %3 incomplete, %4 paints; window after %5 s, first "
+    return QString("%1 acquired, %2 lost, %3 incomplete, %4; window after %5 s, first "
                    "painted after %6 s; %7 s of processor time in %8 s")
-        .arg(m_statistics.nDelivered)
+        .arg(QString::fromStdString(KxApps::Counted(m_statistics.nDelivered, "image")))
         .arg(LostImages(m_statistics))
         .arg(m_statistics.nIncomplete)
-        .arg(m_nPainted)
+        .arg(QString::fromStdString(KxApps::Counted(m_nPainted, "paint")))
         .arg(m_firstWindow.value_or(-1), 0, 'f', 2)
         .arg(m_firstPaint.value_or(-1), 0, 'f', 2)
         .arg(Seconds(CLOCK_PROCESS_CPUTIME_ID), 0, 'f', 2)

@@ -55,7 +55,7 @@ void ActionRows::AddHelp()
     MainWindow& window = m_window;
     m_rows.push_back({"help", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&Mouse and keys"), "F1",
                       ActionBar::Image, [&window] { ShowHelp(&window, window.Actions()); }});
-    auto* const pArchive = new DiagnosticArchive(&window);
+    auto* const pArchive = new DiagnosticArchive(DiagnosticArchive::Tool(), &window);
     constexpr const char* kNoArchive = QT_TRANSLATE_NOOP("Actions", "The diagnostic archive can't be made.");
     QObject::connect(pArchive, &DiagnosticArchive::Made, &window, [&window](const QString& strFile) {
         window.Tell(ActionText(QT_TRANSLATE_NOOP("Actions", "Saved %1")).arg(strFile));
@@ -63,6 +63,9 @@ void ActionRows::AddHelp()
     QObject::connect(pArchive, &DiagnosticArchive::Failed, &window, [&window](const QString& strWhy) {
         window.Try(ActionText(kNoArchive),
                    [&] { throw RUNTIME_EXCEPTION("%s", strWhy.toUtf8().constData()); });
+    });
+    QObject::connect(pArchive, &DiagnosticArchive::Cancelled, &window, [&window] {
+        window.Tell(ActionText(QT_TRANSLATE_NOOP("Actions", "No diagnostic archive was made")));
     });
     m_rows.push_back(
         {"diagnostics", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&Diagnostic archive..."), "",
@@ -77,8 +80,6 @@ void ActionRows::AddHelp()
                  if (strFile.isEmpty())
                      return;
                  pArchive->Make(strFile, window.Area().Views());
-                 window.Tell(
-                     ActionText(QT_TRANSLATE_NOOP("Actions", "The diagnostic archive is being made...")));
              }),
          [pArchive] { return !pArchive->IsBusy(); }});
     m_rows.push_back({"about", ActionMenu::Help, QT_TRANSLATE_NOOP("Actions", "&About the viewer"), "",

@@ -2,12 +2,15 @@
 // The viewer's main window as its user meets it.
 #include "CameraRegion.h"
 #include "DeviceDialog.h"
+#include "DiagnosticArchive.h"
 #include "ErrorBox.h"
 #include "FeatureEditor.h"
 #include "MainWindowFixture.h"
 #include "ViewerDock.h"
 
 #include <KxApi_TL/KxApi_TL.h>
+
+#include <gmock/gmock.h>
 
 #include <QAccessible>
 #include <QComboBox>
@@ -17,6 +20,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QProgressDialog>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTreeWidget>
 #include <cstring>
@@ -25,6 +30,9 @@ namespace KxTest
 {
 namespace
 {
+
+using testing::AllOf;
+using testing::HasSubstr;
 
 TEST_F(MainWindowTest, StartsStopsTakesSingleAndTriggeredImages)
 {
@@ -315,6 +323,36 @@ TEST_F(MainWindowTest, NamesEveryWidgetThatTheKeyboardReaches)
     Do("loadModel"); // there is none, which a box tells
     for (const QDialog* const pDialog : m_pWindow->findChildren<QDialog*>())
         EXPECT_EQ(NamelessIn(*pDialog).join("\n").toStdString(), "") << pDialog->windowTitle().toStdString();
+}
+
+TEST_F(MainWindowTest, TellsWhyADiagnosticArchiveIsntMade)
+{
+    const QString strTool = m_folder.filePath("tool"), strFile = m_folder.filePath("all.zip");
+    const auto outcome = [&](const char* szScript, QFile::Permissions permissions) {
+        QFile::remove(strTool);
+        QFile tool(strTool);
+        EXPECT_TRUE(tool.open(QIODevice::WriteOnly) && tool.write(szScript) > 0);
+        tool.setPermissions(permissions);
+        tool.close();
+        DiagnosticArchive archive(strTool, m_pWindow.get());
+        const QSignalSpy failed(&archive, &DiagnosticArchive::Failed),
+            cancelled(&archive, &DiagnosticArchive::Cancelled);
+        archive.Make(strFile, {});
+        auto* const pProgress = m_pWindow->findChild<QProgressDialog*>("archiveProgress");
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return failed.count() > 0 || pProgress->labelText().contains("hanging"); }, kTimeoutMs));
+        if (failed.isEmpty())
+            pProgress->close();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return failed.count() + cancelled.count() > 0; }, kTimeoutMs));
+        EXPECT_FALSE(archive.IsBusy() || QFile::exists(strFile));
+        return failed.isEmpty() ? "cancelled" : failed.first().first().toString().toStdString();
+    };
+    const auto executable = QFile::ReadOwner | QFile::ExeOwner;
+    EXPECT_THAT(outcome("#!/bin/sh\n", QFile::ReadOwner),
+                AllOf(HasSubstr(strTool.toStdString()), HasSubstr("can't be started: ")));
+    EXPECT_THAT(outcome("#!/bin/sh\n>$3; echo at camera 7 >&2; kill -SEGV $$", executable),
+                AllOf(HasSubstr("crashed"), HasSubstr("at camera 7")));
+    EXPECT_EQ(outcome("#!/bin/sh\n>$3; echo hanging >&2; exec sleep 600", executable), "cancelled");
 }
 
 } // namespace

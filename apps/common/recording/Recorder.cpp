@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Recorder.h"
 
+#include "Counted.h"
+
 #include <Base/GCException.h>
 #include <KxApi_TL/IKxStream.h>
 
@@ -53,7 +55,7 @@ uint64_t QueueMemory()
 
 std::string RecordingStatus::Report() const
 {
-    std::string text = Text("%llu images written, %.1f MB in %.1f s", Number(written),
+    std::string text = Text("%s written, %.1f MB in %.1f s", Counted(written, "image").c_str(),
                             static_cast<double>(writtenBytes) / 1e6, seconds);
     if (lost > 0)
         text += Text(", %llu lost", Number(lost));
@@ -268,8 +270,8 @@ void Recorder::OnFailure(const GenICam::GenericException& error)
         m_end = Clock::now();
         if (m_status.error.empty())
             m_status.error = m_status.written == 0 ? error.GetDescription()
-                                                   : Text("%s; the %llu images before can be read",
-                                                          error.GetDescription(), Number(m_status.written));
+                                                   : Text("%s; %s before can be read", error.GetDescription(),
+                                                          Counted(m_status.written, "image").c_str());
         m_status.state = RecordingState::Failed;
     }
     m_changed.notify_all();

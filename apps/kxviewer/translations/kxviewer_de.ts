@@ -332,8 +332,8 @@
         <translation>Archive (*.zip)</translation>
     </message>
     <message>
-        <source>The diagnostic archive is being made...</source>
-        <translation>Das Diagnosearchiv wird erstellt...</translation>
+        <source>No diagnostic archive was made</source>
+        <translation>Es wurde kein Diagnosearchiv erstellt</translation>
     </message>
 </context>
 <context>
@@ -466,6 +466,17 @@
     <message numerus="yes">
         <source>%n camera(s) that can't be opened are hidden; the check box shows them.</source>
         <translation><numerusform>Eine Kamera, die nicht geöffnet werden kann, ist verborgen; das Kästchen zeigt sie.</numerusform><numerusform>%n Kameras, die nicht geöffnet werden können, sind verborgen; das Kästchen zeigt sie.</numerusform></translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticArchive</name>
+    <message>
+        <source>The diagnostic archive is being made...</source>
+        <translation>Das Diagnosearchiv wird erstellt...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 hasn't told anything for %n second(s).</source>
+        <translation><numerusform>%1 hat seit einer Sekunde nichts gemeldet.</numerusform><numerusform>%1 hat seit %n Sekunden nichts gemeldet.</numerusform></translation>
     </message>
 </context>
 <context>
@@ -923,10 +934,6 @@ Apache License 2.0</translation>
         <translation>Endet nach</translation>
     </message>
     <message>
-        <source>%1 images, %2 MB written, %3 MB/s; %4 wait, %5 lost, %6 incomplete</source>
-        <translation>%1 Bilder, %2 MB geschrieben, %3 MB/s; %4 warten, %5 verloren, %6 unvollständig</translation>
-    </message>
-    <message>
         <source>Writing</source>
         <translation>Schreibt</translation>
     </message>
@@ -949,6 +956,10 @@ Apache License 2.0</translation>
     <message numerus="yes">
         <source>Recorded %n image(s), %1 lost: %2</source>
         <translation><numerusform>Ein Bild aufgezeichnet, %1 verloren: %2</numerusform><numerusform>%n Bilder aufgezeichnet, %1 verloren: %2</numerusform></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s), %1 MB written, %2 MB/s; %3 waiting, %4 lost, %5 incomplete</source>
+        <translation><numerusform>Ein Bild, %1 MB geschrieben, %2 MB/s; %3 wartend, %4 verloren, %5 unvollständig</numerusform><numerusform>%n Bilder, %1 MB geschrieben, %2 MB/s; %3 wartend, %4 verloren, %5 unvollständig</numerusform></translation>
     </message>
 </context>
 <context>
@@ -1065,12 +1076,12 @@ Apache License 2.0</translation>
         <translation>Bild %1 von %2, Bildnummer %3, %4 s vor dem letzten</translation>
     </message>
     <message>
-        <source>%1 images, %2 s, %3 MB</source>
-        <translation>%1 Bilder, %2 s, %3 MB</translation>
-    </message>
-    <message>
         <source>the memory isn't enough for the time</source>
         <translation>der Speicher reicht für die Zeit nicht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s), %1 s, %2 MB</source>
+        <translation><numerusform>Ein Bild, %1 s, %2 MB</numerusform><numerusform>%n Bilder, %1 s, %2 MB</numerusform></translation>
     </message>
 </context>
 <context>
