@@ -24,6 +24,7 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -122,11 +123,11 @@ public:
         for (const KxApps::Cameras::SystemEntry& system : cameras.Systems()) {
             const std::string name = system.pSystem->GetIKxSystemInfo()->GetDisplayName().c_str();
             Note(name, system.error);
-            AddModule("systems/" + FileName(name), *system.pSystem->GetIKxPort());
+            AddModule(PathOf("systems/", name), *system.pSystem->GetIKxPort());
             for (const KxApps::Cameras::InterfaceEntry& entry : system.interfaces) {
                 const std::string id = entry.pInterface->GetIKxInterfaceInfo()->GetID().c_str();
                 Note(id, entry.error);
-                AddModule("interfaces/" + FileName(id), *entry.pInterface->GetIKxPort());
+                AddModule(PathOf("interfaces/", id), *entry.pInterface->GetIKxPort());
             }
         }
         if (withDevices)
@@ -137,7 +138,7 @@ public:
     void AddFiles(const std::vector<std::string>& paths)
     {
         for (const std::string& path : paths)
-            m_archive.Add("added/" + FileName(std::filesystem::path(path).filename().string()),
+            m_archive.Add(PathOf("added/", std::filesystem::path(path).filename().string()),
                           FileText(path.c_str()));
     }
 
@@ -149,11 +150,20 @@ public:
     }
 
 private:
+    /// No other's in the archive: names may differ only in what a file's name can't hold.
+    std::string PathOf(const std::string& folder, const std::string& name)
+    {
+        std::string path = folder + FileName(name);
+        for (int number = 2; !m_paths.insert(path).second; ++number)
+            path = folder + std::to_string(number) + "_" + FileName(name);
+        return path;
+    }
+
     void AddCamera(const KxApps::Camera& camera)
     {
         const std::string id = camera.pInfo->GetID().c_str();
         std::cerr << "\r" << id.substr(0, 60) << "\033[K" << std::flush;
-        const std::string folder = "cameras/" + FileName(id);
+        const std::string folder = PathOf("cameras/", id);
         Try(id, [&] {
             const bool isFree = camera.pInfo->GetAccessStatus() == GenTL::DEVICE_ACCESS_STATUS_READWRITE;
             const KxApps::Device device =
@@ -195,6 +205,7 @@ private:
 
     ZipArchive& m_archive;
     std::string m_errors;
+    std::set<std::string> m_paths;
 };
 
 void RunBundle(const Options& options)

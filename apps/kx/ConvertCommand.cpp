@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "Counted.h"
 #include "FeatureSetting.h"
 #include "FileNames.h"
 #include "ImageFileType.h"
@@ -313,8 +314,9 @@ void Unpack(const KxApps::SequenceReader& sequence, const Options& options)
         sequence.Read(i, *image);
         conversion.Save(*image->GetIKxImage(), names.Of(i));
     }
-    std::cout << options.input << ": " << range.last - range.first + 1 << " of " << sequence.Count()
-              << " images -> " << names.Of(range.first) << (range.first == range.last ? "\n" : " and on\n");
+    std::cout << options.input << ": " << range.last - range.first + 1 << " of "
+              << KxApps::Counted(sequence.Count(), "image") << " -> " << names.Of(range.first)
+              << (range.first == range.last ? "\n" : " and on\n");
     Finish(std::cout);
 }
 
@@ -322,7 +324,8 @@ void ConvertSequence(const Options& options)
 {
     const KxApps::SequenceReader sequence(options.input);
     if (!sequence.IsComplete())
-        std::cerr << options.input << " wasn't finished; " << sequence.Count() << " whole images are in it\n";
+        std::cerr << options.input << " wasn't finished; it holds "
+                  << KxApps::Counted(sequence.Count(), "whole image") << "\n";
     if (options.output.empty())
         ListSequence(sequence);
     else

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DescriptionCheck.h"
 
+#include "Counted.h"
 #include "NodeText.h"
 
 #include <iomanip>
@@ -59,20 +60,22 @@ void PrintHeadLine(std::ostream& out, const LoadedDescription& description)
     map._GetSchemaVersion(schema);
     out << description.FileName() << ": " << OneLine(map._GetVendorName().c_str()) << " "
         << OneLine(map._GetModelName().c_str()) << ", schema " << schema.Major << "." << schema.Minor << ", "
-        << description.Nodes().size() << " nodes, loaded in " << std::fixed << std::setprecision(2)
-        << description.LoadMilliseconds() << " ms\n";
+        << KxApps::Counted(description.Nodes().size(), "node") << ", loaded in " << std::fixed
+        << std::setprecision(2) << description.LoadMilliseconds() << " ms\n";
 }
 
 void PrintSummary(std::ostream& out, const LoadedDescription& description, const DescriptionFacts& facts)
 {
     PrintHeadLine(out, description);
     out << "features: " << facts.features << ", of which " << facts.readable << " read, " << facts.notReadable
-        << " not readable, " << facts.raising.size() << " raise an exception\n";
+        << " not readable, " << facts.raising.size()
+        << (facts.raising.size() == 1 ? " raises an exception\n" : " raise an exception\n");
     PrintList(out, facts.raising);
     if (facts.badFormulas.empty())
         out << "formulas: all compile\n";
     else
-        out << "formulas: " << facts.badFormulas.size() << " do not compile\n";
+        out << "formulas: " << facts.badFormulas.size()
+            << (facts.badFormulas.size() == 1 ? " does not compile\n" : " do not compile\n");
     PrintList(out, facts.badFormulas);
 }
 

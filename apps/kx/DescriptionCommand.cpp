@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "Counted.h"
 #include "DescriptionFile.h"
 #include "OpenCamera.h"
 #include "Output.h"
@@ -41,7 +42,7 @@ void RunDescription(const Options& options)
     file.close();
     if (!file)
         throw RUNTIME_EXCEPTION("'%s' can't be written: %s", options.output.c_str(), std::strerror(errno));
-    std::cerr << content.size() << " bytes saved to " << options.output
+    std::cerr << KxApps::Counted(content.size(), "byte") << " saved to " << options.output
               << (name.empty() ? "" : ", which the camera calls " + name) << "\n";
 }
 

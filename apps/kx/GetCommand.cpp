@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "Counted.h"
 #include "FeatureDetails.h"
 #include "FeatureFile.h"
 #include "FeatureSetting.h"
@@ -60,7 +61,8 @@ void RunGet(const Options& options)
         std::cout << all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
     Finish(std::cout);
     if (!options.file.empty())
-        std::cerr << SaveFeatures(camera.Map(), options.file) << " values saved to " << options.file << "\n";
+        std::cerr << KxApps::Counted(static_cast<uint64_t>(SaveFeatures(camera.Map(), options.file)), "value")
+                  << " saved to " << options.file << "\n";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "Counted.h"
 #include "FeatureSetting.h"
 #include "GrabProgress.h"
 #include "HistogramWriter.h"
@@ -154,12 +155,11 @@ KxApps::RecordingStatus Finished(KxApps::Recorder& recorder, GrabProgress& progr
 void CheckResult(const Options& options, uint64_t images, const KxApps::RecordingStatus& recording)
 {
     if (recording.state == KxApps::RecordingState::Failed || recording.lost > 0)
-        throw RUNTIME_EXCEPTION("%llu images not saved; %s", static_cast<unsigned long long>(recording.lost),
+        throw RUNTIME_EXCEPTION("%s not saved; %s", KxApps::Counted(recording.lost, "image").c_str(),
                                 recording.Cause().c_str());
     if (options.images != kKxEndless && images < options.images)
-        throw RUNTIME_EXCEPTION("interrupted after %llu of %llu images",
-                                static_cast<unsigned long long>(images),
-                                static_cast<unsigned long long>(options.images));
+        throw RUNTIME_EXCEPTION("interrupted after %llu of %s", static_cast<unsigned long long>(images),
+                                KxApps::Counted(options.images, "image").c_str());
 }
 
 void RunGrab(Options options)

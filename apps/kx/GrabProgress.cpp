@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GrabProgress.h"
 
+#include "Counted.h"
+
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
@@ -44,7 +46,7 @@ bool GrabProgress::IsDue()
 void GrabProgress::ShowQueue(const KxApps::RecordingStatus& status)
 {
     if (status.queued > 0 && IsDue())
-        Show(std::to_string(m_images) + " images, " + std::to_string(status.queued) + " to be saved");
+        Show(KxApps::Counted(m_images, "image") + ", " + std::to_string(status.queued) + " to be saved");
 }
 
 void GrabProgress::End()
@@ -69,15 +71,14 @@ std::string GrabProgress::Summary() const
     // What had no buffer is mostly missing in the sequence as well.
     const unsigned long long lost = std::max(m_statistics.nLost, m_statistics.nUnderrun);
     char text[256];
-    std::snprintf(text, sizeof text,
-                  "%llu images in %.3f s: %.1f images/s, %.1f MB/s, %llu lost, %llu incomplete",
-                  static_cast<unsigned long long>(m_images), Seconds(),
+    std::snprintf(text, sizeof text, "%s in %.3f s: %.1f images/s, %.1f MB/s, %llu lost, %llu incomplete",
+                  KxApps::Counted(m_images, "image").c_str(), Seconds(),
                   PerSecond(static_cast<double>(m_images)), PerSecond(static_cast<double>(m_bytes)) / 1e6,
                   lost, static_cast<unsigned long long>(m_statistics.nIncomplete));
     // Only of cameras that send what can't be used.
     return m_statistics.nRefused == 0
                ? text
-               : text + (", " + std::to_string(m_statistics.nRefused)) + " buffers refused";
+               : text + (", " + KxApps::Counted(m_statistics.nRefused, "buffer")) + " refused";
 }
 
 std::string GrabProgress::Json(const KxApps::RecordingStatus* pRecording) const
@@ -106,8 +107,8 @@ std::string GrabProgress::Line() const
     constexpr uint64_t kWidth = 16;
     const unsigned long long lost = std::max(m_statistics.nLost, m_statistics.nUnderrun);
     char text[128];
-    std::snprintf(text, sizeof text, "%llu images, %.1f/s, %.1f MB/s, %llu lost, %llu incomplete",
-                  static_cast<unsigned long long>(m_images), PerSecond(static_cast<double>(m_images)),
+    std::snprintf(text, sizeof text, "%s, %.1f/s, %.1f MB/s, %llu lost, %llu incomplete",
+                  KxApps::Counted(m_images, "image").c_str(), PerSecond(static_cast<double>(m_images)),
                   PerSecond(static_cast<double>(m_bytes)) / 1e6, lost,
                   static_cast<unsigned long long>(m_statistics.nIncomplete));
     std::string line = text;

@@ -154,7 +154,10 @@ TEST_F(CameraCommand, TheBundleTellsWhatThereIsAndWhatIsWrong)
 {
     std::ofstream(m_folder / "Broken.cti") << "this is no library";
     Run("get nobody password=geheim");
-    const Outcome bundled = Run("bundle -o all.zip --add Broken.cti", "GENICAM_GENTL64_PATH=. ");
+    std::filesystem::create_directory(m_folder / "other");
+    std::ofstream(m_folder / "other" / "Broken.cti") << "another";
+    const Outcome bundled =
+        Run("bundle -o all.zip --add Broken.cti --add other/Broken.cti", "GENICAM_GENTL64_PATH=. ");
     ASSERT_EQ(bundled.exitCode, 0) << bundled.errors;
     ASSERT_EQ(RunProgram(CMAKE_PROGRAM, "-E tar xf all.zip").exitCode, 0);
     EXPECT_TRUE(std::filesystem::exists(m_folder / "about.json"));
@@ -166,7 +169,8 @@ TEST_F(CameraCommand, TheBundleTellsWhatThereIsAndWhatIsWrong)
                 AllOf(HasSubstr("Broken.cti: "), HasSubstr("cannot open KX-G1M_2003 (NoAccess)")));
     EXPECT_THAT(ContentOf(m_folder / "errors.log"),
                 AllOf(HasSubstr("no camera is called 'nobody'"), HasSubstr("  kx ")));
-    EXPECT_TRUE(std::filesystem::exists(m_folder / "added" / "Broken.cti"));
+    EXPECT_EQ(ContentOf(m_folder / "added" / "Broken.cti"), "this is no library");
+    EXPECT_EQ(ContentOf(m_folder / "added" / "2_Broken.cti"), "another");
     ExpectFailure(Run("bundle -o nowhere/all.zip"), "'nowhere/all.zip' can't be written");
 }
 
@@ -209,7 +213,7 @@ TEST_F(CameraCommand, GrabDecodesCompressedImagesAndLosesOnlyBrokenOnes)
                                 "--set KxFaultIncompleteEvery=2 -o frame-%d.png");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_THAT(outcome.output, HasSubstr("2 images written"));
-    EXPECT_THAT(outcome.errors, HasSubstr("1 images not saved; image 2 came incomplete"));
+    EXPECT_THAT(outcome.errors, HasSubstr("1 image not saved; image 2 came incomplete"));
     EXPECT_EQ(Files(".png"), 2U);
 }
 

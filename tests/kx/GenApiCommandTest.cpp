@@ -182,9 +182,9 @@ TEST_F(GenApiCommand, FormulasThatDoNotCompileAreListedAndTheRestIsShown)
     const Outcome summary = RunOn(xml);
     EXPECT_EQ(summary.exitCode, 0) << summary.errors;
     EXPECT_THAT(LinesOf(summary.output),
-                AllOf(Contains("features: 2, of which 1 read, 0 not readable, 1 raise an exception"),
+                AllOf(Contains("features: 2, of which 1 read, 0 not readable, 1 raises an exception"),
                       Contains(StartsWith("  Bad: LogicalErrorException: ")),
-                      Contains("formulas: 1 do not compile")));
+                      Contains("formulas: 1 does not compile")));
     EXPECT_THAT(LinesOf(RunOn(xml, "--tree").output),
                 AllOf(Contains(StartsWith("  Bad ! LogicalErrorException: ")), Contains("  Good = 3 [RO]")));
 }
