@@ -2,8 +2,11 @@
 #include "runtime/Change.h"
 
 #include "runtime/Callbacks.h"
+#include "runtime/RegisterAccess.h"
 
 #include <Base/GCException.h>
+
+#include <algorithm>
 
 namespace KxGenApi
 {
@@ -77,30 +80,43 @@ void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callba
     const Description& description = m_map.Described();
     std::vector<NodeIndex>& pending = m_map.BeginWalk();
     for (const Start& start : m_starts) {
-        if (m_map.MarkVisited(start.node)) {
+        if (m_map.MarkVisited(start.node))
             Visit(start.node, start.knowsContent, callbacks);
-            pending.push_back(start.node);
-        }
     }
-    while (!pending.empty()) {
-        const NodeIndex node = pending.back();
-        pending.pop_back();
-        for (const NodeIndex dependent : description.Dependents(node)) {
-            if (m_map.MarkVisited(dependent)) {
-                Visit(dependent, false, callbacks);
-                pending.push_back(dependent);
+    for (size_t i = 0; i < m_starts.size(); ++i) {
+        pending.push_back(m_starts[i].node);
+        while (!pending.empty()) {
+            const NodeIndex node = pending.back();
+            pending.pop_back();
+            for (const NodeIndex dependent : description.Dependents(node)) {
+                if (m_map.MarkVisited(dependent)) {
+                    Visit(dependent, false, callbacks);
+                    pending.push_back(dependent);
+                } else if (WasWrittenBefore(dependent, i)) {
+                    Visit(dependent, false, nullptr); // what was written later may have changed it
+                }
             }
         }
     }
+}
+
+bool Change::WasWrittenBefore(NodeIndex node, size_t start) const
+{
+    return m_written > 1 &&
+           std::any_of(m_starts.begin(), m_starts.begin() + static_cast<ptrdiff_t>(start),
+                       [&](const Start& earlier) { return earlier.node == node && earlier.knowsContent; });
 }
 
 void Change::Visit(NodeIndex index, bool knowsContent, std::vector<std::shared_ptr<CallbackSlot>>* callbacks)
 {
     if (!knowsContent)
         m_map.MarkInvalidated(index);
-    Node* const node = m_map.ExistingNode(index); // what nobody asked for yet knows nothing
-    if (node == nullptr)
+    Node* const node = m_map.ExistingNode(index);
+    if (node == nullptr) { // what nobody asked for yet knows nothing, but others may have read its bytes
+        if (!knowsContent)
+            RegisterAccess::ForgetBytesOf(m_map, index);
         return;
+    }
     if (knowsContent)
         node->ForgetAccessMode();
     else

@@ -39,7 +39,11 @@ public:
     ~Change();
 
     /// The node has a new content and knows it.
-    void Wrote(Node& node) { m_starts.push_back({node.Index(), true}); }
+    void Wrote(Node& node)
+    {
+        m_starts.push_back({node.Index(), true});
+        ++m_written;
+    }
 
     /// The node's content may have changed behind its back.
     void Invalidate(NodeIndex node) { m_starts.push_back({node, false}); }
@@ -54,6 +58,7 @@ private:
     };
 
     void ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callbacks);
+    bool WasWrittenBefore(NodeIndex node, size_t start) const;
     void Visit(NodeIndex node, bool knowsContent, std::vector<std::shared_ptr<CallbackSlot>>* callbacks);
     void Unlock();
 
@@ -61,6 +66,7 @@ private:
     bool m_outermost;
     bool m_locked = true;
     std::vector<Start> m_starts;
+    size_t m_written = 0; // of those
 };
 
 /// One level of nodes that ask each other; raises LogicalErrorException when they go round in circles.

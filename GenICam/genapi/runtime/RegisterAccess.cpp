@@ -12,6 +12,7 @@ namespace KxGenApi
 RegisterAccess::RegisterAccess(Node& owner, ECachingMode defaultCaching)
     : m_owner(owner)
     , m_defaultCaching(defaultCaching)
+    , m_place(FixedPlace(owner.Properties()))
 {
     for (const Property& property : owner.Properties()) {
         switch (property.id) {
@@ -128,7 +129,7 @@ const std::vector<uint8_t>& RegisterAccess::Read(int64_t count, ReadOptions opti
     const NodeMap& map = m_owner.Map();
     RegisterCache& cache = Port().Cache();
     const bool cached = m_owner.CachingMode() != NoCache;
-    m_shared = {address, length};
+    m_place = {address, length};
     if (cached && !options.ignoreCache) {
         // Bytes that another register read before this one was invalidated are as stale as its own.
         const RegisterCache::Bytes* const bytes =
@@ -153,7 +154,7 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
     const int64_t address = Address();
     RegisterCache& cache = Port().Cache();
     Port().WriteDevice(m_owner, bytes.data(), address, static_cast<int64_t>(bytes.size()));
-    m_shared = {address, length};
+    m_place = {address, length};
     const bool whole = static_cast<int64_t>(bytes.size()) == length;
     if (whole && m_owner.CachingMode() == WriteThrough)
         cache.Store(address, std::move(bytes), m_owner.Map().Age());
@@ -164,10 +165,43 @@ void RegisterAccess::Write(std::vector<uint8_t> bytes, Change& change)
 
 void RegisterAccess::Forget()
 {
-    if (m_shared)
-        Port().Cache().Drop(m_shared->address, m_shared->length);
-    m_shared.reset();
+    if (m_place)
+        Port().Cache().Drop(m_place->address, m_place->length);
     m_addressKnown = false;
+}
+
+void RegisterAccess::ForgetBytesOf(const NodeMap& map, NodeIndex index)
+{
+    const Property* const port = map.Described().Find(index, Prop::pPort);
+    Node* const portNode = port != nullptr ? map.ExistingNode(port->node) : nullptr;
+    if (portNode == nullptr)
+        return; // no register, or nothing has been read
+    if (const auto place = FixedPlace(map.Described().Properties(index)))
+        dynamic_cast<PortNode&>(*portNode).Cache().Drop(place->address, place->length);
+}
+
+std::optional<RegisterAccess::Place> RegisterAccess::FixedPlace(Range<Property> properties)
+{
+    uint64_t address = 0;
+    int64_t length = 0;
+    for (const Property& property : properties) {
+        switch (property.id) {
+        case Prop::Address:
+            address += static_cast<uint64_t>(property.integer);
+            break;
+        case Prop::Length:
+            length = property.integer;
+            break;
+        case Prop::pAddress:
+        case Prop::IntSwissKnife:
+        case Prop::pIndex:
+        case Prop::pLength:
+            return std::nullopt;
+        default:
+            break;
+        }
+    }
+    return Place{static_cast<int64_t>(address), length};
 }
 
 } // namespace KxGenApi

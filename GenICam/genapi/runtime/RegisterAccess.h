@@ -40,8 +40,10 @@ public:
     const std::vector<uint8_t>& Read(int64_t count, ReadOptions options);
     /// Writes the first bytes, at most all.
     void Write(std::vector<uint8_t> bytes, Change& change);
-    /// Forgets the shared bytes.
+    /// Forgets the shared bytes, whoever read them.
     void Forget();
+    /// The same for a register that is no object yet.
+    static void ForgetBytesOf(const NodeMap& map, NodeIndex index);
 
 private:
     struct AddressTerm
@@ -68,7 +70,10 @@ private:
     {
         int64_t address, length;
     };
-    std::optional<Place> m_shared;   // where bytes may be kept that this register has read or written
+    /// Where the register lies, if the description says so by itself.
+    static std::optional<Place> FixedPlace(Range<Property> properties);
+
+    std::optional<Place> m_place;    // where it lay when it was last asked, which is where bytes may be kept
     std::vector<uint8_t> m_uncached; // what Read gives out when nothing is cached
 };
 

@@ -174,3 +174,35 @@ TEST(Invalidation, ReachesRegistersThatNobodyHasReadYet)
     EXPECT_EQ(test.Int("Polled").GetValue(), 3);
     EXPECT_EQ(test.Int("First").GetValue(), 1) << "it follows nothing";
 }
+
+TEST(Invalidation, DropsSharedBytesWhoeverReadThem)
+{
+    TestMap test(R"(
+        Register Reader { at 0x10 4 RW }
+        IntReg Sibling { at 0x10 4 RW; pInvalidator Trigger; Little }
+        IntReg Trigger { at 0 4 RW; Little })");
+    std::vector<uint8_t> bytes(4);
+    uint8_t content = 0;
+    for (const char* const name : {"Trigger", "Sibling", "Sibling"}) { // which is no object at first
+        test.Reg("Reader").Get(bytes.data(), 4);
+        test.port.Put(0x10, {++content});
+        test.Get(name).InvalidateNode();
+        test.Reg("Reader").Get(bytes.data(), 4);
+        EXPECT_EQ(bytes[0], content) << name;
+    }
+}
+
+TEST(Invalidation, ReachesWhatTheSameCallWroteBefore)
+{
+    TestMap test(R"(
+        Integer X { pValue First; pValueCopy Second }
+        IntReg First { at 0 4 RW; pInvalidator Second; Little } IntReg Second { at 4 4 RW; Little })");
+    int writes = 0;
+    test.port.onWrite = [&] {
+        if (++writes == 2)
+            test.port.Put(0, {9});
+    };
+    test.Int("X").SetValue(5);
+    EXPECT_EQ(test.Int("First").GetValue(), 9);
+    EXPECT_EQ(test.Int("Second").GetValue(), 5);
+}
