@@ -137,8 +137,16 @@ void PortNode::FlushCollected()
     entries.reserve(collected.size());
     for (auto& [address, bytes] : collected)
         entries.push_back({static_cast<uint64_t>(address), bytes.data(), bytes.size()});
-    if (m_stacked != nullptr)
+    if (m_stacked == nullptr)
+        return;
+    try {
         m_stacked->Write(entries.data(), entries.size());
+    } catch (...) {
+        // Which of them the device has taken nobody knows, but they are cached as if it had.
+        Change change(*this, "Write"); // not finished, so that nothing fires
+        change.Invalidate(Index());
+        throw;
+    }
 }
 
 void PortNode::SendCollected()
@@ -152,9 +160,9 @@ void PortNode::Replay(IPortWriteList* pPortRecorder, bool Invalidate)
     if (pPortRecorder == nullptr)
         return;
     Change change(*this, "Replay");
-    pPortRecorder->Replay(&Connected(*this)); // not through the recording, which may be this very list
     if (Invalidate)
-        change.Invalidate(Index());
+        change.Invalidate(Index());           // also if a part alone is written
+    pPortRecorder->Replay(&Connected(*this)); // not through the recording, which may be this very list
     change.Finish();
 }
 

@@ -209,6 +209,7 @@ class StackedPort : public CPortStackedImpl
 {
 public:
     std::string calls;
+    bool isBusy = false;
 
     EAccessMode GetAccessMode() const override { return RW; }
     void Read(void* pBuffer, int64_t address, int64_t length) override
@@ -223,6 +224,8 @@ public:
     }
     void Write(PORT_REGISTER_STACK_ENTRY* pEntries, size_t count) override
     {
+        if (isBusy)
+            throw std::runtime_error("busy");
         for (size_t i = 0; i < count; ++i)
             calls +=
                 "[" + std::to_string(pEntries[i].Address) + "," + std::to_string(pEntries[i].Size) + "] ";
@@ -256,6 +259,9 @@ TEST(ConcatenatedWrite, OnAStackedPortIsOneCall)
     EXPECT_EQ(std::string(errors.at(0)).find("Error while writing node 'I': "), 0u);
     EXPECT_EQ(test.Int("J").GetValue(), 6);
     EXPECT_EQ(test.Flt("Own").GetValue(), 1);
+    port.isBusy = true;
+    EXPECT_FALSE(test.map._ConcatenatedWrite(list));
+    EXPECT_EQ(test.Int("I").GetValue(), 1) << "what was not taken isn't shown";
     list.Release()->Destroy();
     EXPECT_EQ(KindRaisedBy([&] { list._Clear(); }), "Access");
     EXPECT_TRUE(test.map._Ptr->ConcatenatedWrite(nullptr));
@@ -276,6 +282,13 @@ TEST(Port, RecordsItsWritesAndDoesThemAgain)
     EXPECT_EQ(test.port.TakeAccesses(), "w0:4 w4:4");
     EXPECT_EQ(test.Int("A").GetValue(), 1) << "and nothing cached stays";
     recorder->Replay(nullptr);
+    test.Int("A") = 3;
+    test.port.onWrite = [n = 0]() mutable {
+        if (++n == 2)
+            throw std::runtime_error("cable pulled");
+    };
+    EXPECT_EQ(KindRaisedBy([&] { recorder->Replay(&list); }), "std");
+    EXPECT_EQ(test.Int("A").GetValue(), 1);
     EXPECT_EQ(list.GetCookie(), -1);
 }
 
