@@ -133,14 +133,16 @@ int64_t FloatBase::GetDisplayPrecision() const
 
 void FloatBase::ImposeMin(double Value)
 {
-    const Call call(*this, "ImposeMin");
+    Change change(*this, "ImposeMin"); // not finished, so that nothing fires
     m_imposedMin = Value;
+    change.Wrote(*this); // the value is what it was, but formulas may show the limit
 }
 
 void FloatBase::ImposeMax(double Value)
 {
-    const Call call(*this, "ImposeMax");
+    Change change(*this, "ImposeMax"); // not finished, so that nothing fires
     m_imposedMax = Value;
+    change.Wrote(*this); // the value is what it was, but formulas may show the limit
 }
 
 // ------------------------------------------------------------------------------------------ for other nodes

@@ -114,14 +114,16 @@ gcstring IntegerBase::GetUnit()
 
 void IntegerBase::ImposeMin(int64_t Value)
 {
-    const Call call(*this, "ImposeMin");
+    Change change(*this, "ImposeMin"); // not finished, so that nothing fires
     m_imposedMin = Value;
+    change.Wrote(*this); // the value is what it was, but formulas may show the limit
 }
 
 void IntegerBase::ImposeMax(int64_t Value)
 {
-    const Call call(*this, "ImposeMax");
+    Change change(*this, "ImposeMax"); // not finished, so that nothing fires
     m_imposedMax = Value;
+    change.Wrote(*this); // the value is what it was, but formulas may show the limit
 }
 
 // ------------------------------------------------------------------------------------------ for other nodes

@@ -293,12 +293,15 @@ TEST(AccessMode, ImposedLimitsBindTheNodesAbove)
     TestMap test(R"(
         Integer Top { pValue Mid } Integer OwnMax { pValue Mid; Max 90 } Float Real { pValue Mid }
         Integer Mid { Value 0; Min 0; Max 100 }
+        IntSwissKnife Shown { pVariable[Name=V.Max] Mid; Formula V.Max }
         Integer Rounded { pValue FMid } Float FMid { Value 0; Min 0; Max 10 })");
+    EXPECT_EQ(test.Int("Shown").GetValue(), 100);
     test.Int("Mid").ImposeMin(3);
     test.Int("Mid").ImposeMax(20);
     test.Flt("FMid").ImposeMax(2.5);
     EXPECT_EQ(test.Int("Top").GetMin(), 3);
     EXPECT_EQ(test.Int("Top").GetMax(), 20);
+    EXPECT_EQ(test.Int("Shown").GetValue(), 20);
     EXPECT_EQ(test.Int("OwnMax").GetMax(), 90);
     EXPECT_EQ(test.Flt("Real").GetMax(), 20);
     EXPECT_EQ(test.Int("Rounded").GetMax(), 3);
