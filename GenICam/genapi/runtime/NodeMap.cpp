@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runtime/NodeMap.h"
 
+#include "Attempt.h"
 #include "runtime/Change.h"
 #include "runtime/NodeFactory.h"
 #include "runtime/PortNode.h"

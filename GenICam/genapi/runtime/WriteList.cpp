@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runtime/WriteList.h"
 
+#include "Attempt.h"
 #include "runtime/TextConversion.h"
 
 #include <GenApi/IBoolean.h>

@@ -2,12 +2,10 @@
 // The list of values for a concatenated write.
 #pragma once
 
-#include <Base/GCException.h>
 #include <Base/GCStringVector.h>
 #include <GenApi/ConcatenatedWrite.h>
 #include <GenApi/INodeMap.h>
 
-#include <exception>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -48,24 +46,5 @@ public:
 private:
     std::vector<std::pair<gcstring, Value>> m_entries;
 };
-
-/// Runs a function; what it raises becomes a line of `errors`, if there is such a list, and false.
-template <typename Function>
-bool Attempt(const Function& function, const GenICam::gcstring& prefix, GenICam::gcstring_vector* errors)
-{
-    const auto tell = [&](const char* what) {
-        if (errors != nullptr)
-            errors->push_back(prefix + what);
-        return false;
-    };
-    try {
-        function();
-        return true;
-    } catch (const GenICam::GenericException& error) {
-        return tell(error.what());
-    } catch (const std::exception& error) { // ports may throw what they like; the rest goes on
-        return tell(error.what());
-    }
-}
 
 } // namespace KxGenApi

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Attempt.h"
 #include "PersistenceSession.h"
 
 #include <Base/GCException.h>
@@ -69,22 +70,15 @@ public:
         }
         if (!SetSelectors(entry))
             return true;
-        try {
-            value->FromString(entry.Value, false);
-            return true;
-        } catch (const GenICam::GenericException& e) {
-            Tell("Error while writing node '" + entry.Name + "': " + e.what());
-        } catch (const std::exception& e) { // ports throw what they like; the rest of the bag goes on
-            Tell("Error while writing node '" + entry.Name + "': " + e.what());
-        }
-        return false;
+        return Attempt([&] { value->FromString(entry.Value, false); },
+                       "Error while writing node '" + entry.Name + "': ");
     }
 
     void Compare(const CFeatureBag::CEntry& entry)
     {
         if (!SetSelectors(entry))
             return;
-        try {
+        const auto compare = [&] {
             IValue& value = dynamic_cast<IValue&>(*m_nodeMap.GetNode(entry.Name));
             // Comparing the selected features has moved it.
             if (m_moved.count(entry.Name) != 0)
@@ -93,14 +87,19 @@ public:
             if (found != entry.Value)
                 Tell("Error while verifying node '" + entry.Name + "'. Expected '" + entry.Value +
                      "', but found '" + found + "'");
-        } catch (const GenICam::GenericException& e) {
-            Tell("Error while verifying the value of node '" + entry.Name + "': " + e.what());
-        } catch (const std::exception& e) {
-            Tell("Error while verifying the value of node '" + entry.Name + "': " + e.what());
-        }
+        };
+        Attempt(compare, "Error while verifying the value of node '" + entry.Name + "': ");
     }
 
 private:
+    template <typename Function>
+    bool Attempt(const Function& function, const gcstring& prefix)
+    {
+        const bool done = KxGenApi::Attempt(function, prefix, m_errors);
+        m_allGood = m_allGood && done;
+        return done;
+    }
+
     void Tell(const gcstring& error)
     {
         m_allGood = false;

@@ -200,6 +200,10 @@ int64_t CFeatureBag::StoreToBag(INodeMap* pNodeMap, const int MaxNumPersistScrip
             if (pErrorList == nullptr)
                 throw;
             pErrorList->push_back(name + ": " + e.GetDescription());
+        } catch (const std::exception& e) { // of a port
+            if (pErrorList == nullptr)
+                throw;
+            pErrorList->push_back(name + ": " + e.what());
         }
     }
     m_info = InfoOf(*pNodeMap);

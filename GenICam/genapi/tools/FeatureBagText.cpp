@@ -83,6 +83,14 @@ std::string_view TrimmedText(std::string_view text)
                               : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
 }
 
+/// What stands ahead of a value that would else be taken for selectors and a value.
+constexpr std::string_view kNoSelectors = "{}";
+
+bool BeginsAsSelectors(std::string_view text)
+{
+    return !text.empty() && text.front() == '{' && text.find("}\t") != text.npos;
+}
+
 CFeatureBag::CEntry ParseLine(std::string_view line, size_t number)
 {
     const size_t tab = line.find('\t', std::min(line.find_first_not_of(" \t"), line.size()));
@@ -92,10 +100,11 @@ CFeatureBag::CEntry ParseLine(std::string_view line, size_t number)
                                 static_cast<int>(std::min<size_t>(line.size(), 80)), line.data());
     const auto text = [](std::string_view part) { return gcstring(part.data(), part.size()); };
     const std::string_view rest = line.substr(tab + 1);
-    const size_t end = !rest.empty() && rest.front() == '{' ? rest.find("}\t") : rest.npos;
-    if (end == rest.npos)
+    if (!BeginsAsSelectors(rest))
         return {text(name), gcstring(), text(rest)};
-    return {text(name), text(rest.substr(0, end + 1)), text(rest.substr(end + 2))};
+    const size_t end = rest.find("}\t") + 1;
+    const std::string_view selectors = rest.substr(0, end);
+    return {text(name), selectors == kNoSelectors ? gcstring() : text(selectors), text(rest.substr(end + 1))};
 }
 } // namespace
 
@@ -105,6 +114,8 @@ void CFeatureBag::WriteEntries(std::ostream& os) const
         os << entry.Name << '\t';
         if (!entry.Selectors.empty())
             os << entry.Selectors << '\t';
+        else if (BeginsAsSelectors(View(entry.Value)))
+            os << kNoSelectors << '\t';
         os << entry.Value << '\n';
     }
 }

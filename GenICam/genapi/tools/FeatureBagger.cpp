@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Bags of the features as they are, of the user sets and of the sequencer sets.
+#include "Attempt.h"
 #include "SelectorDigits.h"
 
 #include <Base/GCException.h>
@@ -130,13 +131,12 @@ bool CFeatureBagger::UnBag(INodeMap* pNodeMap, bool Verify, gcstring_vector* pEr
             const auto save = names.save ? FindStandard<ICommand>(*pNodeMap, names.save) : nullptr;
             if (selector == nullptr || save == nullptr || set == "Default")
                 continue;
-            try {
+            const auto keep = [&] {
                 selector->FromString(set);
                 save->Execute();
-            } catch (const GenICam::GenericException& e) {
-                allGood = false;
-                errors.push_back("Error while saving '" + bag.GetBagName() + "': " + e.what());
-            }
+            };
+            allGood = KxGenApi::Attempt(keep, "Error while saving '" + bag.GetBagName() + "': ", &errors) &&
+                      allGood;
         }
     };
     loadSets(kUserSets);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Attempt.h"
+
 #include <Base/GCException.h>
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
@@ -60,14 +62,9 @@ bool CSelectorState::RestoreState(INodeMap* pNodeMap, GenICam::gcstring_vector* 
         const auto value = dynamic_cast<IValue*>(pNodeMap->GetNode(selector.first));
         if (value == nullptr)
             continue; // files are made on other devices as well
-        try {
-            value->FromString(selector.second);
-        } catch (const GenICam::GenericException& error) {
-            allGood = false;
-            if (pErrorList != nullptr)
-                pErrorList->push_back("Error while writing selector '" + selector.first +
-                                      "': " + error.what());
-        }
+        allGood = KxGenApi::Attempt([&] { value->FromString(selector.second); },
+                                    "Error while writing selector '" + selector.first + "': ", pErrorList) &&
+                  allGood;
     }
     return allGood;
 }

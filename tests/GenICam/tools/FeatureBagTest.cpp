@@ -170,6 +170,9 @@ TEST(FeatureBag, ReportsWhatCannotBeLoadedAndGoesOn)
     EXPECT_EQ(map.Int("Gain"), 9);
     EXPECT_TRUE(Parse("Gain\t{NoSelector=1,GainSelector=Blue}\t6\n").LoadFromBag(map)) << "files of before";
     EXPECT_EQ(map.memory.Word(8), 6u);
+    Register(map["GainSelector"], [](INode*) { throw std::runtime_error("as ports may"); });
+    EXPECT_TRUE(Parse("Gain\t{GainSelector=Red}\t1\n").LoadFromBag(map, false, &errors));
+    EXPECT_THAT(ToStd(errors), ElementsAre(selector));
 }
 
 // Limits that hang on one another don't matter, nor do locks; what is imposed on a feature does.

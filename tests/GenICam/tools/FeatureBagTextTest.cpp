@@ -39,16 +39,18 @@ TEST(FeatureBagText, ReadsNamesSelectorsAndValues)
                                           "Gain\t{GainSelector=Red}\t1.5\r\n"
                                           "  LUTValue \t{LUTSelector=Red\tLUTIndex=3}\t7\n"
                                           "DeviceUserID\t{mine}\n"
+                                          "Odd\t{}\t{a}\tb\n"
                                           "Note\ta b \tc\n"
                                           "Empty\t");
-    EXPECT_THAT(Lines(bag), testing::ElementsAre("Width||640", "Gain|{GainSelector=Red}|1.5",
-                                                 "LUTValue|{LUTSelector=Red\tLUTIndex=3}|7",
-                                                 "DeviceUserID||{mine}", "Note||a b \tc", "Empty||"));
+    EXPECT_THAT(Lines(bag),
+                testing::ElementsAre("Width||640", "Gain|{GainSelector=Red}|1.5",
+                                     "LUTValue|{LUTSelector=Red\tLUTIndex=3}|7", "DeviceUserID||{mine}",
+                                     "Odd||{a}\tb", "Note||a b \tc", "Empty||"));
 }
 
 TEST(FeatureBagText, WritesWhatItReads)
 {
-    const std::string text = kMark + "Width\t640\nGain\t{GainSelector=Red}\t1.5\nEmpty\t\n";
+    const std::string text = kMark + "Width\t640\nGain\t{GainSelector=Red}\t1.5\nEmpty\t\nOdd\t{}\t{a}\tb\n";
     CFeatureBag bag = Parse(text);
     EXPECT_EQ(bag.ToString(), text.c_str());
     EXPECT_TRUE(Parse(text) == bag);
