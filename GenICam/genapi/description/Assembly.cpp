@@ -1,33 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "description/Assembly.h"
 
-#include "description/HashName.h"
 #include "description/Links.h"
 
 #include <utility>
 
 namespace KxGenApi
 {
-namespace
-{
-
-std::vector<NodeIndex> MakeNameTable(const std::vector<NodeData>& nodes)
-{
-    size_t size = 4;
-    while (size < 2 * nodes.size())
-        size *= 2;
-    std::vector<NodeIndex> table(size, kNoNode);
-    for (NodeIndex i = 0; i < nodes.size(); ++i) {
-        size_t cell = HashName(nodes[i].name) & (size - 1);
-        while (table[cell] != kNoNode)
-            cell = (cell + 1) & (size - 1);
-        table[cell] = i;
-    }
-    return table;
-}
-
-} // namespace
-
 std::shared_ptr<const Description> Assemble(DescriptionParts&& parts)
 {
     MarkFeatures(parts.nodes, parts.properties);
@@ -39,7 +18,7 @@ std::shared_ptr<const Description> Assemble(DescriptionParts&& parts)
     description->m_firstDependent = std::move(edges.dependents.first);
     description->m_selectors = std::move(edges.selectors.targets);
     description->m_firstSelector = std::move(edges.selectors.first);
-    description->m_nameTable = MakeNameTable(parts.nodes);
+    description->m_names = std::move(parts.names);
     description->m_device = std::move(parts.device);
     description->m_nodes = std::move(parts.nodes);
     description->m_properties = std::move(parts.properties);

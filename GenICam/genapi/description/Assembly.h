@@ -16,6 +16,7 @@ struct DescriptionParts
 {
     DeviceFacts device;
     std::vector<NodeData> nodes;
+    NameIndex names; ///< of all nodes
     std::vector<Property> properties;
     TextArena text;     ///< what the string views point into
     std::string source; ///< and what else they do

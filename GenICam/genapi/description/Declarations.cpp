@@ -2,7 +2,6 @@
 #include "description/Declarations.h"
 
 #include "description/Diagnostics.h"
-#include "description/HashName.h"
 #include "description/Limits.h"
 #include "description/Literals.h"
 #include "description/Prefault.h"
@@ -11,6 +10,7 @@
 #include <GenApi/Types.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace KxGenApi
 {
@@ -19,14 +19,6 @@ namespace
 
 // Of few files more than every fourth element is a node.
 size_t ExpectedNodes(const SourceText& source) { return std::min(source.TagCount() / 8 + 16, kMaxNodes); }
-
-size_t TableSize(size_t nodes)
-{
-    size_t size = 64;
-    while (size < 2 * nodes)
-        size *= 2;
-    return size;
-}
 
 } // namespace
 
@@ -51,7 +43,7 @@ bool IsPart(NodeType owner, Prop prop)
 Declarations::Declarations(const pugi::xml_node& root, const SourceText& source, TextArena& arena)
     : m_source(source)
     , m_arena(arena)
-    , m_table(TableSize(ExpectedNodes(source)), kNoDefinition)
+    , m_names(ExpectedNodes(source))
 {
     m_definitions.reserve(ExpectedNodes(source));
     Prefault(m_definitions.data(),
@@ -94,7 +86,8 @@ void Declarations::CollectChildren(const pugi::xml_node& parent, unsigned depth)
 
 void Declarations::CollectNode(const pugi::xml_node& element, const NodeInfo& info)
 {
-    const std::string_view name = m_arena.Copy(ReadName(element));
+    // Copies lie close together: names are compared far more often than the text around them is read.
+    const std::string_view name = m_arena.Join({ReadName(element)});
     Declare(name, element, info.type, Origin::Element, ReadNodeAttributes(element));
     CollectParts(element, info.type, name);
 }
@@ -195,50 +188,30 @@ DefinitionId Declarations::Declare(std::string_view name, const pugi::xml_node& 
     definition.nameSpace = nameSpace;
     m_entryCount += type == NodeType::StructEntry && origin == Origin::Element ? 1 : 0;
     if (origin != Origin::Struct)
-        Insert(id);
+        AddName(id);
     return id;
 }
 
-void Declarations::Insert(DefinitionId id)
+void Declarations::AddName(DefinitionId id)
 {
-    Definition& added = m_definitions[id];
-    added.hash = HashName(added.name);
-    if (m_definitions.size() * 2 > m_table.size()) {
-        std::vector<DefinitionId> old(m_table.size() * 2, kNoDefinition);
-        old.swap(m_table);
-        for (const DefinitionId other : old)
-            if (other != kNoDefinition) {
-                size_t cell = m_definitions[other].hash & (m_table.size() - 1);
-                while (m_table[cell] != kNoDefinition)
-                    cell = (cell + 1) & (m_table.size() - 1);
-                m_table[cell] = other;
-            }
-    }
-    size_t cell = added.hash & (m_table.size() - 1);
-    size_t collisions = 0;
-    for (; m_table[cell] != kNoDefinition; cell = (cell + 1) & (m_table.size() - 1)) {
-        if (++collisions > kMaxNameCollisions)
-            FailLimit({added.position, added.name, {}}, collisions, "colliding names", kMaxNameCollisions);
-        const Definition& other = m_definitions[m_table[cell]];
-        if (other.hash != added.hash || other.name != added.name)
-            continue;
-        Fail({added.position, added.name, {}}, "is defined a second time; the first definition is in line " +
-                                                   std::to_string(other.position.line) + ", column " +
-                                                   std::to_string(other.position.column));
-    }
-    m_table[cell] = id;
+    const Definition& added = m_definitions[id];
+    const NameIndex::Added place = m_names.Add(added.name, id, NameOf());
+    if (place.collisions > kMaxNameCollisions)
+        FailLimit({added.position, added.name, {}}, place.collisions, "colliding names", kMaxNameCollisions);
+    if (place.equal == kNoDefinition)
+        return;
+    const Position& first = m_definitions[place.equal].position;
+    Fail({added.position, added.name, {}}, "is defined a second time; the first definition is in line " +
+                                               std::to_string(first.line) + ", column " +
+                                               std::to_string(first.column));
 }
 
-DefinitionId Declarations::Find(std::string_view name) const
+DefinitionId Declarations::Find(std::string_view name) const { return m_names.Find(name, NameOf()); }
+
+NameIndex Declarations::ReleaseNames()
 {
-    const uint32_t hash = HashName(name);
-    size_t cell = hash & (m_table.size() - 1);
-    for (; m_table[cell] != kNoDefinition; cell = (cell + 1) & (m_table.size() - 1)) {
-        const Definition& definition = m_definitions[m_table[cell]];
-        if (definition.hash == hash && definition.name == name)
-            break;
-    }
-    return m_table[cell];
+    m_names.Renumber([this](DefinitionId id) { return m_definitions[id].index; });
+    return std::move(m_names);
 }
 
 } // namespace KxGenApi

@@ -27,7 +27,6 @@ struct Definition
     std::string_view name;
     pugi::xml_node element;
     NodeIndex index = kNoNode; ///< known after the first mention
-    uint32_t hash = 0;
     Position position;
     NodeType type = NodeType::Node;
     Origin origin = Origin::Element;
@@ -38,7 +37,7 @@ struct Definition
 bool IsPart(NodeType owner, Prop prop);
 
 using DefinitionId = uint32_t;
-constexpr DefinitionId kNoDefinition = ~DefinitionId{0};
+constexpr DefinitionId kNoDefinition = NameIndex::kNone;
 
 /// All nodes of a description in the order of the file: a node that another one contains comes after that one
 /// and before what follows it.
@@ -56,6 +55,8 @@ public:
 
     /// By plain name; kNoDefinition if there is none.
     DefinitionId Find(std::string_view name) const;
+    /// Hands over what finds the indices of the definitions by their names; to be called last.
+    NameIndex ReleaseNames();
 
 private:
     void CollectChildren(const pugi::xml_node& parent, unsigned depth);
@@ -68,13 +69,17 @@ private:
     uint8_t ReadNodeAttributes(const pugi::xml_node& element) const;
     DefinitionId Declare(std::string_view name, const pugi::xml_node& element, NodeType type, Origin origin,
                          uint8_t nameSpace);
-    void Insert(DefinitionId id);
+    void AddName(DefinitionId id);
+    auto NameOf() const
+    {
+        return [this](DefinitionId id) { return m_definitions[id].name; };
+    }
     Position Locate(const pugi::xml_node& element) const;
 
     const SourceText& m_source;
     TextArena& m_arena;
     std::vector<Definition> m_definitions;
-    std::vector<DefinitionId> m_table; // open addressing by HashName
+    NameIndex m_names;
     size_t m_entryCount = 0;
 };
 

@@ -2,6 +2,8 @@
 // The immutable form of a camera description: what the file says, with names resolved to indexes.
 #pragma once
 
+#include "description/NameIndex.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -270,7 +272,7 @@ private:
     std::vector<uint32_t> m_firstDependent; // NodeCount() + 1 entries
     std::vector<NodeIndex> m_selectors;
     std::vector<uint32_t> m_firstSelector;       // NodeCount() + 1 entries
-    std::vector<NodeIndex> m_nameTable;          // open addressing, a power of two in size
+    NameIndex m_names;                           // of all nodes
     std::vector<std::unique_ptr<char[]>> m_text; // what the string views point into
     std::string m_source;                        // the same: the file, as the parser left it
 };

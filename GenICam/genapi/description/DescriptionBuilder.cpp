@@ -90,6 +90,7 @@ std::shared_ptr<const Description> DescriptionBuilder::Build()
     while (m_next < m_declarations.Count())
         ReadNext();
     m_parts.nodes.resize(m_mentioned);
+    m_parts.names = m_declarations.ReleaseNames();
     m_parts.source = m_source.Release();
     return Assemble(std::move(m_parts));
 }

@@ -122,6 +122,8 @@ std::shared_ptr<const Description> ExtractSubtree(const Description& description
     const NodeIndex oldRoot = description.FindNode(kRootName);
     if (!rename && (oldRoot == kNoNode || !isNeeded[oldRoot]))
         AddRoot(parts, newIndex[root]);
+    for (NodeIndex i = 0; i < parts.nodes.size(); ++i)
+        parts.names.Add(parts.nodes[i].name, i, [&](NodeIndex other) { return parts.nodes[other].name; });
     return Assemble(std::move(parts));
 }
 
