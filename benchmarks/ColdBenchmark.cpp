@@ -12,6 +12,11 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <vector>
+
+#ifndef KXAPI_COLD_LIBRARIES
+#define KXAPI_COLD_LIBRARIES ""
+#endif
 
 namespace
 {
@@ -46,12 +51,21 @@ double Seconds(const timeval& time)
     return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
 }
 
-// The processor's time of a child, its kernel's included: others on the machine don't count.
-double Run(std::string program, std::string& file)
+// The processor's time of a child, its kernel's included: others on the machine don't count. Its libraries,
+// separated by colons, are loaded from where they lie: the peer's are installed, whereas a search through the
+// folders of a build tree takes the loader forty questions to the file system.
+double Run(std::string program, std::string& file, const std::string& libraries)
 {
     char* arguments[] = {program.data(), file.data(), nullptr};
+    std::string preload = "LD_PRELOAD=" + libraries;
+    std::vector<char*> environment;
+    for (char** variable = environ; *variable != nullptr; ++variable)
+        environment.push_back(*variable);
+    if (!libraries.empty())
+        environment.push_back(preload.data());
+    environment.push_back(nullptr);
     pid_t child = 0;
-    if (posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+    if (posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environment.data()) != 0)
         throw std::runtime_error(program + " can't be started");
     int status = 0;
     rusage used{};
@@ -60,21 +74,21 @@ double Run(std::string program, std::string& file)
     return Seconds(used.ru_utime) + Seconds(used.ru_stime);
 }
 
-void Cold(benchmark::State& state, const char* program)
+void Cold(benchmark::State& state, const char* program, const char* libraries)
 {
     static DescriptionFile file;
     for (auto _ : state)
-        state.SetIterationTime(Run(program, file.Name()));
+        state.SetIterationTime(Run(program, file.Name(), libraries));
 }
-BENCHMARK_CAPTURE(Cold, first, KXAPI_COLD_OWN)
+BENCHMARK_CAPTURE(Cold, first, KXAPI_COLD_OWN, KXAPI_COLD_LIBRARIES)
     ->Name("Cold/first")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Cold, peer, KXAPI_COLD_PEER)
+BENCHMARK_CAPTURE(Cold, peer, KXAPI_COLD_PEER, "")
     ->Name("Cold/peer")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Cold, empty, KXAPI_COLD_EMPTY)
+BENCHMARK_CAPTURE(Cold, empty, KXAPI_COLD_EMPTY, "")
     ->Name("Cold/empty")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
