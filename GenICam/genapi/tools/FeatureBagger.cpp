@@ -48,15 +48,31 @@ bool HasSets(INodeMap& nodeMap, const SetNames& names)
            FindStandard<IValue>(nodeMap, names.featureEnable);
 }
 
+/// Does both, the second even if the first fails, whose exception leaves then.
+template <class Work, class Finish>
+void DoBoth(const Work& work, const Finish& finish)
+{
+    try {
+        work();
+    } catch (...) {
+        KxGenApi::Attempt(finish, gcstring(), nullptr);
+        throw;
+    }
+    finish();
+}
+
 /// Calls `visit` with each value of a selector, at which the selector stands then.
 template <class Visit>
 void ForEachSetting(IValue& selector, const Visit& visit)
 {
     const auto digit = KxGenApi::MakeSelectorDigit(selector);
-    for (bool set = digit && digit->SetFirst(); set; set = digit->SetNext())
-        visit(selector.ToString());
-    if (digit)
-        digit->Restore();
+    if (!digit)
+        return;
+    const auto visitAll = [&] {
+        for (bool set = digit->SetFirst(); set; set = digit->SetNext())
+            visit(selector.ToString());
+    };
+    DoBoth(visitAll, [&] { digit->Restore(); });
 }
 
 void BagSets(INodeMap& nodeMap, const SetNames& names, int limit, std::vector<CFeatureBag>& bags)
@@ -65,7 +81,7 @@ void BagSets(INodeMap& nodeMap, const SetNames& names, int limit, std::vector<CF
         return;
     CFeatureBag before;
     before.StoreToBag(&nodeMap);
-    ForEachSetting(*FindStandard<IValue>(nodeMap, names.selector), [&](const gcstring& set) {
+    const auto bagSet = [&](const gcstring& set) {
         FindStandard<ICommand>(nodeMap, names.load)->Execute();
         gcstring_vector features;
         ForEachSetting(*FindStandard<IValue>(nodeMap, names.featureSelector),
@@ -74,8 +90,9 @@ void BagSets(INodeMap& nodeMap, const SetNames& names, int limit, std::vector<CF
         bag.SetBagName(names.prefix + set);
         bag.StoreToBag(&nodeMap, limit, &features);
         bags.push_back(bag);
-    });
-    before.LoadFromBag(&nodeMap, false);
+    };
+    DoBoth([&] { ForEachSetting(*FindStandard<IValue>(nodeMap, names.selector), bagSet); },
+           [&] { before.LoadFromBag(&nodeMap, false); });
 }
 
 bool HasPrefix(const gcstring& text, const char* prefix) { return text.find(prefix) == 0; }

@@ -314,6 +314,15 @@ TEST(FeatureBagger, BagsAndUnbagsUserAndSequencerSets)
     EXPECT_TRUE(again.UnBag(map));
     EXPECT_EQ(map.memory.Word(12), 7u) << "UserSet1 was saved";
     EXPECT_EQ(map.memory.Word(0), 3u) << "the present features come last";
+    map.SetText("UserSetSelector", "Default");
+    Register(map["UserSetLoad"], [loads = 0](INode*) mutable {
+        if (++loads == 2)
+            throw std::runtime_error("cable pulled");
+    });
+    EXPECT_THROW(again.Bag(map, true, true), std::runtime_error);
+    EXPECT_EQ(map.memory.Word(0), 3u);
+    EXPECT_EQ(map.Text("UserSetSelector"), "Default");
+    EXPECT_EQ(again.size(), 4u) << "it keeps what it had";
     std::istringstream plain(mark + "Gain\t5\n");
     plain >> again;
     ASSERT_EQ(again.size(), 1u);
