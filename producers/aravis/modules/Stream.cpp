@@ -7,6 +7,20 @@
 
 namespace KxAravis
 {
+namespace
+{
+
+constexpr guint64 kNoNumber = UINT64_MAX;
+
+/// Filling leaves the number and time of the image before in a buffer where the packet that tells the new
+/// ones is lost.
+void Forget(ArvBuffer& buffer)
+{
+    arv_buffer_set_frame_id(&buffer, kNoNumber);
+    arv_buffer_set_timestamp(&buffer, 0);
+}
+
+} // namespace
 
 CStream::CStream(std::shared_ptr<CDevice> device, const std::string& id)
     : KxProducer::CStream(id, {id, device->Facts().model, KxProducer::TlType(device->Facts().technology),
@@ -44,6 +58,7 @@ void CStream::OnStart()
         const std::lock_guard<std::mutex> lock(m_driverMutex);
         CArvError error;
         m_underruns = 0;
+        m_lastNumber = 0;
         m_usual = UsualImageOf(m_device->Arv());
         m_stream.reset(arv_device_create_stream(&m_device->Arv(), &CStream::OnArvEvent, this, &error));
         error.Check("Camera '" + m_device->Facts().id + "' can't stream");
@@ -94,6 +109,7 @@ void CStream::PushAll()
             m_pushed[buffer.get()] = buffer;
         }
         ArvBuffer& arvBuffer = ArvBufferOf(buffer);
+        Forget(arvBuffer);
         g_object_ref(&arvBuffer); // pushing gives a reference away
         arv_stream_push_buffer(m_stream.get(), &arvBuffer);
     }
@@ -129,13 +145,23 @@ void CStream::OnFilled()
             buffer = std::move(place->second);
             m_pushed.erase(place);
         }
-        const EArvBuffer result = ResultOf(*pPopped);
-        if (result == EArvBuffer::Nothing)
+        if (ResultOf(*pPopped) == EArvBuffer::Nothing)
             Return(buffer);
         else
-            Complete(buffer, FrameOf(*pPopped, m_usual, m_device->Facts().technology == ETechnology::GEV));
+            Complete(buffer, NumberedFrameOf(*pPopped));
     }
     CountUnderruns();
+}
+
+KxProducer::CFrameInfo CStream::NumberedFrameOf(ArvBuffer& buffer)
+{
+    KxProducer::CFrameInfo frame = FrameOf(buffer, m_usual, m_device->Facts().technology == ETechnology::GEV);
+    // The next one's number shows how many came not at all. GigE cameras begin by 1, and of others none is
+    // lost.
+    if (frame.frameId == kNoNumber)
+        frame.frameId = m_lastNumber + 1;
+    m_lastNumber = frame.frameId;
+    return frame;
 }
 
 void CStream::CountUnderruns()

@@ -45,9 +45,11 @@ private:
     static void OnArvEvent(void* pStream, ArvStreamCallbackType eType, ArvBuffer* pBuffer);
     void OnFilled();
     void PushAll();
-    /// The buffers that were pushed and haven't come back wait again.
     void FilterPackets(); // with m_driverMutex held
+    /// The buffers that were pushed and haven't come back wait again.
     void TakeBackAll();
+    /// The image of a buffer, also of one that came without its number.
+    KxProducer::CFrameInfo NumberedFrameOf(ArvBuffer& buffer);
     void CountUnderruns();
     static ArvBuffer& ArvBufferOf(const BufferPtr& buffer);
 
@@ -60,8 +62,9 @@ private:
     std::mutex m_pushedMutex; // a leaf
     // Guarded by it; by the addresses of the buffers, which the library beneath hands back.
     std::map<const void*, BufferPtr> m_pushed;
-    CUsualImage m_usual;      // set before the library's thread begins
-    uint64_t m_underruns = 0; // of that thread
+    CUsualImage m_usual;       // set before the library's thread begins
+    uint64_t m_underruns = 0;  // of that thread
+    uint64_t m_lastNumber = 0; // the same
 };
 
 } // namespace KxAravis
