@@ -10,30 +10,31 @@ namespace
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
-constexpr char kSixImages[] = "6 images\n";
-
 struct Sample
 {
-    const char* szName;
-    const char* szArguments;
-    const char* szOutput; // a regular expression
+    std::string name, arguments, output; // the latter a regular expression
 };
 
-constexpr Sample kSamples[] = {
-    {"allocator", "6", "6 images in [1-9] of [1-9] buffers\nthe memory was given back\n"},
-    {"children", "6", kSixImages},
-    {"devices", "1", "no camera was chosen\n"},
-    {"first", "'" SAMPLE_DESCRIPTION "'", "width 640, bytes of an image 768000\n"},
-    {"graphs", "6", kSixImages},
-    {"live", "6", kSixImages},
-    {"measuring", "6", "the line is 61.2 mm long\n6 images\n"},
-    {"nodemap", "'" SAMPLE_DESCRIPTION "' 1", "[1-9][0-9]* bytes of the camera were used\n"},
-    {"overlay", "6", kSixImages},
-    {"overlayqt", "6", kSixImages},
-    {"qthost", "6", kSixImages},
-    {"saving", "2", "saved image([0-9]+).kxraw and image[0-9]+.png\nsaved .*\n"},
-    {"windowfeatures", "6", "(.*\n)*ZoomMode=FitToTheWindow\n(.*\n)*6 images\n"},
-};
+std::string Replaced(const std::string& text, const std::string& from, const std::string& to)
+{
+    const size_t at = text.find(from);
+    return at == std::string::npos ? text : text.substr(0, at) + to + text.substr(at + from.size());
+}
+
+std::vector<Sample> SamplesOfTable()
+{
+    std::vector<Sample> samples;
+    for (const std::string& line : KxTest::LinesOf(KxTest::ContentOf(SAMPLES_TABLE))) {
+        Sample sample;
+        std::istringstream columns(line);
+        if (line[0] != '#' && std::getline(columns, sample.name, '\t') &&
+            std::getline(columns, sample.arguments, '\t') && std::getline(columns, sample.output))
+            samples.push_back({sample.name,
+                               Replaced(sample.arguments, "DESCRIPTION", "'" SAMPLE_DESCRIPTION "'"),
+                               Replaced(sample.output, "\\n", "\n") + "\n"});
+    }
+    return samples;
+}
 
 class Samples : public KxTest::ProgramTest, public testing::WithParamInterface<Sample>
 {
@@ -47,13 +48,13 @@ protected:
 
 TEST_P(Samples, DoWhatTheySayAndEnd)
 {
-    const KxTest::Outcome outcome = Run(GetParam().szName, GetParam().szArguments);
+    const KxTest::Outcome outcome = Run(GetParam().name, GetParam().arguments);
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
-    EXPECT_THAT(outcome.output, MatchesRegex(GetParam().szOutput));
+    EXPECT_THAT(outcome.output, MatchesRegex(GetParam().output));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Samples, testing::ValuesIn(kSamples),
-                         [](const auto& testInfo) { return std::string(testInfo.param.szName); });
+INSTANTIATE_TEST_SUITE_P(All, Samples, testing::ValuesIn(SamplesOfTable()),
+                         [](const auto& testInfo) { return testInfo.param.name; });
 
 TEST_F(Samples, SayInASentenceWhatFileIsWrong)
 {
