@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QPalette>
 #include <QStyle>
+#include <QStyleFactory>
 #include <QToolTip>
 #include <QTranslator>
 
@@ -44,8 +45,8 @@ void SetDark(bool bDark)
 {
     if (bDark == IsDark())
         return;
-    QApplication::setStyle("Fusion"); // the style that goes wholly by the palette
-    QPalette palette = QApplication::style()->standardPalette();
+    QStyle* const pStyle = QStyleFactory::create("Fusion"); // the style that goes wholly by the palette
+    QPalette palette = pStyle->standardPalette();
     if (bDark) {
         for (const ColourRow& row : kDark) {
             palette.setColor(row.eRole, QColor(row.colour));
@@ -54,6 +55,8 @@ void SetDark(bool bDark)
     }
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+    // Last, since widgets with a style sheet take a palette only along with a style.
+    QApplication::setStyle(pStyle);
 }
 
 QIcon ViewerIcon()

@@ -100,7 +100,7 @@ void ActionRows::AddCamera()
     m_rows.push_back({"connect", ActionMenu::Camera, QT_TRANSLATE_NOOP("Actions", "&Choose a camera..."),
                       "Ctrl+O", ActionBar::Acquisition, [&window] { window.Choose({}); },
                       [&window] { return window.CanChoose(); }});
-    m_rows.push_back({"disconnect", ActionMenu::Camera, QT_TRANSLATE_NOOP("Actions", "C&lose the camera"),
+    m_rows.push_back({"disconnect", ActionMenu::Camera, QT_TRANSLATE_NOOP("Actions", "Clos&e the camera"),
                       "Ctrl+W", ActionBar::Acquisition, [&window] { window.CloseView(window.View()); },
                       m_hasCamera});
     Separator(ActionMenu::Camera, ActionBar::Acquisition);

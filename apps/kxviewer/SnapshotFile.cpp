@@ -51,7 +51,8 @@ QString FileTime() { return QDateTime::currentDateTime().toString("_yyyyMMdd_HHm
 
 QString SnapshotName(const CameraView& view)
 {
-    return view.Title().replace(QRegularExpression("[^\\w-]+"), "_") + FileTime() + ".png";
+    return view.Title().replace(QRegularExpression("[^\\w-]+"), "_").remove(QRegularExpression("_$")) +
+           FileTime() + ".png";
 }
 
 QString SaveSnapshot(CameraView& view)

@@ -156,7 +156,7 @@
         <translation>Kamera &amp;wählen...</translation>
     </message>
     <message>
-        <source>C&amp;lose the camera</source>
+        <source>Clos&amp;e the camera</source>
         <translation>Kamera &amp;schließen</translation>
     </message>
     <message>
