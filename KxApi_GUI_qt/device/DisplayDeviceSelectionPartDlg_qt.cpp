@@ -34,6 +34,7 @@ void InitListCtrl(QTableWidget& table)
     // The colours of the facts are made for a light ground, whatever the user's palette.
     QPalette light = table.palette();
     light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::AlternateBase, QColor(247, 247, 247));
     light.setColor(QPalette::Text, Qt::black);
     table.setPalette(light);
     // Long values take several lines, and the others no more than they need.
