@@ -19,7 +19,7 @@ constexpr uint64_t kTooLong = UINT64_MAX;
 
 CChunkAdapter::CChunkAdapter(INodeMap* pNodeMap, int64_t MaxChunkCacheSize)
     : m_ppChunkPorts(&m_ports)
-    , m_maxCacheSize(MaxChunkCacheSize)
+    , m_MaxChunkCacheSize(MaxChunkCacheSize)
 {
     if (pNodeMap)
         CChunkAdapter::AttachNodeMap(pNodeMap);
@@ -99,7 +99,7 @@ bool CChunkAdapter::AttachToPorts(uint8_t* pBuffer, const CChunk& chunk)
 
 void CChunkAdapter::AttachChunk(CChunkPort& port, uint8_t* pBuffer, const CChunk& chunk)
 {
-    const bool fits = m_maxCacheSize < 0 || chunk.length <= m_maxCacheSize - m_cacheSize;
+    const bool fits = m_MaxChunkCacheSize < 0 || chunk.length <= m_MaxChunkCacheSize - m_cacheSize;
     const bool keep = port.CacheChunkData() && fits;
     port.AttachChunk(pBuffer, chunk.offset, chunk.length, keep);
     m_cacheSize += keep ? chunk.length : 0;

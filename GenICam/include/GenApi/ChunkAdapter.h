@@ -87,6 +87,8 @@ protected:
 
     /// The ports that serve a node, owned; programs that attach in their own way walk them.
     std::vector<CChunkPort*>* m_ppChunkPorts;
+    /// Bytes of one buffer that may be kept beyond it; negative is no limit.
+    int64_t m_MaxChunkCacheSize;
 
 private:
     struct CSlot
@@ -99,7 +101,6 @@ private:
     bool AttachToPorts(uint8_t* pBuffer, const CChunk& chunk);
 
     INodeMap* m_nodeMap = nullptr;
-    int64_t m_maxCacheSize;
     int64_t m_cacheSize = 0;    // bytes kept of the present buffer
     std::vector<CSlot> m_slots; // sorted by id while a buffer is being attached
     std::vector<CChunkPort*> m_ports;

@@ -16,8 +16,8 @@ public:
 
     /// Delivers the data of the event of that ID, given in hexadecimal digits or as a number. Raises
     /// RuntimeException for an ID that is no hexadecimal number.
-    void DeliverMessage(const uint8_t msg[], uint32_t numBytes, const GenICam::gcstring& EventID);
-    void DeliverMessage(const uint8_t msg[], uint32_t numBytes, uint64_t EventID);
+    virtual void DeliverMessage(const uint8_t msg[], uint32_t numBytes, const GenICam::gcstring& EventID);
+    virtual void DeliverMessage(const uint8_t msg[], uint32_t numBytes, uint64_t EventID);
     /// Does nothing: such a message doesn't tell its ID.
     void DeliverMessage(const uint8_t msg[], uint32_t numBytes) override;
 };

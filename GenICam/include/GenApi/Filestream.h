@@ -125,7 +125,8 @@ public:
         }
     }
 
-    IDevFileStreamBuf* open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode)
+    IDevFileStreamBuf* open(INodeMap* pInterface, const char* pFileName,
+                            std::ios_base::openmode mode = std::ios_base::in)
     {
         return this->OpenFile(pInterface, pFileName, mode | std::ios_base::in) ? this : nullptr;
     }
@@ -227,6 +228,10 @@ template <typename CharType, typename Traits>
 class ODevFileStreamBase : public std::basic_ostream<CharType, Traits>
 {
 public:
+    typedef ODevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef std::basic_ios<CharType, Traits> ios_type;
+    typedef std::basic_ostream<CharType, Traits> ostream_type;
+
     ODevFileStreamBase()
         : std::basic_ostream<CharType, Traits>(nullptr)
     {
@@ -265,6 +270,10 @@ template <typename CharType, typename Traits>
 class IDevFileStreamBase : public std::basic_istream<CharType, Traits>
 {
 public:
+    typedef IDevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef std::basic_ios<CharType, Traits> ios_type;
+    typedef std::basic_istream<CharType, Traits> istream_type;
+
     IDevFileStreamBase()
         : std::basic_istream<CharType, Traits>(nullptr)
     {

@@ -31,18 +31,18 @@ template <class T>
 class CBooleanRefT : public CValueRefT<T>
 {
 public:
-    void SetValue(bool Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    void SetValue(bool Value, bool Verify = true) override { this->Target().SetValue(Value, Verify); }
     IBoolean& operator=(bool Value) override
     {
-        this->Get().SetValue(Value);
+        this->Target().SetValue(Value);
         return *this;
     }
     bool GetValue(bool Verify = false, bool IgnoreCache = false) const override
     {
-        return this->Get().GetValue(Verify, IgnoreCache);
+        return this->Target().GetValue(Verify, IgnoreCache);
     }
-    bool operator()() const override { return this->Get()(); }
-    bool operator*() const override { return *this->Get(); }
+    bool operator()() const override { return this->Target()(); }
+    bool operator*() const override { return *this->Target(); }
 };
 typedef CBooleanRefT<IBoolean> CBooleanRef;
 

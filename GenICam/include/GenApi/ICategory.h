@@ -20,7 +20,7 @@ template <class T>
 class CCategoryRefT : public CValueRefT<T>
 {
 public:
-    void GetFeatures(FeatureList_t& Features) const override { this->Get().GetFeatures(Features); }
+    void GetFeatures(FeatureList_t& Features) const override { this->Target().GetFeatures(Features); }
 };
 typedef CCategoryRefT<ICategory> CCategoryRef;
 

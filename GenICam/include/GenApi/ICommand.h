@@ -24,9 +24,9 @@ template <class T>
 class CCommandRefT : public CValueRefT<T>
 {
 public:
-    void Execute(bool Verify = true) override { this->Get().Execute(Verify); }
-    void operator()() override { this->Get()(); }
-    bool IsDone(bool Verify = true) override { return this->Get().IsDone(Verify); }
+    void Execute(bool Verify = true) override { this->Target().Execute(Verify); }
+    void operator()() override { this->Target()(); }
+    bool IsDone(bool Verify = true) override { return this->Target().IsDone(Verify); }
 };
 typedef CCommandRefT<ICommand> CCommandRef;
 

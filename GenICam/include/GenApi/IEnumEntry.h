@@ -28,10 +28,10 @@ template <class T>
 class CEnumEntryRefT : public CValueRefT<T>
 {
 public:
-    int64_t GetValue() override { return this->Get().GetValue(); }
-    GenICam::gcstring GetSymbolic() const override { return this->Get().GetSymbolic(); }
-    double GetNumericValue() override { return this->Get().GetNumericValue(); }
-    bool IsSelfClearing() override { return this->Get().IsSelfClearing(); }
+    int64_t GetValue() override { return this->Target().GetValue(); }
+    GenICam::gcstring GetSymbolic() const override { return this->Target().GetSymbolic(); }
+    double GetNumericValue() override { return this->Target().GetNumericValue(); }
+    bool IsSelfClearing() override { return this->Target().IsSelfClearing(); }
 };
 typedef CEnumEntryRefT<IEnumEntry> CEnumEntryRef;
 

@@ -59,39 +59,39 @@ template <class T>
 class CFloatRefT : public CValueRefT<T>
 {
 public:
-    void SetValue(double Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    void SetValue(double Value, bool Verify = true) override { this->Target().SetValue(Value, Verify); }
     IFloat& operator=(double Value) override
     {
-        this->Get().SetValue(Value);
+        this->Target().SetValue(Value);
         return *this;
     }
     double GetValue(bool Verify = false, bool IgnoreCache = false) override
     {
-        return this->Get().GetValue(Verify, IgnoreCache);
+        return this->Target().GetValue(Verify, IgnoreCache);
     }
-    double operator()() override { return this->Get()(); }
-    double operator*() override { return *this->Get(); }
-    double GetMin() override { return this->Get().GetMin(); }
-    double GetMax() override { return this->Get().GetMax(); }
-    bool HasInc() override { return this->Get().HasInc(); }
-    EIncMode GetIncMode() override { return this->Get().GetIncMode(); }
-    double GetInc() override { return this->Get().GetInc(); }
+    double operator()() override { return this->Target()(); }
+    double operator*() override { return *this->Target(); }
+    double GetMin() override { return this->Target().GetMin(); }
+    double GetMax() override { return this->Target().GetMax(); }
+    bool HasInc() override { return this->Target().HasInc(); }
+    EIncMode GetIncMode() override { return this->Target().GetIncMode(); }
+    double GetInc() override { return this->Target().GetInc(); }
     double_autovector_t GetListOfValidValues(bool bounded = true) override
     {
-        return this->Get().GetListOfValidValues(bounded);
+        return this->Target().GetListOfValidValues(bounded);
     }
-    ERepresentation GetRepresentation() override { return this->Get().GetRepresentation(); }
-    GenICam::gcstring GetUnit() const override { return this->Get().GetUnit(); }
-    EDisplayNotation GetDisplayNotation() const override { return this->Get().GetDisplayNotation(); }
-    int64_t GetDisplayPrecision() const override { return this->Get().GetDisplayPrecision(); }
-    void ImposeMin(double Value) override { this->Get().ImposeMin(Value); }
-    void ImposeMax(double Value) override { this->Get().ImposeMax(Value); }
+    ERepresentation GetRepresentation() override { return this->Target().GetRepresentation(); }
+    GenICam::gcstring GetUnit() const override { return this->Target().GetUnit(); }
+    EDisplayNotation GetDisplayNotation() const override { return this->Target().GetDisplayNotation(); }
+    int64_t GetDisplayPrecision() const override { return this->Target().GetDisplayPrecision(); }
+    void ImposeMin(double Value) override { this->Target().ImposeMin(Value); }
+    void ImposeMax(double Value) override { this->Target().ImposeMax(Value); }
 
     /// The same value as an integer or enumeration node; null if there is none.
-    IInteger* GetIntAlias() { return dynamic_cast<IInteger*>(this->Get().GetNode()->GetCastAlias()); }
+    IInteger* GetIntAlias() { return dynamic_cast<IInteger*>(this->Target().GetNode()->GetCastAlias()); }
     IEnumeration* GetEnumAlias()
     {
-        return dynamic_cast<IEnumeration*>(this->Get().GetNode()->GetCastAlias());
+        return dynamic_cast<IEnumeration*>(this->Target().GetNode()->GetCastAlias());
     }
 };
 typedef CFloatRefT<IFloat> CFloatRef;

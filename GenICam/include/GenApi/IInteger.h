@@ -53,33 +53,33 @@ template <class T, class I = T>
 class CIntegerRefT : public CValueRefT<T, I>
 {
 public:
-    void SetValue(int64_t Value, bool Verify = true) override { this->Get().SetValue(Value, Verify); }
+    void SetValue(int64_t Value, bool Verify = true) override { this->Target().SetValue(Value, Verify); }
     IInteger& operator=(int64_t Value) override
     {
-        this->Get().SetValue(Value);
+        this->Target().SetValue(Value);
         return *this;
     }
     int64_t GetValue(bool Verify = false, bool IgnoreCache = false) override
     {
-        return this->Get().GetValue(Verify, IgnoreCache);
+        return this->Target().GetValue(Verify, IgnoreCache);
     }
-    int64_t operator()() override { return this->Get()(); }
-    int64_t operator*() override { return *this->Get(); }
-    int64_t GetMin() override { return this->Get().GetMin(); }
-    int64_t GetMax() override { return this->Get().GetMax(); }
-    EIncMode GetIncMode() override { return this->Get().GetIncMode(); }
-    int64_t GetInc() override { return this->Get().GetInc(); }
+    int64_t operator()() override { return this->Target()(); }
+    int64_t operator*() override { return *this->Target(); }
+    int64_t GetMin() override { return this->Target().GetMin(); }
+    int64_t GetMax() override { return this->Target().GetMax(); }
+    EIncMode GetIncMode() override { return this->Target().GetIncMode(); }
+    int64_t GetInc() override { return this->Target().GetInc(); }
     int64_autovector_t GetListOfValidValues(bool bounded = true) override
     {
-        return this->Get().GetListOfValidValues(bounded);
+        return this->Target().GetListOfValidValues(bounded);
     }
-    ERepresentation GetRepresentation() override { return this->Get().GetRepresentation(); }
-    GenICam::gcstring GetUnit() override { return this->Get().GetUnit(); }
-    void ImposeMin(int64_t Value) override { this->Get().ImposeMin(Value); }
-    void ImposeMax(int64_t Value) override { this->Get().ImposeMax(Value); }
+    ERepresentation GetRepresentation() override { return this->Target().GetRepresentation(); }
+    GenICam::gcstring GetUnit() override { return this->Target().GetUnit(); }
+    void ImposeMin(int64_t Value) override { this->Target().ImposeMin(Value); }
+    void ImposeMax(int64_t Value) override { this->Target().ImposeMax(Value); }
 
     /// The same value as a floating-point node; null if there is none.
-    IFloat* GetFloatAlias() { return dynamic_cast<IFloat*>(this->Get().GetNode()->GetCastAlias()); }
+    IFloat* GetFloatAlias() { return dynamic_cast<IFloat*>(this->Target().GetNode()->GetCastAlias()); }
 };
 typedef CIntegerRefT<IInteger> CIntegerRef;
 

@@ -26,13 +26,15 @@ template <class T>
 class CPortRefT : public CBaseRefT<T>
 {
 public:
+    using T::Write; // stacked ports have one more
+
     void Read(void* pBuffer, int64_t Address, int64_t Length) override
     {
-        this->Get().Read(pBuffer, Address, Length);
+        this->Target().Read(pBuffer, Address, Length);
     }
     void Write(const void* pBuffer, int64_t Address, int64_t Length) override
     {
-        this->Get().Write(pBuffer, Address, Length);
+        this->Target().Write(pBuffer, Address, Length);
     }
 };
 typedef CPortRefT<IPort> CPortRef;

@@ -44,10 +44,13 @@ class CPortRecorderRefT : public CPortRefT<T>
 public:
     void Replay(IPortWriteList* pPortRecorder, bool Invalidate = true) override
     {
-        this->Get().Replay(pPortRecorder, Invalidate);
+        this->Target().Replay(pPortRecorder, Invalidate);
     }
-    void StartRecording(IPortWriteList* pPortRecorder) override { this->Get().StartRecording(pPortRecorder); }
-    void StopRecording() override { this->Get().StopRecording(); }
+    void StartRecording(IPortWriteList* pPortRecorder) override
+    {
+        this->Target().StartRecording(pPortRecorder);
+    }
+    void StopRecording() override { this->Target().StopRecording(); }
 };
 typedef CPortRecorderRefT<IPortRecorder> CPortRecorderRef;
 

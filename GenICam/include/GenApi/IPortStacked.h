@@ -34,7 +34,7 @@ public:
     using CPortRefT<T>::Write;
     void Write(PORT_REGISTER_STACK_ENTRY* pEntries, size_t NumEntries) override
     {
-        this->Get().Write(pEntries, NumEntries);
+        this->Target().Write(pEntries, NumEntries);
     }
 };
 typedef CPortStackedRefT<IPortStacked> CPortStackedRef;

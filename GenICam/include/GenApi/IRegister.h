@@ -34,17 +34,14 @@ class CRegisterRefT : public CValueRefT<T>
 public:
     void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) override
     {
-        Target().Set(pBuffer, Length, Verify);
+        this->Target().Set(pBuffer, Length, Verify);
     }
     void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) override
     {
-        Target().Get(pBuffer, Length, Verify, IgnoreCache);
+        this->Target().Get(pBuffer, Length, Verify, IgnoreCache);
     }
-    int64_t GetLength(bool Verify = false) override { return Target().GetLength(Verify); }
-    int64_t GetAddress(bool Verify = false) override { return Target().GetAddress(Verify); }
-
-private:
-    T& Target() const { return CReferenceT<T>::Get(); } // the interface has a Get of its own
+    int64_t GetLength(bool Verify = false) override { return this->Target().GetLength(Verify); }
+    int64_t GetAddress(bool Verify = false) override { return this->Target().GetAddress(Verify); }
 };
 typedef CRegisterRefT<IRegister> CRegisterRef;
 

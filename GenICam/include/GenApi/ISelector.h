@@ -28,9 +28,12 @@ template <class T>
 class CSelectorRefT : public CBaseRefT<T>
 {
 public:
-    bool IsSelector() const override { return this->Get().IsSelector(); }
-    void GetSelectedFeatures(FeatureList_t& list) const override { this->Get().GetSelectedFeatures(list); }
-    void GetSelectingFeatures(FeatureList_t& list) const override { this->Get().GetSelectingFeatures(list); }
+    bool IsSelector() const override { return this->Target().IsSelector(); }
+    void GetSelectedFeatures(FeatureList_t& list) const override { this->Target().GetSelectedFeatures(list); }
+    void GetSelectingFeatures(FeatureList_t& list) const override
+    {
+        this->Target().GetSelectingFeatures(list);
+    }
 };
 typedef CSelectorRefT<ISelector> CSelectorRef;
 

@@ -33,20 +33,20 @@ class CStringRefT : public CValueRefT<T>
 public:
     IString& operator=(const GenICam::gcstring& Value) override
     {
-        this->Get().SetValue(Value);
+        this->Target().SetValue(Value);
         return *this;
     }
     void SetValue(const GenICam::gcstring& Value, bool Verify = true) override
     {
-        this->Get().SetValue(Value, Verify);
+        this->Target().SetValue(Value, Verify);
     }
     GenICam::gcstring GetValue(bool Verify = false, bool IgnoreCache = false) override
     {
-        return this->Get().GetValue(Verify, IgnoreCache);
+        return this->Target().GetValue(Verify, IgnoreCache);
     }
-    GenICam::gcstring operator()() override { return this->Get()(); }
-    GenICam::gcstring operator*() override { return *this->Get(); }
-    int64_t GetMaxLength(bool Verify = false) override { return this->Get().GetMaxLength(Verify); }
+    GenICam::gcstring operator()() override { return this->Target()(); }
+    GenICam::gcstring operator*() override { return *this->Target(); }
+    int64_t GetMaxLength(bool Verify = false) override { return this->Target().GetMaxLength(Verify); }
 };
 typedef CStringRefT<IString> CStringRef;
 

@@ -39,16 +39,16 @@ class CValueRefT : public CBaseRefT<T, I>
 public:
     using CBaseRefT<T, I>::operator=;
 
-    INode* GetNode() override { return this->Get().GetNode(); }
+    INode* GetNode() override { return this->Target().GetNode(); }
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override
     {
-        return this->Get().ToString(Verify, IgnoreCache);
+        return this->Target().ToString(Verify, IgnoreCache);
     }
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override
     {
-        this->Get().FromString(ValueStr, Verify);
+        this->Target().FromString(ValueStr, Verify);
     }
-    bool IsValueCacheValid() const override { return this->Get().IsValueCacheValid(); }
+    bool IsValueCacheValid() const override { return this->Target().IsValueCacheValid(); }
 };
 typedef CValueRefT<IValue> CValueRef;
 

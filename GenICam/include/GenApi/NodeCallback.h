@@ -93,6 +93,9 @@ template <class Client, typename Member>
 class Member_NodeCallback : public CNodeCallback
 {
 public:
+    /// The kind of member function that Member usually is.
+    typedef void (Client::*PMEMBERFUNC)(INode*);
+
     Member_NodeCallback(INode* pNode, Client& client, Member member, ECallbackType CallbackType)
         : CNodeCallback(pNode, CallbackType)
         , m_Client(client)

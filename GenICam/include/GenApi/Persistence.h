@@ -169,7 +169,7 @@ private:
 inline std::istream& EatComments(std::istream& is)
 {
     while (is.good() && is.peek() == '#')
-        is.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+        is.ignore((std::numeric_limits<std::streamsize>::max)(), '\n');
     return is;
 }
 

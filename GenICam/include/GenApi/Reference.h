@@ -50,7 +50,8 @@ public:
     bool IsValid() const { return m_Ptr != nullptr; }
 
 protected:
-    I& Get() const
+    /// What it is set to; the exception above if it isn't.
+    I& Target() const
     {
         if (m_Ptr == nullptr)
             throw ACCESS_EXCEPTION("Feature not present (reference not valid)");
@@ -67,7 +68,10 @@ class CBaseRefT : public CReferenceT<T, I>
 public:
     using CReferenceT<T, I>::operator=;
 
-    EAccessMode GetAccessMode() const override { return this->IsValid() ? this->Get().GetAccessMode() : NI; }
+    EAccessMode GetAccessMode() const override
+    {
+        return this->IsValid() ? this->Target().GetAccessMode() : NI;
+    }
 };
 typedef CBaseRefT<IBase> CBaseRef;
 

@@ -191,3 +191,12 @@ USE { CIntegerPtr x = n; if (IsReadable(x) || IsWritable(x) || IsImplemented(x) 
 USE { bool z = CNodePtr(n); (void)z; }
 USE { EGenApiSchemaVersion q = v1_0; (void)q; ERepresentation z = _UndefindedRepresentation; (void)z; ESign w = _UndefinedSign; (void)w; }
 USE { struct X { GENICAM_DEPRECATED(void F()); }; (void)sizeof(X); }
+USE { struct X { void F(INode*) {} } x; Member_NodeCallback<X, void (X::*)(INode*)>::PMEMBERFUNC q = &X::F; Register(n, x, q); }
+USE { struct X : CChunkAdapterU3V { X(INodeMap* q) : CChunkAdapterU3V(q) {} bool F() { return m_MaxChunkCacheSize < 0 && m_ppChunkPorts->empty(); } } x(nm); x.F(); }
+USE { struct X : CEventAdapterGeneric { void DeliverMessage(const uint8_t[], uint32_t) override {} void DeliverMessage(const uint8_t[], uint32_t, const gcstring&) override {} void DeliverMessage(const uint8_t[], uint32_t, uint64_t) override {} } x; (void)x; }
+USE { IDevFileStream::filebuf_type q; q.open(nm, "UserFile"); ODevFileStream::filebuf_type w; w.open(nm, "UserFile", std::ios::out); IDevFileStream::istream_type* a = nullptr; ODevFileStream::ostream_type* k = nullptr; IDevFileStream::ios_type* z = nullptr; (void)a; (void)k; (void)z; }
+USE { CIntegerPtr x; if (x == NULL || NULL != x || x == 0 || x == nullptr || nullptr != x || x != CIntegerPtr(n)) x = NULL; bool z = x; (void)z; }
+USE { CIntegerPtr(n)->SetValue(5); CCommandPtr(n)->Execute(); (*CEnumerationPtr(n)) = "x"; IInteger* q = CIntegerPtr(n); std::vector<CIntegerPtr> l(2, n); l[0] = dynamic_cast<IInteger*>(n); l[1] = v; (void)q; }
+USE { CallbackHandleType h = Register(n, [](INode* q) { std::cout << q->GetName(); }); Deregister(h); }
+USE { using namespace std; stringstream q; gcstring a; q << a << hex << 1; getline(q, a); string w = a.c_str(); swap(a, a); CNodePtr x = nm->GetNode(w.c_str()); shared_ptr<CNodeMapRef> k = make_shared<CNodeMapRef>("Device"); }
+USE { class X : public IPort { public: virtual void Read(void*, int64_t, int64_t) {} virtual void Write(const void*, int64_t, int64_t) {} virtual EAccessMode GetAccessMode() const { return RW; } virtual EInterfaceType GetPrincipalInterfaceType() const { return intfIPort; } } x; m._Connect(static_cast<IPort*>(&x)); m._Connect((IPort*)NULL, "Device"); }
