@@ -12,19 +12,19 @@ void ActionRows::AddDrawing()
 {
     // The places are the numbers of the feature's entries.
     constexpr std::pair<const char*, const char*> kTools[] = {
-        {"draw0", QT_TRANSLATE_NOOP("Actions", "No tool: drag the image")},
-        {"draw1", QT_TRANSLATE_NOOP("Actions", "Select")},
-        {"draw2", QT_TRANSLATE_NOOP("Actions", "Line")},
-        {"draw3", QT_TRANSLATE_NOOP("Actions", "Rectangle")},
-        {"draw4", QT_TRANSLATE_NOOP("Actions", "Ellipse")},
-        {"draw5", QT_TRANSLATE_NOOP("Actions", "Text")},
-        {"draw6", QT_TRANSLATE_NOOP("Actions", "Angle")},
-        {"draw7", QT_TRANSLATE_NOOP("Actions", "Polygon")},
-        {"draw8", QT_TRANSLATE_NOOP("Actions", "Perpendicular")},
-        {"draw9", QT_TRANSLATE_NOOP("Actions", "Arc")},
-        {"draw10", QT_TRANSLATE_NOOP("Actions", "Bezier curve")},
-        {"draw11", QT_TRANSLATE_NOOP("Actions", "Freehand")},
-        {"draw12", QT_TRANSLATE_NOOP("Actions", "Cross")},
+        {"draw0", QT_TRANSLATE_NOOP("Actions", "&No tool: drag the image")},
+        {"draw1", QT_TRANSLATE_NOOP("Actions", "&Select")},
+        {"draw2", QT_TRANSLATE_NOOP("Actions", "&Line")},
+        {"draw3", QT_TRANSLATE_NOOP("Actions", "&Rectangle")},
+        {"draw4", QT_TRANSLATE_NOOP("Actions", "&Ellipse")},
+        {"draw5", QT_TRANSLATE_NOOP("Actions", "&Text")},
+        {"draw6", QT_TRANSLATE_NOOP("Actions", "&Angle")},
+        {"draw7", QT_TRANSLATE_NOOP("Actions", "&Polygon")},
+        {"draw8", QT_TRANSLATE_NOOP("Actions", "Perpen&dicular")},
+        {"draw9", QT_TRANSLATE_NOOP("Actions", "Ar&c")},
+        {"draw10", QT_TRANSLATE_NOOP("Actions", "Be&zier curve")},
+        {"draw11", QT_TRANSLATE_NOOP("Actions", "&Freehand")},
+        {"draw12", QT_TRANSLATE_NOOP("Actions", "Cr&oss")},
     };
     int64_t nType = 0;
     for (const auto& [szId, szText] : kTools) {

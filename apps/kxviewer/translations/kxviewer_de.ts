@@ -252,56 +252,56 @@
         <translation>Die Kamera kann nicht ausgelöst werden.</translation>
     </message>
     <message>
-        <source>No tool: drag the image</source>
-        <translation>Kein Werkzeug: Bild ziehen</translation>
+        <source>&amp;No tool: drag the image</source>
+        <translation>&amp;Kein Werkzeug: Bild ziehen</translation>
     </message>
     <message>
-        <source>Select</source>
-        <translation>Auswählen</translation>
+        <source>&amp;Select</source>
+        <translation>&amp;Auswählen</translation>
     </message>
     <message>
-        <source>Line</source>
-        <translation>Linie</translation>
+        <source>&amp;Line</source>
+        <translation>&amp;Linie</translation>
     </message>
     <message>
-        <source>Rectangle</source>
-        <translation>Rechteck</translation>
+        <source>&amp;Rectangle</source>
+        <translation>&amp;Rechteck</translation>
     </message>
     <message>
-        <source>Ellipse</source>
-        <translation>Ellipse</translation>
+        <source>&amp;Ellipse</source>
+        <translation>&amp;Ellipse</translation>
     </message>
     <message>
-        <source>Text</source>
-        <translation>Text</translation>
+        <source>&amp;Text</source>
+        <translation>&amp;Text</translation>
     </message>
     <message>
-        <source>Angle</source>
-        <translation>Winkel</translation>
+        <source>&amp;Angle</source>
+        <translation>&amp;Winkel</translation>
     </message>
     <message>
-        <source>Polygon</source>
-        <translation>Polygon</translation>
+        <source>&amp;Polygon</source>
+        <translation>&amp;Polygon</translation>
     </message>
     <message>
-        <source>Perpendicular</source>
-        <translation>Lot</translation>
+        <source>Perpen&amp;dicular</source>
+        <translation>L&amp;ot</translation>
     </message>
     <message>
-        <source>Arc</source>
-        <translation>Bogen</translation>
+        <source>Ar&amp;c</source>
+        <translation>&amp;Bogen</translation>
     </message>
     <message>
-        <source>Bezier curve</source>
-        <translation>Bézierkurve</translation>
+        <source>Be&amp;zier curve</source>
+        <translation>Béz&amp;ierkurve</translation>
     </message>
     <message>
-        <source>Freehand</source>
-        <translation>Freihand</translation>
+        <source>&amp;Freehand</source>
+        <translation>&amp;Freihand</translation>
     </message>
     <message>
-        <source>Cross</source>
-        <translation>Kreuz</translation>
+        <source>Cr&amp;oss</source>
+        <translation>Kre&amp;uz</translation>
     </message>
     <message>
         <source>Put docks and toolbars &amp;back</source>
