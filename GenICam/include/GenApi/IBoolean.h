@@ -19,7 +19,7 @@ struct GENAPI_DECL_ABSTRACT IBoolean : virtual public IValue
         return *this;
     }
 
-    /// Reads the value; LogicalErrorException if the device holds neither the on nor the off value.
+    /// Reads the value; AccessException if it can't be read, LogicalErrorException if neither on nor off.
     /// @param IgnoreCache reads the device even if the value is cached.
     virtual bool GetValue(bool Verify = false, bool IgnoreCache = false) const = 0;
     virtual bool operator()() const { return GetValue(); }

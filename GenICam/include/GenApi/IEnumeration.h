@@ -12,7 +12,7 @@ namespace GenApi
 /// An enumeration. Any thread; calls take the lock of the node map.
 struct GENAPI_DECL_ABSTRACT IEnumeration : virtual public IValue
 {
-    /// Replaces the list by the symbols of the implemented entries.
+    /// Replaces the list by the symbols of the available entries.
     virtual void GetSymbolics(StringList_t& Symbolics) = 0;
 
     /// Replaces the list by the nodes of all entries, in the order of the description.
@@ -28,7 +28,7 @@ struct GENAPI_DECL_ABSTRACT IEnumeration : virtual public IValue
     /// Symbol of the present entry; InvalidArgumentException if the device holds no known value.
     virtual GenICam::gcstring operator*() = 0;
 
-    /// The integer that the device holds, be it known or not.
+    /// The integer that the device holds, be it known or not; AccessException if it can't be read.
     /// @param Verify raises OutOfRangeException for an unknown one.
     virtual int64_t GetIntValue(bool Verify = false, bool IgnoreCache = false) = 0;
 

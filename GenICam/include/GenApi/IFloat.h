@@ -18,22 +18,22 @@ struct GENAPI_DECL_ABSTRACT IFloat : virtual public IValue
     virtual void SetValue(double Value, bool Verify = true) = 0;
     virtual IFloat& operator=(double Value) = 0;
 
-    /// Reads the value.
+    /// Reads the value; AccessException if it can't be read.
     /// @param Verify checks what was read against the limits.
     /// @param IgnoreCache reads the device even if the value is cached.
     virtual double GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
     virtual double operator()() = 0;
     virtual double operator*() = 0;
 
-    /// Smallest value at present.
+    /// Smallest value at present; AccessException while the node isn't available.
     virtual double GetMin() = 0;
-    /// Largest value at present.
+    /// Largest value at present; likewise.
     virtual double GetMax() = 0;
     /// Whether there is an increment.
     virtual bool HasInc() = 0;
     /// Kind of increment.
     virtual EIncMode GetIncMode() = 0;
-    /// Distance between two valid values; RuntimeException if there is none.
+    /// Distance between two valid values; likewise, and RuntimeException if there is none.
     virtual double GetInc() = 0;
     /// The valid values, if they are a list; empty otherwise.
     /// @param bounded leaves out those outside the present limits.

@@ -18,20 +18,20 @@ struct GENAPI_DECL_ABSTRACT IInteger : virtual public IValue
     virtual void SetValue(int64_t Value, bool Verify = true) = 0;
     virtual IInteger& operator=(int64_t Value) = 0;
 
-    /// Reads the value.
+    /// Reads the value; AccessException if it can't be read.
     /// @param Verify checks what was read against the limits.
     /// @param IgnoreCache reads the device even if the value is cached.
     virtual int64_t GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
     virtual int64_t operator()() = 0;
     virtual int64_t operator*() = 0;
 
-    /// Smallest value at present.
+    /// Smallest value at present; AccessException while the node isn't available.
     virtual int64_t GetMin() = 0;
-    /// Largest value at present.
+    /// Largest value at present; likewise.
     virtual int64_t GetMax() = 0;
     /// Kind of increment.
     virtual EIncMode GetIncMode() = 0;
-    /// Distance between two valid values, counted from the minimum.
+    /// Distance between two valid values, counted from the minimum; likewise.
     virtual int64_t GetInc() = 0;
     /// The valid values, if they are a list; empty otherwise.
     /// @param bounded leaves out those outside the present limits.

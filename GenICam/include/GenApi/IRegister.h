@@ -16,7 +16,7 @@ struct GENAPI_DECL_ABSTRACT IRegister : virtual public IValue
     /// @param Verify checks the access mode: AccessException.
     virtual void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) = 0;
 
-    /// Reads the first Length bytes; OutOfRangeException if the register is shorter.
+    /// Reads the first Length bytes; OutOfRangeException if there are fewer, AccessException if unreadable.
     /// @param IgnoreCache reads the device even if the bytes are cached.
     virtual void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) = 0;
 

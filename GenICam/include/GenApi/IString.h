@@ -12,11 +12,11 @@ struct GENAPI_DECL_ABSTRACT IString : virtual public IValue
 {
     virtual IString& operator=(const GenICam::gcstring& Value) = 0;
 
-    /// Writes the text; OutOfRangeException if it is longer than GetMaxLength(bool Verify = false).
+    /// Writes the text; OutOfRangeException if it is longer than GetMaxLength.
     /// @param Verify checks the access mode: AccessException.
     virtual void SetValue(const GenICam::gcstring& Value, bool Verify = true) = 0;
 
-    /// Reads the text.
+    /// Reads the text; AccessException if it can't be read.
     /// @param IgnoreCache reads the device even if the value is cached.
     virtual GenICam::gcstring GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
     virtual GenICam::gcstring operator()() = 0;

@@ -5,7 +5,6 @@
 #include <Base/GCException.h>
 #include <GenApi/IPortRecorder.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -32,9 +31,8 @@ public:
     {
         if (pPort == nullptr)
             throw INVALID_ARGUMENT_EXCEPTION("Writes can't be replayed to no port");
-        for (size_t i = 0; i < m_Writes.size(); ++i)
-            pPort->Write(m_Writes[i].second.data(), m_Writes[i].first,
-                         static_cast<int64_t>(m_Writes[i].second.size()));
+        for (const auto& write : m_Writes)
+            pPort->Write(write.second.data(), write.first, static_cast<int64_t>(write.second.size()));
     }
     void SetCookie(const int64_t Value) override { m_Cookie = Value; }
     int64_t GetCookie() override { return m_Cookie; }
