@@ -9,19 +9,20 @@ namespace GenApi
 namespace
 {
 
-/// Takes a dying implementation off its node, which must not call it any more.
-void Leave(INode* node, const IPort& port)
-{
-    if (const auto portNode = dynamic_cast<KxGenApi::PortNode*>(node))
-        portNode->Release(port);
-}
-
 void ReplayTo(IPort& port, INode* node, IPortWriteList* list, bool invalidate)
 {
-    if (list != nullptr)
-        list->Replay(&port);
-    if (invalidate && node != nullptr)
-        node->InvalidateNode();
+    const auto invalidateNode = [&] {
+        if (invalidate && node != nullptr)
+            node->InvalidateNode();
+    };
+    try {
+        if (list != nullptr)
+            list->Replay(&port);
+    } catch (...) {
+        invalidateNode(); // a part may have been written
+        throw;
+    }
+    invalidateNode();
 }
 
 } // namespace
@@ -30,7 +31,7 @@ CPortImpl::CPortImpl()
     : m_pNode(nullptr)
 {}
 
-CPortImpl::~CPortImpl() { Leave(m_pNode, *this); }
+CPortImpl::~CPortImpl() { KxGenApi::PortNode::Release(*this); }
 
 void CPortImpl::SetPortImpl(IPort* pPort) { m_pNode = dynamic_cast<INode*>(pPort); }
 
@@ -51,7 +52,7 @@ CPortStackedImpl::CPortStackedImpl()
     : m_pNode(nullptr)
 {}
 
-CPortStackedImpl::~CPortStackedImpl() { Leave(m_pNode, *this); }
+CPortStackedImpl::~CPortStackedImpl() { KxGenApi::PortNode::Release(*this); }
 
 void CPortStackedImpl::SetPortImpl(IPortStacked*) {}
 

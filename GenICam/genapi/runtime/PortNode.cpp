@@ -7,8 +7,48 @@
 #include <GenApi/PortImpl.h>
 #include <GenApi/PortStackedImpl.h>
 
+#include <mutex>
+#include <set>
+
 namespace KxGenApi
 {
+namespace
+{
+
+// An implementation knows one node that it serves, but may serve several, and go before them.
+class ServedNodes
+{
+public:
+    void Add(const IPort* port, PortNode* node)
+    {
+        const std::lock_guard<std::mutex> guard(m_lock);
+        m_pairs.emplace(port, node);
+    }
+    void Remove(const IPort* port, PortNode* node)
+    {
+        const std::lock_guard<std::mutex> guard(m_lock);
+        m_pairs.erase({port, node});
+    }
+    /// Null if there is none.
+    PortNode* AnyOf(const IPort* port)
+    {
+        const std::lock_guard<std::mutex> guard(m_lock);
+        const auto found = m_pairs.lower_bound({port, nullptr});
+        return found != m_pairs.end() && found->first == port ? found->second : nullptr;
+    }
+
+private:
+    std::mutex m_lock; // innermost: nothing is taken while it is held
+    std::set<std::pair<const IPort*, PortNode*>> m_pairs;
+};
+
+ServedNodes& TheServedNodes()
+{
+    static ServedNodes* const nodes = new ServedNodes; // outlives maps and ports in static objects
+    return *nodes;
+}
+
+} // namespace
 
 // Registers are small; a stream of ever new addresses must not grow without end.
 constexpr size_t kMaxCacheSize = 16u << 20;
@@ -47,10 +87,14 @@ void RegisterCache::Clear()
     m_size = 0;
 }
 
-PortNode::~PortNode()
+PortNode::~PortNode() { Dismiss(); }
+
+void PortNode::Dismiss()
 {
-    if (m_tell)
-        m_tell(nullptr);
+    if (!m_tell)
+        return;
+    TheServedNodes().Remove(m_port, this);
+    m_tell(TheServedNodes().AnyOf(m_port));
 }
 
 void PortNode::Read(void* pBuffer, int64_t Address, int64_t Length)
@@ -87,26 +131,31 @@ void PortNode::SetPortImpl(IPortStacked* pPort)
 void PortNode::Connect(IPort* port, IPortStacked* stacked, TellImpl tell, const char* method)
 {
     Change change(*this, method);
-    if (m_tell && m_port != port)
-        m_tell(nullptr);
+    if (m_port != port)
+        Dismiss();
     m_port = port;
     m_stacked = stacked;
     m_tell = std::move(tell);
-    if (m_tell)
+    if (m_tell) {
+        TheServedNodes().Add(port, this);
         m_tell(this);
+    }
     change.Invalidate(Index());
     change.Finish();
 }
 
 void PortNode::Release(const IPort& port)
 {
-    Change change(*this, "Release"); // not finished, so that nothing fires
-    if (m_port != &port)
-        return;
-    m_port = nullptr;
-    m_stacked = nullptr;
-    m_tell = nullptr;
-    change.Invalidate(Index());
+    while (PortNode* const node = TheServedNodes().AnyOf(&port)) {
+        Change change(*node, "Release"); // not finished, so that nothing fires
+        TheServedNodes().Remove(&port, node);
+        if (node->m_port != &port)
+            continue;
+        node->m_port = nullptr;
+        node->m_stacked = nullptr;
+        node->m_tell = nullptr;
+        change.Invalidate(node->Index());
+    }
 }
 
 void PortNode::ReadDevice(const Node& user, void* buffer, int64_t address, int64_t length)

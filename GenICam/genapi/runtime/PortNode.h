@@ -95,8 +95,8 @@ public:
     void BeginCollecting() { m_isCollecting = m_stacked != nullptr; }
     void SendCollected();
 
-    /// An implementation is gone; fires nothing.
-    void Release(const IPort& port);
+    /// Takes an implementation that is gone off all nodes that it serves, of whatever map; fires nothing.
+    static void Release(const IPort& port);
 
     void Forget() override;
 
@@ -107,6 +107,8 @@ private:
     /// Tells an implementation of this library's base classes which node it serves.
     using TellImpl = std::function<void(PortNode*)>;
 
+    /// Tells the implementation that it serves this node no more.
+    void Dismiss();
     void Connect(IPort* port, IPortStacked* stacked, TellImpl tell, const char* method);
     IPort& Connected(const Node& user) const;
     void FlushCollected();

@@ -298,7 +298,7 @@ TEST(Port, OfAProgramInvalidatesItsNodeAndMayGoBeforeTheMap)
     {
         uint32_t value;
     };
-    TestMap test("IntReg A { at 0 4 RW; Little }", false);
+    TestMap test("IntReg A { at 0 4 RW; Little } Port Other { } Port Last { }", false);
     {
         CTestPortStruct<Registers> port;
         port.InvalidateNode(); // of no node
@@ -308,8 +308,11 @@ TEST(Port, OfAProgramInvalidatesItsNodeAndMayGoBeforeTheMap)
         EXPECT_EQ(test.Int("A").GetValue(), 0);
         port.InvalidateNode();
         EXPECT_EQ(test.Int("A").GetValue(), 5);
+        ASSERT_TRUE(test.map._Connect(&port, "Other") && test.map._Connect(&port, "Last"));
+        ASSERT_TRUE(test.map._Connect(static_cast<IPort*>(nullptr), "Last"));
     }
     EXPECT_EQ(test.Get("A").GetAccessMode(), NI);
+    EXPECT_EQ(test.Get("Other").GetAccessMode(), NI);
     CTestPortStruct<Registers> other;
     {
         CNodeMapRef map;
