@@ -10,7 +10,6 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QLabel>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
 
@@ -79,33 +78,6 @@ TEST_F(SimulatedCameras, AreFoundOnThreeInterfacesAndOneIsForcedIntoTheSubnetAnd
     EXPECT_EQ(GenApi::CStringPtr(pDevice->GetIKxRemotePort()->GetINodeMap()->GetNode("DeviceModelName"))
                   ->GetValue(),
               "KX-G1M");
-}
-
-TEST_F(SimulatedCameras, ComeAndGoAndAreBusyWhenAnotherProcessHasThem)
-{
-    constexpr char kPulled[] = "Kestrix KX-U5M (1001)";
-    constexpr char kShared[] = "Kestrix KX-U5C (1002)";
-    ASSERT_TRUE(Appears(kPulled));
-    Select(kShared);
-    EXPECT_TRUE(IsEnabled("btnOK"));
-    GenApi::INodeMap& map = *m_pSystem->GetIKxInterface(0)->GetIKxPort()->GetINodeMap();
-    const auto plug = [&](bool bPlugged) {
-        GenApi::CEnumerationPtr(map.GetNode("KxCameraSelector"))->FromString("KX_U5M_1001");
-        GenApi::CBooleanPtr(map.GetNode("KxCameraPlugged"))->SetValue(bPlugged);
-    };
-    QProcess other;
-    other.start(KXSIM_HOLDER, {KXSIM_PRODUCER, "KX-U5C_1002"});
-    QByteArray said;
-    ASSERT_TRUE(PumpUntil([&] { return (said += other.readAllStandardOutput()).contains("open\n"); }));
-    plug(false);
-    EXPECT_TRUE(PumpUntil([&] { return !Item(kPulled) && !IsEnabled("btnOK"); }));
-    EXPECT_EQ(Selected(), kShared);
-    EXPECT_THAT(Lines("tableDevice"), Contains("Access Status: Busy[4] red"));
-    plug(true);
-    other.closeWriteChannel();
-    ASSERT_TRUE(other.waitForFinished());
-    EXPECT_TRUE(PumpUntil([&] { return Item(kPulled) && IsEnabled("btnOK"); }));
-    EXPECT_THAT(Lines("tableDevice"), Contains("Access Status: ReadWrite(Full access)[1]"));
 }
 
 TEST_F(SimulatedCameras, AreShownAboveALineThatNamesUnusableProducers)

@@ -103,25 +103,6 @@ TEST_F(Factory, HoldsImagesInTheApplicationsMemory)
     EXPECT_EQ(allocator.nBlocks, 0);
 }
 
-TEST_F(Factory, MakesAWindowOfEachTypeWithItsNameAndTitle)
-{
-    const struct
-    {
-        _EKxWindowType_t eType;
-        const char* szName;
-        const char* szTitle;
-    } windows[] = {{KxWindowType_DeviceSelection, "Device Selection", "Device Selection"},
-                   {KxWindowType_ImageDisplay, "Image display", "Display Image"},
-                   {KxWindowType_NodeMapDisplay, "Node map display", "Node Map"},
-                   {KxWindowType_GraphDisplay, "Graph display", "Display Graph"}};
-    for (const auto& window : windows) {
-        const CIKxWndPtrT<IKxWndReleasable> pWnd(CreateIKxWnd(window.eType));
-        EXPECT_EQ(pWnd->GetIKxWndInfo()->GetWndType(), window.eType);
-        EXPECT_EQ(pWnd->GetIKxWndInfo()->GetWndName(), window.szName);
-        EXPECT_EQ(pWnd->GetTitle(), window.szTitle);
-    }
-}
-
 TEST_F(Factory, KeepsWindowsInAnArray)
 {
     CIKxWndPtrArrayT<IKxImageDisplayWnd> arrWindows;

@@ -217,28 +217,5 @@ TEST_F(ImageZoom, ScrollPositionsOfOtherThreadsReadBackAtOnce)
     EXPECT_EQ(m_pWnd->GetScrollVPosition(), ScrollArea().verticalScrollBar()->maximum());
 }
 
-TEST_F(ImageZoom, WidgetFollowsImagesThatChangeTheirSizeAndFormat)
-{
-    const std::pair<QSize, EKxPixelFormatNamingConvention_t> images[] = {
-        {{1, 1}, KxPixelFormat_Mono8},     {{1, 50}, KxPixelFormat_BGR8},
-        {{50, 1}, KxPixelFormat_BayerRG8}, {{1001, 3}, KxPixelFormat_Mono12p},
-        {{1001, 801}, KxPixelFormat_BGR8}, {{64, 48}, KxPixelFormat_BGRa8}};
-    for (const bool bFit : {false, true}) {
-        m_pWnd->SetZoomMode(bFit ? KxZoomMode_FitToTheWindow : KxZoomMode_FixedZoom);
-        for (const auto& [size, ePixelFormat] : images) {
-            const ImageBufferPtr pBuffer = MakeImage(static_cast<size_t>(size.width()),
-                                                     static_cast<size_t>(size.height()), ePixelFormat, 0x55);
-            ShowImage(pBuffer->GetIKxImage());
-            if (!bFit) {
-                EXPECT_EQ(Widget().size(), size) << ePixelFormat;
-            }
-            EXPECT_TRUE(m_pWnd->IsVisible());
-        }
-    }
-    m_pWnd->SetZoomMode(KxZoomMode_FixedZoom);
-    Pump();
-    EXPECT_EQ(Widget().size(), QSize(64, 48));
-}
-
 } // namespace
 } // namespace KxTest

@@ -5,6 +5,7 @@
 #include "nodemap/CustomPropertyGridProperty_IPAddress_qt.h"
 #include "nodemap/CustomPropertyGridProperty_Integer_qt.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
@@ -145,6 +146,69 @@ TEST_F(NodeMapEditors, WriteWhatIsDraggedAndWhatIsHardToRead)
     EXPECT_EQ(m_pMap->port.Peek(0x20, 4), (FakePort::Bytes{9, 0, 0, 0}));
 }
 
+TEST_F(NodeMapEditors, TakeEachKindOfFeatureFromKeyboardAndMouse)
+{
+    ShowMap(
+        "Category Root { pFeature Steps; pFeature Log; pFeature Pure; pFeature Hex; pFeature Ip; pFeature "
+        "Slide; pFeature Real; pFeature Text; pFeature Reg; pFeature Signed; pFeature B; pFeature E; "
+        "pFeature C }\n"
+        "Integer Steps { Value 20; Min 0; Max 100; Inc 10; Unit us; Representation Linear }\n"
+        "Integer Log { Value 10; Min 1; Max 100000; Representation Logarithmic }\n"
+        "Integer Pure { Value 42; Min 0; Max 100; Representation PureNumber }\n"
+        "Integer Hex { Value 1; Min 0; Max 65535; Representation HexNumber }\n"
+        "Integer Ip { Value 0; Min 0; Max 0xFFFFFFFF; Representation IPV4Address }\n"
+        "Float Slide { Value 0.25; Min 0; Max 1; Representation Linear }\n"
+        "Float Real { Value 1.5; Min 0; Max 10; Representation PureNumber }\n"
+        "String Text { Value initial } StringReg Reg { Address 0x100; Length 8; AccessMode RW; pPort "
+        "Device }\n"
+        "IntReg Signed { at 0x10 4 RW; Sign Signed; Little } Boolean B { Value true }\n"
+        "Enumeration E { EnumEntry Red { Value 0 } EnumEntry Green { Value 1 } EnumEntry Blue { Value 2 } "
+        "Value 1 }\n"
+        "Command C { pValue CReg; CommandValue 9 } IntReg CReg { at 0x20 4 RW; Little }");
+    // Chooses the editor as the key in the row does.
+    const auto chosen = [this](const char* szRow) -> QWidget& {
+        Grid().scrollToItem(Row(szRow));
+        Grid().setCurrentItem(Row(szRow));
+        Settle();
+        QTest::keyClick(&Grid(), Qt::Key_F2);
+        return *Property(szRow).focusWidget();
+    };
+    const struct
+    {
+        const char* szRow;
+        const char* szTyped;
+        const char* szValue;
+    } rows[] = {{"Steps (us) ", "33", "30"},    {"Log", "3000", "3000"},    {"Pure", "43", "43"},
+                {"Hex", "0xBEEF", "0xbeef"},    {"Slide", "0.5", "0.5"},    {"Real", "2.5", "2.5"},
+                {"Ip", "10.0.0.7", "10.0.0.7"}, {"Text", "typed", "typed"}, {"Reg", "reg", "reg"},
+                {"Signed", "-7", "-7"}};
+    for (const auto& row : rows) {
+        Type(chosen(row.szRow), row.szTyped);
+        const std::string strNode = std::string(row.szRow).substr(0, std::string(row.szRow).find(' '));
+        EXPECT_EQ(m_pMap->Value(strNode.c_str()).ToString().c_str(), std::string(row.szValue)) << row.szRow;
+    }
+    QTest::keyClick(&chosen("B"), Qt::Key_Up);
+    EXPECT_FALSE(m_pMap->Get<GenApi::IBoolean>("B").GetValue());
+    QTest::keyClick(&chosen("E"), Qt::Key_Home);
+    EXPECT_EQ(m_pMap->Enum("E").GetIntValue(), 0);
+    QTest::keyClick(&chosen("C"), Qt::Key_Space);
+    EXPECT_EQ(m_pMap->port.Peek(0x20, 1), FakePort::Bytes{9});
+
+    auto& slider = Get<QSlider>("Slide");
+    QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() - 2, slider.height() / 2));
+    EXPECT_NE(m_pMap->Flt("Slide").GetValue(), 0.5);
+    auto& box = Get<QComboBox>("E");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    EXPECT_TRUE(PumpUntil([&] { // the list takes no click for a moment
+        const QPoint place = box.view()->visualRect(box.model()->index(2, 0)).center();
+        if (box.view()->isVisible()) {
+            QTest::mouseMove(box.view()->viewport(), place);
+            QTest::mouseClick(box.view()->viewport(), Qt::LeftButton, {}, place);
+        }
+        return m_pMap->Enum("E").GetIntValue() == 2;
+    }));
+}
+
 TEST_F(NodeMapEditors, LeaveTheWheelToTheListUnlessTheyWereChosen)
 {
     ShowMap("Category Root { pFeature I; pFeature B; pFeature F }\nInteger I { Value 5; Min 0; Max 9; "
@@ -259,6 +323,12 @@ TEST_F(NodeMapEditors, KeepTheirDisplayWhenTheDeviceFails)
     Get<QSlider>("I").setValue(9); // this one and the next aren't dropped
     Get<QComboBox>("E").setCurrentIndex(1);
     EXPECT_GT(m_log.Count(KxGUICallbackType_Error), 0U);
+    m_pWnd->SetEnablePolling(true);
+    for (const bool bAlphabetic : {true, false}) { // which makes the rows anew
+        m_pWnd->SetAlphabeticMode(bAlphabetic);
+        Settle();
+    }
+    EXPECT_EQ(Grid().topLevelItemCount(), 4);
 
     m_pMap->port.onRead = m_pMap->port.onWrite = nullptr;
     m_pWnd->Refresh();

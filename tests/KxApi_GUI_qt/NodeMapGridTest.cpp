@@ -188,6 +188,9 @@ TEST_F(NodeMapGrid, LetsGoOfTheNodeMapWhenItIsClosed)
     m_pMap.reset();
     Pump();
     EXPECT_EQ(m_log.Count(KxGUICallbackType_Error), 0U);
+    m_pWnd->DeregisterINode(m_hRoot);
+    ShowMap(kCamera); // another one, as of a camera that has come back
+    EXPECT_EQ(Get<QSpinBox>("Width (px) ").value(), 640);
 }
 
 TEST_F(NodeMapGrid, ChangesTheWindowThatItIsPartOf)

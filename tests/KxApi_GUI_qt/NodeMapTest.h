@@ -36,7 +36,7 @@ protected:
         } catch (const GenICam::GenericException& e) {
             throw std::logic_error(e.what()); // the test's own mistake
         }
-        m_pWnd->RegisterINode(&m_pMap->Get("Root"), "");
+        m_hRoot = m_pWnd->RegisterINode(&m_pMap->Get("Root"), "");
         ShowWnd();
     }
     void ShowWnd()
@@ -125,6 +125,7 @@ protected:
 
     CEventLog m_log;
     std::unique_ptr<TestMap> m_pMap;
+    void* m_hRoot = nullptr; ///< of its registration
     KxApi::CIKxWndPtrT<KxApi::IKxNodeMapDisplayWnd> m_pWnd;
 };
 

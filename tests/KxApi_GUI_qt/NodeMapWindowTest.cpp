@@ -141,24 +141,6 @@ TEST_F(NodeMapWindow, ShowsAndFollowsItsTools)
               "&Status Bar");
 }
 
-TEST_F(NodeMapWindow, IsHeldByArraysBesideOthersThatShowTheSameNodes)
-{
-    ShowMap("Category Root { pFeature I }\nInteger I { Value 1; Min 0; Max 9; Representation Linear }");
-    CIKxWndPtrArrayT<IKxNodeMapDisplayWnd> arrWnd;
-    for (size_t i = 0; i < 2; ++i) {
-        arrWnd.Register(CreateIKxWnd(KxWindowType_NodeMapDisplay));
-        arrWnd[i]->RegisterINode(&m_pMap->Get("I"), "");
-        arrWnd[i]->Show(nullptr, KxWindowMode_Modaless);
-    }
-    Settle();
-    m_pMap->Int("I") = 5;
-    for (size_t i = 0; i < 2; ++i)
-        EXPECT_EQ(WidgetOf(*arrWnd[i])->findChild<QSpinBox*>()->value(), 5);
-    arrWnd.Release();
-    m_pMap->Int("I") = 6; // shown by the window that is left
-    EXPECT_EQ(Dialog().findChild<QSpinBox*>()->value(), 6);
-}
-
 TEST_F(NodeMapWindow, OffersSampleCodeThatRuns)
 {
     const TestMap map(kSampleMap);

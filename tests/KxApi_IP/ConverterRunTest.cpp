@@ -174,17 +174,6 @@ TEST(ConverterRun, ReverseYTurnsUpsideDown)
     }
 }
 
-TEST(ConverterRun, TheTargetGetsTheSourcesSizeAndTheFormatsPitch)
-{
-    TestConverter converter(KxPixelFormat_RGB8);
-    View source = RandomImage(KxPixelFormat_Mono8, 5, 3, 2);
-    const IKxImage& target = converter.Convert(source);
-    EXPECT_EQ(target.GetImagePixelFormat(), KxPixelFormat_RGB8);
-    EXPECT_EQ(target.GetImageWidth(), 5U);
-    EXPECT_EQ(target.GetImageHeight(), 3U);
-    EXPECT_EQ(target.GetImageLinePitch(), 16U);
-}
-
 /// What the conversion of a source raises; it has to leave the target as it was.
 std::string Refused(TestConverter& converter, IKxImage* source)
 {

@@ -2,9 +2,9 @@
 // An open system over the fake camera, and receivers of what comes from it.
 #pragma once
 
+#include "Producers.h"
 #include "TestCameras.h"
 #include "ThreadCount.h"
-#include "producers/FakeCamera.h"
 
 #include <GenApi/GenApi.h>
 #include <KxApi_TL/CKxAutoPtr.h>
@@ -15,7 +15,6 @@
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -117,19 +116,14 @@ class CameraFixture : public testing::Test
 protected:
     void SetUp() override
     {
-        const std::string path = std::string(KXAPI_FAKE_PRODUCERS) + "/FakeCamera.cti";
-        m_system.Reset(KxApi::CreateIKxSystem(path.c_str()));
+        m_system.Reset(KxApi::CreateIKxSystem(Fake("Camera").c_str()));
         m_system->UpdateInterfaceList();
         m_interface = m_system->GetIKxInterface(0);
         m_interface->UpdateDeviceList();
-        m_library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
-        ASSERT_NE(m_library, nullptr);
-        camera = reinterpret_cast<decltype(&KxFakeCamera)>(dlsym(m_library, "KxFakeCamera"))();
     }
     void TearDown() override
     {
         EXPECT_TRUE(Eventually([this] { return ThreadCount() <= m_nThreads; })) << "a thread is left";
-        dlclose(m_library);
     }
 
     DevicePtr Open(KxApi::EKxDeviceAccess_t eAccess = KxApi::KxDeviceAccess_Control) const
@@ -143,11 +137,11 @@ protected:
     }
 
     const size_t m_nThreads = ThreadCount();
+    const LoadedProducer m_producer{"Camera"};
+    FakeCamera* const camera = &m_producer.Camera();
     KxApi::CKxApiAutoInitTerm m_sdk;
     SystemPtr m_system;
     KxApi::IKxInterface* m_interface = nullptr;
-    void* m_library = nullptr;
-    FakeCamera* camera = nullptr;
 };
 
 /// With the camera open, and its stream.

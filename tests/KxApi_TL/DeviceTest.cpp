@@ -108,7 +108,7 @@ TEST_F(Device, LivesUntilItsLastStreamIsReleasedAndItsSystemWithIt)
     EXPECT_NE(camera->access, 0);
     EXPECT_EQ(Integer(stream->GetIKxDevice()->GetIKxRemotePort(), "Gain")->GetValue(), 7);
     stream.Reset();
-    EXPECT_THAT(camera->TakeLog(), ElementsAre("close stream", "close"));
+    EXPECT_THAT(camera->TakeLog(), ElementsAre("close stream", "close", "close system"));
 }
 
 /// Counts the callbacks of a node.

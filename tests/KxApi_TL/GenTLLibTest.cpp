@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "InThreads.h"
+#include "Producers.h"
+
 #include <Base/GCException.h>
 #include <KxApi_TL/CKxGenTLLib.h>
 
@@ -12,23 +15,17 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace
 {
 
+using namespace KxTest;
 using KxApi::CKxGenTLLib;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
 constexpr char kLog[] = "KXAPI_FAKE_PRODUCER_LOG";
-
-std::string Fake(const std::string& name)
-{
-    return std::string(KXAPI_FAKE_PRODUCERS) + "/Fake" + name + ".cti";
-}
 
 std::string LoadError(const std::string& path)
 {
@@ -75,14 +72,6 @@ TEST_F(GenTLLib, NewerFunctionsThanTheProducersStayNull)
     EXPECT_EQ(v10->GetVersionMinorByFunctions(), 0);
 }
 
-TEST_F(GenTLLib, TableFilledByHandHasNoFunctionsAtFirst)
-{
-    const CKxGenTLLib lib;
-    EXPECT_EQ(lib.GCReadPort, nullptr);
-    EXPECT_EQ(lib.GetVersionMinorByFunctions(), -1);
-    EXPECT_STREQ(lib.GetPath().c_str(), "");
-}
-
 TEST_F(GenTLLib, UsersOfOneFileShareItUntilTheLastLetsGo)
 {
     auto first = CKxGenTLLib::Load(Fake("Complete").c_str());
@@ -102,15 +91,10 @@ TEST_F(GenTLLib, UsersOfOneFileShareItUntilTheLastLetsGo)
 
 TEST_F(GenTLLib, ThreadsLoadingAndLettingGoLeaveEachInitClosed)
 {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
-            for (int round = 0; round < 50; ++round)
-                CKxGenTLLib::Load(Fake("Complete").c_str());
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    InThreads(4, [](int) {
+        for (int round = 0; round < 50; ++round)
+            CKxGenTLLib::Load(Fake("Complete").c_str());
+    });
     std::string rest = Log();
     // Never two inits or two closes in a row.
     constexpr char kRound[] = "init close ";

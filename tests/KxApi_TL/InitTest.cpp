@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "InThreads.h"
+
 #include <Base/GCException.h>
 #include <KxApi_TL/KxApi_TL.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <thread>
-#include <vector>
 
 namespace
 {
@@ -42,18 +41,12 @@ TEST(Init, MisuseTellsWhatToCall)
 
 TEST(Init, CountsCallsOfAllThreads)
 {
-    constexpr int kRounds = 2000;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
-            for (int round = 0; round < kRounds; ++round) {
-                const KxApi::CKxApiAutoInitTerm start;
-                KxApi::CheckKxApiInitialized();
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    KxTest::InThreads(4, [](int) {
+        for (int round = 0; round < 2000; ++round) {
+            const KxApi::CKxApiAutoInitTerm start;
+            KxApi::CheckKxApiInitialized();
+        }
+    });
     EXPECT_THROW(KxApi::CheckKxApiInitialized(), GenICam::LogicalErrorException);
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Producers.h"
+
 #include <KxApi_TL/IKxSystem.h>
 #include <KxApi_TL/KxApi_TL.h>
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -20,13 +21,9 @@ namespace
 {
 
 using namespace KxApi;
+using namespace KxTest;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-std::string Fake(const std::string& name)
-{
-    return std::string(KXAPI_FAKE_PRODUCERS) + "/Fake" + name + ".cti";
-}
 
 /// A folder of links to the fakes, which the environment variable names.
 class Producers : public testing::Test
@@ -110,20 +107,17 @@ TEST_F(Producers, BrokenOnesTellWhyAndHideNoOther)
     EXPECT_TRUE(isThere);
 }
 
-/// The producer that is slow to begin with, in the hands of the test.
-class SlowProducer
+/// The producer that is slow to begin with.
+struct SlowProducer : LoadedProducer
 {
-public:
-    ~SlowProducer() { dlclose(m_library); }
-    void Call(const char* szName) const { reinterpret_cast<void (*)()>(dlsym(m_library, szName))(); }
+    SlowProducer()
+        : LoadedProducer("Slow")
+    {}
     void LetGo() const
     {
         Call("KxFakeLetGo"); // of GCInitLib
         Call("KxFakeLetGo"); // of TLOpen
     }
-
-private:
-    void* const m_library = dlopen(Fake("Slow").c_str(), RTLD_NOW);
 };
 
 /// Keeps what comes, and does something when the fake camera's producer is there.

@@ -75,18 +75,6 @@ TEST_P(EachCamera, TakesBackTheValueOfEveryFeature)
 class Maps : public Simulator
 {};
 
-TEST_F(Maps, TellWhoMadeTheProducer)
-{
-    EXPECT_EQ(System().GetKxSystemVendor(), KxSystemVendor_Kestrix);
-    GenApi::INodeMap& map = *System().GetIKxPort()->GetINodeMap();
-    EXPECT_EQ(Get(map, "TLVendorName"), "Kestrix");
-    EXPECT_EQ(Get(map, "TLModelName"), "KxSimulator");
-    EXPECT_EQ(Get(map, "TLPath"), System().GetIKxSystemInfo()->GetPathName().c_str());
-    Set(map, "InterfaceSelector", "1");
-    EXPECT_EQ(Get(map, "InterfaceID"), "KxSim_GEV");
-    EXPECT_EQ(Get(map, "GevInterfaceDefaultIPAddress"), "192.168.10.1");
-}
-
 TEST_F(Maps, KeepOneValueForEachPairOfSelectors)
 {
     const DevicePtr device = Open(kAllKinds);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The producer of FakeCamera.h: one interface "GEV" with one camera "cam" with one stream "stream".
+// The producer of FakeCamera.h: a camera "cam" with one stream "stream", ports and events. Built with
+// FAKE_VERSION_1_0_ONLY it lacks what later versions of the interface brought.
 
 #define GCTLIDLL
-#include "FakeCamera.h"
-
 #include "FakeDescriptions.h"
+#include "FakeWorld.h"
 
 namespace
 {
@@ -16,16 +16,15 @@ using Lock = std::unique_lock<std::mutex>;
 
 constexpr uint64_t kXmlAddress = 0x10000;
 
-FakeCamera g_camera;
 // Handles are addresses of these.
-char g_system, g_interface, g_device, g_remote, g_stream;
+char g_device, g_remote, g_stream;
 using EventKey = std::pair<char, int32_t>;
 std::map<EventKey, EventKey> g_events; // by themselves, for handles
 
-/// Modules by the letters that tests name them by.
+/// Modules by the letters that tests name them by; interfaces and systems are 'i'.
 char ModuleOf(const void* handle)
 {
-    return handle == &g_device ? 'l' : handle == &g_remote ? 'r' : handle == &g_stream ? 's' : '?';
+    return handle == &g_device ? 'l' : handle == &g_remote ? 'r' : handle == &g_stream ? 's' : 'i';
 }
 
 /// The error that a test wants of a function.
@@ -46,7 +45,8 @@ std::string DescriptionOf(char module)
         return place->second;
     return module == 'r'   ? RemoteDescription()
            : module == 'l' ? ModuleDescription("DevicePort")
-                           : ModuleDescription("StreamPort");
+           : module == 's' ? ModuleDescription("StreamPort")
+                           : InterfaceDescription();
 }
 
 std::vector<std::string> UrlsOf(char module)
@@ -54,7 +54,7 @@ std::vector<std::string> UrlsOf(char module)
     if (const auto place = g_camera.urls.find(module); place != g_camera.urls.end())
         return place->second;
     char text[64];
-    std::snprintf(text, sizeof(text), "local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
+    std::snprintf(text, sizeof(text), "Local:fake.xml;%llX;%zX", static_cast<unsigned long long>(kXmlAddress),
                   DescriptionOf(module).size());
     return {text};
 }
@@ -115,72 +115,11 @@ FakeInfo Unpack(const char* block, bool isValue)
 
 } // namespace
 
+KxTest::FakeCamera KxTest::g_camera;
 KxTest::FakeCamera* KxFakeCamera() { return &g_camera; }
 
 namespace GenTL
 {
-
-GC_API GCInitLib() { return GC_ERR_SUCCESS; }
-GC_API GCCloseLib() { return GC_ERR_SUCCESS; }
-GC_API GCGetLastError(GC_ERROR* code, char* text, size_t* size)
-{
-    *code = GC_ERR_IO;
-    return Answer(ToldText("the wire is cut"), nullptr, text, size);
-}
-GC_API TLGetInfo(TL_HANDLE, TL_INFO_CMD, INFO_DATATYPE* type, void* buffer, size_t* size)
-{
-    return Answer(ToldText("Fake camera"), type, buffer, size);
-}
-GC_API GCGetInfo(TL_INFO_CMD command, INFO_DATATYPE* type, void* buffer, size_t* size)
-{
-    return TLGetInfo(nullptr, command, type, buffer, size);
-}
-GC_API TLOpen(TL_HANDLE* handle)
-{
-    *handle = &g_system;
-    return GC_ERR_SUCCESS;
-}
-GC_API TLClose(TL_HANDLE) { return GC_ERR_SUCCESS; }
-GC_API TLUpdateInterfaceList(TL_HANDLE, bool8_t*, uint64_t) { return GC_ERR_SUCCESS; }
-GC_API TLGetNumInterfaces(TL_HANDLE, uint32_t* count)
-{
-    *count = 1;
-    return GC_ERR_SUCCESS;
-}
-GC_API TLGetInterfaceID(TL_HANDLE, uint32_t, char* id, size_t* size)
-{
-    return Answer(ToldText("GEV"), nullptr, id, size);
-}
-GC_API TLGetInterfaceInfo(TL_HANDLE, const char*, INTERFACE_INFO_CMD, INFO_DATATYPE* type, void* buffer,
-                          size_t* size)
-{
-    return Answer(ToldText("GEV"), type, buffer, size);
-}
-GC_API TLOpenInterface(TL_HANDLE, const char*, IF_HANDLE* handle)
-{
-    *handle = &g_interface;
-    return GC_ERR_SUCCESS;
-}
-GC_API IFGetInfo(IF_HANDLE, INTERFACE_INFO_CMD, INFO_DATATYPE*, void*, size_t*)
-{
-    return GC_ERR_NOT_IMPLEMENTED;
-}
-GC_API IFClose(IF_HANDLE) { return GC_ERR_SUCCESS; }
-GC_API IFUpdateDeviceList(IF_HANDLE, bool8_t*, uint64_t) { return GC_ERR_SUCCESS; }
-GC_API IFGetNumDevices(IF_HANDLE, uint32_t* count)
-{
-    *count = 1;
-    return GC_ERR_SUCCESS;
-}
-GC_API IFGetDeviceID(IF_HANDLE, uint32_t, char* id, size_t* size)
-{
-    return Answer(ToldText("cam"), nullptr, id, size);
-}
-GC_API IFGetDeviceInfo(IF_HANDLE, const char*, DEVICE_INFO_CMD command, INFO_DATATYPE* type, void* buffer,
-                       size_t* size)
-{
-    return command == DEVICE_INFO_TLTYPE ? Answer(ToldText("GEV"), type, buffer, size) : GC_ERR_NOT_AVAILABLE;
-}
 
 GC_API IFOpenDevice(IF_HANDLE, const char* id, DEVICE_ACCESS_FLAGS access, DEV_HANDLE* device)
 {
@@ -227,26 +166,15 @@ GC_API GCGetPortURL(PORT_HANDLE handle, char* url, size_t* size)
     FAKE_ENTER("GCGetPortURL");
     return Answer(ToldText(UrlsOf(ModuleOf(handle)).front()), nullptr, url, size);
 }
-GC_API GCGetNumPortURLs(PORT_HANDLE handle, uint32_t* count)
-{
-    FAKE_ENTER("GCGetNumPortURLs");
-    *count = static_cast<uint32_t>(UrlsOf(ModuleOf(handle)).size());
-    return GC_ERR_SUCCESS;
-}
-GC_API GCGetPortURLInfo(PORT_HANDLE handle, uint32_t index, URL_INFO_CMD command, INFO_DATATYPE* type,
-                        void* buffer, size_t* size)
-{
-    FAKE_ENTER("GCGetPortURLInfo");
-    return command == URL_INFO_URL ? Answer(ToldText(UrlsOf(ModuleOf(handle)).at(index)), type, buffer, size)
-                                   : GC_ERR_NOT_AVAILABLE;
-}
 GC_API GCGetPortInfo(PORT_HANDLE handle, PORT_INFO_CMD command, INFO_DATATYPE* type, void* buffer,
                      size_t* size)
 {
     // The remote one keeps its name to itself.
     if (command != PORT_INFO_PORTNAME || handle == &g_remote)
         return GC_ERR_NOT_AVAILABLE;
-    return Answer(ToldText(handle == &g_device ? "DevicePort" : "StreamPort"), type, buffer, size);
+    const char module = ModuleOf(handle);
+    const char* const name = module == 'l' ? "DevicePort" : module == 's' ? "StreamPort" : "FakePort";
+    return Answer(ToldText(name), type, buffer, size);
 }
 GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* size)
 {
@@ -258,6 +186,8 @@ GC_API GCReadPort(PORT_HANDLE handle, uint64_t address, void* buffer, size_t* si
         std::memcpy(buffer, description.data(), std::min(*size, description.size()));
         return GC_ERR_SUCCESS;
     }
+    if (ModuleOf(handle) == 'i')
+        return ReadDeviceCount(handle, address, buffer, size);
     if (handle != &g_remote || *size != 4 || g_camera.registers.count(address) == 0)
         return GC_ERR_INVALID_ADDRESS;
     std::memcpy(buffer, &g_camera.registers[address], 4);
@@ -270,6 +200,10 @@ GC_API GCWritePort(PORT_HANDLE handle, uint64_t address, const void* buffer, siz
     FAKE_ENTER("GCWritePort");
     if (g_camera.isUnplugged)
         return GC_ERR_IO;
+    if (ModuleOf(handle) == 'i') {
+        *size = 0; // claims success, and did nothing
+        return GC_ERR_SUCCESS;
+    }
     if (handle != &g_remote || *size != 4 || g_camera.registers.count(address) == 0)
         return GC_ERR_INVALID_ADDRESS;
     std::memcpy(&g_camera.registers[address], buffer, 4);
@@ -459,6 +393,21 @@ GC_API DSGetBufferInfo(DS_HANDLE, BUFFER_HANDLE handle, BUFFER_INFO_CMD command,
     const FakeInfos usual = InfosOf(*fake);
     return AnswerBy({&fake->infos, &g_camera.bufferInfos, &usual}, command, type, buffer, size);
 }
+
+#ifndef FAKE_VERSION_1_0_ONLY
+GC_API GCGetNumPortURLs(PORT_HANDLE handle, uint32_t* count)
+{
+    FAKE_ENTER("GCGetNumPortURLs");
+    *count = static_cast<uint32_t>(UrlsOf(ModuleOf(handle)).size());
+    return GC_ERR_SUCCESS;
+}
+GC_API GCGetPortURLInfo(PORT_HANDLE handle, uint32_t index, URL_INFO_CMD command, INFO_DATATYPE* type,
+                        void* buffer, size_t* size)
+{
+    FAKE_ENTER("GCGetPortURLInfo");
+    return command == URL_INFO_URL ? Answer(ToldText(UrlsOf(ModuleOf(handle)).at(index)), type, buffer, size)
+                                   : GC_ERR_NOT_AVAILABLE;
+}
 GC_API DSGetNumBufferParts(DS_HANDLE, BUFFER_HANDLE handle, uint32_t* count)
 {
     FAKE_ENTER("DSGetNumBufferParts");
@@ -483,5 +432,6 @@ GC_API DSGetBufferChunkData(DS_HANDLE, BUFFER_HANDLE, SINGLE_CHUNK_DATA* chunks,
     *count = g_camera.chunks.size();
     return GC_ERR_SUCCESS;
 }
+#endif
 
 } // namespace GenTL

@@ -2,55 +2,42 @@
 // The descriptions of fake producers' modules.
 #pragma once
 
+#include "Outline.h"
+
 #include <string>
 
 namespace KxTest
 {
 
-inline std::string IntReg(const std::string& name, const std::string& address, const std::string& port,
-                          const std::string& access = "RW")
-{
-    return "<IntReg Name=\"" + name + "\"><Address>" + address + "</Address><Length>4</Length><AccessMode>" +
-           access + "</AccessMode><pPort>" + port +
-           "</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
-}
-
-inline std::string Description(const std::string& nodes)
-{
-    return R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription ModelName="Fake" VendorName="Fake" StandardNameSpace="None" SchemaMajorVersion="1"
-    SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ToolTip=""
-    ProductGuid="00000000-0000-0000-0000-000000000001" VersionGuid="00000000-0000-0000-0000-000000000002"
-    xmlns="http://www.genicam.org/GenApi/Version_1_1">
-)" + nodes +
-           "</RegisterDescription>\n";
-}
-
 inline std::string RemoteDescription()
 {
-    return Description(
-        "<Category Name=\"Root\"><pFeature>Width</pFeature><pFeature>Gain</pFeature>"
-        "<pFeature>AcquisitionStart</pFeature></Category>\n" +
-        IntReg("Width", "0x100", "Device") + IntReg("Height", "0x104", "Device") +
-        IntReg("PixelFormat", "0x108", "Device") + IntReg("PayloadSize", "0x10C", "Device", "RO") +
-        IntReg("TLParamsLocked", "0x110", "Device") + IntReg("StartReg", "0x114", "Device") +
-        IntReg("StopReg", "0x118", "Device") + IntReg("Gain", "0x11C", "Device") +
-        "<Command "
-        "Name=\"AcquisitionStart\"><pValue>StartReg</pValue><CommandValue>1</CommandValue></Command>\n"
-        "<Command "
-        "Name=\"AcquisitionStop\"><pValue>StopReg</pValue><CommandValue>1</CommandValue></Command>\n" +
-        IntReg("EventExposureEndLine", "0", "EventPort", "RO") + IntReg("ChunkGain", "0", "ChunkPort", "RO") +
-        "<Port Name=\"Device\"></Port>\n"
-        "<Port Name=\"EventPort\"><EventID>9001</EventID></Port>\n"
-        "<Port Name=\"ChunkPort\"><ChunkID>c001</ChunkID></Port>\n");
+    return DescriptionAsXml(R"(
+        Category Root { pFeature Width; pFeature Gain; pFeature AcquisitionStart }
+        IntReg Width { at 0x100 4 RW; Little } IntReg Height { at 0x104 4 RW; Little }
+        IntReg PixelFormat { at 0x108 4 RW; Little } IntReg PayloadSize { at 0x10C 4 RO; Little }
+        IntReg TLParamsLocked { at 0x110 4 RW; Little } IntReg StartReg { at 0x114 4 RW; Little }
+        IntReg StopReg { at 0x118 4 RW; Little } IntReg Gain { at 0x11C 4 RW; Little }
+        Command AcquisitionStart { pValue StartReg; CommandValue 1 }
+        Command AcquisitionStop { pValue StopReg; CommandValue 1 }
+        IntReg EventExposureEndLine { Address 0; Length 4; AccessMode RO; pPort EventPort; Little }
+        IntReg ChunkGain { Address 0; Length 4; AccessMode RO; pPort ChunkPort; Little }
+        Port EventPort { EventID 9001 } Port ChunkPort { ChunkID c001 })");
 }
 
 /// Of the local device and of the stream.
 inline std::string ModuleDescription(const std::string& port)
 {
-    return Description("<Category Name=\"Root\"><pFeature>EventCount</pFeature></Category>\n" +
-                       IntReg("EventCount", "0", "EventPort", "RO") + "<Port Name=\"" + port +
-                       "\"></Port>\n<Port Name=\"EventPort\"><EventID>A1</EventID></Port>\n");
+    return DescriptionAsXml("Category Root { pFeature EventCount } Port " + port + " { } " + R"(
+        IntReg EventCount { Address 0; Length 4; AccessMode RO; pPort EventPort; Little }
+        Port EventPort { EventID A1 })");
+}
+
+/// Of interfaces and systems.
+inline std::string InterfaceDescription()
+{
+    return DescriptionAsXml(R"(
+        Category Root { pFeature DeviceCount } Port FakePort { }
+        IntReg DeviceCount { Address 8; Length 4; AccessMode RW; pPort FakePort; Little })");
 }
 
 } // namespace KxTest
