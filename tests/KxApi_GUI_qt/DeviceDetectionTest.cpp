@@ -142,14 +142,5 @@ TEST_F(DetectDevices, LeavesNothingBehindWhenOpenedAndClosedWhileDevicesComeAndG
     EXPECT_TRUE(BecomeAtMost(nThreads));
 }
 
-TEST_F(DetectDevices, EndsWithTheWindow)
-{
-    OpenUnasked();
-    EXPECT_TRUE(PumpUntil([&] { return Rows() == kAll; }));
-    const size_t nThreads = ThreadCount(); // with that of the search
-    m_pWnd.Reset();
-    EXPECT_TRUE(BecomeAtMost(nThreads - 1));
-}
-
 } // namespace
 } // namespace KxTest

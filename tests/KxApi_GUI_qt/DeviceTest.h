@@ -12,7 +12,6 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTreeWidget>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>

@@ -16,14 +16,11 @@ using DrawingFeatures = DrawingTest;
 
 TEST_F(DrawingFeatures, OpenAndCloseWithTheTypeOfTheObject)
 {
-    const auto available = [this](const char* szName) {
-        return GenApi::IsAvailable(m_pMap->GetNode(szName));
-    };
-    EXPECT_FALSE(available("DrawingObjectSelector"));
-    EXPECT_FALSE(available("DrawingObjectName"));
+    EXPECT_FALSE(IsAvailable("DrawingObjectSelector"));
+    EXPECT_FALSE(IsAvailable("DrawingObjectName"));
     Node("DrawingObjectsCount")->SetValue(1);
-    EXPECT_TRUE(available("DrawingObjectName"));
-    EXPECT_FALSE(available("DrawingObjectDisplayTextSelector")) << "no type, no texts";
+    EXPECT_TRUE(IsAvailable("DrawingObjectName"));
+    EXPECT_FALSE(IsAvailable("DrawingObjectDisplayTextSelector")) << "no type, no texts";
     struct CRow
     {
         const char* szType;
@@ -39,21 +36,21 @@ TEST_F(DrawingFeatures, OpenAndCloseWithTheTypeOfTheObject)
         SCOPED_TRACE(row.szType);
         Set("DrawingObjectType", row.szType);
         Set("DrawingObjectDisplayTextSelector", "Area");
-        EXPECT_EQ(available("DrawingLineWidth"), row.bLine);
-        EXPECT_EQ(available("DrawingLineEndcap"), row.bEndcap);
-        EXPECT_EQ(available("DrawingLineJoin"), row.bJoin);
-        EXPECT_EQ(available("DrawingBrushStyle"), row.bBrush);
-        EXPECT_EQ(available("DrawingBrushPolyFillMode"), row.bFillMode);
-        EXPECT_EQ(available("DrawingObjectEnableDisplayText"), row.bArea);
+        EXPECT_EQ(IsAvailable("DrawingLineWidth"), row.bLine);
+        EXPECT_EQ(IsAvailable("DrawingLineEndcap"), row.bEndcap);
+        EXPECT_EQ(IsAvailable("DrawingLineJoin"), row.bJoin);
+        EXPECT_EQ(IsAvailable("DrawingBrushStyle"), row.bBrush);
+        EXPECT_EQ(IsAvailable("DrawingBrushPolyFillMode"), row.bFillMode);
+        EXPECT_EQ(IsAvailable("DrawingObjectEnableDisplayText"), row.bArea);
     }
     Set("DrawingObjectType", "Ellipse");
     Set("DrawingBrushStyle", "Solid");
-    EXPECT_FALSE(available("DrawingBrushBackgroundColorMode"));
+    EXPECT_FALSE(IsAvailable("DrawingBrushBackgroundColorMode"));
     Set("DrawingBrushStyle", "Hatch_Cross");
-    EXPECT_TRUE(available("DrawingBrushBackgroundColorMode"));
-    EXPECT_FALSE(available("DrawingBrushBackgroundColor"));
+    EXPECT_TRUE(IsAvailable("DrawingBrushBackgroundColorMode"));
+    EXPECT_FALSE(IsAvailable("DrawingBrushBackgroundColor"));
     Set("DrawingBrushBackgroundColorMode", "Opaque");
-    EXPECT_TRUE(available("DrawingBrushBackgroundColor"));
+    EXPECT_TRUE(IsAvailable("DrawingBrushBackgroundColor"));
 }
 
 TEST_F(DrawingFeatures, FollowTheSelectorWithoutBeingAsked)

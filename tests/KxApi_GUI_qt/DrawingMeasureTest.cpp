@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QFontMetrics>
+#include <QImage>
 #include <QPaintEngine>
 #include <cmath>
 #include <random>
@@ -25,9 +26,13 @@ constexpr double kUnitX = 0.5;
 constexpr double kUnitY = 3.0;
 
 /// Notes the texts that are painted and where their boxes begin.
-class CTextRecorder : public QPaintDevice
+class CTextRecorder : public QImage
 {
 public:
+    CTextRecorder()
+        : QImage(kImageWidth, kImageHeight, Format_RGB32)
+    {}
+
     struct CText
     {
         QString strText;
@@ -36,26 +41,6 @@ public:
     std::vector<CText> texts;
 
     QPaintEngine* paintEngine() const override { return &m_engine; }
-
-protected:
-    int metric(PaintDeviceMetric eMetric) const override
-    {
-        switch (eMetric) {
-        case PdmWidth:
-            return kImageWidth;
-        case PdmHeight:
-            return kImageHeight;
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDevicePixelRatio:
-            return 1;
-        default:
-            return QPaintDevice::metric(eMetric);
-        }
-    }
 
 private:
     class CEngine : public QPaintEngine

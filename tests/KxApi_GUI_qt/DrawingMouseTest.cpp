@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QSpinBox>
 #include <QTest>
-#include <random>
 
 namespace KxTest
 {
@@ -207,75 +206,6 @@ TEST_F(DrawingMouse, AClickOfTheRightButtonEndsAnObjectWithoutAMenu)
     EXPECT_EQ(nEntries, 0);
     EXPECT_FALSE(Release(50, 50, Qt::RightButton)) << "of another click";
     EXPECT_EQ(nEntries, 9);
-}
-
-// Features from other threads while the mouse draws over images of any size; the sanitizers watch.
-TEST_F(DrawingMouse, SharesTheDrawingWithThreadsThatWriteFeatures)
-{
-    const auto write = [this](std::minstd_rand& random) {
-        const auto n = static_cast<int64_t>(random() % 7);
-        switch (random() % 8) {
-        case 0:
-            Node("DrawingObjectsCount")->SetValue(n);
-            break;
-        case 1:
-            Node("DrawingObjectSelector")->SetValue(n);
-            break;
-        case 2:
-            Node<GenApi::CEnumerationPtr>("DrawingObjectType")->SetIntValue(2 + n);
-            break;
-        case 3:
-            Node("DrawingObjectPointCount")->SetValue(n);
-            break;
-        case 4:
-            Set("TextOfLengthUnit", n % 2 != 0 ? "%" : "mm");
-            break;
-        case 5:
-            Node<GenApi::CFloatPtr>("DrawingObjectPointX")->SetValue(0.1 * static_cast<double>(n));
-            break;
-        case 6:
-            Node<GenApi::CCommandPtr>("RemoveDrawingObject")->Execute();
-            break;
-        default:
-            Set("DrawingObjectName", std::string(static_cast<size_t>(n) * 40, 'x'));
-        }
-    };
-    std::vector<std::function<void(unsigned)>> bodies;
-    for (unsigned nThread = 1; nThread <= 4; ++nThread)
-        bodies.push_back(
-            [&, random = std::minstd_rand(nThread)](unsigned) mutable { ErrorOf([&] { write(random); }); });
-    const CThreads threads(bodies);
-    m_pWnd->SetRefreshInterval(0);
-    Show(*m_pWnd);
-    auto& image = *WidgetOf(*m_pWnd)->findChild<CDisplayImageWidget*>();
-    const auto send = [&image](QEvent::Type eType, QPoint pt, Qt::MouseButton eButton,
-                               Qt::MouseButtons eButtons) {
-        QMouseEvent event(eType, pt, eButton, eButtons, Qt::NoModifier);
-        QCoreApplication::sendEvent(&image, &event);
-    };
-    std::minstd_rand random(99);
-    const int nRounds = HammerRounds(100);
-    for (int i = 0; i < nRounds; ++i) {
-        const auto place = [&random] { return QPoint(int(random() % 500), int(random() % 500)); };
-        m_pTool->SetDrawingItemType(static_cast<_EKxDrawingItemType_t>(1 + random() % 12));
-        const QPoint ptFrom = place();
-        const QPoint ptTo = place();
-        send(QEvent::MouseButtonPress, ptFrom, Qt::LeftButton, Qt::LeftButton);
-        // Another image while something is dragged.
-        const EKxPixelFormatNamingConvention_t formats[] = {KxPixelFormat_Mono8, KxPixelFormat_BGR8,
-                                                            KxPixelFormat_Mono12};
-        m_pWnd->RegisterIKxImage(
-            MakeImage(1 + random() % 600, 1 + random() % 500, formats[i % 3])->GetIKxImage());
-        send(QEvent::MouseMove, ptTo, Qt::NoButton, Qt::LeftButton);
-        Pump();
-        send(QEvent::MouseButtonRelease, ptTo, Qt::LeftButton, Qt::NoButton);
-        if (i % 10 == 0) {
-            m_pTool->SetDrawingItemType(KxDrawingItemType_Select);
-            QTest::keyClick(&image, Qt::Key_Delete);
-        }
-        Pump();
-        m_pTool->GetMeasurements();
-    }
 }
 
 } // namespace

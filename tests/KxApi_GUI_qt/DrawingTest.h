@@ -2,15 +2,14 @@
 // An image window whose drawing tool is driven by features and by the mouse.
 #pragma once
 
-#include "ImageViewSupport.h"
+#include "WindowTest.h"
 #include "drawing/KxDrawingTool_qt.h"
 #include "image/COverlayParam.h"
-#include "image/KxDisplayImageWnd_qt.h"
 
+#include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <initializer_list>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,28 +22,14 @@ using PointList = std::vector<std::pair<double, double>>;
 constexpr size_t kImageWidth = 1000;
 constexpr size_t kImageHeight = 500;
 
-class DrawingTest : public GuiTest
+class DrawingTest : public WindowTest<KxApi::IKxImageDisplayWnd>
 {
 protected:
     DrawingTest()
-        : m_pWnd(MakeImageWnd())
-        , m_pPort(dynamic_cast<KxApi::CKxDisplayImageWnd*>(&*m_pWnd))
-        , m_pMap(m_pWnd->GetINodeMap())
-        , m_pTool(dynamic_cast<KxApi::CKxDrawingTool*>(m_pWnd->GetIKxDrawingTool()))
+        : WindowTest(KxApi::KxWindowType_ImageDisplay)
     {
         Painted(); // sizes and places are those of the last paint
     }
-
-    template <class Pointer = GenApi::CIntegerPtr>
-    Pointer Node(const std::string& strName) const
-    {
-        return Pointer(m_pMap->GetNode(strName.c_str()));
-    }
-    void Set(const char* szName, const std::string& strValue) const
-    {
-        Node<GenApi::CValuePtr>(szName)->FromString(strValue.c_str());
-    }
-    std::string Get(const char* szName) const { return Node<GenApi::CValuePtr>(szName)->ToString().c_str(); }
 
     /// A new object by features, selected; `nTexts` its labels.
     void Add(const char* szType, const PointList& points = {}, int nTexts = -1)
@@ -149,10 +134,7 @@ protected:
         return m_widget.cursor().shape();
     }
 
-    const ImageWndPtr m_pWnd;
-    KxApi::CKxDisplayImageWnd* const m_pPort;
-    GenApi::INodeMap* const m_pMap;
-    KxApi::CKxDrawingTool* const m_pTool;
+    KxApi::CKxDrawingTool* const m_pTool = dynamic_cast<KxApi::CKxDrawingTool*>(m_pWnd->GetIKxDrawingTool());
     QWidget m_widget; // that the mouse is over
 };
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Making windows, in programs that do and don't use Qt themselves.
+#include "Allocator.h"
 #include "Support.h"
-
-#include <KxApi_TL/IKxAllocator.h>
 
 #include <gmock/gmock.h>
 
@@ -65,42 +64,24 @@ TEST_F(Factory, TakesTheApplicationOfAProgramWithQt)
     Pump();
 }
 
-/// Memory of an application, which may refuse.
-struct CCountingAllocator final : IKxAllocator
-{
-    void Allocate(void** ppBuffer, size_t nSize, void**) override
-    {
-        *ppBuffer = bRefuse ? nullptr : ::operator new(nSize);
-        nBlocks += *ppBuffer ? 1 : 0;
-    }
-    void Deallocate(void* pBuffer, size_t, void*) override
-    {
-        ::operator delete(pBuffer);
-        --nBlocks;
-    }
-    void OnDeregister() override {}
-    std::atomic<bool> bRefuse{false};
-    std::atomic<int> nBlocks{0};
-};
-
 TEST_F(Factory, HoldsImagesInTheApplicationsMemory)
 {
     processEventGUI(false, 0);
-    CCountingAllocator allocator;
+    Allocator allocator;
     {
         const ImageWndPtr pWnd(CreateIKxImageDisplayWnd(&allocator));
         pWnd->RegisterIKxImage(MakeImage(8, 8)->GetIKxImage());
-        EXPECT_EQ(allocator.nBlocks, 1);
-        allocator.bRefuse = true;
+        EXPECT_EQ(allocator.Held(), 1U);
+        allocator.empty = true;
         const ImageBufferPtr pLarger = MakeImage(16, 16);
         for (int i = 0; i < 20; ++i)
             EXPECT_THROW(pWnd->RegisterIKxImage(pLarger->GetIKxImage()), GenICam::BadAllocException);
         EXPECT_EQ(pWnd->GetRegisteredIKxImage()->GetImageWidth(), 8U) << "the last good image is kept";
-        allocator.bRefuse = false;
+        allocator.empty = false;
         pWnd->RegisterIKxImage(pLarger->GetIKxImage());
         EXPECT_EQ(pWnd->GetRegisteredIKxImage()->GetImageWidth(), 16U);
     }
-    EXPECT_EQ(allocator.nBlocks, 0);
+    EXPECT_EQ(allocator.Held(), 0U);
 }
 
 TEST_F(Factory, KeepsWindowsInAnArray)

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The image window's features and registers, beyond what each window's have to do.
-#include "Support.h"
-#include "image/KxDisplayImageWnd_qt.h"
+#include "WindowTest.h"
 
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -17,34 +15,12 @@ namespace
 using namespace KxApi;
 using ::testing::HasSubstr;
 
-class FeatureMap : public GuiTest
+class FeatureMap : public WindowTest<IKxImageDisplayWnd>
 {
 protected:
     FeatureMap()
-        : m_pWnd(MakeImageWnd())
-        , m_pPort(dynamic_cast<CKxDisplayImageWnd*>(&*m_pWnd))
-        , m_pMap(m_pWnd->GetINodeMap())
+        : WindowTest(KxWindowType_ImageDisplay)
     {}
-
-    template <class Pointer = GenApi::CIntegerPtr>
-    Pointer Node(const char* szName) const
-    {
-        GenApi::INode* const pNode = m_pMap->GetNode(szName);
-        EXPECT_NE(pNode, nullptr) << szName;
-        return Pointer(pNode);
-    }
-
-    uint32_t Read32(int64_t nAddress) const
-    {
-        uint32_t nValue = 0;
-        m_pPort->Read(&nValue, nAddress, sizeof(nValue));
-        return nValue;
-    }
-    void Write32(int64_t nAddress, uint32_t nValue) { m_pPort->Write(&nValue, nAddress, sizeof(nValue)); }
-
-    const ImageWndPtr m_pWnd;
-    CKxDisplayImageWnd* const m_pPort;
-    GenApi::INodeMap* const m_pMap;
 };
 
 TEST_F(FeatureMap, FollowsChangesOfTheApplicationWithoutAsking)
@@ -72,16 +48,13 @@ TEST_F(FeatureMap, OffersLimitsThatCannotBeMoved)
 
 TEST_F(FeatureMap, HidesWhatHasNoMeaning)
 {
-    const auto available = [this](const char* szName) {
-        return GenApi::IsAvailable(m_pMap->GetNode(szName));
-    };
     m_pWnd->SetZoomMode(KxZoomMode_FitToTheWindow);
-    EXPECT_FALSE(available("ScrollHPosition"));
-    EXPECT_FALSE(available("FixedZoomMagnification"));
+    EXPECT_FALSE(IsAvailable("ScrollHPosition"));
+    EXPECT_FALSE(IsAvailable("FixedZoomMagnification"));
     m_pWnd->SetBackgroundStyle(KxBackgroundStyle_None);
-    EXPECT_FALSE(available("ForegroundColor"));
-    EXPECT_FALSE(available("ForegroundColorSelector"));
-    EXPECT_TRUE(available("BackgroundColor"));
+    EXPECT_FALSE(IsAvailable("ForegroundColor"));
+    EXPECT_FALSE(IsAvailable("ForegroundColorSelector"));
+    EXPECT_TRUE(IsAvailable("BackgroundColor"));
 }
 
 TEST_F(FeatureMap, PacksColoursByTheirSelectors)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The graph window: its features against its port, its settings, and what it does with data.
-#include "Support.h"
+#include "WindowTest.h"
 #include "graph/KxDisplayGraphWnd_qt.h"
 
 #include <gmock/gmock.h>
@@ -33,30 +33,12 @@ List MakeList(std::vector<std::vector<uint32_t>> items, CKxGraphDataDescription 
     return pList;
 }
 
-class GraphWindow : public GuiTest
+class GraphWindow : public WindowTest<IKxGraphDisplayWnd>
 {
 protected:
     GraphWindow()
-        : m_pWnd(CreateIKxWnd(KxWindowType_GraphDisplay))
-        , m_wnd(dynamic_cast<CKxDisplayGraphWnd&>(*m_pWnd))
-        , m_pMap(m_wnd.GetINodeMap())
+        : WindowTest(KxWindowType_GraphDisplay)
     {}
-
-    template <class Pointer = GenApi::CIntegerPtr>
-    Pointer Node(const char* szName) const
-    {
-        GenApi::INode* const pNode = m_pMap->GetNode(szName);
-        EXPECT_NE(pNode, nullptr) << szName;
-        return Pointer(pNode);
-    }
-    uint32_t Read32(int64_t nAddress)
-    {
-        uint32_t nValue = 0;
-        m_wnd.Read(&nValue, nAddress, sizeof(nValue));
-        return nValue;
-    }
-    void Write32(int64_t nAddress, uint32_t nValue) { m_wnd.Write(&nValue, nAddress, sizeof(nValue)); }
-    bool IsAvailable(const char* szName) const { return GenApi::IsAvailable(m_pMap->GetNode(szName)); }
 
     QWidget& Plot() const { return *WidgetOf(*m_pWnd)->findChild<QWidget*>("m_CDisplayGraphWidget"); }
     std::string StatusText()
@@ -67,9 +49,7 @@ protected:
     }
     void PointAt(int nX) const { QCursor::setPos(WidgetOf(*m_pWnd)->mapToGlobal(QPoint(nX, 50))); }
 
-    const CIKxWndPtrT<IKxGraphDisplayWnd> m_pWnd;
-    CKxDisplayGraphWnd& m_wnd;
-    GenApi::INodeMap* const m_pMap;
+    CKxDisplayGraphWnd& m_wnd = dynamic_cast<CKxDisplayGraphWnd&>(*m_pWnd);
 };
 
 TEST_F(GraphWindow, HasAPenForEachLineAndAFontForEachText)

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // An image window that many threads use at once, while it is shown, changed, closed and shown again.
 #include "Support.h"
+#include "image/DisplayImageWidget_qt.h"
 
+#include <KxApi_GUI/IKxDrawingMeasurements.h>
+#include <KxApi_GUI/IKxDrawingTool.h>
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 
+#include <QMouseEvent>
 #include <QTest>
 #include <QWidget>
 #include <array>
@@ -43,32 +47,55 @@ protected:
             static_cast<EKxBayerInterpolationMethod_t>(n % 8));
     }
 
-    /// Features come and go with what the other threads do.
-    template <class Function>
-    static void IfAvailable(Function function)
-    {
-        try {
-            function();
-        } catch (const GenICam::AccessException&) {     // NOLINT(bugprone-empty-catch)
-        } catch (const GenICam::OutOfRangeException&) { // NOLINT(bugprone-empty-catch)
-        }
-    }
-
+    /// Features of the window and of its drawing, which come and go with what the other threads do.
     static void WriteFeatures(GenApi::INodeMap& nodeMap, unsigned n)
     {
-        const auto write = [&](const char* szName, int64_t nValue) {
-            IfAvailable([&] { GenApi::CIntegerPtr(nodeMap.GetNode(szName))->SetValue(nValue); });
+        const struct
+        {
+            const char* szName;
+            std::vector<const char*> vecValues;
+        } writes[] = {
+            {"RefreshInterval", {"0", "7", "999"}},
+            {"ColorMapPhase", {"0", "100", "255"}},
+            {"BackgroundColor", {"0", "255"}},
+            {"ScrollVPosition", {"0", "9"}},
+            {"ZoomMode", {"FixedZoom", "FitToTheWindow"}},
+            {"VisibleStatusBar", {"0", "1"}},
+            {"FixedZoomMagnification", {"0.5", "1.5", "3.5"}},
+            {"DrawingItemType", {"Select", "Polygon", "Line", "None", "Bezier"}},
+            {"DrawingObjectsCount", {"6", "2", "0", "4"}},
+            {"DrawingObjectSelector", {"0", "1", "5"}},
+            {"DrawingObjectType", {"Line", "Text", "Arc", "Polygon", "Bezier", "Cross", "FreeHand"}},
+            {"DrawingObjectPointCount", {"0", "2", "6", "1"}},
+            {"DrawingObjectPointX", {"0", "0.3", "0.6"}},
+            {"DrawingObjectName", {"", "short", "a name of more letters than those that need no memory"}},
+            {"TextOfLengthUnit", {"%", "mm"}},
         };
-        write("RefreshInterval", n % 1000);
-        write("ColorMapPhase", n % 256);
-        write("BackgroundColor", n % 256);
-        write("ScrollVPosition", n % 10);
-        GenApi::CEnumerationPtr(nodeMap.GetNode("ZoomMode"))->SetIntValue(n & 1U);
-        IfAvailable(
-            [&] { GenApi::CBooleanPtr(nodeMap.GetNode("VisibleStatusBar"))->SetValue((n & 1U) != 0); });
-        IfAvailable(
-            [&] { GenApi::CFloatPtr(nodeMap.GetNode("FixedZoomMagnification"))->SetValue(0.5 + n % 4); });
+        const auto& write = writes[n % std::size(writes)];
+        const size_t nValue = n / std::size(writes) % write.vecValues.size();
+        ErrorOf([&] { // what can't be written now, or is out of a range that has changed
+            GenApi::CValuePtr(nodeMap.GetNode(write.szName))->FromString(write.vecValues[nValue]);
+            if (n % 97 == 0)
+                GenApi::CCommandPtr(nodeMap.GetNode("RemoveDrawingObject"))->Execute();
+        });
         nodeMap.InvalidateNodes();
+    }
+
+    /// Drags over the image.
+    static void UseMouse(QWidget& dialog, int nRound)
+    {
+        auto& image = *dialog.findChild<KxApi::CDisplayImageWidget*>();
+        const auto send = [&](QEvent::Type eType, QPoint pt, Qt::MouseButton eButton,
+                              Qt::MouseButtons eButtons) {
+            QMouseEvent event(eType, pt, eButton, eButtons, Qt::NoModifier);
+            QCoreApplication::sendEvent(&image, &event);
+        };
+        const QPoint ptFrom(nRound * 7 % 500, nRound * 11 % 500), ptTo(nRound * 13 % 500, nRound * 17 % 500);
+        send(QEvent::MouseButtonPress, ptFrom, Qt::LeftButton, Qt::LeftButton);
+        Pump();
+        send(QEvent::MouseMove, ptTo, Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, ptTo, Qt::LeftButton, Qt::NoButton);
+        QTest::keyClick(&image, Qt::Key_Delete);
     }
 
     static void Ask(IKxImageDisplayWnd& wnd)
@@ -78,10 +105,10 @@ protected:
         wnd.GetPosition(&x, &y, &w, &h);
         wnd.IsVisible();
         wnd.GetScrollHMax();
-        try {
-            wnd.GetConvertedIKxImage();
-        } catch (const GenICam::RuntimeException&) { // NOLINT(bugprone-empty-catch): no image yet
-        }
+        ErrorOf([&] { wnd.GetConvertedIKxImage(); }); // there may be none yet
+        if (IKxDrawingMeasurements* const pMeasurements =
+                dynamic_cast<IKxDrawingMeasurements*>(wnd.GetIKxDrawingTool()))
+            pMeasurements->GetMeasurements();
     }
 };
 
@@ -103,14 +130,17 @@ TEST_F(Hammer, StandsThreadsWhileItIsShownResizedZoomedClosedAndShownAgain)
             [&](unsigned n) { pWnd->RegisterIKxImage(images[n % images.size()]->GetIKxImage()); },
             [&](unsigned n) { Change(*pWnd, n); },
             [&](unsigned n) { WriteFeatures(*pNodeMap, n); },
+            [&](unsigned n) { WriteFeatures(*pNodeMap, 7 * n + 3); },
             [&](unsigned) { Ask(*pWnd); },
             [&](unsigned) { Ask(*pWnd); },
         });
         for (int i = 0; i < nRounds; ++i) {
             pWnd->Show(nullptr, i % 3 == 0 ? KxWindowMode_Child : KxWindowMode_Modaless);
             Pump();
-            if (QWidget* const pWidget = WidgetOf(*pWnd))
+            if (QWidget* const pWidget = WidgetOf(*pWnd)) {
                 pWidget->resize(200 + i % 200, 150 + i % 100);
+                UseMouse(*pWidget, i);
+            }
             Pump();
             if (i % 2 == 0)
                 pWnd->Close();

@@ -5,10 +5,8 @@
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QMenuBar>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTimer>
@@ -84,7 +82,7 @@ TEST_F(ImageMenu, ZoomEntriesAndSettingsFollowEachOther)
     EXPECT_TRUE(Entry("Fit To The &Window")->isChecked());
 }
 
-TEST_F(ImageMenu, ConverterEntriesAndConverterFollowEachOther)
+TEST_F(ImageMenu, EntriesOfConverterAndStatusBarAndTheirSettingsFollowEachOther)
 {
     ShowWindow();
     IKxPixelFormatConverter& converter = *m_pWnd->GetIKxPixelFormatConverter();
@@ -100,6 +98,10 @@ TEST_F(ImageMenu, ConverterEntriesAndConverterFollowEachOther)
     EXPECT_TRUE(converter.GetReverseY());
     GenApi::CBooleanPtr(converter.GetINodeMap()->GetNode("ReverseY"))->SetValue(false);
     EXPECT_FALSE(Entry("&Reverse Y")->isChecked());
+
+    Choose("&Status Bar");
+    EXPECT_FALSE(Dialog().findChild<QStatusBar*>()->isVisible());
+    EXPECT_FALSE(m_pWnd->GetVisibleStatusBar());
 }
 
 TEST_F(ImageMenu, ChangesOfOtherThreadsArrive)
@@ -143,19 +145,6 @@ TEST_F(ImageMenu, SettingsMadeWhileNothingIsShownAreFoundAgain)
     EXPECT_TRUE(Dialog().findChild<CDrawingToolBar*>()->isEnabled());
     m_pWnd->SetBuiltInDrawingToolbar(false);
     EXPECT_FALSE(Dialog().findChild<CDrawingToolBar*>()->isVisible());
-}
-
-TEST_F(ImageMenu, StatusBarEntryHidesAndShowsTheStatusBar)
-{
-    ShowWindow();
-    const QStatusBar& statusBar = *Dialog().findChild<QStatusBar*>();
-    EXPECT_TRUE(statusBar.isVisible());
-    Choose("&Status Bar");
-    EXPECT_FALSE(statusBar.isVisible());
-    EXPECT_FALSE(m_pWnd->GetVisibleStatusBar());
-    m_pWnd->SetVisibleStatusBar(true);
-    EXPECT_TRUE(statusBar.isVisible());
-    EXPECT_TRUE(Entry("&Status Bar")->isChecked());
 }
 
 TEST_F(ImageMenu, StatusBarShowsTextsThatAreNotEmpty)

@@ -7,8 +7,6 @@
 #include <KxApi_TL/IKxPixelFormatInfo.h>
 
 #include <QPainter>
-#include <QScrollBar>
-#include <QThread>
 #include <cmath>
 
 namespace KxTest

@@ -8,11 +8,7 @@
 #include "image/DisplayImageWidget_qt.h"
 
 #include <QAction>
-#include <QColor>
-#include <QImage>
-#include <QMenu>
 #include <QPoint>
-#include <functional>
 
 namespace KxTest
 {

@@ -7,7 +7,6 @@
 #include "nodemap/NodeMapPropertyGridCtrl_qt.h"
 
 #include <QLabel>
-#include <QStringList>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
 #include <QWidget>

@@ -12,7 +12,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSpinBox>
 #include <QTextEdit>
 #include <QToolButton>
 
@@ -46,41 +45,56 @@ protected:
     }
 };
 
-TEST_F(NodeMapWindow, KeepsSettingsAndFeaturesTheSame)
+TEST_F(NodeMapWindow, KeepsSettingsFeaturesAndToolsTheSame)
 {
     using Wnd = IKxNodeMapDisplayWnd;
+    m_pWnd->SetVisibleCollapse(false); // not before the show
+    ShowMap("Category Root { pFeature C }\nCategory C { pFeature I }\nInteger I { Value 1 }");
+    EXPECT_TRUE(Find<QWidget>("tbtnExpandAllFalse").isVisible());
+    m_pWnd->SetVisibleCollapse(true);
     const struct
     {
         const char* szFeature;
         bool (Wnd::*pGet)() const;
         void (Wnd::*pSet)(bool);
         bool bFirst;
+        const char* szTool; ///< that it shows
     } rows[] = {
-        {"AlphabeticMode", &Wnd::GetAlphabeticMode, &Wnd::SetAlphabeticMode, false},
-        {"EnablePolling", &Wnd::GetEnablePolling, &Wnd::SetEnablePolling, false},
-        {"EnableFilter", &Wnd::GetEnableFilter, &Wnd::SetEnableFilter, false},
+        {"AlphabeticMode", &Wnd::GetAlphabeticMode, &Wnd::SetAlphabeticMode, false, nullptr},
+        {"EnablePolling", &Wnd::GetEnablePolling, &Wnd::SetEnablePolling, false, nullptr},
+        {"EnableFilter", &Wnd::GetEnableFilter, &Wnd::SetEnableFilter, false, nullptr},
         {"EnableRegularExpressionFilter", &Wnd::GetEnableRegularExpression, &Wnd::SetEnableRegularExpression,
-         false},
-        {"VisibleAlphabeticMode", &Wnd::GetVisibleAlphabeticMode, &Wnd::SetVisibleAlphabeticMode, true},
-        {"VisibleExpand", &Wnd::GetVisibleExpand, &Wnd::SetVisibleExpand, true},
-        {"VisibleCollapse", &Wnd::GetVisibleCollapse, &Wnd::SetVisibleCollapse, true},
-        {"VisibleRefresh", &Wnd::GetVisibleRefresh, &Wnd::SetVisibleRefresh, true},
-        {"VisiblePolling", &Wnd::GetVisiblePolling, &Wnd::SetVisiblePolling, true},
-        {"VisibleVisibility", &Wnd::GetVisibleVisibility, &Wnd::SetVisibleVisibility, true},
+         false, nullptr},
+        {"VisibleAlphabeticMode", &Wnd::GetVisibleAlphabeticMode, &Wnd::SetVisibleAlphabeticMode, true,
+         "tbtnAlphabeticFalse"},
+        {"VisibleExpand", &Wnd::GetVisibleExpand, &Wnd::SetVisibleExpand, true, "tbtnExpandAllTrue"},
+        {"VisibleCollapse", &Wnd::GetVisibleCollapse, &Wnd::SetVisibleCollapse, true, "tbtnExpandAllFalse"},
+        {"VisibleRefresh", &Wnd::GetVisibleRefresh, &Wnd::SetVisibleRefresh, true, "tbtnRefresh"},
+        {"VisiblePolling", &Wnd::GetVisiblePolling, &Wnd::SetVisiblePolling, true, "chkPolling"},
+        {"VisibleVisibility", &Wnd::GetVisibleVisibility, &Wnd::SetVisibleVisibility, true, "cmbVisibility"},
         {"VisibleDescriptionSampleCode", &Wnd::GetVisibleDescriptionSampleCode,
-         &Wnd::SetVisibleDescriptionSampleCode, true},
-        {"VisibleDescription", &Wnd::GetVisibleDescription, &Wnd::SetVisibleDescription, true},
-        {"VisibleFilter", &Wnd::GetVisibleFilter, &Wnd::SetVisibleFilter, false},
+         &Wnd::SetVisibleDescriptionSampleCode, true, nullptr},
+        {"VisibleDescription", &Wnd::GetVisibleDescription, &Wnd::SetVisibleDescription, true,
+         "txtDescription"},
+        {"VisibleFilter", &Wnd::GetVisibleFilter, &Wnd::SetVisibleFilter, false, "chkRegex"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(((*m_pWnd).*row.pGet)(), row.bFirst) << row.szFeature;
+        SCOPED_TRACE(row.szFeature);
+        EXPECT_EQ(((*m_pWnd).*row.pGet)(), row.bFirst);
         if (row.szFeature != std::string("EnableFilter"))
             m_pWnd->SetEnableFilter(true); // without it the expression's feature isn't available
-        EXPECT_EQ(Bool(row.szFeature), row.bFirst) << row.szFeature;
+        const auto expect = [&](bool bValue) {
+            EXPECT_EQ(((*m_pWnd).*row.pGet)(), bValue);
+            EXPECT_EQ(Bool(row.szFeature), bValue);
+            if (row.szTool) {
+                EXPECT_EQ(Find<QWidget>(row.szTool).isVisible(), bValue);
+            }
+        };
+        expect(row.bFirst);
         ((*m_pWnd).*row.pSet)(!row.bFirst);
-        EXPECT_EQ(Bool(row.szFeature), !row.bFirst) << row.szFeature;
+        expect(!row.bFirst);
         GenApi::CBooleanPtr(&Node(row.szFeature))->SetValue(row.bFirst);
-        EXPECT_EQ(((*m_pWnd).*row.pGet)(), row.bFirst) << row.szFeature;
+        expect(row.bFirst);
         m_pWnd->SetEnableFilter(false);
     }
     EXPECT_EQ(m_pWnd->GetVisibility(), GenApi::Guru);
@@ -92,31 +106,10 @@ TEST_F(NodeMapWindow, KeepsSettingsAndFeaturesTheSame)
     EXPECT_FALSE(GenApi::IsWritable(&Node("Expand")));
 }
 
-TEST_F(NodeMapWindow, ShowsAndFollowsItsTools)
+TEST_F(NodeMapWindow, FollowsItsTools)
 {
-    m_pWnd->SetVisibleCollapse(false); // not before the show
     ShowMap("Category Root { pFeature C }\nCategory C { pFeature I }\nInteger I { Value 1 }");
-    EXPECT_TRUE(Find<QWidget>("tbtnExpandAllFalse").isVisible());
-    EXPECT_FALSE(Find<QWidget>("txtFilter").isVisible());
-    const struct
-    {
-        const char* szFeature;
-        const char* szTool;
-    } rows[] = {{"VisibleAlphabeticMode", "tbtnAlphabeticFalse"},
-                {"VisibleExpand", "tbtnExpandAllTrue"},
-                {"VisibleCollapse", "tbtnExpandAllFalse"},
-                {"VisibleRefresh", "tbtnRefresh"},
-                {"VisiblePolling", "chkPolling"},
-                {"VisibleVisibility", "cmbVisibility"},
-                {"VisibleFilter", "chkRegex"},
-                {"VisibleDescription", "txtDescription"}};
-    for (const auto& row : rows) {
-        for (const bool bVisible : {true, false}) {
-            GenApi::CBooleanPtr(&Node(row.szFeature))->SetValue(bVisible);
-            EXPECT_EQ(Find<QWidget>(row.szTool).isVisible(), bVisible) << row.szFeature;
-        }
-        GenApi::CBooleanPtr(&Node(row.szFeature))->SetValue(true);
-    }
+    m_pWnd->SetVisibleFilter(true);
     QTest::mouseClick(&Find<QToolButton>("tbtnExpandAllFalse"), Qt::LeftButton);
     EXPECT_FALSE(Row("C")->isExpanded());
     QTest::mouseClick(&Find<QToolButton>("tbtnExpandAllTrue"), Qt::LeftButton);

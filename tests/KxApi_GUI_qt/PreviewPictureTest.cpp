@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-// Images as pictures: formats, colours, false colours.
+// Images as pictures: formats, colours, false colours, scaled painting, and which pixel lies where.
 #include "ImageViewSupport.h"
+#include "image/PaintGeometry.h"
 #include "image/PreviewPicture_qt.h"
+#include "image/ScaledPainting_qt.h"
 
 #include <KxApi_IP/IKxPixelFormatConverter.h>
 
+#include <QPainter>
 #include <array>
 #include <ostream>
+#include <random>
 
 namespace KxTest
 {
@@ -118,6 +122,88 @@ TEST_F(PreviewPicture, WhatCantBeShownGivesNoPicture)
     EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_BayerRG8)->GetIKxImage(), {}).IsNull());
     EXPECT_TRUE(m_objMaker.Make(*MakeImage(4, 4, KxPixelFormat_Mono12p)->GetIKxImage(), {}).IsNull());
     EXPECT_FALSE(m_objMaker.Make(*MakeImage(1, 1)->GetIKxImage(), {}).IsNull());
+}
+
+TEST(ScaledPainting, GivesThePixelsOfDrawImage)
+{
+    std::minstd_rand random(1);
+    const auto upTo = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    const QImage::Format formats[] = {QImage::Format_Grayscale8, QImage::Format_Indexed8,
+                                      QImage::Format_RGB888, QImage::Format_BGR888, QImage::Format_RGBX8888};
+    for (int n = 0; n < 400; ++n) {
+        CPreviewPicture picture{QImage(1 + upTo(n % 10 ? 300 : 6000), 1 + upTo(200), formats[n % 5]),
+                                n % 2 == 0};
+        picture.bSwapped &= picture.image.format() == QImage::Format_RGBX8888;
+        for (qsizetype i = 0; i < picture.image.sizeInBytes(); ++i)
+            picture.image.bits()[i] = static_cast<uchar>(random() >> 8);
+        if (picture.image.format() == QImage::Format_Indexed8) {
+            QVector<QRgb> vecTable(256);
+            for (QRgb& nColor : vecTable)
+                nColor = 0xFF000000 | static_cast<QRgb>(random());
+            picture.image.setColorTable(vecTable);
+        }
+        const QPoint ptWidget(upTo(40), upTo(40));
+        const QRect rcTarget(0, 0, 1 + upTo(n % 7 ? 500 : 5000), 1 + upTo(300));
+        // What is shown of it: all, a part, or parts, as when windows lie above.
+        QRegion rgShown(rcTarget);
+        if (n % 3 != 0)
+            rgShown &= QRect(upTo(rcTarget.width()), upTo(rcTarget.height()), 400, 200);
+        if (n % 3 == 2)
+            rgShown -= QRect(upTo(rcTarget.width()), upTo(rcTarget.height()), 50, 50);
+        QImage own(rcTarget.size() + QSize(50, 50), QImage::Format_RGB32), bare(own.size(), own.format());
+        own.fill(Qt::red);
+        bare.fill(Qt::red);
+        for (QImage* const pDevice : {&own, &bare}) {
+            QPainter painter(pDevice);
+            painter.translate(ptWidget);
+            painter.setClipRegion(rgShown);
+            if (pDevice == &own)
+                DrawScaled(painter, rcTarget, picture, rgShown);
+            else
+                painter.drawImage(rcTarget, picture.Complete());
+        }
+        ASSERT_TRUE(own == bare) << n << ": " << picture.image.width() << " to " << rcTarget.width();
+    }
+}
+
+CPaintGeometry Geometry(double dMagnification)
+{
+    CPaintGeometry geometry;
+    geometry.nImageOffsetX = 7;
+    geometry.nImageOffsetY = 31;
+    geometry.dScrollX = 100;
+    geometry.dScrollY = 50;
+    geometry.nImageWidth = 640;
+    geometry.nImageHeight = 480;
+    geometry.dMagnification = dMagnification;
+    return geometry;
+}
+
+TEST(PaintGeometry, PlacesBesideTheImageGiveItsBorder)
+{
+    const CPaintGeometry geometry = Geometry(0.01);
+    EXPECT_EQ(geometry.ImagePixelAt(QPoint(-1'000'000'000, -1'000'000'000)), QPoint(0, 0));
+    EXPECT_EQ(geometry.ImagePixelAt(QPoint(1'000'000'000, 1'000'000'000)), QPoint(639, 479));
+    EXPECT_EQ(Geometry(1).ImagePixelAt(QPoint(-94, -20)), QPoint(0, 0));
+    EXPECT_EQ(CPaintGeometry().ImagePixelAt(QPoint(5, 5)), QPoint(-1, -1)) << "nothing is painted yet";
+}
+
+TEST(PaintGeometry, WheelStepsByWholeNumbersAboveOneAndHalvesBelow)
+{
+    const auto steps = [](double dMagnification, bool bEnlarge) {
+        std::vector<double> vecSteps;
+        for (int i = 0; i < 4; ++i)
+            vecSteps.push_back(dMagnification = MagnificationAfterWheel(dMagnification, bEnlarge));
+        return vecSteps;
+    };
+    EXPECT_EQ(steps(0.25, true), (std::vector<double>{0.5, 1, 2, 3}));
+    EXPECT_EQ(steps(2, false), (std::vector<double>{1, 0.5, 0.25, 0.125}));
+    EXPECT_EQ(MagnificationAfterWheel(16, true), 16);
+    EXPECT_EQ(MagnificationAfterWheel(2.5, true), 4);
+    EXPECT_EQ(MagnificationAfterWheel(2.5, false), 2);
+    EXPECT_EQ(MagnificationAfterWheel(0.01, false), 0.0625)
+        << "the wheel's range is narrower than the setting's";
+    EXPECT_EQ(MagnificationAfterWheel(64, true), 16);
 }
 
 } // namespace

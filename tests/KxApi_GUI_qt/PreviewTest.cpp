@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the image window does with the images that it is given.
+#include "FakeImage.h"
 #include "Support.h"
 #include "frame/RoleRing_qt.h"
 #include "image/KxDisplayImageWnd_qt.h"
@@ -75,29 +76,11 @@ TEST_F(Preview, SaysThatThereIsNoImageYet)
     EXPECT_EQ(y, 0);
 }
 
-/// An image whose format nobody knows, of a class that buffers can copy, or of an application's own.
-template <class Interface>
-struct CUnknownImage final : Interface
-{
-    size_t GetImageWidth() const override { return 1; }
-    size_t GetImageHeight() const override { return 1; }
-    size_t GetImageLinePitch() const override { return 1; }
-    size_t GetImagePlanePitch() const override { return 1; }
-    EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override
-    {
-        return static_cast<EKxPixelFormatNamingConvention_t>(0x01234567);
-    }
-    void* GetImageBuffer() const override { return nullptr; }
-    void* GetUserContext() const override { return nullptr; }
-    IKxImage* GetROIImage(size_t, size_t, size_t, size_t) override { return nullptr; }
-    IKxPixelComponent* GetIKxPixelComponentValue(size_t, size_t) override { return nullptr; }
-};
-
 TEST_F(Preview, RefusesImagesThatCannotBeCopied)
 {
-    CUnknownImage<IKxImage> foreign;
+    FakeImageOf<IKxImage> foreign(KxPixelFormat_Mono8, 1, 1, 1, {7}); // of an application's own class
     EXPECT_THROW(m_pWnd->RegisterIKxImage(&foreign), GenICam::InvalidArgumentException);
-    CUnknownImage<IKxImageInside> unknown;
+    FakeImage unknown(static_cast<EKxPixelFormatNamingConvention_t>(0x01234567), 1, 1, 1, {7});
     EXPECT_EQ(ErrorOf([&] { m_pWnd->RegisterIKxImage(&unknown); }),
               "Pixel format 0x01234567 of the image is unknown");
     EXPECT_FALSE(m_pWnd->HasImage());

@@ -178,27 +178,22 @@ TEST_F(ShowWindow, IsAskedOncePerCloseAndKeepsARefusedDialogReachable)
 
 TEST_F(ShowWindow, LivesUntilItsDialogIsGoneWhenGivenBackOpen)
 {
-    CEventLog log;
-    IKxWndReleasable* const pWnd = CreateIKxWnd(KxWindowType_ImageDisplay);
-    log.Watch(*pWnd);
-    Show(*pWnd);
-    pWnd->Release();
-    EXPECT_EQ(log.nReleased, 0) << "the dialog still needs the window";
-    Pump();
-    EXPECT_EQ(log.nReleased, 1);
-    EXPECT_THAT(log.Types(), ElementsAre(10U, 11U, 12U));
-}
-
-TEST_F(ShowWindow, IsGivenBackByAnotherThreadWhileItIsOpen)
-{
     for (int i = 0; i < 20; ++i) {
         CEventLog log;
         IKxWndReleasable* const pWnd = CreateIKxWnd(KxWindowType_ImageDisplay);
         log.Watch(*pWnd);
         Show(*pWnd);
-        std::thread thread([=] { pWnd->Release(); });
+        std::thread other;
+        if (i > 0) {
+            other = std::thread([=] { pWnd->Release(); });
+        } else {
+            pWnd->Release();
+            EXPECT_EQ(log.nReleased, 0) << "the dialog still needs the window";
+        }
         EXPECT_TRUE(PumpUntil([&] { return log.nReleased == 1; }));
-        thread.join();
+        EXPECT_THAT(log.Types(), ElementsAre(10U, 11U, 12U));
+        if (other.joinable())
+            other.join();
     }
 }
 

@@ -18,7 +18,6 @@
 #include <QWidget>
 #include <atomic>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>

@@ -3,11 +3,11 @@
 
 #include "Allocations.h"
 #include "ConverterTestSupport.h"
+#include "InThreads.h"
 
 #include <hwy/targets.h>
 
 #include <atomic>
-#include <thread>
 
 namespace
 {
@@ -242,21 +242,16 @@ TEST(ConverterRun, ThreadsMayShareAConverter)
     shared->SetConversionOption(2);
     View source = RandomImage(KxPixelFormat_BayerRG8, 1204, 1002);
     const std::vector<uint8_t> expected = PixelBytes(shared.Convert(source));
-    std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
-    for (int i = 0; i < 3; ++i) {
-        threads.emplace_back([&, i] {
-            CKxImageBuffer target(nullptr);
-            for (int k = 0; k < 5; ++k) {
-                if (i == 0)
-                    shared->SetPolarizationSpecifiedAngle(k + 1.0);
-                shared->Convert(&source, &target);
-                wrong += PixelBytes(target) == expected ? 0 : 1;
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    InThreads(3, [&](int i) {
+        CKxImageBuffer target(nullptr);
+        for (int k = 0; k < 5; ++k) {
+            if (i == 0)
+                shared->SetPolarizationSpecifiedAngle(k + 1.0);
+            shared->Convert(&source, &target);
+            wrong += PixelBytes(target) == expected ? 0 : 1;
+        }
+    });
     EXPECT_EQ(wrong, 0);
 }
 

@@ -164,8 +164,23 @@ TEST_F(ForeignFileTest, JpegOfFourInks)
     EXPECT_NEAR(static_cast<double>(values[2]), 0x80, 2);
 }
 
-TEST_F(ForeignFileTest, BitmapsOfRunsAndOfOldHeaders)
+TEST_F(ForeignFileTest, BitmapsOfAllDepthsOfRunsAndOfOldHeaders)
 {
+    const std::string twoColors("\x01\x02\x03\0\xFF\xFE\xFD\0", 8); // blue, green, red, unused
+    const std::string masks("\0\xF8\0\0\xE0\x07\0\0\x1F\0\0\0", 12);
+    const std::pair<std::string, Values> plain[] = {
+        {HandMadeBmp(3, 1, 1, 0, twoColors, std::string("\x40\0\0\0", 4)), {3, 2, 1, 253, 254, 255, 3, 2, 1}},
+        {HandMadeBmp(2, 1, 4, 0, twoColors, std::string("\x10\0\0\0", 4)), {253, 254, 255, 3, 2, 1}},
+        // 16 bits: 5 for each colour; 6 for green by masks
+        {HandMadeBmp(1, 1, 16, 0, "", std::string("\x00\x7C\0\0", 4)), {255, 0, 0}},
+        {HandMadeBmp(1, 1, 16, 3, masks, std::string("\xE0\x07\0\0", 4)), {0, 255, 0}},
+        // first line first
+        {HandMadeBmp(1, -2, 32, 0, "", std::string("\1\2\3\0\4\5\6\0", 8)), {3, 2, 1, 6, 5, 4}}};
+    for (const auto& [file, values] : plain) {
+        Load(file);
+        EXPECT_EQ(Format(), "BGR8");
+        EXPECT_EQ(All(), values);
+    }
     const std::string colors("\0\0\0\0\x03\x02\x01\0\x06\x05\x04\0", 12);
     // From the bottom: three of 1, end of the line; then 2, 1, 2 one by one, filled to a word; end.
     Load(HandMadeBmp(3, 2, 8, 1, colors, std::string("\3\1\0\0\0\3\2\1\2\0\0\1", 12)));

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Lists of graph data, and their files.
 
+#include "Allocator.h"
 #include "FileTestSupport.h"
 
 #include <KxApi_IP/IKxGraphDataBufferList.h>
-#include <KxApi_TL/IKxAllocator.h>
 
 #include <atomic>
 #include <thread>
@@ -122,40 +122,17 @@ TEST_F(GraphDataListTest, CopiesStandOnTheirOwnAndReuseMemory)
 
 TEST_F(GraphDataListTest, ValuesLieInTheAllocatorsMemory)
 {
-    struct Counting final : IKxAllocator
-    {
-        size_t bytes = 0;
-        bool isOver = false;
-        void Allocate(void** ppBuffer, size_t nSize, void** ppContext) override
-        {
-            if (nSize > 4000)
-                return;
-            bytes += nSize;
-            *ppBuffer = ::operator new(nSize);
-            *ppContext = this;
-        }
-        void Deallocate(void* pBuffer, size_t nSize, void* pContext) override
-        {
-            EXPECT_EQ(pContext, this);
-            bytes -= nSize;
-            ::operator delete(pBuffer);
-        }
-        void OnDeregister() override
-        {
-            EXPECT_EQ(bytes, 0U);
-            isOver = true;
-        }
-    } allocator;
+    Allocator allocator;
     List list(CreateIKxGraphDataBufferListResizable(&allocator));
     list->Append({}, 100);
-    EXPECT_EQ(allocator.bytes, 400U);
     list->Clear();
     list->Append({}, 50); // in the same memory
-    EXPECT_EQ(allocator.bytes, 400U);
+    EXPECT_EQ(allocator.sizes, std::vector<size_t>{400});
+    allocator.empty = true;
     EXPECT_THROW(list->Append({}, 1001), GenICam::BadAllocException);
     EXPECT_EQ(list->GetCount(), 1U);
     list.Reset();
-    EXPECT_TRUE(allocator.isOver);
+    EXPECT_TRUE(allocator.IsDeregistered());
 }
 
 TEST_F(GraphDataListTest, FilesOfBothTypesBringAllBack)

@@ -2,7 +2,6 @@
 // What goes into image files and comes out of them.
 
 #include "FileTestSupport.h"
-#include "HandMadeFiles.h"
 
 #include <KxSDKCommon/ColorMap.h>
 
@@ -204,28 +203,6 @@ TEST_F(ImageFileTest, BmpBytesAreThoseOfTheFormat)
     EXPECT_EQ(NumberAt(bytes, 28, 2), 24U);
     EXPECT_EQ(bytes.substr(54),
               std::string("\x3C\x32\x28\0\x1E\x14\x0A\0", 8)); // last line first, blue first
-}
-
-TEST_F(ImageFileTest, ReadsBitmapsOfOtherPrograms)
-{
-    const auto pixel = [&](const std::string& file, size_t x, size_t y) {
-        WriteBytes(m_folder / "other.bmp", file);
-        const ImageBuffer image = Load("other.bmp");
-        EXPECT_EQ(image->GetIKxImage()->GetImagePixelFormat(), KxPixelFormat_BGR8);
-        const IKxPixelComponent& value = *image->GetIKxImage()->GetIKxPixelComponentValue(x, y);
-        return std::vector<int64_t>{value.GetValue(2), value.GetValue(1), value.GetValue(0)};
-    };
-    using Rgb = std::vector<int64_t>;
-    const std::string twoColors("\x01\x02\x03\0\xFF\xFE\xFD\0", 8); // blue, green, red, unused
-    EXPECT_EQ(pixel(HandMadeBmp(3, 1, 1, 0, twoColors, std::string("\x40\0\0\0", 4)), 1, 0),
-              (Rgb{0xFD, 0xFE, 0xFF}));
-    EXPECT_EQ(pixel(HandMadeBmp(2, 1, 4, 0, twoColors, std::string("\x10\0\0\0", 4)), 1, 0), (Rgb{3, 2, 1}));
-    // 16 bits: 5 for each colour; 6 for green by masks
-    EXPECT_EQ(pixel(HandMadeBmp(1, 1, 16, 0, "", std::string("\x00\x7C\0\0", 4)), 0, 0), (Rgb{255, 0, 0}));
-    const std::string masks("\0\xF8\0\0\xE0\x07\0\0\x1F\0\0\0", 12);
-    EXPECT_EQ(pixel(HandMadeBmp(1, 1, 16, 3, masks, std::string("\xE0\x07\0\0", 4)), 0, 0), (Rgb{0, 255, 0}));
-    // first line first
-    EXPECT_EQ(pixel(HandMadeBmp(1, -2, 32, 0, "", std::string("\1\2\3\0\4\5\6\0", 8)), 0, 1), (Rgb{6, 5, 4}));
 }
 
 TEST_F(ImageFileTest, PngAndTiffTellTheRealDepth)

@@ -18,16 +18,35 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <condition_variable>
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace KxTest
 {
+
+/// What was noted, in whatever threads.
+template <class T>
+class Notes
+{
+public:
+    void Add(T note)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_notes.push_back(std::move(note));
+    }
+    std::vector<T> All() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_notes;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<T> m_notes;
+};
 
 /// Remembers the images it got, and does with them what a test wants.
 class Receiver final : public KxApi::IKxStreamCallback
@@ -35,39 +54,22 @@ class Receiver final : public KxApi::IKxStreamCallback
 public:
     void OnImage(KxApi::IKxStreamImage* pImage) override
     {
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_ids.push_back(pImage->GetFrameID());
-        }
+        m_ids.Add(pImage->GetFrameID());
         if (onImage)
             onImage(*pImage);
     }
     void OnError(const GenICam::GenericException& error, bool bEnded) override
     {
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_errors.emplace_back(error.GetDescription());
-            m_hasEnded = m_hasEnded || bEnded;
-        }
+        if (bEnded)
+            m_hasEnded = true;
+        m_errors.Add(error.GetDescription());
         if (onError)
             onError(bEnded);
     }
 
-    std::vector<uint64_t> IDs() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_ids;
-    }
-    std::vector<std::string> Errors() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_errors;
-    }
-    bool HasEnded() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_hasEnded;
-    }
+    std::vector<uint64_t> IDs() const { return m_ids.All(); }
+    std::vector<std::string> Errors() const { return m_errors.All(); }
+    bool HasEnded() const { return m_hasEnded; }
     bool Gets(size_t nImages) const
     {
         return Eventually([&] { return IDs().size() >= nImages; });
@@ -81,10 +83,9 @@ public:
     std::function<void(bool)> onError;
 
 private:
-    mutable std::mutex m_mutex;
-    std::vector<uint64_t> m_ids;
-    std::vector<std::string> m_errors;
-    bool m_hasEnded = false;
+    Notes<uint64_t> m_ids;
+    Notes<std::string> m_errors;
+    std::atomic<bool> m_hasEnded{false};
 };
 
 /// Remembers the callbacks of a device, each as its type and text.
@@ -93,22 +94,16 @@ class DeviceLog final : public KxApi::IKxCallback
 public:
     void OnCallback(KxApi::IKxCallbackParamBase* pParam) override
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
         const auto* const pError = dynamic_cast<KxApi::IKxDeviceErrorParam*>(pParam);
-        m_entries.push_back((pParam->GetCallbackType() == KxApi::KxDeviceCallback_Lost ? "lost " : "error ") +
-                            std::to_string(pError->GetError()) + " " + pError->GetDescription().c_str());
+        m_entries.Add((pParam->GetCallbackType() == KxApi::KxDeviceCallback_Lost ? "lost " : "error ") +
+                      std::to_string(pError->GetError()) + " " + pError->GetDescription().c_str());
     }
     void Release() override {}
 
-    std::vector<std::string> Entries() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_entries;
-    }
+    std::vector<std::string> Entries() const { return m_entries.All(); }
 
 private:
-    mutable std::mutex m_mutex;
-    std::vector<std::string> m_entries;
+    Notes<std::string> m_entries;
 };
 
 class CameraFixture : public testing::Test

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Allocator.h"
 #include "CameraFixture.h"
 
-#include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/IKxImageBuffer.h>
 #include <KxApi_TL/IKxPixelComponent.h>
 #include <KxSDKCommon/KxApi_Exception.h>
 
-#include <atomic>
-#include <cstdlib>
 #include <fstream>
 #include <set>
 
@@ -324,52 +322,26 @@ TEST_F(Stream, CountsWhatIsIncompleteAndWhatIsLost)
     EXPECT_EQ(statistics.nRefused, 0U);
 }
 
-/// Memory of the application's, with a check that all of it comes back.
-struct CountingAllocator final : IKxAllocator
-{
-    void Allocate(void** ppBuffer, size_t nSize, void** ppContext) override
-    {
-        *ppBuffer = isEmpty ? nullptr : std::aligned_alloc(4096, (nSize + 4095) / 4096 * 4096);
-        *ppContext = this;
-        held += *ppBuffer ? 1 : 0;
-    }
-    void Deallocate(void* pBuffer, size_t, void* pContext) override
-    {
-        EXPECT_EQ(pContext, this);
-        std::free(pBuffer);
-        --held;
-    }
-    void OnDeregister() override
-    {
-        EXPECT_EQ(held, 0) << "the last call";
-        isDeregistered = true;
-    }
-
-    std::atomic<int> held{0};
-    std::atomic<bool> isDeregistered{false};
-    bool isEmpty = false;
-};
-
 TEST_F(Stream, UsesTheMemoryOfAnAllocator)
 {
-    CountingAllocator allocator;
+    Allocator allocator;
     m_stream->SetAllocator(&allocator);
     m_stream->SetBufferCount(5);
     m_stream->StartAcquisition(nullptr, kKxEndless);
-    EXPECT_EQ(allocator.held, 5);
+    EXPECT_EQ(allocator.Held(), 5U);
     ASSERT_TRUE(Deliver(1));
     ImagePtr image = Fetch();
     ASSERT_TRUE(image);
     EXPECT_EQ(image->GetUserContext(), &allocator);
     m_stream->StopAcquisition();
-    EXPECT_EQ(allocator.held, 1) << "the image's";
-    allocator.isEmpty = true;
+    EXPECT_EQ(allocator.Held(), 1U) << "the image's";
+    allocator.empty = true;
     EXPECT_THROW(m_stream->StartAcquisition(nullptr, kKxEndless), GenICam::BadAllocException);
     EXPECT_FALSE(m_stream->IsAcquiring());
     m_stream->SetAllocator(nullptr);
-    EXPECT_FALSE(allocator.isDeregistered);
+    EXPECT_FALSE(allocator.IsDeregistered());
     image.Reset();
-    EXPECT_TRUE(allocator.isDeregistered);
+    EXPECT_TRUE(allocator.IsDeregistered());
 }
 
 TEST_F(Stream, AnnouncesAsManyBuffersOfTheSizeThatAreNeeded)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <Base/GCException.h>
+#include "ImageTestSupport.h"
+
 #include <KxSDKCommon/EventObject.h>
 #include <KxSDKCommon/KxCallbackManager.h>
 
@@ -10,7 +11,6 @@
 #include <functional>
 #include <future>
 #include <map>
-#include <memory>
 #include <vector>
 
 using namespace KxApi;
@@ -37,51 +37,54 @@ struct Receiver final : IKxCallback
     void Release() override { ++nReleased; }
 };
 
-TEST(CallbackManager, RunReachesAllThatAreRegisteredInTheOrderOfHandles)
+class CallbackManager : public testing::Test
 {
-    std::vector<int> order;
-    std::vector<std::unique_ptr<Receiver>> receivers; // outlive the manager, which releases what is left
+protected:
+    std::vector<Receiver> receivers{5}; // outlive the manager, which releases what is left
     CKxCallbackManager manager;
-    std::map<void*, int> byHandle;
+    std::map<void*, Receiver*> handles;
+
+    void RegisterAll()
+    {
+        for (Receiver& receiver : receivers)
+            handles[manager.RegisterCallback(&receiver)] = &receiver;
+    }
+};
+
+TEST_F(CallbackManager, RunReachesAllThatAreRegisteredInTheOrderOfHandles)
+{
     Param first(9), second(13);
     manager.RunCallback(&first); // nobody is there
-    for (int i = 0; i < 5; ++i) {
-        receivers.push_back(std::make_unique<Receiver>());
-        receivers.back()->onCall = [&order, i](IKxCallbackParamBase*) { order.push_back(i); };
-        byHandle[manager.RegisterCallback(receivers.back().get())] = i;
+    RegisterAll();
+    ASSERT_EQ(handles.size(), receivers.size());
+    std::vector<Receiver*> order, expected;
+    for (Receiver& receiver : receivers)
+        receiver.onCall = [&](IKxCallbackParamBase*) { order.push_back(&receiver); };
+    for (Param* const pParam : {&first, &second}) {
+        manager.RunCallback(pParam);
+        for (const auto& [hCallback, pReceiver] : handles)
+            expected.push_back(pReceiver);
     }
-    ASSERT_EQ(byHandle.size(), 5u);
-    manager.RunCallback(&first);
-    manager.RunCallback(&second);
-    std::vector<int> expected;
-    for (int nRun = 0; nRun < 2; ++nRun)
-        for (const auto& [hCallback, nReceiver] : byHandle)
-            expected.push_back(nReceiver);
     EXPECT_EQ(order, expected);
-    EXPECT_EQ(receivers[0]->types, (std::vector<uint32_t>{9, 13}));
+    EXPECT_EQ(receivers[0].types, (std::vector<uint32_t>{9, 13}));
 }
 
-TEST(CallbackManager, CallbacksAreReleasedOnceAndHandlesEnd)
+TEST_F(CallbackManager, CallbacksAreReleasedOnceAndHandlesEnd)
 {
     Receiver taken, left;
     {
-        CKxCallbackManager manager;
-        void* const hTaken = manager.RegisterCallback(&taken);
-        void* const hLeft = manager.RegisterCallback(&left);
-        EXPECT_NE(hTaken, hLeft);
-        manager.DeregisterCallback(hTaken);
+        CKxCallbackManager ending;
+        void* const hTaken = ending.RegisterCallback(&taken);
+        ending.RegisterCallback(&left);
+        ending.DeregisterCallback(hTaken);
         EXPECT_EQ(taken.nReleased, 1);
-        for (void* const hUnknown : {hTaken, static_cast<void*>(nullptr), static_cast<void*>(&left)}) {
-            try {
-                manager.DeregisterCallback(hUnknown);
-                ADD_FAILURE() << "an unknown handle was taken";
-            } catch (const GenICam::InvalidArgumentException& e) {
-                EXPECT_STREQ(e.GetDescription(), "hCallback is invalid.");
-            }
-        }
-        EXPECT_THROW(manager.RegisterCallback(nullptr), GenICam::InvalidArgumentException);
+        for (void* const hUnknown : {hTaken, static_cast<void*>(nullptr), static_cast<void*>(&left)})
+            EXPECT_EQ(KxTest::Raised<GenICam::InvalidArgumentException>(
+                          [&] { ending.DeregisterCallback(hUnknown); }),
+                      "hCallback is invalid.");
+        EXPECT_THROW(ending.RegisterCallback(nullptr), GenICam::InvalidArgumentException);
         Param param(10);
-        manager.RunCallback(&param);
+        ending.RunCallback(&param);
         EXPECT_EQ(left.nReleased, 0);
     }
     EXPECT_TRUE(taken.types.empty());
@@ -90,36 +93,28 @@ TEST(CallbackManager, CallbacksAreReleasedOnceAndHandlesEnd)
     EXPECT_EQ(left.nReleased, 1);
 }
 
-TEST(CallbackManager, CallbackMayTakeItselfAndOthersOut)
+TEST_F(CallbackManager, CallbackMayTakeItselfAndOthersOut)
 {
-    std::vector<std::unique_ptr<Receiver>> receivers;
-    CKxCallbackManager manager;
-    std::vector<void*> handles;
-    for (int i = 0; i < 4; ++i) {
-        receivers.push_back(std::make_unique<Receiver>());
-        handles.push_back(manager.RegisterCallback(receivers.back().get()));
-    }
-    for (const auto& receiver : receivers)
-        receiver->onCall = [&](IKxCallbackParamBase*) {
-            for (void*& hCallback : handles)
+    RegisterAll();
+    for (Receiver& receiver : receivers)
+        receiver.onCall = [&](IKxCallbackParamBase*) {
+            for (const auto& [hCallback, pReceiver] : handles)
                 manager.DeregisterCallback(hCallback);
-            handles.clear();
         };
     Param param(11);
     manager.RunCallback(&param);
     manager.RunCallback(&param);
     size_t nCalls = 0;
-    for (const auto& receiver : receivers) {
-        nCalls += receiver->types.size();
-        EXPECT_EQ(receiver->nReleased, 1);
+    for (const Receiver& receiver : receivers) {
+        nCalls += receiver.types.size();
+        EXPECT_EQ(receiver.nReleased, 1);
     }
     EXPECT_EQ(nCalls, 1u) << "only the first was still there to be called";
 }
 
-TEST(CallbackManager, DeregisterWaitsForARunInAnotherThread)
+TEST_F(CallbackManager, DeregisterWaitsForARunInAnotherThread)
 {
-    Receiver receiver;
-    CKxCallbackManager manager;
+    Receiver& receiver = receivers.front();
     CEventObject inside(nullptr, false, false, nullptr), goOn(nullptr, false, false, nullptr);
     receiver.onCall = [&](IKxCallbackParamBase*) {
         inside.SetEvent();

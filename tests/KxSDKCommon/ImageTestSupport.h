@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Images and allocators for tests.
+// Images for tests.
 #pragma once
 
+#include "Allocator.h"
 #include "FakeImage.h"
 
 #include <Base/GCException.h>
-#include <KxApi_TL/IKxAllocator.h>
 #include <KxApi_TL/IKxImageBuffer.h>
 #include <KxApi_TL/KxApi_TL.h>
 #include <KxSDKCommon/KxImageBuffer.h>
@@ -13,39 +13,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace KxTest
 {
-
-/// An application's allocator that notes what it is asked for. Each byte is the memory's own heap block, so
-/// that the address sanitizer sees a step beside it.
-struct Allocator final : KxApi::IKxAllocator
-{
-    std::vector<size_t> sizes;
-    std::vector<std::string> calls;
-    bool empty = false;
-    void* pContext = this;
-
-    void Allocate(void** ppBuffer, size_t nSize, void** ppContext) override
-    {
-        calls.emplace_back("Allocate");
-        sizes.push_back(nSize);
-        *ppBuffer = empty ? nullptr : ::operator new(nSize);
-        *ppContext = pContext;
-    }
-    void Deallocate(void* pBuffer, size_t nSize, void* pGivenContext) override
-    {
-        calls.emplace_back("Deallocate");
-        EXPECT_EQ(nSize, sizes.back());
-        EXPECT_EQ(pGivenContext, pContext);
-        ::operator delete(pBuffer);
-    }
-    void OnDeregister() override { calls.emplace_back("OnDeregister"); }
-};
 
 using View = FakeImage;
 

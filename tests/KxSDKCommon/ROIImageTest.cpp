@@ -94,20 +94,6 @@ TEST(ROIImage, WindowHasToLieOnTheFormatsGrid)
     EXPECT_EQ(planarRoi.GetIKxPixelComponentValue(0, 0)->GetValue(2), planar.bytes[2 * 16 + 8 + 5]);
 }
 
-TEST(ROIImage, ColourFiltersFollowTheOffset)
-{
-    View view(8, 8, 8, KxPixelFormat_BayerRG8, 64);
-    CKxROIImage roi(&view);
-    const EKxPixelFormatNamingConvention_t expected[2][2] = {
-        {KxPixelFormat_BayerRG8, KxPixelFormat_BayerGR8}, {KxPixelFormat_BayerGB8, KxPixelFormat_BayerBG8}};
-    for (size_t y = 0; y < 4; ++y)
-        for (size_t x = 0; x < 4; ++x) {
-            roi.SetROI(x, y, 4, 4);
-            EXPECT_EQ(roi.GetImagePixelFormat(), expected[y % 2][x % 2]) << x << ' ' << y;
-            EXPECT_EQ(roi.GetROIImage(1, 1, 2, 2)->GetImagePixelFormat(), expected[(y + 1) % 2][(x + 1) % 2]);
-        }
-}
-
 TEST(ROIImage, PlanarWindowIsACopy)
 {
     const CKxApiAutoInitTerm sdk;

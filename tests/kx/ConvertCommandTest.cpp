@@ -1,18 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "FileTestSupport.h"
 #include "ProgramTest.h"
-
-#include <KxApi_IP/IKxStillImageFiler.h>
-#include <KxApi_TL/CKxAutoPtr.h>
-#include <KxApi_TL/IKxImage.h>
-#include <KxApi_TL/IKxImageBuffer.h>
-#include <KxApi_TL/KxApi_TL.h>
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <string>
-#include <vector>
 
 namespace
 {
@@ -37,15 +25,9 @@ protected:
                  const std::vector<T>& values) const
     {
         const CKxApiAutoInitTerm sdk;
-        CKxAutoPtr<IKxImageBufferReleasable, IKxImageBuffer> buffer(CreateIKxImageBuffer(nullptr));
-        buffer->CreateBuffer(width, values.size() / width, format, KxMemoryInitialization_Zero);
-        IKxImage* const image = buffer->GetIKxImage();
-        for (size_t i = 0; i < values.size(); i += width)
-            std::copy_n(&values[i], width,
-                        reinterpret_cast<T*>(static_cast<uint8_t*>(image->GetImageBuffer()) +
-                                             i / width * image->GetImageLinePitch()));
-        const CKxAutoPtr<IKxFilerReleasable> filer(CreateIKxFiler(KxFilerType_StillImage));
-        filer->Save(image, KxStillImageFileType_Raw, (m_folder / name).c_str());
+        const KxTest::ImageBuffer buffer = KxTest::ImageOf(format, width, values.size() / width, values);
+        const KxTest::Filer filer(CreateIKxFiler(KxFilerType_StillImage));
+        filer->Save(buffer->GetIKxImage(), KxStillImageFileType_Raw, (m_folder / name).c_str());
     }
 
     // The image of a file as text.

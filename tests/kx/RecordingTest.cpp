@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Recording without a camera.
 #include "FakeStreamImage.h"
+#include "FullDisk.h"
 #include "ImageRing.h"
 #include "Recorder.h"
 #include "SequenceReader.h"
@@ -10,9 +11,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -149,15 +148,9 @@ TEST_F(Recording, WhatTheQueueCannotTakeIsCountedAndTold)
 
 TEST_F(Recording, AFullDiskEndsItAndLeavesWhatWasWritten)
 {
-    // Files that may not grow are as good as a full disk.
-    rlimit old{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = old;
-    small.rlim_cur = 100000;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     RecordingStatus status;
     {
+        const KxTest::FullDisk disk(100000);
         Recorder recorder(m_options);
         Record(recorder, 200, 1000);
         ASSERT_TRUE(recorder.WaitFor(kLong));
@@ -165,8 +158,6 @@ TEST_F(Recording, AFullDiskEndsItAndLeavesWhatWasWritten)
         Record(recorder, 1); // nothing is recorded any more
         EXPECT_EQ(recorder.Status().come, status.come);
     }
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(status.state, RecordingState::Failed);
     EXPECT_THAT(status.error, AllOf(HasSubstr("run.kxseq"), HasSubstr("large")));
     EXPECT_EQ(status.written, 9U);

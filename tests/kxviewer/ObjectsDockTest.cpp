@@ -12,12 +12,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
-#include <QFileDialog>
 #include <QLocale>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <memory>
 
 namespace KxTest
@@ -85,15 +83,7 @@ TEST_F(ObjectsDocks, TellTheValuesAsTextAndAsAFile)
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("\tLine\t55.9 px\t\t\t(50.0, 25.0)\n"));
 
     const QTemporaryDir folder;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (auto* const pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-            timer.stop();
-            pDialog->selectFile(folder.filePath("values"));
-            QMetaObject::invokeMethod(pDialog, "accept", Qt::QueuedConnection);
-        }
-    });
-    timer.start(1);
+    const CDialogAnswers answers({CDialogAnswers::NameFile(folder.filePath("values"), "")});
     buttons[1]->click();
     QFile file(folder.filePath("values.csv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -3,10 +3,11 @@
 #include "SimulatorFixture.h"
 
 #include <KxApi_TL/CKxGenTLLib.h>
+#include <KxSDKCommon/KxXMLFile.h>
 
 #include <array>
 #include <chrono>
-#include <cstring>
+#include <optional>
 #include <thread>
 
 namespace
@@ -45,22 +46,11 @@ protected:
     /// Writes a register by the name of its feature, through a node map of the description.
     void SetFeature(const char* name, const std::string& value)
     {
-        if (!m_map._Ptr) {
-            size_t size = 0;
-            lib.GCGetPortURL(remote, nullptr, &size);
-            std::string url(size, '\0');
-            lib.GCGetPortURL(remote, url.data(), &size);
-            uint64_t address = 0, length = 0;
-            size_t eight = 8;
-            lib.GCGetPortURLInfo(remote, 0, URL_INFO_FILE_REGISTER_ADDRESS, nullptr, &address, &eight);
-            lib.GCGetPortURLInfo(remote, 0, URL_INFO_FILE_SIZE, nullptr, &length, &eight);
-            std::string xml(length, '\0');
-            size_t read = length;
-            ASSERT_EQ(lib.GCReadPort(remote, address, xml.data(), &read), GC_ERR_SUCCESS);
-            m_map._LoadXMLFromString(xml.c_str());
-            m_map._Connect(&m_port, "Device");
+        if (!m_file) {
+            m_file.emplace(&lib, remote, GenApi::RW, "Camera");
+            m_file->CreateNodeMap(KxApi::CKxXMLFile::GetURL(&lib, remote), &m_port, "Device");
         }
-        GenApi::CValuePtr(m_map._GetNode(name))->FromString(value.c_str());
+        GenApi::CValuePtr(m_file->GetNodeMap()->GetNode(name))->FromString(value.c_str());
     }
 
     struct RemotePort : GenApi::IPort
@@ -113,7 +103,7 @@ protected:
 
 private:
     RemotePort m_port{*this};
-    GenApi::CNodeMapRef m_map;
+    std::optional<KxApi::CKxXMLFile> m_file;
 };
 
 TEST_F(Functions, AreAllThereAndStartOnce)

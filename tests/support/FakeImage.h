@@ -13,15 +13,17 @@
 namespace KxTest
 {
 
-struct FakeImage final : KxApi::IKxImageInside
+/// As the interface that a test needs.
+template <class Interface>
+struct FakeImageOf : Interface
 {
     std::vector<uint8_t> bytes; ///< what the image takes and no more, so that sanitizers see a read beyond
     size_t nWidth, nHeight, nLinePitch;
     KxApi::EKxPixelFormatNamingConvention_t ePixelFormat;
     KxApi::CKxPixelComponent component;
 
-    FakeImage(KxApi::EKxPixelFormatNamingConvention_t format, size_t width, size_t height, size_t linePitch,
-              std::vector<uint8_t> content)
+    FakeImageOf(KxApi::EKxPixelFormatNamingConvention_t format, size_t width, size_t height, size_t linePitch,
+                std::vector<uint8_t> content)
         : bytes(std::move(content))
         , nWidth(width)
         , nHeight(height)
@@ -29,13 +31,15 @@ struct FakeImage final : KxApi::IKxImageInside
         , ePixelFormat(format)
     {}
     /// Of bytes that differ.
-    FakeImage(size_t width, size_t height, size_t linePitch, KxApi::EKxPixelFormatNamingConvention_t format,
-              size_t size)
-        : FakeImage(format, width, height, linePitch, std::vector<uint8_t>(size))
+    FakeImageOf(size_t width, size_t height, size_t linePitch, KxApi::EKxPixelFormatNamingConvention_t format,
+                size_t size)
+        : FakeImageOf(format, width, height, linePitch, std::vector<uint8_t>(size))
     {
         for (size_t i = 0; i < bytes.size(); ++i)
             bytes[i] = static_cast<uint8_t>(i * 37 + i / 251);
     }
+
+    virtual ~FakeImageOf() = default;
 
     size_t GetImageWidth() const override { return nWidth; }
     size_t GetImageHeight() const override { return nHeight; }
@@ -46,7 +50,7 @@ struct FakeImage final : KxApi::IKxImageInside
     {
         return bytes.empty() ? nullptr : const_cast<uint8_t*>(bytes.data());
     }
-    void* GetUserContext() const override { return const_cast<FakeImage*>(this); }
+    void* GetUserContext() const override { return const_cast<FakeImageOf*>(this); }
     KxApi::IKxImage* GetROIImage(size_t, size_t, size_t, size_t) override
     {
         throw std::logic_error("no windows");
@@ -57,5 +61,7 @@ struct FakeImage final : KxApi::IKxImageInside
         return &component;
     }
 };
+
+using FakeImage = FakeImageOf<KxApi::IKxImageInside>;
 
 } // namespace KxTest

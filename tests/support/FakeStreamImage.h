@@ -2,27 +2,29 @@
 // An image as a stream hands it out, without a camera.
 #pragma once
 
-#include <KxApi_TL/CKxAutoPtr.h>
-#include <KxApi_TL/IKxImageBuffer.h>
+#include "FakeImage.h"
+
+#include <KxApi_TL/IKxPixelFormatInfo.h>
 #include <KxApi_TL/IKxStream.h>
 
 #include <GenTL/GenTL.h>
 
-#include <cstring>
 #include <string>
 
 namespace KxTest
 {
 
-/// The SDK has to be started. Without a size it is an image without pixels.
-class FakeStreamImage final : public KxApi::IKxStreamImage
+/// Without a size it is an image without pixels.
+class FakeStreamImage final : public FakeImageOf<KxApi::IKxStreamImage>
 {
 public:
-    FakeStreamImage() = default;
+    FakeStreamImage()
+        : FakeImageOf(KxApi::KxPixelFormat_None, 0, 0, 0, {})
+    {}
     FakeStreamImage(size_t width, size_t height, KxApi::EKxPixelFormatNamingConvention_t format, int value)
+        : FakeImageOf(format, width, height, InfoOf(format).GetLinePitch(width, 0), {})
     {
-        m_buffer->SetSize(width, height, format, 0);
-        std::memset(GetImageBuffer(), value, GetImagePlanePitch());
+        bytes.assign(InfoOf(format).GetImageSize(height, nLinePitch), static_cast<uint8_t>(value));
     }
 
     // What a test sets.
@@ -49,31 +51,11 @@ public:
     const void* GetEncodedData() const override { return encoded.data(); }
     size_t GetEncodedSize() const override { return encoded.size(); }
 
-    size_t GetImageWidth() const override { return HasPixels() ? Image().GetImageWidth() : 0; }
-    size_t GetImageHeight() const override { return HasPixels() ? Image().GetImageHeight() : 0; }
-    size_t GetImageLinePitch() const override { return HasPixels() ? Image().GetImageLinePitch() : 0; }
-    size_t GetImagePlanePitch() const override { return HasPixels() ? Image().GetImagePlanePitch() : 0; }
-    KxApi::EKxPixelFormatNamingConvention_t GetImagePixelFormat() const override
-    {
-        return HasPixels() ? Image().GetImagePixelFormat() : KxApi::KxPixelFormat_None;
-    }
-    void* GetImageBuffer() const override { return HasPixels() ? Image().GetImageBuffer() : nullptr; }
-    void* GetUserContext() const override { return nullptr; }
-    KxApi::IKxImage* GetROIImage(size_t x, size_t y, size_t w, size_t h) override
-    {
-        return Image().GetROIImage(x, y, w, h);
-    }
-    KxApi::IKxPixelComponent* GetIKxPixelComponentValue(size_t x, size_t y) override
-    {
-        return Image().GetIKxPixelComponentValue(x, y);
-    }
-
 private:
-    bool HasPixels() const { return m_buffer->HasImageBuffer(); }
-    KxApi::IKxImage& Image() const { return *m_buffer->GetIKxImage(); }
-
-    KxApi::CKxAutoPtr<KxApi::IKxImageBufferReleasable, KxApi::IKxImageBuffer> m_buffer{
-        KxApi::CreateIKxImageBuffer(nullptr)};
+    static const KxApi::IKxPixelFormatInfoInside& InfoOf(KxApi::EKxPixelFormatNamingConvention_t format)
+    {
+        return dynamic_cast<const KxApi::IKxPixelFormatInfoInside&>(*KxApi::GetIKxPixelFormatInfo(format));
+    }
 };
 
 } // namespace KxTest

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
+// Events, locks by semaphores, and workers.
+#include <KxSDKCommon/CLockBySemaphore.h>
 #include <KxSDKCommon/EventObject.h>
+#include <KxSDKCommon/Worker.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -160,6 +165,149 @@ TEST(Event, WaitsForSeveralAreWokenFromOtherThreads)
     any.join();
     all.join();
     EXPECT_EQ(Look(right), 258u);
+}
+
+struct Case
+{
+    const char* what;
+    int64_t units;
+    std::function<void(CLockBySemaphore&)> takeAll; ///< of a new lock, which has none free
+};
+
+TEST(SemaphoreLock, TakersWaitUntilAUnitIsFree)
+{
+    for (const Case& c : {
+             Case{"a new lock is fully taken", 2, [](CLockBySemaphore&) {}},
+             Case{"no more units than said can be given back", 3,
+                  [](CLockBySemaphore& lock) {
+                      for (int i = 0; i < 10; ++i)
+                          lock.Unlock();
+                      for (int i = 0; i < 3; ++i)
+                          lock.Lock();
+                  }},
+             Case{"taking many units takes one", 4,
+                  [](CLockBySemaphore& lock) {
+                      lock.UnlockMaxMinusOne(); // 3 of 4 free
+                      lock.LockMaxMinusOne();   // 2 free
+                      lock.Lock();
+                      lock.Lock();
+                  }},
+             Case{"the only unit has no max minus one to wait for", 1,
+                  [](CLockBySemaphore& lock) {
+                      lock.LockMaxMinusOne(); // taken beyond it, at once
+                      lock.UnlockMaxMinusOne();
+                      lock.Unlock();
+                  }},
+         })
+    {
+        SCOPED_TRACE(c.what);
+        CLockBySemaphore lock(c.units);
+        c.takeAll(lock);
+        auto taker = std::async(std::launch::async, [&] { lock.Lock(); });
+        EXPECT_EQ(taker.wait_for(50ms), std::future_status::timeout);
+        lock.Unlock();
+        taker.get();
+    }
+}
+
+TEST(SemaphoreLock, OneUnitExcludesOthers)
+{
+    CLockBySemaphore lock(1);
+    lock.Unlock();
+    long nCounter = 0;
+    const auto work = [&] {
+        for (int i = 0; i < 5000; ++i) {
+            lock.Lock();
+            ++nCounter;
+            lock.Unlock();
+        }
+    };
+    auto other = std::async(std::launch::async, work);
+    work();
+    other.get();
+    EXPECT_EQ(nCounter, 10000);
+}
+
+/// Works until asked to stop, and notes what happens.
+class Counter : public CWorker
+{
+public:
+    Counter()
+        : CWorker("Counter")
+        , entered(nullptr, false, false, nullptr)
+    {}
+    ~Counter() override { Stop(); }
+
+    using CWorker::m_nPriority;
+    CEventObject entered;
+    std::atomic<int> nRuns{0};
+    std::atomic<int> nAtOnce{0};
+    std::atomic<bool> bOverlap{false};
+
+private:
+    int mWork() override
+    {
+        if (++nAtOnce > 1)
+            bOverlap = true;
+        ++nRuns;
+        entered.SetEvent();
+        const bool bStop = IsStopRequest(kWaitInfinite);
+        --nAtOnce;
+        return bStop ? 0 : 1;
+    }
+};
+
+TEST(Worker, StopWithoutStartDoesNothing)
+{
+    Counter worker;
+    worker.Stop();
+    worker.Stop();
+    EXPECT_EQ(worker.nRuns, 0);
+    EXPECT_FALSE(worker.IsStopRequest(0));
+}
+
+TEST(Worker, StartRunsTheWorkAndStopWaitsForItsEnd)
+{
+    Counter worker;
+    worker.Start();
+    ASSERT_EQ(WaitForSingleObject(&worker.entered, 20000), 0u);
+    EXPECT_EQ(worker.nAtOnce, 1);
+    worker.Stop();
+    EXPECT_EQ(worker.nAtOnce, 0);
+    EXPECT_TRUE(worker.IsStopRequest(0)) << "seen until the next start";
+}
+
+TEST(Worker, SecondStartStopsTheFirst)
+{
+    Counter worker;
+    for (int i = 0; i < 3; ++i) {
+        worker.Start();
+        ASSERT_EQ(WaitForSingleObject(&worker.entered, 20000), 0u);
+    }
+    EXPECT_FALSE(worker.IsStopRequest(0)) << "a start takes the request back";
+    worker.Stop();
+    EXPECT_EQ(worker.nRuns, 3);
+    EXPECT_FALSE(worker.bOverlap);
+}
+
+TEST(Worker, HighPriorityIsClampedAndStillRuns)
+{
+    Counter worker;
+    worker.m_nPriority = 1000;
+    worker.Start();
+    ASSERT_EQ(WaitForSingleObject(&worker.entered, 20000), 0u);
+    worker.Stop();
+    EXPECT_EQ(worker.m_nPriority, 99);
+}
+
+TEST(Worker, StopRequestServesAsPause)
+{
+    Counter worker;
+    const auto start = Clock::now();
+    EXPECT_FALSE(worker.IsStopRequest(30));
+    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(28));
+    static_cast<CEventObject*>(worker.GetStopRequestEvent())->SetEvent();
+    EXPECT_TRUE(worker.IsStopRequest(kWaitInfinite));
 }
 
 } // namespace
