@@ -43,7 +43,7 @@ struct Allocator final : KxApi::IKxAllocator
     }
     void OnDeregister() override
     {
-        EXPECT_EQ(Held(), 0U) << "the last call";
+        const std::lock_guard<std::mutex> lock(m_mutex);
         calls.emplace_back("OnDeregister");
     }
 
@@ -53,7 +53,12 @@ struct Allocator final : KxApi::IKxAllocator
         const std::lock_guard<std::mutex> lock(m_mutex);
         return m_held.size();
     }
-    bool IsDeregistered() const { return !calls.empty() && calls.back() == "OnDeregister"; }
+    /// Whether its end was the last call, with nothing out any more.
+    bool IsDeregistered() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return !calls.empty() && calls.back() == "OnDeregister" && m_held.empty();
+    }
 
 private:
     mutable std::mutex m_mutex;

@@ -12,6 +12,7 @@ template <class Function>
 void InThreads(int nThreads, const Function& function)
 {
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<size_t>(nThreads));
     for (int i = 0; i < nThreads; ++i)
         threads.emplace_back(function, i);
     for (std::thread& thread : threads)
