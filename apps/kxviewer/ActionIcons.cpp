@@ -33,6 +33,7 @@ constexpr IconRow kIcons[] = {
     {"connect", "M 8 3 L 8 8 M 16 3 L 16 8 M 5 8 L 19 8 L 19 11 C 19 18 5 18 5 11 Z M 12 16 L 12 21"},
     {"disconnect", "M 6 3 L 6 7 M 12 3 L 12 7 M 3 7 L 15 7 L 15 9 C 15 15 3 15 3 9 Z M 9 14 L 9 20 "
                    "M 15 14 L 21 20 M 21 14 L 15 20"},
+    {"closeTab", "M 6 6 L 18 18 M 18 6 L 6 18"},
     {"start", "", "M 6 4 L 20 12 L 6 20 Z", kGreen},
     {"stop", "", "R 6 6 12 12", kRed},
     {"single", "R 4 5 16 14", "M 10 8 L 16 12 L 10 16 Z", kGreen},

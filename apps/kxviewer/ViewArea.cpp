@@ -1,13 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewArea.h"
 
+#include "ActionIcons.h"
 #include "CameraView.h"
 
 #include <QGridLayout>
 #include <QSignalBlocker>
 #include <QTabBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <cmath>
+
+namespace
+{
+
+constexpr int kCloseSide = 12;
+
+} // namespace
 
 ViewArea::ViewArea(QWidget* pParent)
     : QWidget(pParent)
@@ -24,14 +33,11 @@ ViewArea::ViewArea(QWidget* pParent)
     m_pTabs->setAccessibleName(tr("Open cameras"));
     m_pTabs->setDocumentMode(true);
     m_pTabs->setAutoHide(true);
-    m_pTabs->setTabsClosable(true);
     m_pTabs->setExpanding(false);
     connect(m_pTabs, &QTabBar::currentChanged, this, [this] {
         Arrange();
         emit CurrentChanged();
     });
-    connect(m_pTabs, &QTabBar::tabCloseRequested, this,
-            [this](int nIndex) { emit CloseWanted(m_views[nIndex]); });
 }
 
 void ViewArea::Add(CameraView& view)
@@ -40,6 +46,16 @@ void ViewArea::Add(CameraView& view)
     m_views.append(&view);
     connect(&view, &CameraView::Touched, this, [this, &view] { SetCurrent(view); });
     m_pTabs->addTab(view.Title());
+    // The tab bar's own cross is black, whatever the palette.
+    auto* const pClose = new QToolButton(m_pTabs);
+    pClose->setIcon(MakeActionIcon("closeTab"));
+    pClose->setIconSize(QSize(kCloseSide, kCloseSide));
+    pClose->setAutoRaise(true);
+    pClose->setFocusPolicy(Qt::NoFocus);
+    pClose->setToolTip(tr("Close this camera"));
+    pClose->setAccessibleName(pClose->toolTip());
+    connect(pClose, &QToolButton::clicked, this, [this, &view] { emit CloseWanted(&view); });
+    m_pTabs->setTabButton(m_pTabs->count() - 1, QTabBar::RightSide, pClose);
     Arrange();
 }
 

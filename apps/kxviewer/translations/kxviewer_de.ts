@@ -1090,6 +1090,10 @@ Apache License 2.0</translation>
         <source>Open cameras</source>
         <translation>Geöffnete Kameras</translation>
     </message>
+    <message>
+        <source>Close this camera</source>
+        <translation>Diese Kamera schließen</translation>
+    </message>
 </context>
 <context>
     <name>ViewerStatus</name>
