@@ -135,47 +135,33 @@ size_t CharacterLength(std::string_view text)
     return 0;
 }
 
-// Vectors, which GCC and clang turn into the instructions of the processor.
-using Bytes = int8_t __attribute__((vector_size(16)));
-using Words = uint64_t __attribute__((vector_size(16)));
+// A vector of bytes, which GCC and clang turn into the instructions of the processor.
+using Bytes = uint8_t __attribute__((vector_size(16)));
 
-// Adds a line's start behind each byte that is set in a mask of eight bytes, the first of which is at
-// `offset`.
-void AddLines(uint64_t ends, size_t offset, std::vector<uint32_t>& lineStarts)
+uint64_t SumOfBytes(const Bytes& bytes)
 {
-    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the lowest bits are the first byte");
-    while (ends != 0) {
-        const auto bit = static_cast<unsigned>(__builtin_ctzll(ends));
-        lineStarts.push_back(static_cast<uint32_t>(offset + bit / 8 + 1));
-        ends &= ~(uint64_t{0xFF} << bit);
-    }
+    uint64_t halves[2];
+    std::memcpy(halves, &bytes, sizeof halves);
+    constexpr uint64_t kOnes = 0x0101010101010101;
+    return ((halves[0] + halves[1]) * kOnes) >> 56;
 }
 
-// Whether a block of kBlock bytes at `offset` of a text holds only ASCII characters that XML allows. Counts
-// its tags and finds its lines in any case.
-bool IsPlain(const char* text, size_t offset, size_t& tags, std::vector<uint32_t>& lineStarts)
+// Whether a block of kBlock bytes holds only ASCII characters that XML allows.
+bool IsPlain(const char* block, size_t& tags)
 {
-    Words odd{};
-    Bytes tagCount{};
-    uint64_t lineEnds[kBlock / sizeof(uint64_t)];
+    Bytes odd{}, tagCount{};
     for (size_t i = 0; i < kBlock; i += sizeof(Bytes)) {
         Bytes c;
-        std::memcpy(&c, text + offset + i, sizeof c);
-        const auto isLineEnd = c == '\n';
-        const auto isBlank = isLineEnd | (c == '\r') | (c == '\t');
-        odd |= reinterpret_cast<Words>((c < 0x20) & ~isBlank); // what is no ASCII is below 0
-        tagCount -= c == '<';
-        const auto ends = reinterpret_cast<Words>(isLineEnd);
-        lineEnds[i / sizeof(uint64_t)] = ends[0];
-        lineEnds[i / sizeof(uint64_t) + 1] = ends[1];
+        std::memcpy(&c, block + i, sizeof c);
+        const auto isControl = (c < 0x20) & (c != '\n') & (c != '\r') & (c != '\t');
+        odd |= reinterpret_cast<const Bytes&>(isControl) | (c & 0x80);
+        const auto isTag = c == '<';
+        tagCount += reinterpret_cast<const Bytes&>(isTag) & 1;
     }
-    constexpr uint64_t kOnes = 0x0101010101010101; // times these, the highest byte is the sum of all
-    const auto counts = reinterpret_cast<Words>(tagCount);
-    tags += ((counts[0] + counts[1]) * kOnes) >> 56;
-    const bool isPlain = (odd[0] | odd[1]) == 0;
-    for (size_t i = 0; i < kBlock; i += sizeof(uint64_t))
-        AddLines(lineEnds[i / sizeof(uint64_t)], offset + i, lineStarts);
-    return isPlain;
+    tags += SumOfBytes(tagCount);
+    uint64_t halves[2];
+    std::memcpy(halves, &odd, sizeof halves);
+    return (halves[0] | halves[1]) == 0;
 }
 
 } // namespace
@@ -214,6 +200,7 @@ void SourceText::Decode()
     m_lineStarts.push_back(0);
     for (size_t begin = 0, checked = 0; begin < m_text.size(); begin += kSlice) {
         const size_t end = std::min(begin + kSlice, m_text.size());
+        FindLines(begin, end);
         checked = CheckCharacters(checked, end);
         CheckReferences(begin, end);
     }
@@ -232,13 +219,14 @@ size_t SourceText::CheckCharacters(size_t begin, size_t end)
 {
     size_t i = begin;
     while (i < end) {
-        const size_t blockEnd = std::min(m_text.size(), i + kBlock);
-        if (blockEnd - i < kBlock)
-            CountRest(i);
-        else if (IsPlain(m_text.data(), i, m_tagCount, m_lineStarts)) {
-            i = blockEnd;
+        if (m_text.size() - i >= kBlock && IsPlain(m_text.data() + i, m_tagCount)) {
+            i += kBlock;
             continue;
         }
+        // IsPlain has counted the tags of a full block; those of the rest are counted here.
+        const size_t blockEnd = std::min(m_text.size(), i + kBlock);
+        const bool isCounted = m_text.size() - i >= kBlock;
+        const size_t blockBegin = i;
         while (i < blockEnd) {
             const size_t length = CharacterLength(m_text.substr(i));
             if (length == 0)
@@ -248,6 +236,10 @@ size_t SourceText::CheckCharacters(size_t begin, size_t end)
                          " is no character of UTF-8 text that XML allows");
             i += length;
         }
+        if (!isCounted)
+            m_tagCount +=
+                static_cast<size_t>(std::count(m_text.begin() + static_cast<ptrdiff_t>(blockBegin),
+                                               m_text.begin() + static_cast<ptrdiff_t>(blockEnd), '<'));
     }
     return i;
 }
@@ -274,14 +266,12 @@ void SourceText::CheckReferences(size_t begin, size_t end) const
     }
 }
 
-// Tags and lines of what is no whole block.
-void SourceText::CountRest(size_t begin)
+void SourceText::FindLines(size_t begin, size_t end)
 {
-    for (size_t i = begin; i < m_text.size(); ++i) {
-        m_tagCount += m_text[i] == '<' ? 1U : 0U;
-        if (m_text[i] == '\n')
-            m_lineStarts.push_back(static_cast<uint32_t>(i + 1));
-    }
+    const char* const last = m_text.data() + end;
+    for (const char* at = m_text.data() + begin;
+         (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(last - at)))) != nullptr;)
+        m_lineStarts.push_back(static_cast<uint32_t>(++at - m_text.data()));
 }
 
 Position SourceText::Locate(size_t offset) const

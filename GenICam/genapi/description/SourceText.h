@@ -39,7 +39,7 @@ private:
     void Own(std::string&& decoded);
     size_t CheckCharacters(size_t begin, size_t end);
     void CheckReferences(size_t begin, size_t end) const;
-    void CountRest(size_t begin);
+    void FindLines(size_t begin, size_t end);
 
     std::string m_owned;
     std::string_view m_text;
