@@ -73,7 +73,8 @@ void ReadHead(std::istream& is, std::string_view mark)
 
 bool IsSkipped(const std::string& line)
 {
-    return line.find_first_not_of(" \t") == line.npos || line.front() == '#';
+    const size_t first = line.find_first_not_of(" \t");
+    return first == line.npos || line[first] == '#';
 }
 
 std::string_view TrimmedText(std::string_view text)
