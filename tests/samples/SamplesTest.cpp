@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <regex>
+
 namespace
 {
 
@@ -15,12 +17,6 @@ struct Sample
     std::string name, arguments, output; // the latter a regular expression
 };
 
-std::string Replaced(const std::string& text, const std::string& from, const std::string& to)
-{
-    const size_t at = text.find(from);
-    return at == std::string::npos ? text : text.substr(0, at) + to + text.substr(at + from.size());
-}
-
 std::vector<Sample> SamplesOfTable()
 {
     std::vector<Sample> samples;
@@ -29,9 +25,10 @@ std::vector<Sample> SamplesOfTable()
         std::istringstream columns(line);
         if (line[0] != '#' && std::getline(columns, sample.name, '\t') &&
             std::getline(columns, sample.arguments, '\t') && std::getline(columns, sample.output))
-            samples.push_back({sample.name,
-                               Replaced(sample.arguments, "DESCRIPTION", "'" SAMPLE_DESCRIPTION "'"),
-                               Replaced(sample.output, "\\n", "\n") + "\n"});
+            samples.push_back(
+                {sample.name,
+                 std::regex_replace(sample.arguments, std::regex("DESCRIPTION"), "'" SAMPLE_DESCRIPTION "'"),
+                 std::regex_replace(sample.output, std::regex(R"(\\n)"), "\n") + "\n"});
     }
     return samples;
 }

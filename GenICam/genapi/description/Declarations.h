@@ -2,6 +2,7 @@
 // First step of reading: which nodes there are. References can then be resolved wherever they stand.
 #pragma once
 
+#include "description/NameIndex.h"
 #include "description/Schema.h"
 #include "description/SourceText.h"
 #include "description/TextArena.h"

@@ -79,9 +79,11 @@ void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callba
         return;
     const Description& description = m_map.Described();
     std::vector<NodeIndex>& pending = m_map.BeginWalk();
+    size_t written = 0;
     for (const Start& start : m_starts) {
         if (m_map.MarkVisited(start.node))
             Visit(start.node, start.knowsContent, callbacks);
+        written += start.knowsContent ? 1U : 0U;
     }
     for (size_t i = 0; i < m_starts.size(); ++i) {
         pending.push_back(m_starts[i].node);
@@ -92,7 +94,7 @@ void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callba
                 if (m_map.MarkVisited(dependent)) {
                     Visit(dependent, false, callbacks);
                     pending.push_back(dependent);
-                } else if (WasWrittenBefore(dependent, i)) {
+                } else if (written > 1 && WasWrittenBefore(dependent, i)) {
                     Visit(dependent, false, nullptr); // what was written later may have changed it
                 }
             }
@@ -102,8 +104,7 @@ void Change::ForgetDependents(std::vector<std::shared_ptr<CallbackSlot>>* callba
 
 bool Change::WasWrittenBefore(NodeIndex node, size_t start) const
 {
-    return m_written > 1 &&
-           std::any_of(m_starts.begin(), m_starts.begin() + static_cast<ptrdiff_t>(start),
+    return std::any_of(m_starts.begin(), m_starts.begin() + static_cast<ptrdiff_t>(start),
                        [&](const Start& earlier) { return earlier.node == node && earlier.knowsContent; });
 }
 

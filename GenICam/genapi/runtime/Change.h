@@ -39,11 +39,7 @@ public:
     ~Change();
 
     /// The node has a new content and knows it.
-    void Wrote(Node& node)
-    {
-        m_starts.push_back({node.Index(), true});
-        ++m_written;
-    }
+    void Wrote(Node& node) { m_starts.push_back({node.Index(), true}); }
 
     /// The node's content may have changed behind its back.
     void Invalidate(NodeIndex node) { m_starts.push_back({node, false}); }
@@ -66,7 +62,6 @@ private:
     bool m_outermost;
     bool m_locked = true;
     std::vector<Start> m_starts;
-    size_t m_written = 0; // of those
 };
 
 /// One level of nodes that ask each other; raises LogicalErrorException when they go round in circles.
